@@ -1,0 +1,33 @@
+#pragma once
+
+#include <QByteArray>
+
+namespace hardware
+{
+
+class Journal;
+class UnitFolder;
+
+/// The unit's shell: runs a command with the unit's paths led into its folder and the unit's own
+/// commands first in PATH.
+class Shell
+{
+public:
+    Shell(const UnitFolder &folder, Journal &journal);
+
+    /// Runs the command by /bin/sh and waits for its end; the result is that of system().
+    /// Journal: shell <command as given>. A command that would still name a path below the host's
+    /// /dev, /sys, /proc or /media (other than /dev/null) is not run: status 126, journal:
+    /// shell refused <command>. Any thread.
+    int run(const QByteArray &command) const;
+
+    /// The command with every path of the unit led into the unit's folder, as run() hands it to
+    /// /bin/sh, which knows the folder as "$UNIT".
+    static QByteArray mapped(const QByteArray &command);
+
+private:
+    const UnitFolder &m_folder;
+    Journal &m_journal;
+};
+
+} // namespace hardware

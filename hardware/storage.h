@@ -1,0 +1,68 @@
+#pragma once
+
+#include <QList>
+#include <QMutex>
+#include <QObject>
+#include <QStringList>
+
+namespace hardware
+{
+
+class Journal;
+class UnitFolder;
+
+/// One socket for removable storage, as a line of the table "slots.ini" describes it.
+struct StorageSlot
+{
+    QString name;      ///< "usb0"
+    int mediaType;     ///< the platform's media type
+    int controllerId;  ///< hardware controller behind the socket
+    QString mountRoot; ///< unit path of the mount point, "/media/usb0"
+};
+
+/// The unit's storage sockets. A stick is a folder: plugging makes it appear at the slot's mount
+/// root, pulling makes it vanish from there with its content kept. What is plugged in, and in
+/// which order, survives a restart. All functions may be called from any thread; signals come from
+/// the thread that plugs or pulls.
+class Storage : public QObject
+{
+    Q_OBJECT
+
+public:
+    Storage(const UnitFolder &folder, Journal &journal);
+
+    /// Reads "slots.ini" and mounts what was plugged in before. False with a sentence in \a error
+    /// that names the file and what is wrong with it.
+    bool open(QString *error);
+
+    QList<StorageSlot> slotTable() const;
+
+    /// Plugs a stick into the named slot: \a folder is a host folder, or empty for the slot's own
+    /// stick ("sticks/<name>", made when missing). False with a sentence in \a error for an unknown
+    /// or occupied slot, or a missing folder. Journal: storage plug <name> <mount root>.
+    bool plug(const QString &name, const QString &folder, QString *error);
+
+    /// Pulls the stick. False with a sentence in \a error for an unknown or empty slot.
+    /// Journal: storage pull <name> <mount root>.
+    bool pull(const QString &name, QString *error);
+
+    /// Mount roots of the plugged sticks in the order in which they were plugged.
+    QStringList mountRoots() const;
+    QStringList mountRoots(int mediaType) const;
+
+    /// Controller behind a mount root of the table; -1 for any other path.
+    int controllerId(const QString &mountRoot) const;
+
+signals:
+    void mounted(const QString &mountRoot);
+    void removed(const QString &mountRoot);
+
+private:
+    const UnitFolder &m_folder;
+    Journal &m_journal;
+    mutable QMutex m_mutex;
+    QList<StorageSlot> m_slots;
+    QStringList m_plugged;
+};
+
+} // namespace hardware

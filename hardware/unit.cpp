@@ -1,0 +1,37 @@
+#include "unit.h"
+
+#include <cmath>
+
+namespace hardware
+{
+
+Unit::Unit(const QString &root, double timeFactor)
+    : m_clock(timeFactor)
+    , m_folder(root)
+    , m_settings(m_journal)
+    , m_storage(m_folder, m_journal)
+    , m_mcu(m_journal)
+    , m_shell(m_folder, m_journal)
+{
+}
+
+bool Unit::open(QString *error)
+{
+    if (!std::isfinite(m_clock.factor()) || m_clock.factor() <= 0) {
+        *error = QStringLiteral("The time factor %1 is not allowed; it must be greater than 0.")
+                     .arg(m_clock.factor());
+        return false;
+    }
+    if (!m_folder.open(error)) {
+        return false;
+    }
+    const QString journalFile = m_folder.path(QStringLiteral("/journal.log"));
+    if (!m_journal.appendTo(journalFile)) {
+        *error = QStringLiteral("The journal \"%1\" cannot be written.").arg(journalFile);
+        return false;
+    }
+    return m_settings.open(m_folder.path(QStringLiteral("/settings.ini")), error)
+        && m_storage.open(error);
+}
+
+} // namespace hardware

@@ -1,0 +1,43 @@
+#pragma once
+
+#include "clock.h"
+#include "journal.h"
+#include "mcu.h"
+#include "settings.h"
+#include "shell.h"
+#include "storage.h"
+#include "unitfolder.h"
+
+namespace hardware
+{
+
+/// The whole simulated unit on one folder. Its devices live as long as it does.
+class Unit
+{
+public:
+    /// \a root is made when missing; \a timeFactor speeds the unit's time, 1 changes nothing.
+    explicit Unit(const QString &root, double timeFactor = 1.0);
+    Q_DISABLE_COPY(Unit)
+
+    /// Opens the folder and every device on it. False with one sentence in \a error.
+    bool open(QString *error);
+
+    const Clock &clock() const { return m_clock; }
+    Journal &journal() { return m_journal; }
+    const UnitFolder &folder() const { return m_folder; }
+    Settings &settings() { return m_settings; }
+    Storage &storage() { return m_storage; }
+    Mcu &mcu() { return m_mcu; }
+    const Shell &shell() const { return m_shell; }
+
+private:
+    const Clock m_clock;
+    Journal m_journal;
+    UnitFolder m_folder;
+    Settings m_settings;
+    Storage m_storage;
+    Mcu m_mcu;
+    Shell m_shell;
+};
+
+} // namespace hardware

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QDir>
+#include <QLockFile>
+#include <QScopedPointer>
+#include <QString>
+
+namespace hardware
+{
+
+/// The folder that is the simulated unit: its media, devices, tables and state all lie below it.
+class UnitFolder
+{
+public:
+    explicit UnitFolder(const QString &root);
+    Q_DISABLE_COPY(UnitFolder)
+
+    /// Lays out what is missing (folders, default tables, the unit's own commands), keeps what is
+    /// there, and locks the folder against a second simulator. False with a sentence in \a error
+    /// when that cannot be done.
+    bool open(QString *error);
+
+    /// Absolute, without a trailing slash.
+    QString root() const;
+
+    /// Host path of a path of the unit: "/media/usb0" gives "<root>/media/usb0".
+    QString path(const QString &unitPath) const;
+
+private:
+    bool layOut(QString *error);
+
+    const QDir m_root;
+    QScopedPointer<QLockFile> m_lock;
+};
+
+} // namespace hardware

@@ -1,0 +1,8 @@
+#include "activity.h"
+
+namespace kvappframework
+{
+
+Activity::~Activity() = default;
+
+} // namespace kvappframework

@@ -1,0 +1,12 @@
+#include "baseview.h"
+
+BaseView::BaseView(const QString &title, QWidget *parent)
+    : KvWidget(parent)
+    , m_title(title)
+{
+}
+
+QString BaseView::title() const
+{
+    return m_title;
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "kvwidget.h"
+
+#include <QString>
+
+/// Base of a titled page. The title is for whoever shows the page; the view itself draws nothing
+/// but its style sheet.
+class KV_API BaseView : public KvWidget
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(BaseView)
+    Q_PROPERTY(QString title READ title CONSTANT)
+
+public:
+    explicit BaseView(const QString &title, QWidget *parent = nullptr);
+
+    QString title() const;
+
+private:
+    QString m_title;
+};

@@ -1,0 +1,101 @@
+#include "kvhorstrbutton.h"
+
+#include "kvpainting.h"
+
+#include <QFontInfo>
+#include <QPainter>
+
+KvHorStrButton::KvHorStrButton(QWidget *parent)
+    : KvTouchButton(parent)
+{
+}
+
+void KvHorStrButton::setButtonId(const QString &id)
+{
+    m_buttonId = id;
+}
+
+QString KvHorStrButton::buttonId() const
+{
+    return m_buttonId;
+}
+
+void KvHorStrButton::setDisplayString(const QString &text)
+{
+    m_displayString = text;
+    update();
+}
+
+QString KvHorStrButton::displayString() const
+{
+    return m_displayString;
+}
+
+void KvHorStrButton::setNormalPixmap(const QPixmap &pixmap)
+{
+    m_normalPixmap = pixmap;
+    faceSizeChanged();
+}
+
+QPixmap KvHorStrButton::normalPixmap() const
+{
+    return m_normalPixmap;
+}
+
+void KvHorStrButton::setPressPixmap(const QPixmap &pixmap)
+{
+    m_pressPixmap = pixmap;
+    update();
+}
+
+QPixmap KvHorStrButton::pressPixmap() const
+{
+    return m_pressPixmap;
+}
+
+void KvHorStrButton::setDisablePixmap(const QPixmap &pixmap)
+{
+    m_disablePixmap = pixmap;
+    update();
+}
+
+QPixmap KvHorStrButton::disablePixmap() const
+{
+    return m_disablePixmap;
+}
+
+QSize KvHorStrButton::faceSize() const
+{
+    return m_normalPixmap.size();
+}
+
+void KvHorStrButton::fingerLifted(bool inside)
+{
+    if (inside) {
+        emit clicked(m_buttonId);
+    }
+}
+
+void KvHorStrButton::paintEvent(QPaintEvent *event)
+{
+    KvTouchButton::paintEvent(event);
+    QPainter painter(this);
+    const bool dimmed = !takesTouches() && m_disablePixmap.isNull();
+    painter.setOpacity(dimmed ? kvpainting::dimmedImage : 1);
+    kvpainting::drawImage(painter, rect(), facePixmap());
+
+    painter.setOpacity(takesTouches() ? 1 : kvpainting::dimmedText);
+    painter.setPen(palette().color(QPalette::Active, foregroundRole()));
+    kvpainting::drawButtonText(painter, rect(), m_displayString, QFontInfo(font()).pixelSize());
+}
+
+QPixmap KvHorStrButton::facePixmap() const
+{
+    if (!takesTouches() && !m_disablePixmap.isNull()) {
+        return m_disablePixmap;
+    }
+    if (isUnderFinger() && !m_pressPixmap.isNull()) {
+        return m_pressPixmap;
+    }
+    return m_normalPixmap;
+}

@@ -1,0 +1,59 @@
+#pragma once
+
+#include "kvtouchbutton.h"
+
+#include <QPixmap>
+#include <QString>
+
+/// A push button for rows of controls: one image for each state and a short text on it, in the
+/// widget's own font and colour. The button may be larger than its image, which lies in its middle.
+class KV_API KvHorStrButton : public KvTouchButton
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(KvHorStrButton)
+    Q_PROPERTY(QString buttonId READ buttonId WRITE setButtonId)
+    Q_PROPERTY(QString displayString READ displayString WRITE setDisplayString)
+    Q_PROPERTY(QPixmap normalPixmap READ normalPixmap WRITE setNormalPixmap)
+    Q_PROPERTY(QPixmap pressPixmap READ pressPixmap WRITE setPressPixmap)
+    Q_PROPERTY(QPixmap disablePixmap READ disablePixmap WRITE setDisablePixmap)
+
+public:
+    explicit KvHorStrButton(QWidget *parent = nullptr);
+
+    /// The id that clicked() carries.
+    void setButtonId(const QString &id);
+    QString buttonId() const;
+
+    void setDisplayString(const QString &text);
+    QString displayString() const;
+
+    /// The image that gives the button its size.
+    void setNormalPixmap(const QPixmap &pixmap);
+    QPixmap normalPixmap() const;
+
+    /// Shown under the finger; without it the normal one stays.
+    void setPressPixmap(const QPixmap &pixmap);
+    QPixmap pressPixmap() const;
+
+    /// Shown while the widget is not enabled; without it the normal one is dimmed.
+    void setDisablePixmap(const QPixmap &pixmap);
+    QPixmap disablePixmap() const;
+
+signals:
+    /// A finger that went down on the button was lifted over it.
+    void clicked(QString id);
+
+protected:
+    QSize faceSize() const override;
+    void fingerLifted(bool inside) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    QPixmap facePixmap() const;
+
+    QString m_buttonId;
+    QString m_displayString;
+    QPixmap m_normalPixmap;
+    QPixmap m_pressPixmap;
+    QPixmap m_disablePixmap;
+};

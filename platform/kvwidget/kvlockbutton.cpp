@@ -1,0 +1,31 @@
+#include "kvlockbutton.h"
+
+KvLockButton::KvLockButton(QWidget *parent)
+    : KvImageButton(parent)
+{
+}
+
+void KvLockButton::setIsDown(bool down)
+{
+    m_latched = down;
+    update();
+}
+
+bool KvLockButton::isDown() const
+{
+    return m_latched || isUnderFinger();
+}
+
+void KvLockButton::fingerLifted(bool inside)
+{
+    if (!inside) {
+        return;
+    }
+    setIsDown(true);
+    emit btnReleased(buttonID());
+}
+
+bool KvLockButton::showsPressed() const
+{
+    return isDown();
+}

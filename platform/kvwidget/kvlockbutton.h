@@ -1,0 +1,32 @@
+#pragma once
+
+#include "kvimagebutton.h"
+
+/// A latching button: a press latches it, and it stays down, with its pressed face, until
+/// setIsDown(false).
+class KV_API KvLockButton : public KvImageButton
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(KvLockButton)
+    Q_PROPERTY(bool isDown READ isDown WRITE setIsDown)
+
+public:
+    explicit KvLockButton(QWidget *parent = nullptr);
+
+    /// Latches or releases the button without a signal.
+    void setIsDown(bool down);
+    /// True while the button is latched, and while a finger holds it down.
+    bool isDown() const;
+
+signals:
+    /// A press was lifted over the button, which is latched now, or still. Lifted elsewhere it
+    /// changes nothing.
+    void btnReleased(QString id);
+
+protected:
+    void fingerLifted(bool inside) override;
+    bool showsPressed() const override;
+
+private:
+    bool m_latched = false;
+};

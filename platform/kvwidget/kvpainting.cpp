@@ -1,0 +1,67 @@
+#include "kvpainting.h"
+
+#include <QFontMetrics>
+#include <QPainter>
+#include <QPixmap>
+#include <QStringList>
+
+namespace
+{
+
+constexpr int buttonTextMargin = 6;
+constexpr int smallestButtonText = 10;
+
+bool fits(const QFont &font, const QString &text, const QSize &area, int flags)
+{
+    const QRect bounds = QFontMetrics(font).boundingRect(QRect(QPoint(), area), flags, text);
+    return bounds.width() <= area.width() && bounds.height() <= area.height();
+}
+
+} // namespace
+
+void kvpainting::drawImage(QPainter &painter, const QRect &area, const QPixmap &image)
+{
+    if (image.isNull()) {
+        return;
+    }
+    QSize size = image.size() / image.devicePixelRatio();
+    if (size.width() > area.width() || size.height() > area.height()) {
+        size.scale(area.size(), Qt::KeepAspectRatio);
+    }
+    QRect target(QPoint(), size);
+    target.moveTopLeft(area.topLeft()
+                       + QPoint(area.width() - size.width(), area.height() - size.height()) / 2);
+    painter.setRenderHint(QPainter::SmoothPixmapTransform);
+    painter.drawPixmap(target, image);
+}
+
+QFont kvpainting::fittedFont(QFont font, int largest, int smallest, const QString &text,
+                             const QSize &area, int flags)
+{
+    for (int pixelSize = largest; pixelSize > smallest; --pixelSize) {
+        font.setPixelSize(pixelSize);
+        if (fits(font, text, area, flags)) {
+            return font;
+        }
+    }
+    font.setPixelSize(qMin(largest, smallest));
+    return font;
+}
+
+void kvpainting::drawLines(QPainter &painter, const QRect &area, int alignment, const QString &text)
+{
+    QStringList lines = text.split(QLatin1Char('\n'));
+    for (QString &line : lines) {
+        line = painter.fontMetrics().elidedText(line, Qt::ElideRight, area.width());
+    }
+    painter.drawText(area, alignment, lines.join(QLatin1Char('\n')));
+}
+
+void kvpainting::drawButtonText(QPainter &painter, const QRect &area, const QString &text,
+                                int pixelSize)
+{
+    const QRect textArea = area.adjusted(buttonTextMargin, 0, -buttonTextMargin, 0);
+    painter.setFont(
+        fittedFont(painter.font(), pixelSize, smallestButtonText, text, textArea.size()));
+    drawLines(painter, textArea, Qt::AlignCenter, text);
+}

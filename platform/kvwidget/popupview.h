@@ -1,0 +1,98 @@
+#pragma once
+
+#include "kvwidget.h"
+
+#include <QPixmap>
+#include <QString>
+
+class KvIconButton;
+class QTimer;
+
+/// A box with a text and up to two buttons in the middle of its parent: 676 x 280 pixels, or 676 x
+/// 164 without buttons. It hides itself when a button is tapped or its time is over. The widget is
+/// the box and nothing around it, so touches beside it reach what lies there.
+class KV_API PopupView : public KvWidget
+{
+    Q_OBJECT
+    Q_DISABLE_COPY(PopupView)
+    Q_ENUMS(ButtonType ButtonPosition)
+    Q_PROPERTY(QString popupViewId READ popupViewId WRITE setPopupViewId)
+    Q_PROPERTY(QString text READ text WRITE setText)
+
+public:
+    enum ButtonType { OkCancel = 0, OkOnly = 1, CancelOnly = 2, NoButton = 3 };
+    enum ButtonPosition { ButtonsUnderText = 0, ButtonsAtBottom = 1 };
+
+    explicit PopupView(QWidget *parent = nullptr);
+
+    /// The id that the signals carry.
+    void setPopupViewId(const QString &id);
+    QString popupViewId() const;
+
+    /// OkCancel at first.
+    void setButtonType(ButtonType type);
+    /// ButtonsAtBottom at first.
+    void setButtonPosition(ButtonPosition position);
+
+    /// How long the box stays, in milliseconds; with 0 or less it stays. It counts from the latest
+    /// show(), also when the box was visible already.
+    void setShowTimeout(int ms);
+
+    void setOkText(const QString &text);
+    void setCancelText(const QString &text);
+
+    /// Plain text. It wraps, and it is drawn smaller where it does not fit.
+    void setText(const QString &text);
+    QString text() const;
+
+    /// \a buttonName is "popupview_ok" or "popupview_cancel"; other names mean nothing.
+    void setButtonDisabled(const QString &buttonName, bool disabled);
+
+    void setVisible(bool visible) override;
+    QSize sizeHint() const override;
+
+signals:
+    /// The button was tapped; the box is hidden already, and whoever hears of it may delete it.
+    void ok(QString id);
+    /// As ok(). After it, and after timeout(), a BaseView that carried nothing but this box is
+    /// hidden too, so that it does not lie over a page that has to take touches.
+    void cancel(QString id);
+    /// The box went because its time was over.
+    void timeout(QString id);
+
+protected:
+    bool eventFilter(QObject *watched, QEvent *event) override;
+    void showEvent(QShowEvent *event) override;
+    void hideEvent(QHideEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    typedef void (PopupView::*Signal)(QString);
+
+    KvIconButton *createButton(const QString &name, const QString &text);
+    bool hasOk() const;
+    bool hasCancel() const;
+    bool hasButtons() const;
+    bool textIsOnButtons() const;
+    void goAway(Signal signal);
+    void goAwayWithPage(Signal signal);
+    void startTimeout();
+    void loadBox();
+    void layOut();
+    void placeButtons();
+    int lowestButtonTop() const;
+    int buttonTop() const;
+    QRect textArea(int buttonTop) const;
+    QFont textFont() const;
+    int wrapFlag() const;
+
+    QString m_id;
+    QString m_text;
+    QPixmap m_box;
+    ButtonType m_buttonType = OkCancel;
+    ButtonPosition m_buttonPosition = ButtonsAtBottom;
+    int m_showTimeout = 0;
+    KvIconButton *m_ok;
+    KvIconButton *m_cancel;
+    QTimer *m_timer;
+};

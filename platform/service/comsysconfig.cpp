@@ -1,0 +1,27 @@
+#include "comsysconfig.h"
+
+#include "hardware/unit.h"
+#include "simlink/simulatedunit.h"
+
+namespace
+{
+const auto captureKey = QStringLiteral("system/capture");
+}
+
+ComSysConfig::ComSysConfig() = default;
+
+ComSysConfig *ComSysConfig::getInstance()
+{
+    static ComSysConfig instance;
+    return &instance;
+}
+
+bool ComSysConfig::getCaptureStatus() const
+{
+    return simlink::unit().settings().value(captureKey, false).toBool();
+}
+
+void ComSysConfig::setCaptureStatus(bool on)
+{
+    simlink::unit().settings().setValue(captureKey, on);
+}

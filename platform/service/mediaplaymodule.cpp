@@ -1,0 +1,5 @@
+#include "mediaplaymodule.h"
+
+MediaplayModule::~MediaplayModule() = default;
+
+MediaplayModulePlugin::~MediaplayModulePlugin() = default;

@@ -1,0 +1,30 @@
+#include "simmediaplaymodule.h"
+
+#include "hardware/unit.h"
+#include "simlink/simulatedunit.h"
+
+SimMediaplayModule::SimMediaplayModule() = default;
+
+SimMediaplayModule::~SimMediaplayModule() = default;
+
+QObject *SimMediaplayModule::getReceiver()
+{
+    return &m_receiver;
+}
+
+MediaplayModule *SimMediaplayModule::getMediaplayModule()
+{
+    return this;
+}
+
+bool SimMediaplayModule::isUSBTesting() const
+{
+    return m_usbTesting;
+}
+
+void SimMediaplayModule::setUSBTesting(bool testing)
+{
+    m_usbTesting = testing;
+    simlink::unit().journal().write(QStringLiteral("mediaplay"),
+                                    QStringLiteral("usb testing %1").arg(int(testing)));
+}

@@ -1,0 +1,113 @@
+#include "btsnoopcopy.h"
+
+#include "shellcommand.h"
+#include "trace.h"
+
+#include <QByteArray>
+
+#include <cstdlib>
+#include <unistd.h>
+
+namespace
+{
+
+/// Paths and commands of one folder of logs; "%s" is the storage device's mount root.
+struct LogFolder
+{
+    const char *folder;
+    const char *log;
+    const char *removeLog;
+    const char *makeFolder;
+    const char *copyLog;
+};
+
+const LogFolder logFolders[] = {
+    {"%s/userdata", "%s/userdata/btsnoop.log", "rm %s/userdata/btsnoop.log",
+     "mkdir -p %s/userdata", "cp /media/flash/userdata/btsnoop.log %s/userdata"},
+    {"%s/nvm", "%s/nvm/btsnoop.log", "rm %s/nvm/btsnoop.log", "mkdir -p %s/nvm",
+     "cp /media/flash/nvm/btsnoop.log %s/nvm"},
+};
+
+/// Runs the commands of one copy to one device.
+class BtsnoopCopy
+{
+public:
+    explicit BtsnoopCopy(const QByteArray &device);
+
+    bool isPossible();
+    void copy(const LogFolder &logs);
+
+private:
+    bool format(const char *text);
+    bool exists(const char *path);
+    void run(const char *command);
+    void runThenSync(const char *command);
+
+    const QByteArray m_device;
+    char m_buffer[256];
+};
+
+BtsnoopCopy::BtsnoopCopy(const QByteArray &device)
+    : m_device(device)
+{
+}
+
+bool BtsnoopCopy::isPossible()
+{
+    if (!isPlainForShell(m_device.constData())) {
+        return false;
+    }
+    for (const LogFolder &logs : logFolders) {
+        // The longest text of its folder: where it fits, all the others do.
+        if (!format(logs.copyLog)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+void BtsnoopCopy::copy(const LogFolder &logs)
+{
+    if (!exists(logs.folder)) {
+        runThenSync(logs.makeFolder);
+    } else if (exists(logs.log)) {
+        runThenSync(logs.removeLog);
+    }
+    runThenSync(logs.copyLog);
+}
+
+bool BtsnoopCopy::format(const char *text)
+{
+    return formatCommand(m_buffer, sizeof m_buffer, text, m_device.constData());
+}
+
+bool BtsnoopCopy::exists(const char *path)
+{
+    return format(path) && access(m_buffer, F_OK) == 0;
+}
+
+void BtsnoopCopy::runThenSync(const char *command)
+{
+    run(command);
+    run("sync");
+}
+
+void BtsnoopCopy::run(const char *command)
+{
+    const int status = format(command) ? std::system(m_buffer) : -1;
+    Q_UNUSED(status);
+}
+
+} // namespace
+
+void copyBtsnoopLogs(const QByteArray &device)
+{
+    BtsnoopCopy copy(device);
+    if (!copy.isPossible()) {
+        FACTORY_TRACE << "device not usable in a command:" << device;
+        return;
+    }
+    for (const LogFolder &logs : logFolders) {
+        copy.copy(logs);
+    }
+}

@@ -1,0 +1,6 @@
+#include "csetupalstest.h"
+
+CSetupALSTest::CSetupALSTest(QRect rect, QWidget *parent)
+    : PagePlaceholder(rect, parent)
+{
+}

@@ -1,0 +1,6 @@
+#include "csetupkeylight.h"
+
+CSetupKeyLight::CSetupKeyLight(QRect rect, QWidget *parent)
+    : PagePlaceholder(rect, parent)
+{
+}

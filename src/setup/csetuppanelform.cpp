@@ -1,0 +1,6 @@
+#include "csetuppanelform.h"
+
+CSetupPanelForm::CSetupPanelForm(QRect rect, QWidget *parent)
+    : PagePlaceholder(rect, parent)
+{
+}

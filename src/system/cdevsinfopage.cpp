@@ -1,0 +1,6 @@
+#include "cdevsinfopage.h"
+
+CDevsInfoPage::CDevsInfoPage(QRect rect, KvWidget *parent)
+    : PagePlaceholder(rect, parent)
+{
+}

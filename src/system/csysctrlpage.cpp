@@ -1,0 +1,6 @@
+#include "csysctrlpage.h"
+
+CSysCtrlPage::CSysCtrlPage(QRect rect, KvWidget *parent)
+    : PagePlaceholder(rect, parent)
+{
+}

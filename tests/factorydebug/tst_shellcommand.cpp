@@ -1,0 +1,80 @@
+#include "factorydebug/shellcommand.h"
+
+#include <QtTest>
+
+class TestShellCommand : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void plainPathsReachTheShell_data();
+    void plainPathsReachTheShell();
+    void fillsTheFormat();
+    void fillsTwoPlaces();
+    void zeroesWhatStoodInTheBuffer();
+    void fitsUpToTheLastByte();
+    void zeroesTheBufferWhenTheTextIsTooLong();
+};
+
+void TestShellCommand::plainPathsReachTheShell_data()
+{
+    QTest::addColumn<QByteArray>("path");
+    QTest::addColumn<bool>("plain");
+    QTest::newRow("mount root") << QByteArray("/media/usb0") << true;
+    QTest::newRow("punctuation") << QByteArray("/media/A_b-1.2+3,4:5=6%@") << true;
+    QTest::newRow("umlaut") << QByteArray("/media/\xC3\xBC") << true;
+    QTest::newRow("empty") << QByteArray("") << true;
+    // All that a POSIX shell treats specially somewhere in a word, each on its own.
+    for (const char special : QByteArray(" \t\n|&;<>()$`\\\"'*?[]#~!{}\x7F\x01")) {
+        QTest::newRow(qPrintable(QStringLiteral("special 0x%1").arg(int(special), 0, 16)))
+            << QByteArray("/media/u").append(special).append("b") << false;
+    }
+}
+
+void TestShellCommand::plainPathsReachTheShell()
+{
+    QFETCH(QByteArray, path);
+    QFETCH(bool, plain);
+    QCOMPARE(isPlainForShell(path.constData()), plain);
+}
+
+void TestShellCommand::fillsTheFormat()
+{
+    char buffer[32];
+    QVERIFY(formatCommand(buffer, sizeof buffer, "mkdir -p %s/nvm", "/media/usb0"));
+    QCOMPARE(buffer, "mkdir -p /media/usb0/nvm");
+}
+
+void TestShellCommand::fillsTwoPlaces()
+{
+    char buffer[32];
+    QVERIFY(formatCommand(buffer, sizeof buffer, "cp %s  %s/x", "/a", "/b"));
+    QCOMPARE(buffer, "cp /a  /b/x");
+}
+
+void TestShellCommand::zeroesWhatStoodInTheBuffer()
+{
+    char buffer[8];
+    memset(buffer, 'x', sizeof buffer);
+    QVERIFY(formatCommand(buffer, sizeof buffer, "%s", "ab"));
+    QCOMPARE(QByteArray(buffer, sizeof buffer), QByteArray("ab\0\0\0\0\0\0", 8));
+}
+
+void TestShellCommand::fitsUpToTheLastByte()
+{
+    char buffer[8];
+    QVERIFY(formatCommand(buffer, sizeof buffer, "rm %s", "1234"));
+    QCOMPARE(buffer, "rm 1234");
+}
+
+void TestShellCommand::zeroesTheBufferWhenTheTextIsTooLong()
+{
+    char buffer[8];
+    QVERIFY(!formatCommand(buffer, sizeof buffer, "rm %s", "12345"));
+    QCOMPARE(QByteArray(buffer, sizeof buffer), QByteArray(8, '\0'));
+    QVERIFY(!formatCommand(buffer, sizeof buffer, "%s %s", "1234", "567"));
+    QCOMPARE(QByteArray(buffer, sizeof buffer), QByteArray(8, '\0'));
+}
+
+QTEST_GUILESS_MAIN(TestShellCommand)
+#include "tst_shellcommand.moc"

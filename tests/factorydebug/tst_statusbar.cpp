@@ -1,0 +1,149 @@
+#include "factorydebug/statusbar.h"
+
+#include "kvwidget/kviconbutton.h"
+#include "support/testunit.h"
+#include "support/tracecapture.h"
+
+#include <QLabel>
+#include <QSignalSpy>
+#include <QtTest>
+
+class TestStatusBar : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void rightAfterConstructionOnlyExitIsVisibleAndTheTitleReadsFactory();
+    void emptyTitleIsClearedAndStillSwitchesToThePageMode();
+    void pressOnExitSendsExitAndOnReturnSendsReturn();
+    void primaryModeComesBack();
+    void secondaryTitleIsReplaced();
+    void geometries();
+    void traces();
+    void paintsItsColour();
+};
+
+namespace
+{
+
+KvIconButton *button(const StatusBar &bar, const char *id)
+{
+    const auto buttons = bar.findChildren<KvIconButton *>();
+    for (KvIconButton *candidate : buttons) {
+        if (candidate->buttonID() == QLatin1String(id)) {
+            return candidate;
+        }
+    }
+    return nullptr;
+}
+
+QLabel *title(const StatusBar &bar)
+{
+    return bar.findChild<QLabel *>();
+}
+
+} // namespace
+
+void TestStatusBar::rightAfterConstructionOnlyExitIsVisibleAndTheTitleReadsFactory()
+{
+    TestUnit unit;
+    StatusBar bar(&unit.screen());
+    bar.show();
+    QVERIFY(!button(bar, "return")->isVisible());
+    QVERIFY(button(bar, "exit")->isVisible());
+    QCOMPARE(title(bar)->text(), QStringLiteral("Factory"));
+}
+
+void TestStatusBar::emptyTitleIsClearedAndStillSwitchesToThePageMode()
+{
+    TestUnit unit;
+    StatusBar bar(&unit.screen());
+    bar.show();
+    bar.interSecondary(QString());
+    QCOMPARE(title(bar)->text(), QString());
+    QVERIFY(button(bar, "return")->isVisible());
+    QVERIFY(!button(bar, "exit")->isVisible());
+}
+
+void TestStatusBar::pressOnExitSendsExitAndOnReturnSendsReturn()
+{
+    TestUnit unit;
+    StatusBar bar(&unit.screen());
+    bar.show();
+    QSignalSpy spy(&bar, &StatusBar::buttonClicked);
+
+    unit.tap(QPoint(760, 32));
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy.takeFirst().at(0).toString(), QStringLiteral("exit"));
+    unit.tap(QPoint(40, 32));
+    QCOMPARE(spy.size(), 0);
+
+    bar.interSecondary(QStringLiteral("Page"));
+    unit.tap(QPoint(40, 32));
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(spy.takeFirst().at(0).toString(), QStringLiteral("return"));
+    unit.tap(QPoint(760, 32));
+    QCOMPARE(spy.size(), 0);
+}
+
+void TestStatusBar::primaryModeComesBack()
+{
+    TestUnit unit;
+    StatusBar bar(&unit.screen());
+    bar.show();
+    bar.interSecondary(QStringLiteral("Page"));
+    bar.interPrimary();
+    QVERIFY(!button(bar, "return")->isVisible());
+    QVERIFY(button(bar, "exit")->isVisible());
+    QCOMPARE(title(bar)->text(), QStringLiteral("Factory"));
+}
+
+void TestStatusBar::secondaryTitleIsReplaced()
+{
+    TestUnit unit;
+    StatusBar bar(&unit.screen());
+    bar.interSecondary(QStringLiteral("One"));
+    bar.interSecondary(QStringLiteral("Two"));
+    QCOMPARE(title(bar)->text(), QStringLiteral("Two"));
+    bar.interPrimary();
+    QCOMPARE(title(bar)->text(), QStringLiteral("Factory"));
+}
+
+void TestStatusBar::geometries()
+{
+    TestUnit unit;
+    StatusBar bar(&unit.screen());
+    QCOMPARE(bar.geometry(), QRect(0, 0, 800, 66));
+    QCOMPARE(button(bar, "return")->geometry(), QRect(0, 0, 80, 65));
+    QCOMPARE(button(bar, "return")->minimumSize(), QSize(80, 65));
+    QCOMPARE(button(bar, "exit")->geometry(), QRect(720, 0, 80, 65));
+    QCOMPARE(button(bar, "exit")->minimumSize(), QSize(80, 65));
+    QCOMPARE(title(bar)->geometry(), QRect(95, 0, 500, 66));
+    QCOMPARE(int(title(bar)->alignment()), 129);
+    QCOMPARE(title(bar)->styleSheet(), QStringLiteral("color:rgb(189, 189, 189);font-size:32px"));
+}
+
+void TestStatusBar::traces()
+{
+    TestUnit unit;
+    const TraceCapture capture;
+    StatusBar bar(&unit.screen());
+    bar.interSecondary(QStringLiteral("USB Test"));
+    QCOMPARE(capture.texts(), QStringList({QStringLiteral("interPrimary"),
+                                           QStringLiteral("interSecondary \"USB Test\"")}));
+    QVERIFY(capture.lines().first().contains(QLatin1String("[ statusbar.cpp : ")));
+}
+
+void TestStatusBar::paintsItsColour()
+{
+    TestUnit unit;
+    StatusBar bar(&unit.screen());
+    bar.show();
+    const QImage image = bar.grab().toImage();
+    QCOMPARE(image.pixelColor(700, 0), QColor(51, 51, 53));
+    QCOMPARE(image.pixelColor(650, 65), QColor(51, 51, 53));
+    QCOMPARE(image.pixelColor(799, 65), QColor(51, 51, 53));
+}
+
+QTEST_MAIN(TestStatusBar)
+#include "tst_statusbar.moc"
