@@ -41,8 +41,7 @@ void Clock::sleep(qint64 unitMicroseconds) const
     const qint64 nanoseconds = end.tv_nsec + duration % nanosecondsPerSecond;
     end.tv_sec += duration / nanosecondsPerSecond + nanoseconds / nanosecondsPerSecond;
     end.tv_nsec = nanoseconds % nanosecondsPerSecond;
-    while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr) == EINTR) {
-    }
+    while (clock_nanosleep(CLOCK_MONOTONIC, TIMER_ABSTIME, &end, nullptr) == EINTR) { }
 }
 
 } // namespace hardware

@@ -21,6 +21,11 @@ void Mcu::beep(int type)
     m_journal.write(QStringLiteral("mcu"), QStringLiteral("beep %1").arg(type));
 }
 
+void Mcu::setUpdateReady(bool ready)
+{
+    m_journal.write(QStringLiteral("mcu"), QStringLiteral("update ready %1").arg(int(ready)));
+}
+
 void Mcu::reboot()
 {
     m_journal.write(QStringLiteral("mcu"), QStringLiteral("reboot"));

@@ -22,6 +22,9 @@ public:
     /// Journal: mcu beep <type>.
     void beep(int type);
 
+    /// Whether an update may begin at any moment. Journal: mcu update ready <0|1>.
+    void setUpdateReady(bool ready);
+
     /// Journal: mcu reboot. Whoever plays the unit's power hears rebootRequested().
     void reboot();
 

@@ -64,6 +64,10 @@ void Settings::setValue(const QString &key, const QVariant &value)
     m_store->setValue(key, value);
     m_store->sync();
     m_journal.write(QStringLiteral("settings"), QStringLiteral("%1 = %2").arg(key, shown(value)));
+    if (m_store->status() != QSettings::NoError) {
+        m_journal.write(QStringLiteral("settings"),
+                        QStringLiteral("cannot be written to %1").arg(m_store->fileName()));
+    }
 }
 
 QStringList Settings::keys() const

@@ -17,8 +17,10 @@ public:
 
     /// Runs the command by /bin/sh and waits for its end; the result is that of system().
     /// Journal: shell <command as given>. A command that would still name a path below the host's
-    /// /dev, /sys, /proc or /media (other than /dev/null) is not run: status 126, journal:
-    /// shell refused <command>. Any thread.
+    /// /dev, /sys, /proc or /media (other than /dev/null), or the root folder above them, is not
+    /// run: exit status 126, journal: shell refused <command>. What it names is what counts, with
+    /// ".." and quotes resolved; a command that makes up a path while it runs is not seen through.
+    /// Any thread.
     int run(const QByteArray &command) const;
 
     /// The command with every path of the unit led into the unit's folder, as run() hands it to

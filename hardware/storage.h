@@ -1,5 +1,7 @@
 #pragma once
 
+#include "slottable.h"
+
 #include <QList>
 #include <QMutex>
 #include <QObject>
@@ -10,15 +12,6 @@ namespace hardware
 
 class Journal;
 class UnitFolder;
-
-/// One socket for removable storage, as a line of the table "slots.ini" describes it.
-struct StorageSlot
-{
-    QString name;      ///< "usb0"
-    int mediaType;     ///< the platform's media type
-    int controllerId;  ///< hardware controller behind the socket
-    QString mountRoot; ///< unit path of the mount point, "/media/usb0"
-};
 
 /// The unit's storage sockets. A stick is a folder: plugging makes it appear at the slot's mount
 /// root, pulling makes it vanish from there with its content kept. What is plugged in, and in
@@ -31,15 +24,18 @@ class Storage : public QObject
 public:
     Storage(const UnitFolder &folder, Journal &journal);
 
-    /// Reads "slots.ini" and mounts what was plugged in before. False with a sentence in \a error
-    /// that names the file and what is wrong with it.
+    /// Reads "slots.ini" and mounts what was plugged in before, without a signal. False with a
+    /// sentence in \a error that names the file and what is wrong with it. Journal, for each stick
+    /// of before: storage remembered <name> <mount root>, or, when it cannot be mounted any more,
+    /// storage forgotten <name>: <sentence>.
     bool open(QString *error);
 
     QList<StorageSlot> slotTable() const;
 
     /// Plugs a stick into the named slot: \a folder is a host folder, or empty for the slot's own
     /// stick ("sticks/<name>", made when missing). False with a sentence in \a error for an unknown
-    /// or occupied slot, or a missing folder. Journal: storage plug <name> <mount root>.
+    /// or occupied slot, a missing folder, or a mount root that something else is in the way of.
+    /// Journal: storage plug <name> <mount root>.
     bool plug(const QString &name, const QString &folder, QString *error);
 
     /// Pulls the stick. False with a sentence in \a error for an unknown or empty slot.
@@ -58,11 +54,26 @@ signals:
     void removed(const QString &mountRoot);
 
 private:
+    struct Stick
+    {
+        QString slot;
+        QString folder;    ///< empty for the slot's own
+        QString mountRoot; ///< where it is mounted, also when the table has changed since
+    };
+
+    bool readSticks(QList<Stick> *sticks, QString *error) const;
+    bool writeSticks(QString *error) const;
+    bool remount(const Stick &stick, QString *error);
+    bool mount(const Stick &stick, QString *error) const;
+    void unmount(const Stick &stick) const;
+    int stickIn(const QString &slot) const;
+    QString sticksFile() const;
+
     const UnitFolder &m_folder;
     Journal &m_journal;
     mutable QMutex m_mutex;
-    QList<StorageSlot> m_slots;
-    QStringList m_plugged;
+    SlotTable m_slots;
+    QList<Stick> m_sticks;
 };
 
 } // namespace hardware

@@ -12,6 +12,8 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_storage(m_folder, m_journal)
     , m_mcu(m_journal)
     , m_shell(m_folder, m_journal)
+    , m_usbPorts(m_journal)
+    , m_vendorData(m_journal)
 {
 }
 
@@ -31,7 +33,12 @@ bool Unit::open(QString *error)
         return false;
     }
     return m_settings.open(m_folder.path(QStringLiteral("/settings.ini")), error)
-        && m_storage.open(error);
+        && m_storage.open(error)
+        && m_defaults.open(m_folder.path(QStringLiteral("/defaults.ini")), error)
+        && m_usbPorts.open(m_folder.path(QStringLiteral("/usb.ini")), error)
+        && m_vendorData.open(m_folder.path(QStringLiteral("/vendor.ini")),
+                             m_folder.path(QStringLiteral("/vendor.bin")), error)
+        && m_versions.open(m_folder.path(QStringLiteral("/versions.ini")), error);
 }
 
 } // namespace hardware

@@ -1,12 +1,16 @@
 #pragma once
 
 #include "clock.h"
+#include "defaults.h"
 #include "journal.h"
 #include "mcu.h"
 #include "settings.h"
 #include "shell.h"
 #include "storage.h"
 #include "unitfolder.h"
+#include "usbports.h"
+#include "vendordata.h"
+#include "versions.h"
 
 namespace hardware
 {
@@ -29,6 +33,10 @@ public:
     Storage &storage() { return m_storage; }
     Mcu &mcu() { return m_mcu; }
     const Shell &shell() const { return m_shell; }
+    const Defaults &defaults() const { return m_defaults; }
+    UsbPorts &usbPorts() { return m_usbPorts; }
+    VendorData &vendorData() { return m_vendorData; }
+    Versions &versions() { return m_versions; }
 
 private:
     const Clock m_clock;
@@ -38,6 +46,10 @@ private:
     Storage m_storage;
     Mcu m_mcu;
     Shell m_shell;
+    Defaults m_defaults;
+    UsbPorts m_usbPorts;
+    VendorData m_vendorData;
+    Versions m_versions;
 };
 
 } // namespace hardware

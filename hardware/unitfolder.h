@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QDir>
 #include <QLockFile>
 #include <QScopedPointer>
 #include <QString>
@@ -12,24 +11,30 @@ namespace hardware
 class UnitFolder
 {
 public:
+    /// \a root is taken relative to the current folder of this moment.
     explicit UnitFolder(const QString &root);
     Q_DISABLE_COPY(UnitFolder)
 
     /// Lays out what is missing (folders, default tables, the unit's own commands), keeps what is
-    /// there, and locks the folder against a second simulator. False with a sentence in \a error
-    /// when that cannot be done.
+    /// there, and locks the folder against a second simulator until this object's end. The lock
+    /// that a dead simulator left behind is taken over. False with a sentence in \a error when
+    /// that cannot be done.
     bool open(QString *error);
 
-    /// Absolute, without a trailing slash.
+    /// Absolute, without a trailing slash; empty when none was given.
     QString root() const;
 
     /// Host path of a path of the unit: "/media/usb0" gives "<root>/media/usb0".
     QString path(const QString &unitPath) const;
 
 private:
-    bool layOut(QString *error);
+    bool isUsable(QString *error) const;
+    bool lock(QString *error);
+    bool layOut(QString *error) const;
+    bool makeFolder(const QString &unitPath, QString *error) const;
+    bool provide(const QString &unitPath, QString *error) const;
 
-    const QDir m_root;
+    const QString m_root;
     QScopedPointer<QLockFile> m_lock;
 };
 

@@ -1,5 +1,11 @@
 #pragma once
 
+#include <QByteArray>
+
+#include <ctime>
+
+struct timeval;
+
 namespace hardware
 {
 
@@ -9,7 +15,11 @@ class Unit;
 /// the whole process see the simulated unit: paths of the unit lead into its folder, every other
 /// path and call passes through untouched. For executables only: they define the C library's
 /// functions ahead of it, and the libraries that they load resolve to those definitions. One at a
-/// time; make it before any other thread uses a path of the unit.
+/// time; make it before any other thread uses a path of the unit, and end it after all of them.
+///
+/// A path of the unit that ".." leads out of the unit's folder fails with EACCES. Paths that are
+/// inside the unit's folder already, relative paths, and all paths of a thread with HostAccess
+/// pass through.
 class Gate
 {
 public:
@@ -17,6 +27,27 @@ public:
     ~Gate();
     Gate(const Gate &) = delete;
     Gate &operator=(const Gate &) = delete;
+
+    /// The living one, or null. Any thread.
+    static const Gate *current();
+
+    const Unit &unit() const { return m_unit; }
+
+    /// The unit's folder in the encoding of file names.
+    const QByteArray &root() const { return m_root; }
+
+    /// How many times as fast as the host's the unit's time runs.
+    double timeFactor() const;
+
+    /// What the unit's clock shows: the host's time when the gate was made, and from there on
+    /// timeFactor() seconds a second, never backwards.
+    timeval unitTime() const;
+
+private:
+    const Unit &m_unit;
+    const QByteArray m_root;
+    timespec m_madeAt;   // by the host's calendar
+    timespec m_madeWhen; // by its monotonic clock
 };
 
 } // namespace hardware

@@ -28,11 +28,10 @@ void kvpainting::drawImage(QPainter &painter, const QRect &area, const QPixmap &
     if (size.width() > area.width() || size.height() > area.height()) {
         size.scale(area.size(), Qt::KeepAspectRatio);
     }
-    QRect target(QPoint(), size);
-    target.moveTopLeft(area.topLeft()
-                       + QPoint(area.width() - size.width(), area.height() - size.height()) / 2);
+    const int left = area.left() + (area.width() - size.width()) / 2;
+    const int top = area.top() + (area.height() - size.height()) / 2;
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
-    painter.drawPixmap(target, image);
+    painter.drawPixmap(QRect(QPoint(left, top), size), image);
 }
 
 QFont kvpainting::fittedFont(QFont font, int largest, int smallest, const QString &text,

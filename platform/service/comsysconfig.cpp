@@ -12,8 +12,7 @@ ComSysConfig::ComSysConfig() = default;
 
 ComSysConfig *ComSysConfig::getInstance()
 {
-    static ComSysConfig instance;
-    return &instance;
+    return simlink::service<ComSysConfig>([] { return new ComSysConfig; });
 }
 
 bool ComSysConfig::getCaptureStatus() const

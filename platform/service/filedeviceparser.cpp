@@ -7,8 +7,7 @@ FileDeviceParser::FileDeviceParser() = default;
 
 FileDeviceParser *FileDeviceParser::getInstance()
 {
-    static FileDeviceParser instance;
-    return &instance;
+    return simlink::service<FileDeviceParser>([] { return new FileDeviceParser; });
 }
 
 QStringList FileDeviceParser::getMountDeviceByType(MediaType type) const

@@ -1,16 +1,22 @@
 #include "simulatedunit.h"
 
-#include <QtGlobal>
+#include "hardware/unit.h"
 
 #include <atomic>
+#include <map>
+#include <mutex>
 
 namespace simlink
 {
 
 namespace
 {
+
 std::atomic<hardware::Unit *> linkedUnit{nullptr};
-}
+std::recursive_mutex servicesMutex; // A service may be made of others.
+std::map<std::type_index, std::shared_ptr<void>> services;
+
+} // namespace
 
 SimulatedUnit::SimulatedUnit(hardware::Unit &unit)
 {
@@ -19,6 +25,8 @@ SimulatedUnit::SimulatedUnit(hardware::Unit &unit)
 
 SimulatedUnit::~SimulatedUnit()
 {
+    const std::lock_guard<std::recursive_mutex> lock(servicesMutex);
+    services.clear();
     linkedUnit = nullptr;
 }
 
@@ -29,6 +37,23 @@ hardware::Unit &unit()
         qFatal("A stand-in library was called before a simulated unit was named.");
     }
     return *linked;
+}
+
+int hostMs(int unitMs)
+{
+    const hardware::Unit *linked = linkedUnit;
+    return linked == nullptr ? unitMs : linked->clock().hostMs(unitMs);
+}
+
+void *serviceOf(std::type_index type, const std::function<std::shared_ptr<void>()> &make)
+{
+    const std::lock_guard<std::recursive_mutex> lock(servicesMutex);
+    const auto known = services.find(type);
+    if (known != services.end()) {
+        return known->second.get();
+    }
+    std::shared_ptr<void> made = make();
+    return services.emplace(type, std::move(made)).first->second.get();
 }
 
 } // namespace simlink

@@ -1,0 +1,27 @@
+#include "measurement.h"
+
+#include <algorithm>
+#include <cstdio>
+
+Summary summarise(QVector<double> values)
+{
+    std::sort(values.begin(), values.end());
+    return {values.first(), values.at(values.size() / 2), values.last()};
+}
+
+void printRow(const QString &what, const QVector<double> &values, const QString &unit)
+{
+    const Summary summary = summarise(values);
+    std::printf("%-44s min %10.3f  median %10.3f  max %10.3f  %s\n", qPrintable(what), summary.min,
+                summary.median, summary.max, qPrintable(unit));
+}
+
+void printRatio(const QString &what, const QVector<double> &values,
+                const QVector<double> &counterpart)
+{
+    QVector<double> ratios;
+    for (int index = 0; index < values.size(); ++index) {
+        ratios.append(values.at(index) / counterpart.at(index));
+    }
+    printRow(what, ratios, QStringLiteral("x"));
+}

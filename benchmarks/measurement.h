@@ -1,0 +1,22 @@
+#pragma once
+
+#include <QString>
+#include <QVector>
+
+/// The smallest, the middle and the largest of some measured values.
+struct Summary
+{
+    double min = 0;
+    double median = 0;
+    double max = 0;
+};
+
+/// \a values must not be empty.
+Summary summarise(QVector<double> values);
+
+/// Prints "<what>   min …  median …  max …  <unit>".
+void printRow(const QString &what, const QVector<double> &values, const QString &unit);
+
+/// Prints a row with the quotients of two series that were measured in turn, pair by pair.
+void printRatio(const QString &what, const QVector<double> &values,
+                const QVector<double> &counterpart);

@@ -1,0 +1,156 @@
+#include "unitfolder.h"
+
+#include <QDir>
+#include <QDirIterator>
+#include <QFile>
+#include <QFileInfo>
+
+namespace hardware
+{
+
+namespace
+{
+
+const QLatin1String unitFiles(":/unit");
+const QLatin1String commandFolder("/bin/");
+
+const QLatin1String folders[] = {
+    QLatin1String("/bin"),
+    QLatin1String("/dev"),
+    QLatin1String("/media/flash/nvm"),
+    QLatin1String("/media/flash/userdata"),
+    QLatin1String("/proc/sys/kernel"),
+    QLatin1String("/sticks"),
+    QLatin1String("/sys/devices/platform"),
+    QLatin1String("/sys/module"),
+};
+
+QString absolute(const QString &root)
+{
+    return root.isEmpty() ? QString() : QDir::cleanPath(QDir(root).absolutePath());
+}
+
+} // namespace
+
+UnitFolder::UnitFolder(const QString &root)
+    : m_root(absolute(root))
+{
+}
+
+bool UnitFolder::open(QString *error)
+{
+    return isUsable(error) && lock(error) && layOut(error);
+}
+
+QString UnitFolder::root() const
+{
+    return m_root;
+}
+
+QString UnitFolder::path(const QString &unitPath) const
+{
+    return unitPath.startsWith(QLatin1Char('/')) ? m_root + unitPath
+                                                 : m_root + QLatin1Char('/') + unitPath;
+}
+
+bool UnitFolder::isUsable(QString *error) const
+{
+    if (m_root.isEmpty()) {
+        *error = QStringLiteral("No folder is named for the unit.");
+        return false;
+    }
+    if (m_root.contains(QLatin1Char(':'))) {
+        *error = QStringLiteral("The unit's folder \"%1\" holds a colon, which separates the "
+                                "folders of a command search path.")
+                     .arg(m_root);
+        return false;
+    }
+    const QFileInfo info(m_root);
+    if (info.exists() && !info.isDir()) {
+        *error = QStringLiteral("The unit's folder \"%1\" is a file, not a folder.").arg(m_root);
+        return false;
+    }
+    if (!QDir().mkpath(m_root)) {
+        *error = QStringLiteral("The unit's folder \"%1\" cannot be made.").arg(m_root);
+        return false;
+    }
+    if (QDir(m_root).canonicalPath() == QLatin1String("/")) {
+        *error = QStringLiteral("The unit's folder \"%1\" is the host's root, whose devices and "
+                                "media are real.")
+                     .arg(m_root);
+        return false;
+    }
+    return true;
+}
+
+bool UnitFolder::lock(QString *error)
+{
+    if (m_lock && m_lock->isLocked()) {
+        return true;
+    }
+    m_lock.reset(new QLockFile(path(QStringLiteral("/lock"))));
+    m_lock->setStaleLockTime(0);
+    if (m_lock->tryLock()) {
+        return true;
+    }
+    if (m_lock->error() != QLockFile::LockFailedError) {
+        *error = QStringLiteral("The unit's folder \"%1\" is not writable.").arg(m_root);
+        return false;
+    }
+    qint64 processId = 0;
+    QString host;
+    QString program;
+    m_lock->getLockInfo(&processId, &host, &program);
+    *error = QStringLiteral("The unit's folder \"%1\" is in use by %2, process %3 on %4.")
+                 .arg(m_root, program)
+                 .arg(processId)
+                 .arg(host);
+    return false;
+}
+
+bool UnitFolder::layOut(QString *error) const
+{
+    for (const QLatin1String &folder : folders) {
+        if (!makeFolder(folder, error)) {
+            return false;
+        }
+    }
+    QDirIterator files(unitFiles, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        if (!provide(files.next().mid(unitFiles.size()), error)) {
+            return false;
+        }
+    }
+    return true;
+}
+
+bool UnitFolder::makeFolder(const QString &unitPath, QString *error) const
+{
+    if (QDir().mkpath(path(unitPath))) {
+        return true;
+    }
+    *error = QStringLiteral("The folder \"%1\" of the unit cannot be made.").arg(path(unitPath));
+    return false;
+}
+
+bool UnitFolder::provide(const QString &unitPath, QString *error) const
+{
+    QFile file(path(unitPath));
+    if (file.exists()) {
+        return true;
+    }
+    // Resources are read-only; the files that come from them are the user's to edit.
+    QFileDevice::Permissions permissions = QFileDevice::ReadOwner | QFileDevice::WriteOwner
+        | QFileDevice::ReadGroup | QFileDevice::ReadOther;
+    if (unitPath.startsWith(commandFolder)) {
+        permissions |= QFileDevice::ExeOwner | QFileDevice::ExeGroup | QFileDevice::ExeOther;
+    }
+    if (makeFolder(unitPath.left(unitPath.lastIndexOf(QLatin1Char('/'))), error)
+        && QFile::copy(unitFiles + unitPath, file.fileName()) && file.setPermissions(permissions)) {
+        return true;
+    }
+    *error = QStringLiteral("The file \"%1\" of the unit cannot be written.").arg(file.fileName());
+    return false;
+}
+
+} // namespace hardware

@@ -1,0 +1,62 @@
+#pragma once
+
+#include <QByteArray>
+#include <QList>
+#include <QMutex>
+#include <QString>
+
+namespace hardware
+{
+
+class Journal;
+
+/// A place in the vendor data, as a section of the table "vendor.ini" describes it.
+struct VendorItem
+{
+    QString name;
+    int position; ///< the platform's number for the item
+    int offset;   ///< in bytes from the beginning
+    int length;   ///< in bytes
+};
+
+/// The unit's vendor data: a memory of 4096 bytes, kept in "vendor.bin", with a table of what lies
+/// where. Thread-safe.
+class VendorData
+{
+public:
+    static const int size = 4096;
+
+    explicit VendorData(Journal &journal);
+    Q_DISABLE_COPY(VendorData)
+
+    /// Reads the table and makes the memory when there is none. False with a sentence in \a error
+    /// that names the file and what is wrong with it.
+    bool open(const QString &table, const QString &memory, QString *error);
+
+    /// Looks a position up; false, and nothing is changed, for a position that the table does not
+    /// name or while look-ups are refused. Journal: vendor refused position <position>.
+    bool find(int position, int *offset, int *length) const;
+
+    /// Writes at that offset; false, and nothing is written, outside the memory or while writes are
+    /// refused. Journal: vendor write <offset> <bytes in hexadecimal>, or vendor refused write.
+    bool write(int offset, const QByteArray &data);
+
+    /// The bytes of an item; empty for a position that the table does not name.
+    QByteArray item(int position) const;
+
+    /// Faults: from now on look-ups, or writes, fail.
+    void refuseLookUps(bool refuse);
+    void refuseWrites(bool refuse);
+
+private:
+    const VendorItem *itemAt(int position) const;
+
+    Journal &m_journal;
+    mutable QMutex m_mutex;
+    QList<VendorItem> m_items;
+    QString m_memory;
+    bool m_lookUpsRefused = false;
+    bool m_writesRefused = false;
+};
+
+} // namespace hardware

@@ -1,0 +1,31 @@
+#include "cgpsmodule.h"
+
+#include "hardware/unit.h"
+#include "simlink/simulatedunit.h"
+
+namespace
+{
+
+void journal(const QString &text)
+{
+    simlink::unit().journal().write(QStringLiteral("gps"), text);
+}
+
+} // namespace
+
+CGpsModule::CGpsModule() = default;
+
+CGpsModule *CGpsModule::getInstance()
+{
+    return simlink::service<CGpsModule>([] { return new CGpsModule; });
+}
+
+void CGpsModule::stopWork()
+{
+    journal(QStringLiteral("service stopped"));
+}
+
+void CGpsModule::clearGpsConfig()
+{
+    journal(QStringLiteral("configuration cleared"));
+}

@@ -1,0 +1,112 @@
+#include "bezel.h"
+
+#include "colors.h"
+#include "hardkey.h"
+#include "screen.h"
+
+#include <QBackingStore>
+#include <QEvent>
+#include <QPainter>
+
+namespace simulator
+{
+
+namespace
+{
+const QSize windowSize(880, 612);
+const QPoint screenPosition(40, 36);
+const QRect keyStrip(40, 516, 800, 96);
+const int keyGap = 20;
+const QColor frameTop(43, 45, 48);
+const QColor frameBottom(25, 26, 28);
+} // namespace
+
+Bezel::Bezel()
+    : m_screen(new Screen(this))
+    , m_homeKey(new HardKey(tr("HOME"), this))
+    , m_factoryKey(new HardKey(tr("FACTORY"), this))
+{
+    setWindowTitle(tr("Simulated head unit"));
+    setFixedSize(windowSize);
+    setAttribute(Qt::WA_OpaquePaintEvent);
+    m_screen->move(screenPosition);
+    const int keyTop = keyStrip.center().y() - m_homeKey->height() / 2;
+    m_homeKey->move(width() / 2 - keyGap / 2 - m_homeKey->width(), keyTop);
+    m_factoryKey->move(width() / 2 + keyGap / 2, keyTop);
+}
+
+Screen &Bezel::screen()
+{
+    return *m_screen;
+}
+
+HardKey &Bezel::homeKey()
+{
+    return *m_homeKey;
+}
+
+HardKey &Bezel::factoryKey()
+{
+    return *m_factoryKey;
+}
+
+QImage Bezel::lastFrame() const
+{
+    QMutexLocker locker(&m_frameMutex);
+    return m_frame;
+}
+
+QRect Bezel::screenRect() const
+{
+    return m_screen->geometry();
+}
+
+bool Bezel::event(QEvent *event)
+{
+    const bool handled = QWidget::event(event);
+    // Qt paints a window and its children in answer to this event, be it posted by update() or
+    // sent by repaint().
+    if (event->type() == QEvent::UpdateRequest) {
+        keepFrame();
+    }
+    return handled;
+}
+
+void Bezel::paintEvent(QPaintEvent *)
+{
+    QLinearGradient frame(0, 0, 0, height());
+    frame.setColorAt(0, frameTop);
+    frame.setColorAt(1, frameBottom);
+
+    QPainter painter(this);
+    painter.fillRect(rect(), frame);
+    painter.setRenderHint(QPainter::Antialiasing);
+    painter.setPen(QPen(QColor(64, 67, 71), 1));
+    painter.setBrush(Qt::black);
+    painter.drawRoundedRect(QRectF(screenRect()).adjusted(-7.5, -7.5, 7.5, 7.5), 6, 6);
+
+    painter.setPen(Qt::NoPen);
+    painter.setBrush(colors::accent);
+    painter.drawEllipse(QPointF(keyStrip.left() + 5, keyStrip.center().y() + 0.5), 4, 4);
+    painter.setPen(colors::dimmedText);
+    QFont labelFont = font();
+    labelFont.setPixelSize(15);
+    painter.setFont(labelFont);
+    painter.drawText(keyStrip.adjusted(20, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
+                     tr("Simulated head unit"));
+}
+
+void Bezel::keepFrame()
+{
+    QBackingStore *store = backingStore();
+    const auto *image
+        = store == nullptr ? nullptr : dynamic_cast<const QImage *>(store->paintDevice());
+    if (image != nullptr) {
+        // The window system may own the image's bytes, so they are not shared.
+        const QImage frame = image->copy();
+        QMutexLocker locker(&m_frameMutex);
+        m_frame = frame;
+    }
+}
+
+} // namespace simulator

@@ -1,0 +1,47 @@
+#pragma once
+
+#include <QImage>
+#include <QMutex>
+#include <QWidget>
+
+namespace simulator
+{
+
+class HardKey;
+class Screen;
+
+/// The window of the simulated unit: its screen in a plain frame with the hard keys HOME and
+/// FACTORY, which are no part of the screen.
+class Bezel : public QWidget
+{
+    Q_OBJECT
+
+public:
+    Bezel();
+
+    Screen &screen();
+    HardKey &homeKey();
+    HardKey &factoryKey();
+
+    /// What the window showed when it was last painted, with nothing that was asked for but not
+    /// painted yet. Any thread, also while the graphical thread is blocked.
+    QImage lastFrame() const;
+
+    /// Where the screen lies in such a frame.
+    QRect screenRect() const;
+
+protected:
+    bool event(QEvent *event) override;
+    void paintEvent(QPaintEvent *event) override;
+
+private:
+    void keepFrame();
+
+    Screen *m_screen;
+    HardKey *m_homeKey;
+    HardKey *m_factoryKey;
+    mutable QMutex m_frameMutex;
+    QImage m_frame;
+};
+
+} // namespace simulator

@@ -1,0 +1,12 @@
+#pragma once
+
+namespace simulator
+{
+
+class Console;
+class Simulator;
+
+/// The unit's settings store.
+void addSettingCommands(Console &console, Simulator &simulator);
+
+} // namespace simulator

@@ -1,0 +1,178 @@
+#include "simulator.h"
+
+#include "hardkey.h"
+#include "homescreen.h"
+#include "screen.h"
+
+#include "hardware/unit.h"
+#include "kvappframework/screenlayer.h"
+#include "kvappframework/simactivitymanager.h"
+#include "kvappframework/simmodulemanager.h"
+#include "service/simmediaplaymodule.h"
+
+#include <QCoreApplication>
+#include <QTimer>
+
+using namespace kvappframework;
+
+namespace simulator
+{
+
+namespace
+{
+const int bootMs = 2000;
+}
+
+Simulator::Simulator(hardware::Unit &unit, const QString &plugin)
+    : m_unit(unit)
+    , m_plugin(plugin)
+    , m_link(unit)
+    , m_traceJournal(unit.journal())
+    , m_framework(&m_bezel.screen())
+    , m_adopter(&m_bezel, new ScreenLayer(&m_bezel.screen()))
+    , m_loader(m_framework.activities())
+    , m_finger(m_bezel)
+    , m_screenReader(m_bezel.screen())
+{
+    m_framework.modules().add(QStringLiteral("mediaplay"),
+                              QSharedPointer<SimMediaplayModule>::create());
+    m_framework.activities().add(&m_usb);
+
+    HomeScreen &homeScreen = m_bezel.screen().homeScreen();
+    homeScreen.setSlots(unit.storage().slotTable());
+    showStorage();
+    connect(&unit.storage(), &hardware::Storage::mounted, this, &Simulator::showStorage);
+    connect(&unit.storage(), &hardware::Storage::removed, this, &Simulator::showStorage);
+
+    connect(&m_framework.activities(), &SimActivityManager::activityStarted, this,
+            &Simulator::showOrHideHomeScreen);
+    connect(&m_framework.activities(), &SimActivityManager::activityClosed, this,
+            &Simulator::showOrHideHomeScreen);
+    connect(&m_bezel.homeKey(), &HardKey::clicked, this, &Simulator::goHome);
+    connect(&m_bezel.factoryKey(), &HardKey::clicked, this, &Simulator::requestFactoryMenu);
+    // Whoever asks for it is part of what goes down.
+    connect(&unit.mcu(), &hardware::Mcu::rebootRequested, this, &Simulator::reboot,
+            Qt::QueuedConnection);
+}
+
+Simulator::~Simulator()
+{
+    endActivities();
+    m_framework.activities().remove(&m_usb);
+}
+
+bool Simulator::start(QString *error)
+{
+    if (!m_loader.load(m_plugin, error)) {
+        return false;
+    }
+    m_bezel.show();
+    journal(QStringLiteral("unit"), QStringLiteral("booted"));
+    return true;
+}
+
+hardware::Unit &Simulator::unit()
+{
+    return m_unit;
+}
+
+GraphicalThread &Simulator::graphicalThread()
+{
+    return m_graphicalThread;
+}
+
+Bezel &Simulator::bezel()
+{
+    return m_bezel;
+}
+
+Finger &Simulator::finger()
+{
+    return m_finger;
+}
+
+const ScreenReader &Simulator::screenReader() const
+{
+    return m_screenReader;
+}
+
+void Simulator::goHome()
+{
+    if (m_bezel.screen().isBooting()) {
+        return;
+    }
+    journal(QStringLiteral("key"), QStringLiteral("HOME"));
+    m_framework.activities().closeTopActivity();
+    // An activity may still use its pages while it closes, from the event loop.
+    QMetaObject::invokeMethod(
+        this, [this] { m_adopter.deletePages(); }, Qt::QueuedConnection);
+}
+
+void Simulator::requestFactoryMenu()
+{
+    if (m_bezel.screen().isBooting()) {
+        return;
+    }
+    journal(QStringLiteral("key"), QStringLiteral("FACTORY"));
+    m_framework.requestFactoryDebug();
+}
+
+void Simulator::reboot()
+{
+    if (m_bezel.screen().isBooting()) {
+        return;
+    }
+    journal(QStringLiteral("unit"), QStringLiteral("reboot"));
+    const QStringList running = m_framework.activities().running();
+    const QString activity = running.value(running.size() - 1);
+    const int argument = m_framework.activities().argument(activity);
+    m_bezel.screen().setBooting(true);
+    endActivities();
+    QTimer::singleShot(m_unit.clock().hostMs(bootMs), this,
+                       [this, activity, argument] { boot(activity, argument); });
+}
+
+void Simulator::endActivities()
+{
+    m_framework.activities().closeAll();
+    m_adopter.deletePages();
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    m_loader.unload();
+}
+
+void Simulator::boot(const QString &activity, int argument)
+{
+    QString error;
+    if (!m_loader.load(m_plugin, &error)) {
+        qWarning("%s", qUtf8Printable(error));
+    }
+    if (!activity.isEmpty()) {
+        m_framework.activities().startActivity(activity, argument);
+    }
+    // The start is carried out from the event loop, behind the boot screen.
+    QMetaObject::invokeMethod(this, &Simulator::finishReboot, Qt::QueuedConnection);
+}
+
+void Simulator::finishReboot()
+{
+    m_bezel.screen().setBooting(false);
+    journal(QStringLiteral("unit"), QStringLiteral("booted"));
+}
+
+void Simulator::showStorage()
+{
+    m_bezel.screen().homeScreen().setPlugged(m_unit.storage().mountRoots());
+}
+
+void Simulator::showOrHideHomeScreen()
+{
+    // Under an activity it would be painted for nothing.
+    m_bezel.screen().homeScreen().setVisible(m_framework.activities().running().isEmpty());
+}
+
+void Simulator::journal(const QString &source, const QString &text)
+{
+    m_unit.journal().write(source, text);
+}
+
+} // namespace simulator

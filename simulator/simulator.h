@@ -1,0 +1,71 @@
+#pragma once
+
+#include "activityloader.h"
+#include "bezel.h"
+#include "finger.h"
+#include "graphicalthread.h"
+#include "screenreader.h"
+#include "topleveladopter.h"
+#include "tracejournal.h"
+#include "usbactivity.h"
+
+#include "kvappframework/frameworkhost.h"
+#include "simlink/simulatedunit.h"
+
+#include <QObject>
+
+namespace hardware
+{
+class Unit;
+}
+
+namespace simulator
+{
+
+/// The simulated head unit as a whole: its window, the framework's process with the plug-in in it,
+/// and its power. Graphical thread only, but for the members that say otherwise.
+class Simulator : public QObject
+{
+    Q_OBJECT
+
+public:
+    /// \a unit must be open, and outlive the simulator.
+    Simulator(hardware::Unit &unit, const QString &plugin);
+    ~Simulator() override;
+
+    /// Loads the plug-in and shows the window. False with one sentence in \a error when the
+    /// plug-in cannot be used.
+    bool start(QString *error);
+
+    hardware::Unit &unit();
+    GraphicalThread &graphicalThread();
+    Bezel &bezel();
+    Finger &finger();
+    const ScreenReader &screenReader() const;
+
+private:
+    void goHome();
+    void requestFactoryMenu();
+    void reboot();
+    void finishReboot();
+    void endActivities();
+    void boot(const QString &activity, int argument);
+    void showStorage();
+    void showOrHideHomeScreen();
+    void journal(const QString &source, const QString &text);
+
+    hardware::Unit &m_unit;
+    const QString m_plugin;
+    simlink::SimulatedUnit m_link;
+    TraceJournal m_traceJournal;
+    GraphicalThread m_graphicalThread;
+    Bezel m_bezel;
+    kvappframework::FrameworkHost m_framework;
+    TopLevelAdopter m_adopter;
+    UsbActivity m_usb;
+    ActivityLoader m_loader;
+    Finger m_finger;
+    ScreenReader m_screenReader;
+};
+
+} // namespace simulator

@@ -1,0 +1,248 @@
+#include "kvwidget/kvhorstrbutton.h"
+
+#include "touchscreen.h"
+
+#include <QPointer>
+#include <QtTest>
+
+namespace
+{
+
+// As on the panel page: the button is larger than its image of 56 x 56.
+const QRect place(100, 100, 103, 60);
+const QRect imagePlace(123, 102, 56, 56);
+const QPoint onButton(101, 101);
+const QPoint besideButton(50, 50);
+const QPoint onImage = imagePlace.topLeft();
+
+const QColor normalColor(0, 0, 255);
+const QColor pressColor(255, 0, 0);
+const QColor disableColor(255, 255, 0);
+
+class Button : public KvHorStrButton
+{
+public:
+    explicit Button(QWidget *parent = nullptr)
+        : KvHorStrButton(parent)
+    {
+        setGeometry(place);
+        setButtonId("bridec");
+        setNormalPixmap(plain(imagePlace.size(), normalColor));
+        setPressPixmap(plain(imagePlace.size(), pressColor));
+        connect(this, &KvHorStrButton::clicked, this, [this](const QString &id) { heard << id; });
+    }
+
+    QStringList heard;
+};
+
+} // namespace
+
+class TestKvHorStrButton : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void clickedWhenLiftedInside();
+    void silentWhenLiftedOutside();
+    void slotDeletesButton();
+    void imageIsCentredAndNeverDistorted_data();
+    void imageIsCentredAndNeverDistorted();
+    void normalImageStaysWithoutPressedOne();
+    void disabled_data();
+    void disabled();
+    void displayString();
+    void displayStringTakesFontAndColorOfTheWidget();
+    void takesImageSize();
+    void settersAreSilentAndRepaint_data();
+    void settersAreSilentAndRepaint();
+    void styleSheetPaints();
+};
+
+void TestKvHorStrButton::clickedWhenLiftedInside()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    QVERIFY(screen.turnOn());
+    // The whole button takes touches, not only its image.
+    screen.fingerDown(onButton);
+    QCOMPARE(screen.colorAt(onImage), pressColor);
+    QCOMPARE(button.heard, QStringList());
+    screen.fingerUp(place.bottomRight());
+    QCOMPARE(screen.colorAt(onImage), normalColor);
+    QCOMPARE(button.heard, QStringList{"bridec"});
+}
+
+void TestKvHorStrButton::silentWhenLiftedOutside()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    QVERIFY(screen.turnOn());
+    screen.fingerDown(onButton);
+    screen.fingerTo(besideButton);
+    QCOMPARE(screen.colorAt(onImage), normalColor);
+    screen.fingerUp(besideButton);
+    QCOMPARE(button.heard, QStringList());
+}
+
+void TestKvHorStrButton::slotDeletesButton()
+{
+    TouchScreen screen;
+    const QPointer<Button> button(new Button(&screen));
+    connect(button, &KvHorStrButton::clicked, &screen, [&] { delete button; });
+    QVERIFY(screen.turnOn());
+    screen.tap(onButton);
+    QVERIFY(button.isNull());
+}
+
+void TestKvHorStrButton::imageIsCentredAndNeverDistorted_data()
+{
+    QTest::addColumn<QSize>("size");
+    QTest::addColumn<QRect>("drawn");
+    QTest::newRow("panel page") << QSize(103, 60) << QRect(123, 102, 56, 56);
+    QTest::newRow("key light page") << QSize(82, 60) << QRect(113, 102, 56, 56);
+    QTest::newRow("image's own size") << QSize(56, 56) << QRect(100, 100, 56, 56);
+    QTest::newRow("far larger") << QSize(156, 256) << QRect(150, 200, 56, 56);
+    // 56 x 56 into 28 x 60: halved.
+    QTest::newRow("narrower") << QSize(28, 60) << QRect(100, 116, 28, 28);
+}
+
+void TestKvHorStrButton::imageIsCentredAndNeverDistorted()
+{
+    QFETCH(QSize, size);
+    QFETCH(QRect, drawn);
+    TouchScreen screen;
+    Button button(&screen);
+    button.resize(size);
+    QVERIFY(screen.turnOn());
+    QCOMPARE(screen.inkIn(screen.rect(), Qt::black), drawn);
+}
+
+void TestKvHorStrButton::normalImageStaysWithoutPressedOne()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    button.setPressPixmap(QPixmap());
+    QVERIFY(screen.turnOn());
+    screen.fingerDown(onButton);
+    QCOMPARE(screen.colorAt(onImage), normalColor);
+    screen.fingerUp(onButton);
+}
+
+void TestKvHorStrButton::disabled_data()
+{
+    QTest::addColumn<bool>("hasImage");
+    QTest::newRow("with its image") << true;
+    QTest::newRow("without") << false;
+}
+
+void TestKvHorStrButton::disabled()
+{
+    QFETCH(bool, hasImage);
+    TouchScreen screen;
+    Button button(&screen);
+    if (hasImage) {
+        button.setDisablePixmap(plain(imagePlace.size(), disableColor));
+    }
+    QVERIFY(screen.turnOn());
+    QCOMPARE(screen.colorAt(onImage), normalColor);
+    button.setEnabled(false);
+    const QColor seen = screen.colorAt(onImage);
+    if (hasImage) {
+        QCOMPARE(seen, disableColor);
+    } else {
+        QVERIFY(seen.red() == 0 && seen.blue() > 50 && seen.blue() < 150);
+    }
+    screen.fingerDown(onButton);
+    QCOMPARE(screen.colorAt(onImage), seen);
+    screen.fingerUp(onButton);
+    QCOMPARE(button.heard, QStringList());
+    QCOMPARE(screen.touches(), 0);
+}
+
+void TestKvHorStrButton::displayString()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    QVERIFY(screen.turnOn());
+    QVERIFY(screen.inkIn(imagePlace, normalColor).isNull());
+    button.setDisplayString("HH");
+    const QRect ink = screen.inkIn(imagePlace, normalColor);
+    QVERIFY(!ink.isNull());
+    QVERIFY(qAbs(ink.center().x() - imagePlace.center().x()) <= 2);
+    QVERIFY(qAbs(ink.center().y() - imagePlace.center().y()) <= 3);
+
+    button.setNormalPixmap(plain(place.size(), normalColor));
+    button.setDisplayString(QString("H").repeated(14));
+    QVERIFY(place.adjusted(2, 2, -2, -2).contains(screen.inkIn(place, normalColor)));
+}
+
+void TestKvHorStrButton::displayStringTakesFontAndColorOfTheWidget()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    button.setStyleSheet("font: 40px; color: rgb(10, 200, 30);");
+    button.setDisplayString(QString(QChar(0x2588)));
+    QVERIFY(screen.turnOn());
+    QCOMPARE(screen.colorAt(place.center()), QColor(10, 200, 30));
+    button.setEnabled(false);
+    const int dimmed = screen.colorAt(place.center()).green();
+    QVERIFY2(dimmed >= 90 && dimmed <= 150, qPrintable(QString::number(dimmed)));
+}
+
+void TestKvHorStrButton::takesImageSize()
+{
+    KvHorStrButton button;
+    button.setGeometry(QRect(30, 40, 0, 20));
+    button.setNormalPixmap(plain(QSize(56, 56), normalColor));
+    QCOMPARE(button.sizeHint(), QSize(56, 56));
+    QCOMPARE(button.geometry(), QRect(30, 40, 56, 56));
+}
+
+void TestKvHorStrButton::settersAreSilentAndRepaint_data()
+{
+    QTest::addColumn<QByteArray>("property");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<bool>("seen");
+    const QVariant image = plain(QSize(9, 9), pressColor);
+    QTest::newRow("buttonId") << QByteArray("buttonId") << QVariant("briinc") << false;
+    QTest::newRow("displayString") << QByteArray("displayString") << QVariant("text") << true;
+    QTest::newRow("normalPixmap") << QByteArray("normalPixmap") << image << true;
+    QTest::newRow("pressPixmap") << QByteArray("pressPixmap") << image << true;
+    QTest::newRow("disablePixmap") << QByteArray("disablePixmap") << image << true;
+}
+
+void TestKvHorStrButton::settersAreSilentAndRepaint()
+{
+    QFETCH(QByteArray, property);
+    QFETCH(QVariant, value);
+    QFETCH(bool, seen);
+    TouchScreen screen;
+    Button button(&screen);
+    QVERIFY(screen.turnOn());
+    bool declared = false;
+    const bool painted =
+        repaintsAfter(button, [&] { declared = button.setProperty(property, value); });
+    QVERIFY(declared);
+    QVERIFY(painted || !seen);
+    const QVariant kept = button.property(property);
+    if (value.userType() == QMetaType::QPixmap) {
+        QCOMPARE(kept.value<QPixmap>().size(), QSize(9, 9));
+    } else {
+        QCOMPARE(kept, value);
+    }
+    QCOMPARE(button.heard, QStringList());
+}
+
+void TestKvHorStrButton::styleSheetPaints()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    button.setObjectName("decreaseRed");
+    button.setStyleSheet("#decreaseRed{\nbackground-color: rgb(10, 20, 30);\n}");
+    QVERIFY(screen.turnOn());
+    QCOMPARE(screen.colorAt(onButton), QColor(10, 20, 30));
+    QCOMPARE(screen.colorAt(onImage), normalColor);
+}
+
+QTEST_MAIN(TestKvHorStrButton)
+#include "tst_kvhorstrbutton.moc"

@@ -1,0 +1,261 @@
+#include "kvwidget/kvlockbutton.h"
+
+#include "kvwidget/kviconbutton.h"
+#include "touchscreen.h"
+
+#include <QPointer>
+#include <QtTest>
+
+namespace
+{
+
+const QRect place(100, 100, 210, 60);
+const QPoint onButton = place.center();
+const QPoint besideButton(50, 50);
+const QPoint faceCorner = place.topLeft() + QPoint(2, 2);
+
+const QColor normalColor(0, 0, 255);
+const QColor pressColor(255, 0, 0);
+
+class Button : public KvLockButton
+{
+public:
+    explicit Button(QWidget *parent = nullptr)
+        : KvLockButton(parent)
+    {
+        setGeometry(place);
+        setButtonID("C_TCP");
+        setNormalImage(plain(place.size(), normalColor));
+        setPressImage(plain(place.size(), pressColor));
+        connect(this, &KvLockButton::btnReleased, this, [this](const QString &id) {
+            heard << id;
+            downWhenHeard = isDown();
+        });
+    }
+
+    QStringList heard;
+    bool downWhenHeard = false;
+};
+
+} // namespace
+
+class TestKvLockButton : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void pressLatches();
+    void pressWhileDownStaysDownAndTells();
+    void liftOutsideChangesNothing_data();
+    void liftOutsideChangesNothing();
+    void interruptedPressChangesNothing_data();
+    void interruptedPressChangesNothing();
+    void setIsDownIsSilent();
+    void otherButtonMayBeReleasedBySlot();
+    void slotDeletesButton();
+    void disabledRefuses();
+    void showModes_data();
+    void showModes();
+    void takesImageSize();
+    void propertiesForForms();
+    void styleSheetPaints();
+};
+
+void TestKvLockButton::pressLatches()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    QVERIFY(screen.turnOn());
+    QVERIFY(!button.isDown());
+    QCOMPARE(screen.colorAt(faceCorner), normalColor);
+    screen.fingerDown(onButton);
+    QVERIFY(button.isDown());
+    QCOMPARE(screen.colorAt(faceCorner), pressColor);
+    QCOMPARE(button.heard, QStringList());
+    screen.fingerUp(onButton);
+    QVERIFY(button.isDown());
+    QVERIFY(button.downWhenHeard);
+    QCOMPARE(screen.colorAt(faceCorner), pressColor);
+    QCOMPARE(button.heard, QStringList{"C_TCP"});
+}
+
+void TestKvLockButton::pressWhileDownStaysDownAndTells()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    QVERIFY(screen.turnOn());
+    screen.tap(onButton);
+    screen.tap(onButton);
+    QVERIFY(button.isDown());
+    QCOMPARE(screen.colorAt(faceCorner), pressColor);
+    QCOMPARE(button.heard, (QStringList{"C_TCP", "C_TCP"}));
+}
+
+void TestKvLockButton::liftOutsideChangesNothing_data()
+{
+    QTest::addColumn<bool>("down");
+    QTest::newRow("was up") << false;
+    QTest::newRow("was down") << true;
+}
+
+void TestKvLockButton::liftOutsideChangesNothing()
+{
+    QFETCH(bool, down);
+    TouchScreen screen;
+    Button button(&screen);
+    button.setIsDown(down);
+    QVERIFY(screen.turnOn());
+    screen.fingerDown(onButton);
+    QVERIFY(button.isDown());
+    screen.fingerTo(besideButton);
+    QCOMPARE(button.isDown(), down);
+    QCOMPARE(screen.colorAt(faceCorner), down ? pressColor : normalColor);
+    screen.fingerUp(besideButton);
+    QCOMPARE(button.isDown(), down);
+    QCOMPARE(screen.colorAt(faceCorner), down ? pressColor : normalColor);
+    QCOMPARE(button.heard, QStringList());
+}
+
+void TestKvLockButton::interruptedPressChangesNothing_data()
+{
+    QTest::addColumn<bool>("byHiding");
+    QTest::newRow("hidden") << true;
+    QTest::newRow("disabled") << false;
+}
+
+void TestKvLockButton::interruptedPressChangesNothing()
+{
+    QFETCH(bool, byHiding);
+    TouchScreen screen;
+    Button button(&screen);
+    QVERIFY(screen.turnOn());
+    screen.fingerDown(onButton);
+    byHiding ? button.hide() : button.setEnabled(false);
+    QVERIFY(!button.isDown());
+    byHiding ? button.show() : button.setEnabled(true);
+    screen.fingerUp(onButton);
+    QVERIFY(!button.isDown());
+    QCOMPARE(button.heard, QStringList());
+}
+
+void TestKvLockButton::setIsDownIsSilent()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    QVERIFY(screen.turnOn());
+    QVERIFY(repaintsAfter(button, [&] { button.setIsDown(true); }));
+    QVERIFY(button.isDown());
+    QCOMPARE(screen.colorAt(faceCorner), pressColor);
+    QVERIFY(repaintsAfter(button, [&] { button.setIsDown(false); }));
+    QVERIFY(!button.isDown());
+    QCOMPARE(screen.colorAt(faceCorner), normalColor);
+    QCOMPARE(button.heard, QStringList());
+}
+
+void TestKvLockButton::otherButtonMayBeReleasedBySlot()
+{
+    TouchScreen screen;
+    Button first(&screen);
+    Button second(&screen);
+    second.move(100, 200);
+    connect(&first, &KvLockButton::btnReleased, &second, [&] { second.setIsDown(false); });
+    connect(&second, &KvLockButton::btnReleased, &first, [&] { first.setIsDown(false); });
+    QVERIFY(screen.turnOn());
+    screen.tap(onButton);
+    QVERIFY(first.isDown() && !second.isDown());
+    screen.tap(second.geometry().center());
+    QVERIFY(!first.isDown() && second.isDown());
+}
+
+void TestKvLockButton::slotDeletesButton()
+{
+    TouchScreen screen;
+    const QPointer<Button> button(new Button(&screen));
+    connect(button, &KvLockButton::btnReleased, &screen, [&] { delete button; });
+    QVERIFY(screen.turnOn());
+    screen.tap(onButton);
+    QVERIFY(button.isNull());
+}
+
+void TestKvLockButton::disabledRefuses()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    button.setEnabled(false);
+    QVERIFY(screen.turnOn());
+    const QColor dimmed = screen.colorAt(faceCorner);
+    QVERIFY(dimmed.blue() > 50 && dimmed.blue() < 150);
+    screen.tap(onButton);
+    QVERIFY(!button.isDown());
+    QCOMPARE(button.heard, QStringList());
+    QCOMPARE(screen.colorAt(faceCorner), dimmed);
+}
+
+void TestKvLockButton::showModes_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<bool>("textSeen");
+    QTest::newRow("none set") << -1 << false;
+    QTest::newRow("image") << int(KvIconButton::ShowImage) << false;
+    QTest::newRow("image and text") << int(KvIconButton::ShowImageText) << true;
+}
+
+void TestKvLockButton::showModes()
+{
+    QFETCH(int, mode);
+    QFETCH(bool, textSeen);
+    TouchScreen screen;
+    Button button(&screen);
+    button.setDisplayText("UDP 100");
+    button.setTextSize(24);
+    if (mode >= 0) {
+        button.setShowMode(KvLockButton::ShowMode(mode));
+    }
+    QVERIFY(screen.turnOn());
+    QCOMPARE(screen.colorAt(faceCorner), normalColor);
+    QCOMPARE(!screen.inkIn(place, normalColor).isNull(), textSeen);
+    button.setIsDown(true);
+    QCOMPARE(screen.colorAt(faceCorner), pressColor);
+    QCOMPARE(!screen.inkIn(place, pressColor).isNull(), textSeen);
+}
+
+void TestKvLockButton::takesImageSize()
+{
+    KvLockButton button;
+    button.setGeometry(QRect(30, 40, 0, 0));
+    button.setNormalImage(plain(QSize(140, 60), normalColor));
+    QCOMPARE(button.sizeHint(), QSize(140, 60));
+    QCOMPARE(button.geometry(), QRect(30, 40, 140, 60));
+}
+
+void TestKvLockButton::propertiesForForms()
+{
+    KvLockButton button;
+    QVERIFY(button.setProperty("buttonID", "S_STOP"));
+    QCOMPARE(button.buttonID(), QString("S_STOP"));
+    QVERIFY(button.setProperty("isDown", true));
+    QCOMPARE(button.isDown(), true);
+    QVERIFY(button.setProperty("displayText", "Stop"));
+    QCOMPARE(button.displayText(), QString("Stop"));
+    QVERIFY(button.setProperty("textSize", 24));
+    QCOMPARE(button.textSize(), 24);
+    QVERIFY(button.setProperty("showMode", 1));
+    QCOMPARE(button.showMode(), KvLockButton::ShowImageText);
+    QVERIFY(button.setProperty("normalImage", plain(QSize(1, 2), Qt::red)));
+    QCOMPARE(button.normalImage().size(), QSize(1, 2));
+    QVERIFY(button.setProperty("pressImage", plain(QSize(3, 4), Qt::red)));
+    QCOMPARE(button.pressImage().size(), QSize(3, 4));
+}
+
+void TestKvLockButton::styleSheetPaints()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    button.setNormalImage(plain(QSize(10, 10), normalColor));
+    button.setStyleSheet("background-color: rgb(10, 20, 30);");
+    QVERIFY(screen.turnOn());
+    QCOMPARE(screen.colorAt(faceCorner), QColor(10, 20, 30));
+}
+
+QTEST_MAIN(TestKvLockButton)
+#include "tst_kvlockbutton.moc"

@@ -1,0 +1,38 @@
+#pragma once
+
+#include <QByteArray>
+#include <QStringList>
+#include <QTemporaryDir>
+
+/// Sessions of the simulator, one after the other, on one unit in a temporary folder, headless and
+/// with the plug-in that ships.
+class HeadunitRun
+{
+public:
+    HeadunitRun();
+
+    /// Runs one of the scripts that lie beside this file to its end. Empty when it went well, or
+    /// what the program said, for QVERIFY2 and the like; the unit's time passes \a speed times as
+    /// fast.
+    QString scenario(const QString &script, double speed = 1.0);
+
+    /// Where the screenshots of the sessions are.
+    QString pictures() const;
+
+    /// Host path of a path of the unit.
+    QString path(const QString &unitPath) const;
+
+    /// Writes a file of the unit.
+    void write(const QString &unitPath, const QByteArray &content) const;
+    QByteArray read(const QString &unitPath) const;
+
+private:
+    QTemporaryDir m_folder;
+};
+
+/// Fails the test when a scenario does.
+#define RUN_SCENARIO(run, ...)                                                                    \
+    do {                                                                                          \
+        const QString complaint = (run).scenario(__VA_ARGS__);                                    \
+        QVERIFY2(complaint.isEmpty(), qPrintable(complaint));                                     \
+    } while (false)

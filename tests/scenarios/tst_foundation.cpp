@@ -1,0 +1,92 @@
+#include "headunitrun.h"
+
+#include <QtTest>
+
+class TestFoundation : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void btsnoopCopy();
+    void withoutStorageNothingHappens();
+    void captureSwitchIsFlippedAndKept();
+    void startUsbTest();
+    void exitAndHomeClose();
+    void everyPageOpensAndReturns();
+    void rebootBringsTheScreenBack();
+};
+
+namespace
+{
+
+/// Bytes of every value, in an order that no text has.
+QByteArray knownBytes(int size, int seed)
+{
+    QByteArray bytes(size, '\0');
+    for (int index = 0; index < size; ++index) {
+        bytes[index] = char((index * 31 + seed + index / 256) & 0xFF);
+    }
+    return bytes;
+}
+
+} // namespace
+
+void TestFoundation::btsnoopCopy()
+{
+    HeadunitRun run;
+    const QByteArray userdata = knownBytes(70000, 3);
+    const QByteArray nvm = knownBytes(1025, 7);
+    run.write(QStringLiteral("/media/flash/userdata/btsnoop.log"), userdata);
+    run.write(QStringLiteral("/media/flash/nvm/btsnoop.log"), nvm);
+
+    RUN_SCENARIO(run, QStringLiteral("btsnoop-first-copy.txt"));
+    QCOMPARE(run.read(QStringLiteral("/media/usb0/userdata/btsnoop.log")), userdata);
+    QCOMPARE(run.read(QStringLiteral("/media/usb0/nvm/btsnoop.log")), nvm);
+    QVERIFY(!QFile::exists(run.path(QStringLiteral("/media/usb1/userdata"))));
+
+    const QByteArray newer = knownBytes(500, 11);
+    run.write(QStringLiteral("/media/flash/userdata/btsnoop.log"), newer);
+    RUN_SCENARIO(run, QStringLiteral("btsnoop-second-copy.txt"));
+    QCOMPARE(run.read(QStringLiteral("/media/usb0/userdata/btsnoop.log")), newer);
+    QCOMPARE(run.read(QStringLiteral("/media/usb0/nvm/btsnoop.log")), nvm);
+}
+
+void TestFoundation::withoutStorageNothingHappens()
+{
+    HeadunitRun run;
+    RUN_SCENARIO(run, QStringLiteral("without-storage.txt"));
+}
+
+void TestFoundation::captureSwitchIsFlippedAndKept()
+{
+    HeadunitRun run;
+    RUN_SCENARIO(run, QStringLiteral("capture.txt"), 5.0);
+    RUN_SCENARIO(run, QStringLiteral("capture-kept.txt"));
+}
+
+void TestFoundation::startUsbTest()
+{
+    HeadunitRun run;
+    RUN_SCENARIO(run, QStringLiteral("start-usb-test.txt"));
+}
+
+void TestFoundation::exitAndHomeClose()
+{
+    HeadunitRun run;
+    RUN_SCENARIO(run, QStringLiteral("exit.txt"));
+}
+
+void TestFoundation::everyPageOpensAndReturns()
+{
+    HeadunitRun run;
+    RUN_SCENARIO(run, QStringLiteral("pages.txt"));
+}
+
+void TestFoundation::rebootBringsTheScreenBack()
+{
+    HeadunitRun run;
+    RUN_SCENARIO(run, QStringLiteral("reboot.txt"), 5.0);
+}
+
+QTEST_GUILESS_MAIN(TestFoundation)
+#include "tst_foundation.moc"
