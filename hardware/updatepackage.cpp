@@ -30,8 +30,8 @@ quint32 number(const QByteArray &bytes, int offset = 0)
 
 UpdatePackage::UpdatePackage(const QString &file)
     : m_file(file)
-    , m_state(readHeader())
 {
+    m_state = readHeader();
 }
 
 QString UpdatePackage::customerVersion() const

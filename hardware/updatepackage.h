@@ -57,7 +57,7 @@ private:
 
     QFile m_file;
     QByteArray m_header;
-    Result m_state;
+    Result m_state = Unreadable;
     qint64 m_left = 0; ///< bytes that the checksum still covers
     Crc32 m_checksum;
 };
