@@ -13,6 +13,7 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_mcu(m_journal)
     , m_shell(m_folder, m_journal)
     , m_usbPorts(m_journal)
+    , m_userUpdate(m_folder, m_clock, m_journal)
     , m_vendorData(m_journal)
 {
 }

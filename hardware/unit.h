@@ -9,6 +9,7 @@
 #include "storage.h"
 #include "unitfolder.h"
 #include "usbports.h"
+#include "userupdate.h"
 #include "vendordata.h"
 #include "versions.h"
 
@@ -35,6 +36,7 @@ public:
     const Shell &shell() const { return m_shell; }
     const Defaults &defaults() const { return m_defaults; }
     UsbPorts &usbPorts() { return m_usbPorts; }
+    UserUpdate &userUpdate() { return m_userUpdate; }
     VendorData &vendorData() { return m_vendorData; }
     Versions &versions() { return m_versions; }
 
@@ -48,6 +50,7 @@ private:
     Shell m_shell;
     Defaults m_defaults;
     UsbPorts m_usbPorts;
+    UserUpdate m_userUpdate;
     VendorData m_vendorData;
     Versions m_versions;
 };

@@ -6,6 +6,8 @@
 #include "storagecommands.h"
 #include "touchcommands.h"
 #include "unitcommands.h"
+#include "usbcommands.h"
+#include "vendorcommands.h"
 
 namespace simulator
 {
@@ -18,6 +20,8 @@ void addAllCommands(Console &console, Simulator &simulator)
     addStorageCommands(console, simulator);
     addSettingCommands(console, simulator);
     addUnitCommands(console, simulator);
+    addUsbCommands(console, simulator);
+    addVendorCommands(console, simulator);
 }
 
 } // namespace simulator

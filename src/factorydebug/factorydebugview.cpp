@@ -13,6 +13,7 @@
 #include "system/vendordataview.h"
 #include "usbtest/ncmtestview.h"
 #include "usbtest/usbeyetestview.h"
+#include "usbtest/usbteststate.h"
 #include "usbtest/usbtestview.h"
 
 #include "kvappframework/activitymanager.h"
@@ -185,7 +186,7 @@ void FactoryDebugView::buttonClicked(QString id)
 
 void FactoryDebugView::leavePage()
 {
-    if (m_usbTestView != nullptr && usbTestListType != 1) {
+    if (m_usbTestView != nullptr && usbTestListType != UsbTestTopList) {
         m_usbTestView->statusBarButtonClicked(QStringLiteral("return"));
     } else if (isPageOpen()) {
         showButtons();

@@ -1,0 +1,31 @@
+#include "usbcommands.h"
+
+#include "commandtable.h"
+
+#include "simulator/simulator.h"
+
+#include "hardware/unit.h"
+
+namespace simulator
+{
+
+namespace
+{
+
+ConsoleResult usb(Simulator &simulator, const QStringList &, ConsoleSession &)
+{
+    return ConsoleResult::done(simulator.unit().usbPorts().description());
+}
+
+} // namespace
+
+void addUsbCommands(Console &console, Simulator &simulator)
+{
+    addCommands(
+        console, simulator,
+        {
+            {"usb", "", "Says what the USB ports are set to.", Console::Place::AnyThread, usb},
+        });
+}
+
+} // namespace simulator

@@ -1,0 +1,39 @@
+#include "listpage.h"
+
+#include "listrowdelegate.h"
+#include "listview.h"
+
+ListPage::ListPage(QWidget *host)
+    : m_host(host)
+    , m_listView((host->resize(800, 480), new ListView(host)))
+{
+    m_listView->setGeometry(0, 66, 800, 414);
+    m_listView->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_listView->show();
+}
+
+ListPage::~ListPage()
+{
+    if (m_listView) {
+        m_listView->hide();
+        m_listView->deleteLater();
+    }
+}
+
+void ListPage::setRows(QAbstractItemModel *model, ListRowDelegate *delegate)
+{
+    m_listView->setModel(model);
+    m_listView->setItemDelegate(delegate);
+    QObject::connect(m_listView.data(), &ListView::setIndexPress, delegate,
+                     &ListRowDelegate::setIndexPressSlot);
+}
+
+QWidget *ListPage::host() const
+{
+    return m_host;
+}
+
+ListView *ListPage::listView() const
+{
+    return m_listView;
+}

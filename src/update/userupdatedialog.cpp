@@ -1,0 +1,208 @@
+#include "userupdatedialog.h"
+
+#include "kvwidget/popupview.h"
+#include "mcu/mcumsgmodule.h"
+#include "service/datadefault.h"
+#include "service/datasavecontrol.h"
+#include "service/filedeviceparser.h"
+#include "service/platformcontrol.h"
+#include "service/setupstridconst.h"
+#include "service/usbcontrol.h"
+#include "service/vendordatacontrol.h"
+
+#include <QFile>
+
+#include <algorithm>
+#include <iterator>
+
+namespace
+{
+
+const char packageName[] = "ORRERY_PACK.BIN";
+const char errorPath[] = "/error_path/";
+const int showTimeoutMs = 30000;
+
+const int mcuBufferSize = 32;
+const unsigned char updateMessage[] = {0xFF, 0x66, 0x05, 0x1B, 0x8E, 0x05, 0x00, 0x00, 0xFF};
+
+/// Where a device type's storage is, and how the dialog asks for it.
+struct Device
+{
+    FileDeviceParser::MediaType mediaType;
+    int controllerId;
+    const char *question;
+};
+
+/// In the order of the device types, which is also the order in which they are tried.
+const Device devices[] = {
+    {FileDeviceParser::MediaType1, 0,
+     QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via SD0?\n")},
+    {FileDeviceParser::MediaType1, 1,
+     QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via SD1?\n")},
+    {FileDeviceParser::MediaType2, 0,
+     QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via USB0?\n")},
+    {FileDeviceParser::MediaType2, 1,
+     QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via USB1?\n")},
+};
+
+bool isDevice(int type)
+{
+    return type >= 0 && type < int(sizeof devices / sizeof *devices);
+}
+
+/// Mount roots of that device, in the order in which they were mounted.
+QStringList mountRoots(const Device &device, UsbControl *usb)
+{
+    QStringList roots =
+        FileDeviceParser::getInstance()->getMountDeviceByType(device.mediaType);
+    const auto isElsewhere = [&device, usb](const QString &root) {
+        return usb->getHwCtrlId(root) != device.controllerId;
+    };
+    roots.erase(std::remove_if(roots.begin(), roots.end(), isElsewhere), roots.end());
+    return roots;
+}
+
+QString withSlash(const QString &root)
+{
+    return root + QLatin1Char('/');
+}
+
+/// The first device that holds the file, or an empty text.
+QString detect(const QString &fileName, UsbControl *usb)
+{
+    for (const Device &device : devices) {
+        const QStringList roots = mountRoots(device, usb);
+        if (roots.isEmpty()) {
+            continue;
+        }
+        // Of several with one controller, the last one counts here.
+        const QString root = withSlash(roots.last());
+        if (QFile::exists(QStringLiteral("%1%2").arg(root, fileName))) {
+            return root;
+        }
+    }
+    return QString();
+}
+
+QString systemLanguage()
+{
+    const QString &key = SetupStrIdConst::setupSysLang;
+    return DataSaveControl::readSettingData(key, DataDefault::getDefault(key), QString())
+        .toString();
+}
+
+void sendUpdateMessage()
+{
+    unsigned char buffer[mcuBufferSize] = {};
+    std::copy(std::begin(updateMessage), std::end(updateMessage), buffer);
+    McuMsgModule::sendMsgToMcu(buffer, sizeof updateMessage);
+}
+
+} // namespace
+
+UserUpdateDialog::UserUpdateDialog(QRect rect, DeviceType type, QWidget *parent)
+    : BaseView(QStringLiteral("setup UserUpdate"), parent)
+    , m_type(type)
+    , m_popup(nullptr)
+    , m_packageFound(false)
+{
+    setGeometry(rect);
+    setUpPopup();
+    m_text = getDisplayString(type) + getVerString(type);
+    m_popup->setText(m_packageFound ? m_text + tr("Verifing...") : m_text);
+    m_popup->setButtonDisabled(QStringLiteral("popupview_ok"), true);
+    connect(m_popup, &PopupView::ok, this, &UserUpdateDialog::popupViewOkClicked);
+    connect(m_popup, &PopupView::cancel, this, &UserUpdateDialog::hidePopupView);
+    raise();
+    show();
+}
+
+void UserUpdateDialog::setUpPopup()
+{
+    m_popup = new PopupView(this);
+    m_popup->setPopupViewId(QStringLiteral("userdata"));
+    m_popup->setButtonType(PopupView::OkCancel);
+    m_popup->setButtonPosition(PopupView::ButtonsAtBottom);
+    m_popup->setShowTimeout(showTimeoutMs);
+    m_popup->setOkText(tr("OK"));
+    m_popup->setCancelText(tr("Cancel"));
+}
+
+QString UserUpdateDialog::getDisplayString(DeviceType type) const
+{
+    if (type == AutoDetect) {
+        return tr("User Update Auto Detect mode?\n");
+    }
+    return isDevice(type) ? tr(devices[type].question) : QString();
+}
+
+QByteArray UserUpdateDialog::getHwString(DeviceType type, QByteArray fileName) const
+{
+    UsbControl *usb = UsbControl::getInstance();
+    QString root;
+    if (usb != nullptr && type == AutoDetect) {
+        root = detect(QFile::decodeName(fileName), usb);
+    } else if (usb != nullptr && isDevice(type)) {
+        const QStringList roots = mountRoots(devices[type], usb);
+        root = roots.isEmpty() ? QString() : withSlash(roots.first());
+    }
+    return root.isEmpty() ? QByteArray(errorPath) : QFile::encodeName(root);
+}
+
+QString UserUpdateDialog::getVerString(DeviceType type)
+{
+    const QString path = QFile::decodeName(getHwString(type, packageName) + packageName);
+    if (!QFile::exists(path)) {
+        return tr("No ORRERY_PACK.BIN here!");
+    }
+    m_packageFound = true;
+    PlatformControl *platform = PlatformControl::getInstance();
+    const QString customerVersion = platform->getCustomerVer(path);
+    const QString sdkVersion = platform->getSDKVer(path);
+    connect(platform, &PlatformControl::ChecksumVerified, this,
+            &UserUpdateDialog::ChecksumVerified);
+    platform->startVerifyChecksum(path);
+    // Filled in at once, since a version may hold a place marker itself.
+    return QStringLiteral("%1%2\n%3%4\n")
+        .arg(tr("NewCUSTVer:"), customerVersion, tr("NewSDKVer:"), sdkVersion);
+}
+
+void UserUpdateDialog::ChecksumVerified(int result)
+{
+    const bool good = result == 0;
+    m_popup->setText(m_text + (good ? tr("Verify Pass") : tr("Verify Failed")));
+    m_popup->setButtonDisabled(QStringLiteral("popupview_ok"), !good);
+}
+
+void UserUpdateDialog::popupViewOkClicked(QString id)
+{
+    Q_UNUSED(id);
+    const QString language = systemLanguage();
+    if (!language.isEmpty() && handOver(language)) {
+        sendUpdateMessage();
+        PlatformControl::getInstance()->softWareReset();
+    }
+    deleteLater();
+}
+
+bool UserUpdateDialog::handOver(const QString &language) const
+{
+    const PlatformControl::DevType device = m_type == AutoDetect
+        ? PlatformControl::DevAuto
+        : static_cast<PlatformControl::DevType>(m_type);
+    QByteArray data = PlatformControl::getInstance()->getUserUpdateData(device, language);
+    int offset = 0;
+    int length = 0;
+    if (data.isEmpty()
+        || VendorDataControl::getVendorPosOffset(VendorDataControl::PosUserUpdate, offset, length)
+            != 0) {
+        return false;
+    }
+    VendorDataControl::saveVendorDataString(data.data(), offset, qMin(data.size(), length));
+    return true;
+}
+
+void UserUpdateDialog::hidePopupView(QString id)
+{
+    Q_UNUSED(id);
+}

@@ -1,0 +1,22 @@
+#pragma once
+
+#include "customwidget/listrowdelegate.h"
+
+/// Paints the rows of the USB test page: on the top list a title, its value in red and an arrow, on
+/// the others a title alone, in red where it is the current one.
+class USBTestDelegate : public ListRowDelegate
+{
+    Q_OBJECT
+
+public:
+    explicit USBTestDelegate(QObject *parent);
+
+protected:
+    void paintRow(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
+
+private:
+    Q_DISABLE_COPY(USBTestDelegate)
+
+    void paintTopRow(QPainter *painter, const QRect &rect, const QModelIndex &index) const;
+    static void paintModeRow(QPainter *painter, const QRect &rect, const QModelIndex &index);
+};

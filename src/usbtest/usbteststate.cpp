@@ -1,0 +1,6 @@
+#include "usbteststate.h"
+
+int usbTestListType = UsbTestTopList;
+QString curUsb0BCMode;
+QString curUsb1BCMode;
+QString curTestMode;

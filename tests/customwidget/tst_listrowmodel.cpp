@@ -1,0 +1,61 @@
+#include "customwidget/listrowmodel.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+class TestListRowModel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void rowsAreFixed();
+    void refreshIsAModelReset();
+    void rolesAreThePages();
+};
+
+namespace
+{
+
+class EmptyRows : public ListRowModel
+{
+public:
+    EmptyRows()
+        : ListRowModel(4, nullptr)
+    {
+    }
+
+    QVariant data(const QModelIndex &, int) const override { return QVariant(); }
+};
+
+} // namespace
+
+void TestListRowModel::rowsAreFixed()
+{
+    const EmptyRows model;
+    QCOMPARE(model.rowCount(), 4);
+    QVERIFY(model.index(0).isValid());
+    QVERIFY(model.index(3).isValid());
+    QVERIFY(!model.index(4).isValid());
+    QVERIFY(!model.index(-1).isValid());
+    QVERIFY(!model.index(0, 1).isValid());
+}
+
+void TestListRowModel::refreshIsAModelReset()
+{
+    EmptyRows model;
+    QSignalSpy begin(&model, &QAbstractItemModel::modelAboutToBeReset);
+    QSignalSpy end(&model, &QAbstractItemModel::modelReset);
+    model.refresh();
+    QCOMPARE(begin.size(), 1);
+    QCOMPARE(end.size(), 1);
+    QCOMPARE(model.rowCount(), 4);
+}
+
+void TestListRowModel::rolesAreThePages()
+{
+    QCOMPARE(int(ListRowModel::TitleRole), 258);
+    QCOMPARE(int(ListRowModel::ValueRole), 259);
+}
+
+QTEST_MAIN(TestListRowModel)
+#include "tst_listrowmodel.moc"

@@ -1,0 +1,150 @@
+#include "headunitrun.h"
+
+#include "support/updatepackages.h"
+
+#include <QColor>
+#include <QImage>
+#include <QtTest>
+
+/// Sessions on the USB test page, the vendor data page and the user update dialog.
+class TestListPages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void allUsbChoicesAndTheirRestart();
+    void usbPageWithAnEmptyStore();
+    void eachRowFindsItsPackage();
+    void sdCardWinsWhereMediaTypeOneIsSd();
+    void goodPackageIsHandedOver();
+    void badPackagesAreNot();
+    void okWithoutWhatItNeedsOnlyCloses();
+};
+
+namespace
+{
+
+const double speed = 5.0;
+
+/// Writes a package onto the slot's own stick.
+void makePackage(const HeadunitRun &run, const QString &slot,
+                 const QStringList &options = QStringList())
+{
+    makeUpdatePackage(run.path(QStringLiteral("/sticks/%1/ORRERY_PACK.BIN").arg(slot)), options,
+                      QStringLiteral("on ") + slot);
+}
+
+/// Rows of 83 pixels below y = 66 that show something in the colour of what is current, from the
+/// title's left edge on.
+QList<int> redRows(const QImage &screen, int left = 34, int right = 334)
+{
+    QList<int> rows;
+    for (int row = 0; row < 3; ++row) {
+        bool isRed = false;
+        for (int y = 66 + 83 * row; y < 66 + 83 * (row + 1); ++y) {
+            for (int x = left; x < right; ++x) {
+                isRed = isRed || screen.pixel(x, y) == qRgb(221, 18, 18);
+            }
+        }
+        if (isRed) {
+            rows.append(row);
+        }
+    }
+    return rows;
+}
+
+} // namespace
+
+void TestListPages::allUsbChoicesAndTheirRestart()
+{
+    HeadunitRun run;
+    const auto picture = [&run](const QString &name) {
+        return QImage(run.pictures() + QLatin1Char('/') + name);
+    };
+    RUN_SCENARIO(run, QStringLiteral("usb-choices.txt"));
+    for (int list = 0; list < 3; ++list) {
+        for (int row = 0; row < 3; ++row) {
+            const QString name = QStringLiteral("usb-%1-%2.png").arg(list).arg(row);
+            QVERIFY2(!picture(name).isNull(), qPrintable(name));
+            QCOMPARE(redRows(picture(name)), QList<int>({row}));
+        }
+    }
+    QCOMPARE(redRows(picture(QStringLiteral("usb-top.png"))), QList<int>());
+    QCOMPARE(redRows(picture(QStringLiteral("usb-top.png")), 350, 662), QList<int>({0, 1, 2}));
+
+    RUN_SCENARIO(run, QStringLiteral("usb-kept.txt"), speed);
+    QCOMPARE(redRows(picture(QStringLiteral("usb-kept.png"))), QList<int>({2}));
+}
+
+void TestListPages::usbPageWithAnEmptyStore()
+{
+    HeadunitRun run;
+    RUN_SCENARIO(run, QStringLiteral("usb-empty-store.txt"));
+    for (int list = 0; list < 3; ++list) {
+        const QImage image(run.pictures() + QStringLiteral("/usb-default-%1.png").arg(list));
+        QCOMPARE(redRows(image), QList<int>({0}));
+    }
+}
+
+void TestListPages::eachRowFindsItsPackage()
+{
+    HeadunitRun run;
+    for (const char *slot : {"usb0", "usb1", "sd0", "sd1"}) {
+        makePackage(run, QString::fromLatin1(slot));
+    }
+    RUN_SCENARIO(run, QStringLiteral("update-rows.txt"));
+}
+
+void TestListPages::sdCardWinsWhereMediaTypeOneIsSd()
+{
+    HeadunitRun run;
+    QByteArray table;
+    const char *const tableRows[] = {"usb0 2 0", "usb1 2 1", "sd0 1 0", "sd1 1 1"};
+    for (const char *slot : tableRows) {
+        const QStringList fields = QString::fromLatin1(slot).split(QLatin1Char(' '));
+        table += QStringLiteral("[%1]\nmediaType = %2\ncontroller = %3\nmountRoot = /media/%1\n")
+                     .arg(fields.at(0), fields.at(1), fields.at(2))
+                     .toUtf8();
+    }
+    run.write(QStringLiteral("/slots.ini"), table);
+    makePackage(run, QStringLiteral("usb0"));
+    makePackage(run, QStringLiteral("sd1"));
+    RUN_SCENARIO(run, QStringLiteral("update-sd-first.txt"));
+}
+
+void TestListPages::goodPackageIsHandedOver()
+{
+    HeadunitRun run;
+    // Another place and fewer bytes than the record of 27 has.
+    run.write(QStringLiteral("/vendor.ini"),
+              "[userUpdate]\nposition = 0\noffset = 8\nlength = 16\n");
+    makePackage(run, QStringLiteral("usb1"));
+    RUN_SCENARIO(run, QStringLiteral("update-good.txt"), speed);
+    QCOMPARE(run.read(QStringLiteral("/vendor.bin")).left(32),
+             QByteArray(8, '\0')
+                 + QByteArray("UPD1\x05\x05"
+                              "en_GB/ORRE",
+                              16)
+                 + QByteArray(8, '\0'));
+}
+
+void TestListPages::badPackagesAreNot()
+{
+    HeadunitRun run;
+    makePackage(run, QStringLiteral("usb0"), {QStringLiteral("--corrupt")});
+    makePackage(run, QStringLiteral("usb1"),
+                {QStringLiteral("--size"), QStringLiteral("20000000")});
+    RUN_SCENARIO(run, QStringLiteral("update-bad.txt"), speed);
+    QCOMPARE(run.read(QStringLiteral("/vendor.bin")), QByteArray(4096, '\0'));
+}
+
+void TestListPages::okWithoutWhatItNeedsOnlyCloses()
+{
+    HeadunitRun run;
+    makePackage(run, QStringLiteral("usb0"));
+    RUN_SCENARIO(run, QStringLiteral("update-skipped.txt"), speed);
+    QCOMPARE(run.read(QStringLiteral("/vendor.bin")), QByteArray(4096, '\0'));
+}
+
+QTEST_GUILESS_MAIN(TestListPages)
+#include "tst_listpages.moc"

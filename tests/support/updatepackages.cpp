@@ -1,0 +1,19 @@
+#include "updatepackages.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QProcess>
+
+void makeUpdatePackage(const QString &file, const QStringList &options,
+                       const QString &customerVersion, const QString &sdkVersion)
+{
+    QDir().mkpath(QFileInfo(file).path());
+    QProcess script;
+    script.setProcessChannelMode(QProcess::ForwardedChannels);
+    script.start(QStringLiteral(MAKE_UPDATE_PACKAGE),
+                 options + QStringList({file, customerVersion, sdkVersion}));
+    if (!script.waitForFinished() || script.exitCode() != 0) {
+        qFatal("The package %s cannot be made: %s", qPrintable(file),
+               qPrintable(script.errorString()));
+    }
+}

@@ -1,0 +1,60 @@
+#include "system/vendordatamodel.h"
+
+#include <QSignalSpy>
+#include <QtTest>
+
+class TestVendorDataModel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void fiveSourcesForEveryRole();
+    void otherRowsAreEmpty();
+    void refreshIsAModelResetAndTheListNeverChanges();
+};
+
+namespace
+{
+
+QStringList titles(const VendorDataModel &model, int role)
+{
+    QStringList found;
+    for (int row = 0; row < model.rowCount(); ++row) {
+        found.append(model.index(row).data(role).toString());
+    }
+    return found;
+}
+
+const QStringList sources = {QStringLiteral("USB0"), QStringLiteral("USB1"), QStringLiteral("SD0"),
+                             QStringLiteral("SD1"), QStringLiteral("Auto Detect")};
+
+} // namespace
+
+void TestVendorDataModel::fiveSourcesForEveryRole()
+{
+    const VendorDataModel model(nullptr);
+    for (const int role : {int(Qt::DisplayRole), int(Qt::DecorationRole), 258, 259, 300}) {
+        QCOMPARE(titles(model, role), sources);
+    }
+}
+
+void TestVendorDataModel::otherRowsAreEmpty()
+{
+    const VendorDataModel model(nullptr);
+    QVERIFY(!model.index(5).isValid());
+    const QVariant data = model.data(QModelIndex(), 258);
+    QCOMPARE(data.userType(), int(QMetaType::QString));
+    QCOMPARE(data.toString(), QString());
+}
+
+void TestVendorDataModel::refreshIsAModelResetAndTheListNeverChanges()
+{
+    VendorDataModel model(nullptr);
+    QSignalSpy spy(&model, &QAbstractItemModel::modelReset);
+    model.refresh();
+    QCOMPARE(spy.size(), 1);
+    QCOMPARE(titles(model, 258), sources);
+}
+
+QTEST_MAIN(TestVendorDataModel)
+#include "tst_vendordatamodel.moc"

@@ -1,0 +1,154 @@
+#include "system/vendordataview.h"
+
+#include "customwidget/listview.h"
+#include "kvwidget/popupview.h"
+#include "support/testunit.h"
+#include "update/userupdatedialog.h"
+
+#include <QPointer>
+#include <QSignalSpy>
+#include <QtTest>
+
+class TestVendorDataView : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void construction();
+    void eachRowOpensTheDialogWithItsOwnSourceNumber_data();
+    void eachRowOpensTheDialogWithItsOwnSourceNumber();
+    void repeatedTapsCreateFurtherDialogs();
+    void rowsThatDoNotExistDoNothing();
+    void theListNeverChanges();
+    void titleIsNeverSent();
+    void dialogOutlivesThePage();
+    void listGoesWithThePage();
+};
+
+namespace
+{
+
+/// The page on a screen of its own.
+class Page
+{
+public:
+    Page()
+        : host(&unit.screen())
+        , view(new VendorDataView(&host))
+    {
+        host.show();
+        QCoreApplication::processEvents();
+    }
+
+    ListView *list() { return host.findChild<ListView *>(); }
+    QList<UserUpdateDialog *> dialogs() { return host.findChildren<UserUpdateDialog *>(); }
+
+    void tapRow(int row)
+    {
+        unit.tap(QPoint(200, 66 + 83 * row + 41));
+        QCoreApplication::processEvents();
+    }
+
+    TestUnit unit;
+    QWidget host;
+    VendorDataView *view;
+};
+
+} // namespace
+
+void TestVendorDataView::construction()
+{
+    Page page;
+    QCOMPARE(page.host.size(), QSize(800, 480));
+    QCOMPARE(page.view->parent(), &page.host);
+    QCOMPARE(page.list()->geometry(), QRect(0, 66, 800, 414));
+    QCOMPARE(page.list()->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
+    QVERIFY(page.list()->isVisible());
+    QCOMPARE(page.list()->model()->rowCount(), 5);
+}
+
+void TestVendorDataView::eachRowOpensTheDialogWithItsOwnSourceNumber_data()
+{
+    // The page's names beside the dialog's questions: the same number means different devices.
+    QTest::addColumn<int>("row");
+    QTest::addColumn<QString>("question");
+    QTest::newRow("USB0 is 0") << 0 << QStringLiteral("User Update via SD0?\n");
+    QTest::newRow("USB1 is 1") << 1 << QStringLiteral("User Update via SD1?\n");
+    QTest::newRow("SD0 is 2") << 2 << QStringLiteral("User Update via USB0?\n");
+    QTest::newRow("SD1 is 3") << 3 << QStringLiteral("User Update via USB1?\n");
+    QTest::newRow("Auto Detect is 4") << 4 << QStringLiteral("User Update Auto Detect mode?\n");
+}
+
+void TestVendorDataView::eachRowOpensTheDialogWithItsOwnSourceNumber()
+{
+    QFETCH(int, row);
+    QFETCH(QString, question);
+    Page page;
+    page.tapRow(row);
+    QCOMPARE(page.dialogs().size(), 1);
+    const UserUpdateDialog *dialog = page.dialogs().first();
+    QVERIFY(dialog->isVisible());
+    QCOMPARE(dialog->parentWidget(), &page.host);
+    QCOMPARE(dialog->geometry(), QRect(0, 0, 800, 480));
+    QVERIFY(dialog->findChild<PopupView *>()->text().startsWith(question));
+}
+
+void TestVendorDataView::repeatedTapsCreateFurtherDialogs()
+{
+    Page page;
+    const QModelIndex index = page.list()->model()->index(2, 0);
+    for (int count = 1; count <= 3; ++count) {
+        page.view->listClickedSlot(index);
+        QCOMPARE(page.dialogs().size(), count);
+    }
+}
+
+void TestVendorDataView::rowsThatDoNotExistDoNothing()
+{
+    Page page;
+    page.view->listClickedSlot(QModelIndex());
+    QCOMPARE(page.dialogs().size(), 0);
+}
+
+void TestVendorDataView::theListNeverChanges()
+{
+    Page page;
+    QSignalSpy reset(page.list()->model(), &QAbstractItemModel::modelReset);
+    const QImage before = page.unit.screen().grab().toImage();
+    page.tapRow(3);
+    page.unit.tap(page.host.findChild<QWidget *>(QStringLiteral("popupview_cancel")));
+    QCoreApplication::processEvents();
+    QCOMPARE(page.unit.screen().grab().toImage(), before);
+    QCOMPARE(reset.size(), 0);
+}
+
+void TestVendorDataView::titleIsNeverSent()
+{
+    Page page;
+    QSignalSpy title(page.view, &VendorDataView::setTitle);
+    page.tapRow(0);
+    QCOMPARE(title.size(), 0);
+}
+
+void TestVendorDataView::dialogOutlivesThePage()
+{
+    Page page;
+    page.tapRow(0);
+    delete page.view;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(page.dialogs().size(), 1);
+    QVERIFY(page.dialogs().first()->isVisible());
+}
+
+void TestVendorDataView::listGoesWithThePage()
+{
+    Page page;
+    const QPointer<ListView> list(page.list());
+    delete page.view;
+    QVERIFY(list->isHidden());
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(!list);
+}
+
+QTEST_MAIN(TestVendorDataView)
+#include "tst_vendordataview.moc"
