@@ -1,11 +1,14 @@
 #include "allcommands.h"
 
 #include "journalcommands.h"
+#include "lightcommands.h"
 #include "lookcommands.h"
+#include "repeatcommand.h"
 #include "settingcommands.h"
 #include "storagecommands.h"
 #include "touchcommands.h"
 #include "unitcommands.h"
+#include "vendorcommands.h"
 
 namespace simulator
 {
@@ -17,7 +20,10 @@ void addAllCommands(Console &console, Simulator &simulator)
     addJournalCommands(console, simulator);
     addStorageCommands(console, simulator);
     addSettingCommands(console, simulator);
+    addLightCommands(console, simulator);
+    addVendorCommands(console, simulator);
     addUnitCommands(console, simulator);
+    addRepeatCommand(console);
 }
 
 } // namespace simulator

@@ -7,8 +7,7 @@
 #include <QtTest>
 
 /// A page of the plug-in on a unit's screen, in the rectangle that the main view gives to pages.
-template <typename Page>
-class PageOnScreen
+template <typename Page> class PageOnScreen
 {
 public:
     PageOnScreen() = default;
@@ -27,8 +26,7 @@ public:
     /// Taps the middle of the page's widget of that name.
     void tap(const char *name) { unit.tap(widget<QWidget>(name)); }
 
-    template <typename Widget>
-    Widget *widget(const char *name) const
+    template <typename Widget> Widget *widget(const char *name) const
     {
         auto *found = page->template findChild<Widget *>(QLatin1String(name));
         if (found == nullptr) {

@@ -62,12 +62,9 @@ const QString effects = QStringLiteral("/^(log|mcu) /");
 /// The colour message as the MCU's journal shows it.
 QString message(int red, int green, int blue)
 {
-    return QStringLiteral("mcu FF 66 06 15 84 FE %1 %2 %3 FF")
-        .arg(red, 2, 16, QLatin1Char('0'))
-        .arg(green, 2, 16, QLatin1Char('0'))
-        .arg(blue, 2, 16, QLatin1Char('0'))
-        .toUpper()
-        .replace(0, 3, QStringLiteral("mcu"));
+    const char colors[] = {char(red), char(green), char(blue)};
+    return QStringLiteral("mcu FF 66 06 15 84 FE %1 FF")
+        .arg(QString::fromLatin1(QByteArray(colors, 3).toHex(' ').toUpper()));
 }
 
 /// The message with one of the three at another value than 50.
@@ -255,16 +252,14 @@ void TestCSetupKeyLight::boundsAreReachedAndHeld()
         screen.tap(row.increase);
         const int held = qMin(value, 100);
         QCOMPARE(screen.text(row.valueLabel), QString::number(held));
-        QCOMPARE(screen.news(effects),
-                 QStringList({logged(row.increaseId), message(index, held)}));
+        QCOMPARE(screen.news(effects), QStringList({logged(row.increaseId), message(index, held)}));
     }
     for (int value = 99; value >= -2; --value) {
         screen.news();
         screen.tap(row.decrease);
         const int held = qMax(value, 0);
         QCOMPARE(screen.text(row.valueLabel), QString::number(held));
-        QCOMPARE(screen.news(effects),
-                 QStringList({logged(row.decreaseId), message(index, held)}));
+        QCOMPARE(screen.news(effects), QStringList({logged(row.decreaseId), message(index, held)}));
     }
 }
 

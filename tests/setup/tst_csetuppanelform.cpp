@@ -71,7 +71,7 @@ struct Row
     const char *increase;
     const char *increaseId;
     int max;
-    int start; // What a new unit has.
+    int start;  // What a new unit has.
     int offset; // Of its place in a new unit's vendor data.
 };
 
@@ -138,7 +138,7 @@ struct WalkStep
 QList<WalkStep> computedWalk()
 {
     QProcess program;
-    program.start(QStringLiteral(PYTHON), {QStringLiteral(SATURATION_WALK)});
+    program.start(QStringLiteral("python3"), {QStringLiteral(SATURATION_WALK)});
     program.waitForFinished();
     QList<WalkStep> steps;
     const QStringList lines =
@@ -326,9 +326,9 @@ void TestCSetupPanelForm::openingWritesAllFourValues()
     panel.setSaturation(1.57);
     screen.open();
     // The panel is told nothing: the values are its own.
-    QCOMPARE(screen.news(effects),
-             QStringList({written(256, 3), written(268, 24), written(260, 359),
-                          written(264, 157)}));
+    QCOMPARE(
+        screen.news(effects),
+        QStringList({written(256, 3), written(268, 24), written(260, 359), written(264, 157)}));
     QCOMPARE(screen.text("brightnessText"), QStringLiteral("3"));
     QCOMPARE(screen.text("ConstastText"), QStringLiteral("24"));
     QCOMPARE(screen.text("HueText"), QStringLiteral("359"));
@@ -370,9 +370,9 @@ void TestCSetupPanelForm::buttonStepsItsItem()
     screen.tap(row.decrease);
     screen.tap(row.decrease);
     QCOMPARE(screen.news(effects),
-             QStringList({logged(row.decreaseId), applied(row, row.start),
-                          written(row, row.start), logged(row.decreaseId),
-                          applied(row, row.start - 1), written(row, row.start - 1)}));
+             QStringList({logged(row.decreaseId), applied(row, row.start), written(row, row.start),
+                          logged(row.decreaseId), applied(row, row.start - 1),
+                          written(row, row.start - 1)}));
     QCOMPARE(screen.text(row.valueLabel), QString::number(row.start - 1));
 }
 
@@ -559,8 +559,8 @@ void TestCSetupPanelForm::stepWithAWriteFailureIsAppliedAndShown()
     screen.news();
     screen.tap("decreaseConstast");
     QCOMPARE(screen.news(effects),
-             QStringList({logged("condec"), applied(rows[1], 11),
-                          QStringLiteral("vendor refused write")}));
+             QStringList(
+                 {logged("condec"), applied(rows[1], 11), QStringLiteral("vendor refused write")}));
     QCOMPARE(capture.lines().count(saveError), 1);
     QCOMPARE(screen.text("ConstastText"), QStringLiteral("11"));
 }
@@ -601,8 +601,7 @@ void TestCSetupPanelForm::clickedReturnSchedulesTheDeletion()
     screen.news();
     call(screen.page, "clickedReturn");
     QVERIFY(!screen.page.isNull());
-    QCOMPARE(screen.news(),
-             QStringList(QStringLiteral("log INFO CSetupPanelForm clickedReturn")));
+    QCOMPARE(screen.news(), QStringList(QStringLiteral("log INFO CSetupPanelForm clickedReturn")));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(screen.page.isNull());
 }
