@@ -10,7 +10,7 @@ namespace simulator
 namespace
 {
 const double darkest = 0.2;
-const double lightest = 1.6;
+const double lightest = 1.3;
 const int middle = hardware::Panel::brightest / 2;
 } // namespace
 

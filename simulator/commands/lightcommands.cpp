@@ -46,10 +46,10 @@ ConsoleResult alsCurve(Simulator &simulator, const QStringList &arguments, Conso
     int perSecond = 0;
     int daySeconds = 0;
     QString error;
-    if (!readNumber(arguments.first(), QStringLiteral("PER_SECOND"), 0, mostReadingsPerSecond,
-                    &perSecond, &error)
+    if (!readNumber(arguments.first(), QStringLiteral("RATE"), 0, mostReadingsPerSecond, &perSecond,
+                    &error)
         || !readNumber(arguments.value(1, QString::number(usualDaySeconds)),
-                       QStringLiteral("DAY_SECONDS"), 1, longestDaySeconds, &daySeconds, &error)) {
+                       QStringLiteral("SECONDS"), 1, longestDaySeconds, &daySeconds, &error)) {
         return ConsoleResult::failed(error);
     }
     if (perSecond == 0) {
@@ -118,9 +118,10 @@ void addLightCommands(Console &console, Simulator &simulator)
         {
             {"als", "[READING]",
              "Has the light sensor report, or says its reading, thresholds and mode.", place, als},
-            {"als-curve", "PER_SECOND [DAY_SECONDS]",
-             "Has the light sensor follow a day of 240 s, if not said; 0 ends it.", place,
-             alsCurve},
+            {"als-curve", "RATE [SECONDS]",
+             "Has the light sensor follow a day of 240 s, if not said, with RATE readings a "
+             "second; 0 ends it.",
+             place, alsCurve},
             {"panel", "[ITEM] [VALUE]", "Says the panel's picture, or changes an item of it.",
              place, panel},
             {"keylight", "", "Says the colour behind the hard keys, 0 to 100 each.", place,

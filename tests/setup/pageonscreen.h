@@ -2,6 +2,7 @@
 
 #include "support/testunit.h"
 
+#include <QApplication>
 #include <QLabel>
 #include <QPointer>
 #include <QtTest>
@@ -10,7 +11,11 @@
 template <typename Page> class PageOnScreen
 {
 public:
-    PageOnScreen() = default;
+    PageOnScreen()
+    {
+        // The unit's font, by whose metrics texts fit or do not.
+        QApplication::setFont(QFont(QStringLiteral("Liberation Sans")));
+    }
     ~PageOnScreen() { delete page.data(); }
     Q_DISABLE_COPY(PageOnScreen)
 

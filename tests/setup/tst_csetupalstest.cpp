@@ -32,6 +32,7 @@ private slots:
     void day300Night300HoldEachOther();
     void day1000AndIncreaseDay();
     void night0AndDecreaseNight();
+    void boundsAreReachedAndHeld_data();
     void boundsAreReachedAndHeld();
     void thresholdsOutsideTheRangeMoveBackOnly();
     void anotherIndexDoesNothing();
@@ -309,26 +310,42 @@ void TestCSetupALSTest::night0AndDecreaseNight()
     QCOMPARE(screen.news(effects), QStringList({logged("huedec"), threshold("night", 0)}));
 }
 
+void TestCSetupALSTest::boundsAreReachedAndHeld_data()
+{
+    QTest::addColumn<int>("day");
+    QTest::addColumn<int>("night");
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<QByteArray>("label");
+    QTest::addColumn<int>("bound");
+    const auto row = [](const char *name, int day, int night, const char *button, const char *label,
+                        int bound) {
+        QTest::newRow(name) << day << night << QByteArray(button) << QByteArray(label) << bound;
+    };
+    row("day up to 1000", 995, 100, "increaseDay", "dayText", 1000);
+    row("day down to the night", 305, 300, "decreaseDay", "dayText", 300);
+    row("night up to the day", 305, 300, "increaseNight", "nightText", 305);
+    row("night down to 0", 300, 5, "decreaseNight", "nightText", 0);
+    row("both at 1000", 1000, 1000, "increaseNight", "nightText", 1000);
+    row("both at 0", 0, 0, "decreaseDay", "dayText", 0);
+}
+
 void TestCSetupALSTest::boundsAreReachedAndHeld()
 {
+    QFETCH(int, day);
+    QFETCH(int, night);
+    QFETCH(QByteArray, button);
+    QFETCH(QByteArray, label);
+    QFETCH(int, bound);
     Screen screen;
-    setThresholds(screen, 995, 990);
+    setThresholds(screen, day, night);
     screen.open();
-    const auto tapTo = [&screen](const char *button, const char *label, int from, int by,
-                                 int bound) {
-        for (int value = from + by; value != bound + 3 * by; value += by) {
-            screen.tap(button);
-            const int held = by > 0 ? qMin(value, bound) : qMax(value, bound);
-            QCOMPARE(screen.text(label), QString::number(held));
-        }
-    };
-    tapTo("increaseDay", "dayText", 995, 1, 1000);
-    tapTo("increaseNight", "nightText", 990, 1, 1000);
-    tapTo("decreaseDay", "dayText", 1000, -1, 1000);
-    tapTo("decreaseNight", "nightText", 1000, -1, 0);
-    tapTo("decreaseDay", "dayText", 1000, -1, 0);
-    tapTo("increaseNight", "nightText", 0, 1, 0);
-    QCOMPARE(screen.unit.unit().dayNight().threshold(DayNight::Day), 0);
+    int value = screen.text(label).toInt();
+    const int distance = bound - value;
+    for (int press = 0; press < qAbs(distance) + 2; ++press) {
+        value = value == bound ? bound : value + (distance > 0 ? 1 : -1);
+        screen.tap(button);
+        QCOMPARE(screen.text(label), QString::number(value));
+    }
 }
 
 void TestCSetupALSTest::thresholdsOutsideTheRangeMoveBackOnly()
