@@ -159,6 +159,12 @@ void TestVendorData::badTableIsAClearError_data()
     QTest::newRow("over the end")
         << QByteArray("[a]\nposition = 1\noffset = 4093\nlength = 4\n")
         << QStringLiteral("length \"4\" is not allowed; allowed is a whole number from 0 to 3.");
+    QTest::newRow("initial without room")
+        << QByteArray("[a]\nposition = 1\noffset = 0\nlength = 3\ninitial = 1\n")
+        << QStringLiteral("line 5: item \"a\": initial \"1\" is not allowed");
+    QTest::newRow("initial of letters")
+        << QByteArray("[a]\nposition = 1\noffset = 0\nlength = 4\ninitial = one\n")
+        << QStringLiteral("line 5: item \"a\": initial \"one\" is not allowed");
     QTest::newRow("negative") << QByteArray("[a]\nposition = 1\noffset = -4\nlength = 4\n")
                               << QStringLiteral("offset \"-4\" is not allowed");
 }

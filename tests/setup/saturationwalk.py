@@ -1,12 +1,14 @@
 #!/usr/bin/env python3
-"""Prints what the panel page's saturation does when it starts at 1.0 and is stepped down 120 times,
-then up 120 times: one line before the first and one after each step, with the label's text, the
-value that the display service is given, and the integer that the vendor data keeps.
+"""saturationwalk.py DOWN UP: prints what the panel page's saturation does when it starts at 1.0 and is
+stepped down and then up so many times: one line before the first and one after each step, with the
+label's text, the value that the display service is given, and the integer that the vendor data
+keeps.
 
 The arithmetic is rational and exact; only what is meant to be rounded is, to the nearest
 single-precision number of IEEE 754 (ties to even), by packing it into four bytes."""
 
 import struct
+import sys
 from fractions import Fraction
 
 
@@ -39,6 +41,6 @@ def show(saturation):
 
 saturation = single(Fraction(1))
 show(saturation)
-for step in [down] * 120 + [up] * 120:
+for step in [down] * int(sys.argv[1]) + [up] * int(sys.argv[2]):
     saturation = step(saturation)
     show(saturation)

@@ -1,12 +1,12 @@
 #include "setup/csetuppanelform.h"
 
 #include "pageonscreen.h"
+#include "saturationwalk.h"
 #include "support/tracecapture.h"
 
 #include "kvwidget/kvhorstrbutton.h"
 
 #include <QMetaMethod>
-#include <QProcess>
 #include <QRegularExpression>
 
 #include <cmath>
@@ -37,7 +37,7 @@ private slots:
     void hueAt0AndHuedec();
     void brightness30CanBeSteppedDownOnly();
     void saturationReadAs1ShowsAndStoresIt();
-    void saturationWalk();
+    void stepsDownAndUpAsComputed();
     void saturationDownEndsAboveZero();
     void saturationUpStopsAboutAt199();
     void saturationIsReadOnce();
@@ -125,29 +125,6 @@ void addRows(int count)
     for (int index = 0; index < count; ++index) {
         QTest::newRow(rows[index].item) << index;
     }
-}
-
-/// A step of the saturation walk, as the independent program prints it.
-struct WalkStep
-{
-    QString label;
-    double value;
-    int stored;
-};
-
-QList<WalkStep> computedWalk()
-{
-    QProcess program;
-    program.start(QStringLiteral("python3"), {QStringLiteral(SATURATION_WALK)});
-    program.waitForFinished();
-    QList<WalkStep> steps;
-    const QStringList lines =
-        QString::fromLatin1(program.readAllStandardOutput()).split('\n', Qt::SkipEmptyParts);
-    for (const QString &line : lines) {
-        const QStringList fields = line.split(' ');
-        steps.append({fields.value(0), fields.value(1).toDouble(), fields.value(2).toInt()});
-    }
-    return steps;
 }
 
 /// What the service was last given, read back from the journal.
@@ -445,9 +422,9 @@ void TestCSetupPanelForm::saturationReadAs1ShowsAndStoresIt()
     QCOMPARE(screen.news(effects).last(), written(saturation, 100));
 }
 
-void TestCSetupPanelForm::saturationWalk()
+void TestCSetupPanelForm::stepsDownAndUpAsComputed()
 {
-    const QList<WalkStep> walk = computedWalk();
+    const QList<SaturationStep> walk = saturationWalk(120, 120);
     QCOMPARE(walk.size(), 241); // The start, 120 steps down, 120 up.
     Screen screen;
     screen.open();
