@@ -3,18 +3,22 @@
 #include <QProcess>
 #include <QStringList>
 
-QList<SaturationStep> saturationWalk(int down, int up)
+QList<SaturationStep> saturationWalk(const QList<int> &steps)
 {
+    QStringList arguments{QStringLiteral(SATURATION_WALK)};
+    for (const int count : steps) {
+        arguments.append(QString::number(count));
+    }
     QProcess program;
-    program.start(QStringLiteral("python3"),
-                  {QStringLiteral(SATURATION_WALK), QString::number(down), QString::number(up)});
+    program.start(QStringLiteral("python3"), arguments);
     program.waitForFinished();
-    QList<SaturationStep> steps;
+
+    QList<SaturationStep> walk;
     const QStringList lines = QString::fromLatin1(program.readAllStandardOutput())
                                   .split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString &line : lines) {
         const QStringList fields = line.split(QLatin1Char(' '));
-        steps.append({fields.value(0), fields.value(1).toDouble(), fields.value(2).toInt()});
+        walk.append({fields.value(0), fields.value(1).toDouble(), fields.value(2).toInt()});
     }
-    return steps;
+    return walk;
 }

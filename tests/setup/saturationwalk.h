@@ -11,6 +11,7 @@ struct SaturationStep
     int stored;
 };
 
-/// The saturation from 1.0 on, stepped down and then up so many times, as the program beside this
-/// file computes it: the start, and what each step gives. Empty when the program cannot be run.
-QList<SaturationStep> saturationWalk(int down, int up);
+/// The saturation from 1.0 on, stepped so many times, up for a positive number and down for a
+/// negative one, as the program beside this file computes it: the start, and what each step gives.
+/// Empty when the program cannot be run.
+QList<SaturationStep> saturationWalk(const QList<int> &steps);

@@ -1,8 +1,8 @@
 #!/usr/bin/env python3
-"""saturationwalk.py DOWN UP: prints what the panel page's saturation does when it starts at 1.0 and is
-stepped down and then up so many times: one line before the first and one after each step, with the
-label's text, the value that the display service is given, and the integer that the vendor data
-keeps.
+"""saturationwalk.py STEPS...: prints what the panel page's saturation does when it starts at 1.0 and
+is stepped so many times, up for a positive number and down for a negative one: one line before the
+first and one after each step, with the label's text, the value that the display service is given,
+and the integer that the vendor data keeps.
 
 The arithmetic is rational and exact; only what is meant to be rounded is, to the nearest
 single-precision number of IEEE 754 (ties to even), by packing it into four bytes."""
@@ -41,6 +41,7 @@ def show(saturation):
 
 saturation = single(Fraction(1))
 show(saturation)
-for step in [down] * int(sys.argv[1]) + [up] * int(sys.argv[2]):
-    saturation = step(saturation)
-    show(saturation)
+for steps in map(int, sys.argv[1:]):
+    for _ in range(abs(steps)):
+        saturation = up(saturation) if steps > 0 else down(saturation)
+        show(saturation)

@@ -424,7 +424,7 @@ void TestCSetupPanelForm::saturationReadAs1ShowsAndStoresIt()
 
 void TestCSetupPanelForm::stepsDownAndUpAsComputed()
 {
-    const QList<SaturationStep> walk = saturationWalk(120, 120);
+    const QList<SaturationStep> walk = saturationWalk({-120, 120});
     QCOMPARE(walk.size(), 241); // The start, 120 steps down, 120 up.
     Screen screen;
     screen.open();
