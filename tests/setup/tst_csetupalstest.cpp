@@ -49,6 +49,7 @@ private slots:
     void switchOpensAsTheDimmerSays();
     void openingTheSwitchSendsNoSignal();
     void switchTurnsDetection();
+    void switchedOffItOpensAsTheDimmerSays();
     void modeFollowsTheThresholdsThatThePageSets();
 };
 
@@ -514,6 +515,17 @@ void TestCSetupALSTest::switchTurnsDetection()
     // The setting is only read.
     QCOMPARE(screen.news(),
              QStringList({QStringLiteral("als automatic 0"), QStringLiteral("als automatic 1")}));
+}
+
+void TestCSetupALSTest::switchedOffItOpensAsTheDimmerSays()
+{
+    Screen screen;
+    screen.open();
+    screen.tap("autoBtn");
+    delete screen.page;
+    screen.open();
+    QVERIFY(screen.widget<CBoolButton>("autoBtn")->state());
+    QVERIFY(!screen.unit.unit().dayNight().isAutomatic());
 }
 
 void TestCSetupALSTest::modeFollowsTheThresholdsThatThePageSets()
