@@ -15,6 +15,10 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_usbPorts(m_journal)
     , m_userUpdate(m_folder, m_clock, m_journal)
     , m_vendorData(m_journal)
+    , m_dayNight(m_journal)
+    , m_keyLight(m_journal, m_mcu)
+    , m_lightSensor(m_journal, m_clock, m_dayNight)
+    , m_panel(m_journal, m_mcu, m_vendorData)
 {
 }
 
@@ -33,13 +37,18 @@ bool Unit::open(QString *error)
         *error = QStringLiteral("The journal \"%1\" cannot be written.").arg(journalFile);
         return false;
     }
-    return m_settings.open(m_folder.path(QStringLiteral("/settings.ini")), error)
+    const bool opened = m_settings.open(m_folder.path(QStringLiteral("/settings.ini")), error)
         && m_storage.open(error)
         && m_defaults.open(m_folder.path(QStringLiteral("/defaults.ini")), error)
         && m_usbPorts.open(m_folder.path(QStringLiteral("/usb.ini")), error)
         && m_vendorData.open(m_folder.path(QStringLiteral("/vendor.ini")),
                              m_folder.path(QStringLiteral("/vendor.bin")), error)
-        && m_versions.open(m_folder.path(QStringLiteral("/versions.ini")), error);
+        && m_versions.open(m_folder.path(QStringLiteral("/versions.ini")), error)
+        && m_dayNight.open(m_folder.path(QStringLiteral("/daynight.ini")), error);
+    if (opened) {
+        m_panel.powerOn();
+    }
+    return opened;
 }
 
 } // namespace hardware

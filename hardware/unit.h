@@ -1,9 +1,13 @@
 #pragma once
 
 #include "clock.h"
+#include "daynight.h"
 #include "defaults.h"
 #include "journal.h"
+#include "keylight.h"
+#include "lightsensor.h"
 #include "mcu.h"
+#include "panel.h"
 #include "settings.h"
 #include "shell.h"
 #include "storage.h"
@@ -39,6 +43,10 @@ public:
     UserUpdate &userUpdate() { return m_userUpdate; }
     VendorData &vendorData() { return m_vendorData; }
     Versions &versions() { return m_versions; }
+    DayNight &dayNight() { return m_dayNight; }
+    KeyLight &keyLight() { return m_keyLight; }
+    LightSensor &lightSensor() { return m_lightSensor; }
+    Panel &panel() { return m_panel; }
 
 private:
     const Clock m_clock;
@@ -53,6 +61,10 @@ private:
     UserUpdate m_userUpdate;
     VendorData m_vendorData;
     Versions m_versions;
+    DayNight m_dayNight;
+    KeyLight m_keyLight;
+    LightSensor m_lightSensor;
+    Panel m_panel;
 };
 
 } // namespace hardware

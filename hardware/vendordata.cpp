@@ -5,6 +5,9 @@
 
 #include <QFile>
 #include <QMutexLocker>
+#include <QtEndian>
+
+#include <algorithm>
 
 namespace hardware
 {
@@ -37,6 +40,28 @@ bool readNumber(const TableFile &file, const TableSection &section, const QStrin
     return true;
 }
 
+/// The field "initial", which may be missing: a 32-bit integer that has to fit the item.
+bool readInitial(const TableFile &file, const TableSection &section, VendorItem *item,
+                 QString *error)
+{
+    const auto field = section.fields.constFind(QStringLiteral("initial"));
+    if (field == section.fields.constEnd()) {
+        return true;
+    }
+    bool isNumber = false;
+    const qint32 number = field->value.toInt(&isNumber);
+    if (!isNumber || item->length < int(sizeof number)) {
+        *error = file.place(field->line)
+            + QStringLiteral("item \"%1\": initial \"%2\" is not allowed; allowed is a 32-bit "
+                             "integer, and a length of at least 4.")
+                  .arg(section.name, field->value);
+        return false;
+    }
+    item->initial.resize(sizeof number);
+    qToLittleEndian(number, item->initial.data());
+    return true;
+}
+
 bool readItem(const TableFile &file, const TableSection &section, VendorItem *item, QString *error)
 {
     item->name = section.name;
@@ -44,14 +69,21 @@ bool readItem(const TableFile &file, const TableSection &section, VendorItem *it
         && readNumber(file, section, QStringLiteral("offset"), VendorData::size, &item->offset,
                       error)
         && readNumber(file, section, QStringLiteral("length"), VendorData::size - item->offset,
-                      &item->length, error);
+                      &item->length, error)
+        && readInitial(file, section, item, error);
 }
 
-bool makeMemory(const QString &fileName)
+bool makeMemory(const QString &fileName, const QList<VendorItem> &items)
 {
+    const bool isNew = !QFile::exists(fileName);
     QFile file(fileName);
-    return file.open(QIODevice::ReadWrite)
-        && (file.size() >= VendorData::size || file.resize(VendorData::size));
+    if (!file.open(QIODevice::ReadWrite)
+        || (file.size() < VendorData::size && !file.resize(VendorData::size))) {
+        return false;
+    }
+    return !isNew || std::all_of(items.cbegin(), items.cend(), [&file](const VendorItem &item) {
+        return file.seek(item.offset) && file.write(item.initial) == item.initial.size();
+    });
 }
 
 } // namespace
@@ -75,7 +107,7 @@ bool VendorData::open(const QString &table, const QString &memory, QString *erro
         }
         m_items.append(item);
     }
-    if (!makeMemory(memory)) {
+    if (!makeMemory(memory, m_items)) {
         *error = QStringLiteral("The vendor data \"%1\" cannot be read and written.").arg(memory);
         return false;
     }

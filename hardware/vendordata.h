@@ -14,9 +14,10 @@ class Journal;
 struct VendorItem
 {
     QString name;
-    int position; ///< the platform's number for the item
-    int offset;   ///< in bytes from the beginning
-    int length;   ///< in bytes
+    int position;       ///< the platform's number for the item
+    int offset;         ///< in bytes from the beginning
+    int length;         ///< in bytes
+    QByteArray initial; ///< what a new memory holds there; may be shorter than the item
 };
 
 /// The unit's vendor data: a memory of 4096 bytes, kept in "vendor.bin", with a table of what lies

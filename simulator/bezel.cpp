@@ -1,7 +1,9 @@
 #include "bezel.h"
 
+#include "backlight.h"
 #include "colors.h"
 #include "hardkey.h"
+#include "modeindicator.h"
 #include "screen.h"
 
 #include <QBackingStore>
@@ -23,16 +25,21 @@ const QColor frameBottom(25, 26, 28);
 
 Bezel::Bezel()
     : m_screen(new Screen(this))
+    , m_backlight(new Backlight(this))
     , m_homeKey(new HardKey(tr("HOME"), this))
     , m_factoryKey(new HardKey(tr("FACTORY"), this))
+    , m_modeIndicator(new ModeIndicator(this))
 {
     setWindowTitle(tr("Simulated head unit"));
     setFixedSize(windowSize);
     setAttribute(Qt::WA_OpaquePaintEvent);
     m_screen->move(screenPosition);
+    m_backlight->setGeometry(m_screen->geometry());
     const int keyTop = keyStrip.center().y() - m_homeKey->height() / 2;
     m_homeKey->move(width() / 2 - keyGap / 2 - m_homeKey->width(), keyTop);
     m_factoryKey->move(width() / 2 + keyGap / 2, keyTop);
+    m_modeIndicator->move(keyStrip.right() + 1 - m_modeIndicator->width(),
+                          keyStrip.center().y() - m_modeIndicator->height() / 2);
 }
 
 Screen &Bezel::screen()
@@ -48,6 +55,16 @@ HardKey &Bezel::homeKey()
 HardKey &Bezel::factoryKey()
 {
     return *m_factoryKey;
+}
+
+Backlight &Bezel::backlight()
+{
+    return *m_backlight;
+}
+
+ModeIndicator &Bezel::modeIndicator()
+{
+    return *m_modeIndicator;
 }
 
 QImage Bezel::lastFrame() const

@@ -7,7 +7,9 @@
 namespace simulator
 {
 
+class Backlight;
 class HardKey;
+class ModeIndicator;
 class Screen;
 
 /// The window of the simulated unit: its screen in a plain frame with the hard keys HOME and
@@ -22,6 +24,8 @@ public:
     Screen &screen();
     HardKey &homeKey();
     HardKey &factoryKey();
+    Backlight &backlight();
+    ModeIndicator &modeIndicator();
 
     /// What the window showed when it was last painted, with nothing that was asked for but not
     /// painted yet. Any thread, also while the graphical thread is blocked.
@@ -38,8 +42,10 @@ private:
     void keepFrame();
 
     Screen *m_screen;
+    Backlight *m_backlight;
     HardKey *m_homeKey;
     HardKey *m_factoryKey;
+    ModeIndicator *m_modeIndicator;
     mutable QMutex m_frameMutex;
     QImage m_frame;
 };

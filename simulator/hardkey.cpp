@@ -7,6 +7,26 @@
 namespace simulator
 {
 
+namespace
+{
+
+const QColor print(96, 98, 102);
+
+/// The printed label with the light shining through it.
+QColor lit(const QColor &light)
+{
+    return QColor(qMax(print.red(), light.red()), qMax(print.green(), light.green()),
+                  qMax(print.blue(), light.blue()));
+}
+
+QColor faint(QColor color)
+{
+    color.setAlphaF(0.6);
+    return color;
+}
+
+} // namespace
+
 HardKey::HardKey(const QString &label, QWidget *parent)
     : QAbstractButton(parent)
 {
@@ -25,6 +45,12 @@ QSize HardKey::sizeHint() const
     return QSize(132, 56);
 }
 
+void HardKey::setLight(const QColor &light)
+{
+    m_light = light;
+    update();
+}
+
 void HardKey::paintEvent(QPaintEvent *)
 {
     QLinearGradient face(0, 0, 0, height());
@@ -36,7 +62,10 @@ void HardKey::paintEvent(QPaintEvent *)
     painter.setPen(QPen(isDown() ? colors::accent : QColor(14, 15, 16), 2));
     painter.setBrush(face);
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 8, 8);
-    painter.setPen(isDown() ? colors::accent : colors::text);
+    painter.setBrush(Qt::NoBrush);
+    painter.setPen(QPen(faint(m_light), 2));
+    painter.drawRoundedRect(QRectF(rect()).adjusted(5, 5, -5, -5), 5, 5);
+    painter.setPen(lit(m_light));
     painter.drawText(rect(), Qt::AlignCenter, text());
 }
 

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QAbstractButton>
+#include <QColor>
 
 namespace simulator
 {
@@ -15,8 +16,14 @@ public:
 
     QSize sizeHint() const override;
 
+    /// The light behind the label; black is none, and then the label is seen as it is printed.
+    void setLight(const QColor &light);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
+
+private:
+    QColor m_light = Qt::black;
 };
 
 } // namespace simulator

@@ -7,6 +7,7 @@
 #include "screenreader.h"
 #include "topleveladopter.h"
 #include "tracejournal.h"
+#include "unitlights.h"
 #include "usbactivity.h"
 
 #include "kvappframework/frameworkhost.h"
@@ -59,6 +60,7 @@ private:
     TraceJournal m_traceJournal;
     GraphicalThread m_graphicalThread;
     Bezel m_bezel;
+    UnitLights m_lights;
     kvappframework::FrameworkHost m_framework;
     TopLevelAdopter m_adopter;
     UsbActivity m_usb;

@@ -1,7 +1,9 @@
 #include "allcommands.h"
 
 #include "journalcommands.h"
+#include "lightcommands.h"
 #include "lookcommands.h"
+#include "repeatcommand.h"
 #include "settingcommands.h"
 #include "storagecommands.h"
 #include "touchcommands.h"
@@ -19,9 +21,11 @@ void addAllCommands(Console &console, Simulator &simulator)
     addJournalCommands(console, simulator);
     addStorageCommands(console, simulator);
     addSettingCommands(console, simulator);
+    addLightCommands(console, simulator);
+    addVendorCommands(console, simulator);
     addUnitCommands(console, simulator);
     addUsbCommands(console, simulator);
-    addVendorCommands(console, simulator);
+    addRepeatCommand(console);
 }
 
 } // namespace simulator

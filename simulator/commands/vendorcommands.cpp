@@ -13,75 +13,48 @@ namespace simulator
 namespace
 {
 
-const int highestPosition = 255;
-
-/// A fault that a device can have, by the name that people give it.
-struct Fault
-{
-    const char *name;
-    void (*set)(hardware::Unit &unit, bool on);
-};
-
-const Fault vendorFaults[] = {
-    {"lookup", [](hardware::Unit &unit, bool on) { unit.vendorData().refuseLookUps(on); }},
-    {"write", [](hardware::Unit &unit, bool on) { unit.vendorData().refuseWrites(on); }},
-};
-
-const Fault updateFaults[] = {
-    {"silent", [](hardware::Unit &unit, bool on) { unit.userUpdate().setSilent(on); }},
-    {"no-data", [](hardware::Unit &unit, bool on) { unit.userUpdate().refuseData(on); }},
-};
-
-bool readSwitch(const QString &word, bool *on, QString *error)
-{
-    *on = word == QLatin1String("on");
-    *error = QStringLiteral("a fault is \"on\" or \"off\", not \"%1\"").arg(word);
-    return *on || word == QLatin1String("off");
-}
-
-template <std::size_t count>
-ConsoleResult setFault(const Fault (&faults)[count], Simulator &simulator,
-                       const QStringList &arguments)
-{
-    bool on = false;
-    QString error;
-    if (!readSwitch(arguments.at(1), &on, &error)) {
-        return ConsoleResult::failed(error);
-    }
-    QStringList names;
-    for (const Fault &fault : faults) {
-        if (arguments.first() == QLatin1String(fault.name)) {
-            fault.set(simulator.unit(), on);
-            return ConsoleResult::done();
-        }
-        names.append(QString::fromLatin1(fault.name));
-    }
-    return ConsoleResult::failed(QStringLiteral("there is no fault \"%1\"; there are: %2")
-                                     .arg(arguments.first(), names.join(QStringLiteral(", "))));
-}
+const int lastPosition = 255;
 
 ConsoleResult vendor(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     int position = 0;
     QString error;
-    if (!readNumber(arguments.first(), QStringLiteral("POSITION"), 0, highestPosition, &position,
+    if (!readNumber(arguments.first(), QStringLiteral("POSITION"), 0, lastPosition, &position,
                     &error)) {
         return ConsoleResult::failed(error);
     }
-    const QByteArray bytes = simulator.unit().vendorData().item(position);
-    return bytes.isEmpty() ? ConsoleResult::failed(
-               QStringLiteral("the vendor data has nothing at position %1").arg(position))
-                           : ConsoleResult::done({QString::fromLatin1(bytes.toHex(' ').toUpper())});
+    const QByteArray item = simulator.unit().vendorData().item(position);
+    return item.isEmpty()
+        ? ConsoleResult::failed(QStringLiteral("nothing has position %1").arg(position))
+        : ConsoleResult::done({QString::fromLatin1(item.toHex(' ').toUpper())});
 }
 
 ConsoleResult vendorFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    return setFault(vendorFaults, simulator, arguments);
+    const QString fault = arguments.first();
+    const bool lookUps = fault == QLatin1String("look-up");
+    const bool writes = fault == QLatin1String("write");
+    if (!lookUps && !writes && fault != QLatin1String("none")) {
+        return ConsoleResult::failed(
+            QStringLiteral("FAULT is look-up, write or none, not \"%1\"").arg(fault));
+    }
+    simulator.unit().vendorData().refuseLookUps(lookUps);
+    simulator.unit().vendorData().refuseWrites(writes);
+    return ConsoleResult::done();
 }
 
 ConsoleResult updateFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    return setFault(updateFaults, simulator, arguments);
+    const QString fault = arguments.first();
+    const bool silent = fault == QLatin1String("silent");
+    const bool noData = fault == QLatin1String("no-data");
+    if (!silent && !noData && fault != QLatin1String("none")) {
+        return ConsoleResult::failed(
+            QStringLiteral("FAULT is silent, no-data or none, not \"%1\"").arg(fault));
+    }
+    simulator.unit().userUpdate().setSilent(silent);
+    simulator.unit().userUpdate().refuseData(noData);
+    return ConsoleResult::done();
 }
 
 } // namespace
@@ -89,20 +62,18 @@ ConsoleResult updateFault(Simulator &simulator, const QStringList &arguments, Co
 void addVendorCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(console, simulator,
-                {
-                    {"vendor", "POSITION",
-                     "Says the bytes of the vendor data's item at that position, in hexadecimal.",
-                     place, vendor},
-                    {"vendor-fault", "FAULT on|off",
-                     "The vendor data refuses to say where an item is (lookup), or to be written "
-                     "(write).",
-                     place, vendorFault},
-                    {"update-fault", "FAULT on|off",
-                     "The update service never ends a check (silent), or has no data for an update "
-                     "(no-data).",
-                     place, updateFault},
-                });
+    addCommands(
+        console, simulator,
+        {
+            {"vendor", "POSITION", "Says the bytes of an item of the vendor data.", place, vendor},
+            {"vendor-fault", "look-up|write|none",
+             "From now on the vendor data refuses look-ups, or writes, or nothing.", place,
+             vendorFault},
+            {"update-fault", "silent|no-data|none",
+             "From now on the update service never ends a check, or has no data for an update, or "
+             "has no fault.",
+             place, updateFault},
+        });
 }
 
 } // namespace simulator

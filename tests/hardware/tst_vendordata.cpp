@@ -20,6 +20,7 @@ private slots:
     void refusesToWriteOutside();
     void refusedLookUps();
     void refusedWrites();
+    void newMemoryHoldsInitialValues();
     void badTableIsAClearError_data();
     void badTableIsAClearError();
 
@@ -132,6 +133,20 @@ void TestVendorData::refusedWrites()
     QVERIFY(m_data->write(16, "x"));
 }
 
+void TestVendorData::newMemoryHoldsInitialValues()
+{
+    const QByteArray initials("[first]\nposition = 0\noffset = 16\nlength = 8\ninitial = -2\n"
+                              "[second]\nposition = 7\noffset = 4092\nlength = 4\ninitial = 258\n");
+    // A memory that is there already keeps what it holds.
+    QVERIFY2(open(initials), qPrintable(m_error));
+    QCOMPARE(memory(), QByteArray(VendorData::size, '\0'));
+
+    QVERIFY(QFile::remove(m_folder->filePath(QStringLiteral("vendor.bin"))));
+    QVERIFY2(open(initials), qPrintable(m_error));
+    QCOMPARE(m_data->item(0), QByteArray("\xFE\xFF\xFF\xFF\0\0\0\0", 8));
+    QCOMPARE(m_data->item(7), QByteArray("\x02\x01\0\0", 4));
+}
+
 void TestVendorData::badTableIsAClearError_data()
 {
     QTest::addColumn<QByteArray>("table");
@@ -144,6 +159,12 @@ void TestVendorData::badTableIsAClearError_data()
     QTest::newRow("over the end")
         << QByteArray("[a]\nposition = 1\noffset = 4093\nlength = 4\n")
         << QStringLiteral("length \"4\" is not allowed; allowed is a whole number from 0 to 3.");
+    QTest::newRow("initial without room")
+        << QByteArray("[a]\nposition = 1\noffset = 0\nlength = 3\ninitial = 1\n")
+        << QStringLiteral("line 5: item \"a\": initial \"1\" is not allowed");
+    QTest::newRow("initial of letters")
+        << QByteArray("[a]\nposition = 1\noffset = 0\nlength = 4\ninitial = one\n")
+        << QStringLiteral("line 5: item \"a\": initial \"one\" is not allowed");
     QTest::newRow("negative") << QByteArray("[a]\nposition = 1\noffset = -4\nlength = 4\n")
                               << QStringLiteral("offset \"-4\" is not allowed");
 }

@@ -1,0 +1,132 @@
+#include "lightcommands.h"
+
+#include "arguments.h"
+#include "commandtable.h"
+
+#include "simulator/simulator.h"
+
+#include "hardware/unit.h"
+
+#include <cmath>
+#include <limits>
+
+namespace simulator
+{
+
+namespace
+{
+
+const int mostReadingsPerSecond = 1000;
+const int usualDaySeconds = 240;
+const int longestDaySeconds = 86400;
+
+using hardware::Panel;
+
+ConsoleResult als(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    hardware::LightSensor &sensor = simulator.unit().lightSensor();
+    if (arguments.isEmpty()) {
+        const std::optional<int> reading = sensor.reading();
+        const QString shown = reading ? QString::number(*reading) : QStringLiteral("none");
+        return ConsoleResult::done(QStringList(QStringLiteral("reading ") + shown)
+                                   + simulator.unit().dayNight().description());
+    }
+    int reading = 0;
+    QString error;
+    if (!readNumber(arguments.first(), QStringLiteral("READING"), std::numeric_limits<int>::min(),
+                    std::numeric_limits<int>::max(), &reading, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    sensor.report(reading);
+    return ConsoleResult::done();
+}
+
+ConsoleResult alsCurve(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    int perSecond = 0;
+    int daySeconds = 0;
+    QString error;
+    if (!readNumber(arguments.first(), QStringLiteral("RATE"), 0, mostReadingsPerSecond, &perSecond,
+                    &error)
+        || !readNumber(arguments.value(1, QString::number(usualDaySeconds)),
+                       QStringLiteral("SECONDS"), 1, longestDaySeconds, &daySeconds, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    if (perSecond == 0) {
+        simulator.unit().lightSensor().stopCurve();
+    } else {
+        simulator.unit().lightSensor().startCurve(perSecond, daySeconds);
+    }
+    return ConsoleResult::done();
+}
+
+ConsoleResult setPanel(Panel &panel, const QString &item, const QString &value)
+{
+    if (item == QLatin1String("saturation")) {
+        bool isNumber = false;
+        const double saturation = value.toDouble(&isNumber);
+        if (!isNumber || !std::isfinite(saturation)) {
+            return ConsoleResult::failed(
+                QStringLiteral("VALUE is a number for the saturation, not \"%1\"").arg(value));
+        }
+        panel.setSaturation(saturation);
+        return ConsoleResult::done();
+    }
+    const int index = QStringList({QStringLiteral("brightness"), QStringLiteral("contrast"),
+                                   QStringLiteral("hue")})
+                          .indexOf(item);
+    if (index < 0) {
+        return ConsoleResult::failed(
+            QStringLiteral("ITEM is brightness, contrast, hue or saturation, not \"%1\"")
+                .arg(item));
+    }
+    int number = 0;
+    QString error;
+    if (!readNumber(value, QStringLiteral("VALUE"), std::numeric_limits<int>::min(),
+                    std::numeric_limits<int>::max(), &number, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    panel.setValue(Panel::Item(index), number);
+    return ConsoleResult::done();
+}
+
+ConsoleResult panel(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    Panel &panel = simulator.unit().panel();
+    if (arguments.isEmpty()) {
+        return ConsoleResult::done(panel.description());
+    }
+    return arguments.size() == 2 ? setPanel(panel, arguments.at(0), arguments.at(1))
+                                 : ConsoleResult::failed(QStringLiteral("an ITEM needs a VALUE"));
+}
+
+ConsoleResult keyLight(Simulator &simulator, const QStringList &, ConsoleSession &)
+{
+    const hardware::KeyColor color = simulator.unit().keyLight().color();
+    return ConsoleResult::done({QStringLiteral("red %1").arg(color.red),
+                                QStringLiteral("green %1").arg(color.green),
+                                QStringLiteral("blue %1").arg(color.blue)});
+}
+
+} // namespace
+
+void addLightCommands(Console &console, Simulator &simulator)
+{
+    const auto place = Console::Place::AnyThread;
+    addCommands(
+        console, simulator,
+        {
+            {"als", "[READING]",
+             "Has the light sensor report, or says its reading, thresholds and mode.", place, als},
+            {"als-curve", "RATE [SECONDS]",
+             "Has the light sensor follow a day of 240 s, if not said, with RATE readings a "
+             "second; 0 ends it.",
+             place, alsCurve},
+            {"panel", "[ITEM] [VALUE]", "Says the panel's picture, or changes an item of it.",
+             place, panel},
+            {"keylight", "", "Says the colour behind the hard keys, 0 to 100 each.", place,
+             keyLight},
+        });
+}
+
+} // namespace simulator

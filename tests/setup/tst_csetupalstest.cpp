@@ -1,0 +1,549 @@
+#include "setup/csetupalstest.h"
+
+#include "pageonscreen.h"
+
+#include "kvwidget/cboolbutton.h"
+#include "kvwidget/kvhorstrbutton.h"
+#include "service/calsdevice.h"
+#include "service/datasavecontrol.h"
+#include "service/setupstridconst.h"
+
+#include <QElapsedTimer>
+#include <QSignalSpy>
+
+#include <limits>
+
+class TestCSetupALSTest : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void endsWithTheFormsSize();
+    void isBlack();
+    void row_data();
+    void row();
+    void rowsAreAligned();
+    void buttonsShowAndPress();
+    void switchIsWhollyVisibleAndTouchable();
+
+    void openingWritesBothThresholds();
+    void buttonStepsItsThreshold_data();
+    void buttonStepsItsThreshold();
+    void day300Night300HoldEachOther();
+    void day1000AndIncreaseDay();
+    void night0AndDecreaseNight();
+    void boundsAreReachedAndHeld_data();
+    void boundsAreReachedAndHeld();
+    void thresholdsOutsideTheRangeMoveBackOnly();
+    void anotherIndexDoesNothing();
+    void unknownIdIsIgnored_data();
+    void unknownIdIsIgnored();
+
+    void readingIsShown_data();
+    void readingIsShown();
+    void readingIsShownWhileTheSensorFollowsACurve();
+    void aBlockedScreenFindsOneReadingWaiting();
+    void readingAfterThePageHasGone();
+
+    void switchOpensAsTheDimmerSays_data();
+    void switchOpensAsTheDimmerSays();
+    void openingTheSwitchSendsNoSignal();
+    void switchTurnsDetection();
+    void switchedOffItOpensAsTheDimmerSays();
+    void modeFollowsTheThresholdsThatThePageSets();
+};
+
+namespace
+{
+
+using Screen = PageOnScreen<CSetupALSTest>;
+using hardware::DayNight;
+
+struct Row
+{
+    const char *threshold;
+    const char *nameLabel;
+    const char *name;
+    const char *decrease;
+    const char *decreaseId;
+    const char *valueLabel;
+    const char *increase;
+    const char *increaseId;
+    int start; // What a new unit has.
+};
+
+const Row rows[] = {
+    {"day", "labDayTarget", "DayDst [max:1000]", "decreaseDay", "condec", "dayText", "increaseDay",
+     "coninc", 300},
+    {"night", "labNightTarget", "NightDst [min:0]", "decreaseNight", "huedec", "nightText",
+     "increaseNight", "hueinc", 100},
+};
+
+const QString effects = QStringLiteral("/^(log|als) /");
+
+QString logged(const char *id)
+{
+    return QStringLiteral("log INFO CSetupALSTest clickedAdjustItem ") + QLatin1String(id);
+}
+
+QString threshold(const char *mode, int value)
+{
+    return QStringLiteral("als %1 threshold %2").arg(QLatin1String(mode)).arg(value);
+}
+
+void setThresholds(Screen &screen, int day, int night)
+{
+    screen.unit.unit().dayNight().setThreshold(DayNight::Day, day);
+    screen.unit.unit().dayNight().setThreshold(DayNight::Night, night);
+}
+
+void addRows()
+{
+    QTest::addColumn<int>("index");
+    for (int index = 0; index < 2; ++index) {
+        QTest::newRow(rows[index].threshold) << index;
+    }
+}
+
+} // namespace
+
+void TestCSetupALSTest::endsWithTheFormsSize()
+{
+    Screen screen;
+    screen.open();
+    // The form resizes what was given a rectangle before.
+    QCOMPARE(screen.page->geometry(), QRect(0, 66, 800, 480));
+    QCOMPARE(screen.page->title(), QStringLiteral("ALS SENSOR DEBUG"));
+    QCOMPARE(screen.page->windowTitle(), QStringLiteral("Form"));
+    QCOMPARE(screen.page->styleSheet(), QStringLiteral("background-color:rgb(0, 0, 0);"));
+    QVERIFY(screen.page->testAttribute(Qt::WA_StyledBackground));
+    QCOMPARE(screen.widget<QWidget>("layoutWidget")->geometry(), QRect(10, 81, 781, 321));
+}
+
+void TestCSetupALSTest::isBlack()
+{
+    Screen screen;
+    screen.open();
+    const QImage image = picture(screen.unit, screen.page);
+    for (const QPoint &point : {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(400, 405)}) {
+        QCOMPARE(image.pixelColor(point), QColor(Qt::black));
+    }
+}
+
+void TestCSetupALSTest::row_data()
+{
+    addRows();
+}
+
+void TestCSetupALSTest::row()
+{
+    QFETCH(int, index);
+    const Row &row = rows[index];
+    Screen screen;
+    screen.open();
+
+    const auto checkName = [&](const char *label, const char *text) {
+        const auto *name = screen.widget<QLabel>(label);
+        QCOMPARE(name->text(), QLatin1String(text));
+        QCOMPARE(name->minimumSize(), QSize(300, 35));
+        QCOMPARE(name->maximumSize(), QSize(400, 35));
+        QCOMPARE(name->font().pointSize(), 28);
+        QCOMPARE(name->styleSheet(),
+                 QStringLiteral("color: rgb(240, 240, 240);\nbackground-color: "
+                                "rgba(0, 0, 0, 0);"));
+        QVERIFY(isTextInside(name));
+    };
+    checkName(row.nameLabel, row.name);
+    checkName("labCurrentVal", "Current:0");
+
+    auto *value = screen.widget<QLabel>(row.valueLabel);
+    QCOMPARE(value->text(), QString::number(row.start));
+    QCOMPARE(value->minimumSize(), QSize(60, 60));
+    QCOMPARE(value->maximumSize(), QSize(124, 60));
+    QCOMPARE(value->alignment(), Qt::Alignment(Qt::AlignCenter));
+    QCOMPARE(value->styleSheet(),
+             QStringLiteral("color: rgb(28, 160, 248);font: 30pt \"Arial\";\nbackground-color: "
+                            "rgba(0, 0, 0, 0);"));
+    value->setText(QStringLiteral("1000"));
+    // The layout makes room for it.
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(isTextInside(value));
+
+    const auto checkButton = [&](const char *widget, const char *id) {
+        const auto *button = screen.widget<KvHorStrButton>(widget);
+        QCOMPARE(button->buttonId(), QLatin1String(id));
+        QCOMPARE(button->minimumSize(), QSize(56, 56));
+        QCOMPARE(button->maximumSize(), QSize(800, 800));
+        QCOMPARE(button->displayString(), QString());
+        QVERIFY(!button->normalPixmap().isNull());
+        QVERIFY(!button->pressPixmap().isNull());
+        QVERIFY(!button->disablePixmap().isNull());
+    };
+    checkButton(row.decrease, row.decreaseId);
+    checkButton(row.increase, row.increaseId);
+}
+
+void TestCSetupALSTest::rowsAreAligned()
+{
+    Screen screen;
+    screen.open();
+    const auto middle = [&](const char *name) {
+        return screen.widget<QWidget>(name)->geometry().center();
+    };
+    for (const Row &row : rows) {
+        QCOMPARE(screen.widget<QWidget>(row.nameLabel)->x(),
+                 screen.widget<QWidget>("labCurrentVal")->x());
+        QCOMPARE(middle(row.decrease).x(), middle(rows[0].decrease).x());
+        QCOMPARE(middle(row.increase).x(), middle(rows[0].increase).x());
+        QCOMPARE(middle(row.decrease).y(), middle(row.increase).y());
+    }
+}
+
+void TestCSetupALSTest::buttonsShowAndPress()
+{
+    Screen screen;
+    screen.open();
+    for (const char *name : {"decreaseNight", "increaseNight"}) {
+        const auto *button = screen.widget<QWidget>(name);
+        const QPoint middle = button->mapTo(&screen.unit.screen(), button->rect().center());
+        const QImage released = picture(screen.unit, button);
+        screen.unit.press(middle);
+        const QImage pressed = picture(screen.unit, button);
+        screen.unit.release(middle);
+        QVERIFY(pressed != released);
+        QCOMPARE(picture(screen.unit, button), released);
+    }
+}
+
+void TestCSetupALSTest::switchIsWhollyVisibleAndTouchable()
+{
+    Screen screen;
+    screen.open();
+    auto *autoSwitch = screen.widget<CBoolButton>("autoBtn");
+    QCOMPARE(autoSwitch->parentWidget(), screen.page.data());
+    QCOMPARE(autoSwitch->geometry(), QRect(620, 50, 80, 62));
+    QCOMPARE(autoSwitch->buttonID(), QStringLiteral("id_alsbtn"));
+    // The lower half lies over the layout's widget.
+    QVERIFY(screen.widget<QWidget>("layoutWidget")->geometry().intersects(autoSwitch->geometry()));
+    QCOMPARE(autoSwitch->visibleRegion(), QRegion(autoSwitch->rect()));
+    QSignalSpy released(autoSwitch, &CBoolButton::btnReleased);
+    const QPoint corner = screen.page->pos() + autoSwitch->pos();
+    int taps = 0;
+    for (const QPoint &point :
+         {QPoint(0, 0), QPoint(79, 0), QPoint(40, 31), QPoint(0, 61), QPoint(79, 61)}) {
+        screen.unit.tap(corner + point);
+        QCOMPARE(released.count(), ++taps);
+    }
+}
+
+void TestCSetupALSTest::openingWritesBothThresholds()
+{
+    Screen screen;
+    setThresholds(screen, 321, 45);
+    screen.open();
+    QCOMPARE(screen.news(effects), QStringList({threshold("day", 321), threshold("night", 45)}));
+    QCOMPARE(screen.text("dayText"), QStringLiteral("321"));
+    QCOMPARE(screen.text("nightText"), QStringLiteral("45"));
+}
+
+void TestCSetupALSTest::buttonStepsItsThreshold_data()
+{
+    addRows();
+}
+
+void TestCSetupALSTest::buttonStepsItsThreshold()
+{
+    QFETCH(int, index);
+    const Row &row = rows[index];
+    Screen screen;
+    screen.open();
+    screen.news();
+    screen.tap(row.increase);
+    QCOMPARE(screen.text(row.valueLabel), QString::number(row.start + 1));
+    QCOMPARE(screen.news(effects),
+             QStringList({logged(row.increaseId), threshold(row.threshold, row.start + 1)}));
+    screen.tap(row.decrease);
+    screen.tap(row.decrease);
+    QCOMPARE(screen.text(row.valueLabel), QString::number(row.start - 1));
+    QCOMPARE(screen.news(effects),
+             QStringList({logged(row.decreaseId), threshold(row.threshold, row.start),
+                          logged(row.decreaseId), threshold(row.threshold, row.start - 1)}));
+}
+
+void TestCSetupALSTest::day300Night300HoldEachOther()
+{
+    Screen screen;
+    setThresholds(screen, 300, 300);
+    screen.open();
+    screen.news();
+    screen.tap("decreaseDay");
+    QCOMPARE(screen.text("dayText"), QStringLiteral("300"));
+    screen.tap("increaseNight");
+    QCOMPARE(screen.text("nightText"), QStringLiteral("300"));
+    QCOMPARE(screen.news(effects),
+             QStringList({logged("condec"), threshold("day", 300), logged("hueinc"),
+                          threshold("night", 300)}));
+    // Each may move away, and then the other may follow.
+    screen.tap("increaseDay");
+    screen.tap("increaseNight");
+    QCOMPARE(screen.text("nightText"), QStringLiteral("301"));
+}
+
+void TestCSetupALSTest::day1000AndIncreaseDay()
+{
+    Screen screen;
+    setThresholds(screen, 1000, 100);
+    screen.open();
+    screen.news();
+    screen.tap("increaseDay");
+    QCOMPARE(screen.text("dayText"), QStringLiteral("1000"));
+    QCOMPARE(screen.news(effects), QStringList({logged("coninc"), threshold("day", 1000)}));
+}
+
+void TestCSetupALSTest::night0AndDecreaseNight()
+{
+    Screen screen;
+    setThresholds(screen, 300, 0);
+    screen.open();
+    screen.news();
+    screen.tap("decreaseNight");
+    QCOMPARE(screen.text("nightText"), QStringLiteral("0"));
+    QCOMPARE(screen.news(effects), QStringList({logged("huedec"), threshold("night", 0)}));
+}
+
+void TestCSetupALSTest::boundsAreReachedAndHeld_data()
+{
+    QTest::addColumn<int>("day");
+    QTest::addColumn<int>("night");
+    QTest::addColumn<QByteArray>("button");
+    QTest::addColumn<QByteArray>("label");
+    QTest::addColumn<int>("bound");
+    const auto row = [](const char *name, int day, int night, const char *button, const char *label,
+                        int bound) {
+        QTest::newRow(name) << day << night << QByteArray(button) << QByteArray(label) << bound;
+    };
+    row("day up to 1000", 995, 100, "increaseDay", "dayText", 1000);
+    row("day down to the night", 305, 300, "decreaseDay", "dayText", 300);
+    row("night up to the day", 305, 300, "increaseNight", "nightText", 305);
+    row("night down to 0", 300, 5, "decreaseNight", "nightText", 0);
+    row("both at 1000", 1000, 1000, "increaseNight", "nightText", 1000);
+    row("both at 0", 0, 0, "decreaseDay", "dayText", 0);
+}
+
+void TestCSetupALSTest::boundsAreReachedAndHeld()
+{
+    QFETCH(int, day);
+    QFETCH(int, night);
+    QFETCH(QByteArray, button);
+    QFETCH(QByteArray, label);
+    QFETCH(int, bound);
+    Screen screen;
+    setThresholds(screen, day, night);
+    screen.open();
+    int value = screen.text(label).toInt();
+    const int distance = bound - value;
+    for (int press = 0; press < qAbs(distance) + 2; ++press) {
+        value = value == bound ? bound : value + (distance > 0 ? 1 : -1);
+        screen.tap(button);
+        QCOMPARE(screen.text(label), QString::number(value));
+    }
+}
+
+void TestCSetupALSTest::thresholdsOutsideTheRangeMoveBackOnly()
+{
+    Screen screen;
+    setThresholds(screen, 2000, -5);
+    screen.open();
+    screen.tap("increaseDay");
+    QCOMPARE(screen.text("dayText"), QStringLiteral("2000"));
+    screen.tap("decreaseDay");
+    QCOMPARE(screen.text("dayText"), QStringLiteral("1999"));
+    screen.tap("decreaseNight");
+    QCOMPARE(screen.text("nightText"), QStringLiteral("-5"));
+    screen.tap("increaseNight");
+    QCOMPARE(screen.text("nightText"), QStringLiteral("-4"));
+}
+
+void TestCSetupALSTest::anotherIndexDoesNothing()
+{
+    Screen screen;
+    screen.open();
+    screen.news();
+    screen.page->setValue(0, 7);
+    screen.page->setValue(3, 7);
+    QCOMPARE(screen.news(), QStringList());
+    QCOMPARE(screen.text("dayText"), QStringLiteral("300"));
+    QCOMPARE(screen.text("nightText"), QStringLiteral("100"));
+}
+
+void TestCSetupALSTest::unknownIdIsIgnored_data()
+{
+    QTest::addColumn<QString>("id");
+    for (const char *id : {"CONINC", "briinc", "day"}) {
+        QTest::newRow(id) << QString::fromLatin1(id);
+    }
+}
+
+void TestCSetupALSTest::unknownIdIsIgnored()
+{
+    QFETCH(QString, id);
+    Screen screen;
+    screen.open();
+    screen.news();
+    QVERIFY(QMetaObject::invokeMethod(screen.page, "clickedAdjustItem", Qt::DirectConnection,
+                                      Q_ARG(QString, id)));
+    QCOMPARE(screen.news(effects), QStringList(logged(qPrintable(id))));
+}
+
+void TestCSetupALSTest::readingIsShown_data()
+{
+    QTest::addColumn<int>("reading");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("-5") << -5 << QStringLiteral("Current:-5");
+    QTest::newRow("0") << 0 << QStringLiteral("Current:0");
+    QTest::newRow("300") << 300 << QStringLiteral("Current:300");
+    QTest::newRow("highest") << 2147483647 << QStringLiteral("Current:2147483647");
+    QTest::newRow("lowest") << std::numeric_limits<int>::min()
+                            << QStringLiteral("Current:-2147483648");
+}
+
+void TestCSetupALSTest::readingIsShown()
+{
+    QFETCH(int, reading);
+    Screen screen;
+    screen.open();
+    screen.unit.unit().lightSensor().report(77);
+    QCOMPARE(screen.text("labCurrentVal"), QStringLiteral("Current:77"));
+    screen.unit.unit().lightSensor().report(reading);
+    QTEST(screen.text("labCurrentVal"), "text");
+    // The layout makes room for it.
+    QCoreApplication::sendPostedEvents();
+    QVERIFY(isTextInside(screen.widget<QLabel>("labCurrentVal")));
+}
+
+void TestCSetupALSTest::readingIsShownWhileTheSensorFollowsACurve()
+{
+    Screen screen;
+    screen.open();
+    QSignalSpy shown(CALSDevice::getInstance(), &CALSDevice::sigSensorValue);
+    screen.unit.unit().lightSensor().startCurve(100, 10);
+    QElapsedTimer clock;
+    clock.start();
+    // 100 readings; a busy machine may take longer.
+    QTRY_VERIFY_WITH_TIMEOUT(shown.count() >= 100, 20000);
+    QVERIFY(clock.elapsed() >= 900);
+    screen.unit.unit().lightSensor().stopCurve();
+    QCoreApplication::processEvents();
+    // The label shows the newest reading: nothing is left behind in a queue.
+    QCOMPARE(screen.text("labCurrentVal"),
+             QStringLiteral("Current:%1").arg(*screen.unit.unit().lightSensor().reading()));
+    QCOMPARE(screen.text("labCurrentVal"),
+             QStringLiteral("Current:%1").arg(shown.last().at(0).toInt()));
+}
+
+void TestCSetupALSTest::aBlockedScreenFindsOneReadingWaiting()
+{
+    Screen screen;
+    screen.open();
+    QSignalSpy shown(CALSDevice::getInstance(), &CALSDevice::sigSensorValue);
+    hardware::LightSensor &sensor = screen.unit.unit().lightSensor();
+    sensor.startCurve(100, 10);
+    QThread::msleep(1000); // The graphical thread does nothing for the time of 100 readings.
+    sensor.stopCurve();
+    QCOMPARE(shown.count(), 0);
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.count(), 1);
+    QCOMPARE(screen.text("labCurrentVal"), QStringLiteral("Current:%1").arg(*sensor.reading()));
+}
+
+void TestCSetupALSTest::readingAfterThePageHasGone()
+{
+    Screen screen;
+    screen.open();
+    delete screen.page;
+    screen.unit.unit().lightSensor().report(12);
+    screen.open();
+    QCOMPARE(screen.text("labCurrentVal"), QStringLiteral("Current:0"));
+    screen.unit.unit().lightSensor().report(13);
+    QCOMPARE(screen.text("labCurrentVal"), QStringLiteral("Current:13"));
+}
+
+void TestCSetupALSTest::switchOpensAsTheDimmerSays_data()
+{
+    QTest::addColumn<QString>("stored");
+    QTest::addColumn<bool>("on");
+    QTest::newRow("automatic") << SetupStrIdConst::setupDimmerItemAuto << true;
+    QTest::newRow("automatic in capitals")
+        << SetupStrIdConst::setupDimmerItemAuto.toUpper() << false;
+    QTest::newRow("day") << QStringLiteral("day") << false;
+    QTest::newRow("empty") << QStringLiteral("") << false;
+}
+
+void TestCSetupALSTest::switchOpensAsTheDimmerSays()
+{
+    QFETCH(QString, stored);
+    Screen screen;
+    DataSaveControl::saveSettingData(SetupStrIdConst::setupDimmerItem, stored, QString());
+    screen.open();
+    QTEST(screen.widget<CBoolButton>("autoBtn")->state(), "on");
+}
+
+void TestCSetupALSTest::openingTheSwitchSendsNoSignal()
+{
+    Screen screen;
+    // A missing setting has its default, which is automatic.
+    screen.open();
+    auto *autoSwitch = screen.widget<CBoolButton>("autoBtn");
+    QVERIFY(autoSwitch->state());
+    QCOMPARE(screen.news(QStringLiteral("als automatic")), QStringList());
+    QSignalSpy released(autoSwitch, &CBoolButton::btnReleased);
+    autoSwitch->setState(false);
+    autoSwitch->setState(true);
+    QCOMPARE(released.count(), 0);
+    QCOMPARE(screen.news(QStringLiteral("als automatic")), QStringList());
+}
+
+void TestCSetupALSTest::switchTurnsDetection()
+{
+    Screen screen;
+    screen.open();
+    screen.news();
+    screen.tap("autoBtn");
+    QVERIFY(!screen.unit.unit().dayNight().isAutomatic());
+    screen.tap("autoBtn");
+    QVERIFY(screen.unit.unit().dayNight().isAutomatic());
+    // The setting is only read.
+    QCOMPARE(screen.news(),
+             QStringList({QStringLiteral("als automatic 0"), QStringLiteral("als automatic 1")}));
+}
+
+void TestCSetupALSTest::switchedOffItOpensAsTheDimmerSays()
+{
+    Screen screen;
+    screen.open();
+    screen.tap("autoBtn");
+    delete screen.page;
+    screen.open();
+    QVERIFY(screen.widget<CBoolButton>("autoBtn")->state());
+    QVERIFY(!screen.unit.unit().dayNight().isAutomatic());
+}
+
+void TestCSetupALSTest::modeFollowsTheThresholdsThatThePageSets()
+{
+    Screen screen;
+    setThresholds(screen, 200, 199);
+    screen.open();
+    DayNight &dayNight = screen.unit.unit().dayNight();
+    screen.unit.unit().lightSensor().report(199);
+    QCOMPARE(dayNight.mode(), DayNight::Day);
+    screen.tap("increaseNight"); // 200: the reading is below it now.
+    QCOMPARE(dayNight.mode(), DayNight::Night);
+    screen.tap("autoBtn"); // Off.
+    screen.unit.unit().lightSensor().report(500);
+    QCOMPARE(dayNight.mode(), DayNight::Night);
+    screen.tap("autoBtn"); // On.
+    QCOMPARE(dayNight.mode(), DayNight::Day);
+}
+
+QTEST_MAIN(TestCSetupALSTest)
+#include "tst_csetupalstest.moc"

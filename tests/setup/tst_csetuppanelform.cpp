@@ -1,0 +1,600 @@
+#include "setup/csetuppanelform.h"
+
+#include "pageonscreen.h"
+#include "saturationwalk.h"
+#include "support/tracecapture.h"
+
+#include "kvwidget/kvhorstrbutton.h"
+
+#include <QMetaMethod>
+#include <QRegularExpression>
+
+#include <cmath>
+
+class TestCSetupPanelForm : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void endsWithTheFormsSize();
+    void isBlack();
+    void slotsAreInTheirOrder();
+    void row_data();
+    void row();
+    void rowsAreAligned();
+    void valuesAreInsideTheirLabels();
+    void buttonsShowAndPress_data();
+    void buttonsShowAndPress();
+
+    void openingWritesAllFourValues();
+    void openingTraces();
+    void buttonStepsItsItem_data();
+    void buttonStepsItsItem();
+    void boundsAreReachedAndHeld_data();
+    void boundsAreReachedAndHeld();
+
+    void brightnessAt24AndBriinc();
+    void hueAt0AndHuedec();
+    void brightness30CanBeSteppedDownOnly();
+    void saturationReadAs1ShowsAndStoresIt();
+    void stepsDownAndUpAsComputed();
+    void saturationDownEndsAboveZero();
+    void saturationUpStopsAboutAt199();
+    void saturationIsReadOnce();
+    void saturationJustBelowAnIntegerIsStoredOneLower();
+    void openingWithAWriteFailureLogsSaveDataErrorFourTimes();
+    void openingWithALookUpFailureIsSilent();
+    void stepWithAWriteFailureIsAppliedAndShown();
+    void idInAnotherLetterCaseIsIgnored_data();
+    void idInAnotherLetterCaseIsIgnored();
+    void anotherIndexIsKeptAsBrightness();
+
+    void clickedReturnSchedulesTheDeletion();
+    void clickedExitClosesSetup();
+};
+
+namespace
+{
+
+using Screen = PageOnScreen<CSetupPanelForm>;
+using hardware::Panel;
+
+/// One row of the page: its item, the texts and names on it, and what it has to do with.
+struct Row
+{
+    const char *item;
+    const char *nameLabel;
+    const char *name;
+    const char *decrease;
+    const char *decreaseId;
+    const char *valueLabel;
+    const char *increase;
+    const char *increaseId;
+    int max;
+    int start;  // What a new unit has.
+    int offset; // Of its place in a new unit's vendor data.
+};
+
+const Row rows[] = {
+    {"brightness", "label_brightness", "Brightness[0,24]", "decreaseBrightness", "bridec",
+     "brightnessText", "increaseBrightness", "briinc", 24, 12, 256},
+    {"contrast", "label_Constast", "Constast[0,24]", "decreaseConstast", "condec", "ConstastText",
+     "increaseConstast", "coninc", 24, 12, 268},
+    {"hue", "label_Hue", "Hue[0,360]", "decreaseHue", "huedec", "HueText", "increaseHue", "hueinc",
+     360, 180, 260},
+    {"saturation", "label_Saturation", "Saturation[0,1.99]", "decreaseSaturation", "satdec",
+     "SaturationText", "increaseSaturation", "satinc", 0, 100, 264},
+};
+const Row &brightness = rows[0];
+const Row &hue = rows[2];
+const Row &saturation = rows[3];
+const int integerRows = 3;
+
+const QString saveError = QStringLiteral("save data error");
+const QString effects = QStringLiteral("/^(log|panel|vendor) /");
+
+/// A record of the vendor data as it is journalled: 32 bits, lowest byte first.
+QString written(int offset, int value)
+{
+    QByteArray bytes;
+    for (int shift = 0; shift < 32; shift += 8) {
+        bytes.append(char((quint32(value) >> shift) & 0xFF));
+    }
+    return QStringLiteral("vendor write %1 ").arg(offset)
+        + QString::fromLatin1(bytes.toHex(' ').toUpper());
+}
+
+QString written(const Row &row, int value)
+{
+    return written(row.offset, value);
+}
+
+QString logged(const char *id)
+{
+    return QStringLiteral("log INFO CSetupPanelForm clickedAdjustItem ") + QLatin1String(id);
+}
+
+QString applied(const Row &row, int value)
+{
+    return QStringLiteral("panel %1 %2").arg(QLatin1String(row.item)).arg(value);
+}
+
+void addRows(int count)
+{
+    QTest::addColumn<int>("index");
+    for (int index = 0; index < count; ++index) {
+        QTest::newRow(rows[index].item) << index;
+    }
+}
+
+/// What the service was last given, read back from the journal.
+double lastGiven(const QStringList &journal)
+{
+    static const QString line = QStringLiteral("panel saturation ");
+    return journal.filter(line).value(0).mid(line.size()).toDouble();
+}
+
+void call(QObject *page, const char *slot)
+{
+    QVERIFY(QMetaObject::invokeMethod(page, slot, Qt::DirectConnection));
+}
+
+void clickedAdjustItem(QObject *page, const QString &id)
+{
+    QVERIFY(QMetaObject::invokeMethod(page, "clickedAdjustItem", Qt::DirectConnection,
+                                      Q_ARG(QString, id)));
+}
+
+} // namespace
+
+void TestCSetupPanelForm::endsWithTheFormsSize()
+{
+    Screen screen;
+    screen.open();
+    // The form resizes what was given a rectangle before.
+    QCOMPARE(screen.page->geometry(), QRect(0, 66, 800, 420));
+    QCOMPARE(screen.page->title(), QStringLiteral("Panel Settings"));
+    QCOMPARE(screen.page->windowTitle(), QStringLiteral("Form"));
+    QCOMPARE(screen.widget<QWidget>("layoutWidget")->geometry(), QRect(0, 20, 791, 361));
+}
+
+void TestCSetupPanelForm::isBlack()
+{
+    Screen screen;
+    screen.open();
+    const QImage image = picture(screen.unit, screen.page);
+    for (const QPoint &point : {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(795, 405)}) {
+        QCOMPARE(image.pixelColor(point), QColor(Qt::black));
+    }
+}
+
+void TestCSetupPanelForm::slotsAreInTheirOrder()
+{
+    const QMetaObject &meta = CSetupPanelForm::staticMetaObject;
+    QStringList own;
+    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        QCOMPARE(meta.method(index).methodType(), QMetaMethod::Slot);
+        own.append(QString::fromLatin1(meta.method(index).methodSignature()));
+    }
+    QCOMPARE(own,
+             QStringList({QStringLiteral("clickedReturn()"), QStringLiteral("clickedExit()"),
+                          QStringLiteral("clickedAdjustItem(QString)")}));
+}
+
+void TestCSetupPanelForm::row_data()
+{
+    addRows(4);
+}
+
+void TestCSetupPanelForm::row()
+{
+    QFETCH(int, index);
+    const Row &row = rows[index];
+    Screen screen;
+    screen.open();
+
+    const auto *name = screen.widget<QLabel>(row.nameLabel);
+    QCOMPARE(name->text(), QLatin1String(row.name));
+    QCOMPARE(name->minimumSize(), QSize(300, 35));
+    QCOMPARE(name->maximumSize(), QSize(400, 35));
+    QCOMPARE(name->font().pointSize(), 28);
+    QCOMPARE(name->styleSheet(),
+             QStringLiteral("#%1{\ncolor: rgb(255, 255, 255);\nbackground-color: "
+                            "rgba(0, 0, 0, 0);\n}")
+                 .arg(QLatin1String(row.nameLabel)));
+    QVERIFY(isTextInside(name));
+
+    const auto *value = screen.widget<QLabel>(row.valueLabel);
+    QCOMPARE(value->size(), QSize(60, 60));
+    QCOMPARE(value->minimumSize(), value->maximumSize());
+    QCOMPARE(value->font().pointSize(), 30);
+    QCOMPARE(value->alignment(), Qt::Alignment(Qt::AlignCenter));
+    QCOMPARE(value->styleSheet(),
+             QStringLiteral("#%1{\ncolor: rgb(28, 160, 248);\nbackground-color: "
+                            "rgba(0, 0, 0, 0);\n}")
+                 .arg(QLatin1String(row.valueLabel)));
+
+    const auto checkButton = [&](const char *widget, const char *id) {
+        const auto *button = screen.widget<KvHorStrButton>(widget);
+        QCOMPARE(button->buttonId(), QLatin1String(id));
+        QCOMPARE(button->size(), QSize(103, 60));
+        QCOMPARE(button->minimumSize(), button->maximumSize());
+        QCOMPARE(button->displayString(), QString());
+        QCOMPARE(button->styleSheet(),
+                 QStringLiteral("#%1{\nbackground-color: rgba(255, 255, 255, 0);\n}")
+                     .arg(QLatin1String(widget)));
+        QVERIFY(!button->normalPixmap().isNull());
+        QVERIFY(!button->pressPixmap().isNull());
+        QVERIFY(!button->disablePixmap().isNull());
+    };
+    checkButton(row.decrease, row.decreaseId);
+    checkButton(row.increase, row.increaseId);
+}
+
+void TestCSetupPanelForm::rowsAreAligned()
+{
+    Screen screen;
+    screen.open();
+    const auto middle = [&](const char *name) {
+        return screen.widget<QWidget>(name)->geometry().center();
+    };
+    for (const Row &row : rows) {
+        QCOMPARE(middle(row.decrease).x(), middle(brightness.decrease).x());
+        QCOMPARE(middle(row.valueLabel).x(), middle(brightness.valueLabel).x());
+        QCOMPARE(middle(row.increase).x(), middle(brightness.increase).x());
+        QCOMPARE(screen.widget<QWidget>(row.nameLabel)->x(),
+                 screen.widget<QWidget>(brightness.nameLabel)->x());
+        QCOMPARE(middle(row.decrease).y(), middle(row.increase).y());
+        QVERIFY(qAbs(middle(row.decrease).y() - middle(row.nameLabel).y()) <= 1);
+        QVERIFY(middle(row.decrease).x() < middle(row.valueLabel).x());
+        QVERIFY(middle(row.valueLabel).x() < middle(row.increase).x());
+    }
+}
+
+void TestCSetupPanelForm::valuesAreInsideTheirLabels()
+{
+    Screen screen;
+    screen.open();
+    for (const Row &row : rows) {
+        auto *label = screen.widget<QLabel>(row.valueLabel);
+        for (const char *text : {"0", "24", "360", "1.00", "1.99"}) {
+            label->setText(QLatin1String(text));
+            QVERIFY2(isTextInside(label), text);
+        }
+    }
+}
+
+void TestCSetupPanelForm::buttonsShowAndPress_data()
+{
+    QTest::addColumn<QByteArray>("name");
+    for (const Row &row : rows) {
+        QTest::newRow(row.decrease) << QByteArray(row.decrease);
+        QTest::newRow(row.increase) << QByteArray(row.increase);
+    }
+}
+
+void TestCSetupPanelForm::buttonsShowAndPress()
+{
+    QFETCH(QByteArray, name);
+    Screen screen;
+    screen.open();
+    const auto *button = screen.widget<QWidget>(name);
+    QImage empty(button->size(), QImage::Format_RGB32);
+    empty.fill(Qt::black);
+    const QPoint middle = button->mapTo(&screen.unit.screen(), button->rect().center());
+
+    const QImage released = picture(screen.unit, button).convertToFormat(QImage::Format_RGB32);
+    QVERIFY(released != empty);
+    screen.unit.press(middle);
+    const QImage pressed = picture(screen.unit, button).convertToFormat(QImage::Format_RGB32);
+    QVERIFY(pressed != empty);
+    QVERIFY(pressed != released);
+    screen.unit.release(middle);
+    QCOMPARE(picture(screen.unit, button).convertToFormat(QImage::Format_RGB32), released);
+}
+
+void TestCSetupPanelForm::openingWritesAllFourValues()
+{
+    Screen screen;
+    Panel &panel = screen.unit.unit().panel();
+    panel.setValue(Panel::Brightness, 3);
+    panel.setValue(Panel::Contrast, 24);
+    panel.setValue(Panel::Hue, 359);
+    panel.setSaturation(1.57);
+    screen.open();
+    // The panel is told nothing: the values are its own.
+    QCOMPARE(
+        screen.news(effects),
+        QStringList({written(256, 3), written(268, 24), written(260, 359), written(264, 157)}));
+    QCOMPARE(screen.text("brightnessText"), QStringLiteral("3"));
+    QCOMPARE(screen.text("ConstastText"), QStringLiteral("24"));
+    QCOMPARE(screen.text("HueText"), QStringLiteral("359"));
+    QCOMPARE(screen.text("SaturationText"), QStringLiteral("1.57"));
+}
+
+void TestCSetupPanelForm::openingTraces()
+{
+    Screen screen;
+    const TraceCapture capture;
+    screen.open();
+    QCOMPARE(capture.texts(),
+             QStringList({QStringLiteral("===v86=== setValue 0 12"),
+                          QStringLiteral("===v86=== setValue 1 12"),
+                          QStringLiteral("===v86=== setValue 2 180"),
+                          QStringLiteral("===v86=== setValue 3 1")}));
+    static const QRegularExpression form(QStringLiteral(
+        R"(^\[Info\] \[FactoryDebug\] \[ csetuppanelform\.cpp : \d+ \]  ===v86=== )"));
+    QCOMPARE(capture.lines().filter(form).size(), 4);
+}
+
+void TestCSetupPanelForm::buttonStepsItsItem_data()
+{
+    addRows(integerRows);
+}
+
+void TestCSetupPanelForm::buttonStepsItsItem()
+{
+    QFETCH(int, index);
+    const Row &row = rows[index];
+    Screen screen;
+    screen.open();
+    screen.news();
+    screen.tap(row.increase);
+    QCOMPARE(screen.news(effects),
+             QStringList({logged(row.increaseId), applied(row, row.start + 1),
+                          written(row, row.start + 1)}));
+    QCOMPARE(screen.text(row.valueLabel), QString::number(row.start + 1));
+    screen.tap(row.decrease);
+    screen.tap(row.decrease);
+    QCOMPARE(screen.news(effects),
+             QStringList({logged(row.decreaseId), applied(row, row.start), written(row, row.start),
+                          logged(row.decreaseId), applied(row, row.start - 1),
+                          written(row, row.start - 1)}));
+    QCOMPARE(screen.text(row.valueLabel), QString::number(row.start - 1));
+}
+
+void TestCSetupPanelForm::boundsAreReachedAndHeld_data()
+{
+    addRows(integerRows);
+}
+
+void TestCSetupPanelForm::boundsAreReachedAndHeld()
+{
+    QFETCH(int, index);
+    const Row &row = rows[index];
+    Screen screen;
+    screen.open();
+    for (int value = row.start + 1; value <= row.max + 2; ++value) {
+        screen.tap(row.increase);
+        QCOMPARE(screen.text(row.valueLabel), QString::number(qMin(value, row.max)));
+    }
+    for (int value = row.max - 1; value >= -2; --value) {
+        screen.news();
+        screen.tap(row.decrease);
+        const int held = qMax(value, 0);
+        QCOMPARE(screen.text(row.valueLabel), QString::number(held));
+        QCOMPARE(screen.news(effects),
+                 QStringList({logged(row.decreaseId), applied(row, held), written(row, held)}));
+    }
+}
+
+void TestCSetupPanelForm::brightnessAt24AndBriinc()
+{
+    Screen screen;
+    screen.unit.unit().panel().setValue(Panel::Brightness, 24);
+    screen.open();
+    screen.news();
+    screen.tap("increaseBrightness");
+    QCOMPARE(screen.news(effects),
+             QStringList({logged("briinc"), applied(brightness, 24), written(brightness, 24)}));
+    QCOMPARE(screen.text("brightnessText"), QStringLiteral("24"));
+}
+
+void TestCSetupPanelForm::hueAt0AndHuedec()
+{
+    Screen screen;
+    screen.unit.unit().panel().setValue(Panel::Hue, 0);
+    screen.open();
+    screen.news();
+    screen.tap("decreaseHue");
+    QCOMPARE(screen.news(effects),
+             QStringList({logged("huedec"), applied(hue, 0), written(hue, 0)}));
+    QCOMPARE(screen.text("HueText"), QStringLiteral("0"));
+}
+
+void TestCSetupPanelForm::brightness30CanBeSteppedDownOnly()
+{
+    Screen screen;
+    screen.unit.unit().panel().setValue(Panel::Brightness, 30);
+    screen.open();
+    screen.tap("increaseBrightness");
+    QCOMPARE(screen.text("brightnessText"), QStringLiteral("30"));
+    screen.tap("decreaseBrightness");
+    QCOMPARE(screen.text("brightnessText"), QStringLiteral("29"));
+    QCOMPARE(screen.unit.unit().panel().value(Panel::Brightness), 29);
+}
+
+void TestCSetupPanelForm::saturationReadAs1ShowsAndStoresIt()
+{
+    Screen screen;
+    screen.open();
+    QCOMPARE(screen.text("SaturationText"), QStringLiteral("1.00"));
+    QCOMPARE(screen.news(effects).last(), written(saturation, 100));
+}
+
+void TestCSetupPanelForm::stepsDownAndUpAsComputed()
+{
+    const QList<SaturationStep> walk = saturationWalk({-120, 120});
+    QCOMPARE(walk.size(), 241); // The start, 120 steps down, 120 up.
+    Screen screen;
+    screen.open();
+    for (int step = 0; step < walk.size(); ++step) {
+        if (step > 0) {
+            screen.tap(step <= 120 ? "decreaseSaturation" : "increaseSaturation");
+        }
+        const QStringList news = screen.news(effects);
+        QCOMPARE(screen.text("SaturationText"), walk.at(step).label);
+        QCOMPARE(news.last(), written(saturation, walk.at(step).stored));
+        if (step > 0) {
+            QVERIFY2(lastGiven(news) == walk.at(step).value, qPrintable(news.join(' ')));
+            QCOMPARE(screen.unit.unit().panel().saturation(), walk.at(step).value);
+        }
+    }
+}
+
+void TestCSetupPanelForm::saturationDownEndsAboveZero()
+{
+    Screen screen;
+    screen.open();
+    for (int press = 0; press < 99; ++press) {
+        screen.tap("decreaseSaturation");
+    }
+    QCOMPARE(screen.text("SaturationText"), QStringLiteral("0.01"));
+    QCOMPARE(screen.news(effects).last(), written(saturation, 1));
+    // The rounding errors leave a remainder that is more than nothing, and there it stays.
+    for (int press = 0; press < 5; ++press) {
+        screen.tap("decreaseSaturation");
+        QCOMPARE(screen.text("SaturationText"), QStringLiteral("0.00"));
+        QVERIFY(screen.unit.unit().panel().saturation() > 0);
+        QVERIFY(screen.unit.unit().panel().saturation() < 1e-5);
+        QCOMPARE(screen.news(effects).last(), written(saturation, 0));
+    }
+}
+
+void TestCSetupPanelForm::saturationUpStopsAboutAt199()
+{
+    Screen screen;
+    screen.open();
+    for (int press = 0; press < 99; ++press) {
+        screen.tap("increaseSaturation");
+    }
+    const QString shown = screen.text("SaturationText");
+    QCOMPARE(shown, QStringLiteral("1.99"));
+    const double reached = screen.unit.unit().panel().saturation();
+    screen.news();
+    screen.tap("increaseSaturation");
+    QCOMPARE(screen.text("SaturationText"), shown);
+    QCOMPARE(screen.unit.unit().panel().saturation(), reached);
+    // It is told the value and keeps it all the same.
+    QCOMPARE(screen.news(effects).size(), 3);
+}
+
+void TestCSetupPanelForm::saturationIsReadOnce()
+{
+    Screen screen;
+    screen.open();
+    screen.unit.unit().panel().setSaturation(0.2);
+    screen.tap("increaseSaturation");
+    QCOMPARE(screen.text("SaturationText"), QStringLiteral("1.01"));
+    // The other items are read at each press.
+    screen.unit.unit().panel().setValue(Panel::Hue, 20);
+    screen.tap("increaseHue");
+    QCOMPARE(screen.text("HueText"), QStringLiteral("21"));
+}
+
+void TestCSetupPanelForm::saturationJustBelowAnIntegerIsStoredOneLower()
+{
+    Screen screen;
+    // The single-precision number before the one next to 0.29; 100 times it is 28.999996.
+    screen.unit.unit().panel().setSaturation(double(std::nextafter(0.29f, 0.0f)));
+    screen.open();
+    QCOMPARE(screen.text("SaturationText"), QStringLiteral("0.29"));
+    QCOMPARE(screen.news(effects).last(), written(saturation, 28));
+}
+
+void TestCSetupPanelForm::openingWithAWriteFailureLogsSaveDataErrorFourTimes()
+{
+    Screen screen;
+    screen.unit.unit().vendorData().refuseWrites(true);
+    const TraceCapture capture;
+    screen.open();
+    QCOMPARE(capture.lines().count(saveError), 4);
+    QCOMPARE(screen.text("SaturationText"), QStringLiteral("1.00"));
+}
+
+void TestCSetupPanelForm::openingWithALookUpFailureIsSilent()
+{
+    Screen screen;
+    screen.unit.unit().vendorData().refuseLookUps(true);
+    const TraceCapture capture;
+    screen.open();
+    QCOMPARE(capture.lines().count(saveError), 0);
+    screen.news();
+    screen.tap("increaseBrightness");
+    QCOMPARE(screen.news(effects),
+             QStringList({logged("briinc"), applied(brightness, 13),
+                          QStringLiteral("vendor refused position 2")}));
+    QCOMPARE(screen.text("brightnessText"), QStringLiteral("13"));
+}
+
+void TestCSetupPanelForm::stepWithAWriteFailureIsAppliedAndShown()
+{
+    Screen screen;
+    screen.open();
+    screen.unit.unit().vendorData().refuseWrites(true);
+    const TraceCapture capture;
+    screen.news();
+    screen.tap("decreaseConstast");
+    QCOMPARE(screen.news(effects),
+             QStringList(
+                 {logged("condec"), applied(rows[1], 11), QStringLiteral("vendor refused write")}));
+    QCOMPARE(capture.lines().count(saveError), 1);
+    QCOMPARE(screen.text("ConstastText"), QStringLiteral("11"));
+}
+
+void TestCSetupPanelForm::idInAnotherLetterCaseIsIgnored_data()
+{
+    QTest::addColumn<QString>("id");
+    for (const char *id : {"BRIINC", "Briinc", "hueInc", "satDec", "bri", "briinc ", ""}) {
+        QTest::newRow(*id == '\0' ? "no id" : id) << QString::fromLatin1(id);
+    }
+}
+
+void TestCSetupPanelForm::idInAnotherLetterCaseIsIgnored()
+{
+    QFETCH(QString, id);
+    Screen screen;
+    screen.open();
+    screen.news();
+    clickedAdjustItem(screen.page, id);
+    QCOMPARE(screen.news(effects), QStringList(logged(qPrintable(id))));
+}
+
+void TestCSetupPanelForm::anotherIndexIsKeptAsBrightness()
+{
+    Screen screen;
+    screen.open();
+    screen.news();
+    screen.page->setValue(4, 7.9f);
+    QCOMPARE(screen.news(effects), QStringList(written(brightness, 7)));
+    QCOMPARE(screen.text("brightnessText"), QStringLiteral("12"));
+    QCOMPARE(screen.text("SaturationText"), QStringLiteral("1.00"));
+}
+
+void TestCSetupPanelForm::clickedReturnSchedulesTheDeletion()
+{
+    Screen screen;
+    screen.open();
+    screen.news();
+    call(screen.page, "clickedReturn");
+    QVERIFY(!screen.page.isNull());
+    QCOMPARE(screen.news(), QStringList(QStringLiteral("log INFO CSetupPanelForm clickedReturn")));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(screen.page.isNull());
+}
+
+void TestCSetupPanelForm::clickedExitClosesSetup()
+{
+    Screen screen;
+    screen.open();
+    screen.news();
+    call(screen.page, "clickedExit");
+    QCOMPARE(screen.news(QStringLiteral("/^(log|framework close) /")),
+             QStringList({QStringLiteral("log INFO CSetupPanelForm clickedExit"),
+                          QStringLiteral("framework close setup")}));
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QVERIFY(screen.page.isNull());
+}
+
+QTEST_MAIN(TestCSetupPanelForm)
+#include "tst_csetuppanelform.moc"

@@ -1,0 +1,29 @@
+#include "simulator/modeindicator.h"
+
+#include <QtTest>
+
+using simulator::ModeIndicator;
+
+class TestModeIndicator : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void showsDayAndNight();
+};
+
+void TestModeIndicator::showsDayAndNight()
+{
+    ModeIndicator indicator(nullptr);
+    QVERIFY(!indicator.isNight());
+    const QImage day = indicator.grab().toImage();
+    indicator.setNight(true);
+    QVERIFY(indicator.isNight());
+    const QImage night = indicator.grab().toImage();
+    QVERIFY(night != day);
+    indicator.setNight(false);
+    QCOMPARE(indicator.grab().toImage(), day);
+}
+
+QTEST_MAIN(TestModeIndicator)
+#include "tst_modeindicator.moc"
