@@ -11,7 +11,11 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_settings(m_journal)
     , m_storage(m_folder, m_journal)
     , m_mcu(m_journal)
+    , m_memory(m_journal)
+    , m_memoryDevice(m_memory, m_journal)
+    , m_ncmTest(m_clock, m_folder, m_journal)
     , m_shell(m_folder, m_journal)
+    , m_usbPhy(m_memory, m_folder)
     , m_usbPorts(m_journal)
     , m_vendorData(m_journal)
 {
@@ -34,6 +38,8 @@ bool Unit::open(QString *error)
     }
     return m_settings.open(m_folder.path(QStringLiteral("/settings.ini")), error)
         && m_storage.open(error)
+        && m_memory.open(m_folder.path(QStringLiteral("/registers.ini")),
+                         m_folder.path(QStringLiteral("/dev/mem")), error)
         && m_defaults.open(m_folder.path(QStringLiteral("/defaults.ini")), error)
         && m_usbPorts.open(m_folder.path(QStringLiteral("/usb.ini")), error)
         && m_vendorData.open(m_folder.path(QStringLiteral("/vendor.ini")),

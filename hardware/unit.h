@@ -4,10 +4,14 @@
 #include "defaults.h"
 #include "journal.h"
 #include "mcu.h"
+#include "memorydevice.h"
+#include "ncmtest.h"
+#include "physicalmemory.h"
 #include "settings.h"
 #include "shell.h"
 #include "storage.h"
 #include "unitfolder.h"
+#include "usbphy.h"
 #include "usbports.h"
 #include "vendordata.h"
 #include "versions.h"
@@ -32,8 +36,12 @@ public:
     Settings &settings() { return m_settings; }
     Storage &storage() { return m_storage; }
     Mcu &mcu() { return m_mcu; }
+    PhysicalMemory &memory() { return m_memory; }
+    MemoryDevice &memoryDevice() { return m_memoryDevice; }
+    NcmTest &ncmTest() { return m_ncmTest; }
     const Shell &shell() const { return m_shell; }
     const Defaults &defaults() const { return m_defaults; }
+    const UsbPhy &usbPhy() const { return m_usbPhy; }
     UsbPorts &usbPorts() { return m_usbPorts; }
     VendorData &vendorData() { return m_vendorData; }
     Versions &versions() { return m_versions; }
@@ -45,8 +53,12 @@ private:
     Settings m_settings;
     Storage m_storage;
     Mcu m_mcu;
+    PhysicalMemory m_memory;
+    MemoryDevice m_memoryDevice;
+    NcmTest m_ncmTest;
     Shell m_shell;
     Defaults m_defaults;
+    UsbPhy m_usbPhy;
     UsbPorts m_usbPorts;
     VendorData m_vendorData;
     Versions m_versions;

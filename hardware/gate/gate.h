@@ -23,7 +23,7 @@ class Unit;
 class Gate
 {
 public:
-    explicit Gate(const Unit &unit);
+    explicit Gate(Unit &unit);
     ~Gate();
     Gate(const Gate &) = delete;
     Gate &operator=(const Gate &) = delete;
@@ -31,7 +31,7 @@ public:
     /// The living one, or null. Any thread.
     static const Gate *current();
 
-    const Unit &unit() const { return m_unit; }
+    Unit &unit() const { return m_unit; }
 
     /// The unit's folder in the encoding of file names.
     const QByteArray &root() const { return m_root; }
@@ -44,7 +44,7 @@ public:
     timeval unitTime() const;
 
 private:
-    const Unit &m_unit;
+    Unit &m_unit;
     const QByteArray m_root;
     timespec m_madeAt;   // by the host's calendar
     timespec m_madeWhen; // by its monotonic clock
