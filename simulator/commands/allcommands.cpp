@@ -2,6 +2,8 @@
 
 #include "journalcommands.h"
 #include "lookcommands.h"
+#include "memorycommands.h"
+#include "ncmcommands.h"
 #include "settingcommands.h"
 #include "storagecommands.h"
 #include "touchcommands.h"
@@ -17,6 +19,8 @@ void addAllCommands(Console &console, Simulator &simulator)
     addJournalCommands(console, simulator);
     addStorageCommands(console, simulator);
     addSettingCommands(console, simulator);
+    addMemoryCommands(console, simulator);
+    addNcmCommands(console, simulator);
     addUnitCommands(console, simulator);
 }
 
