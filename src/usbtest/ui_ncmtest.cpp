@@ -110,10 +110,12 @@ void UI_NcmTest::setupNotice(QWidget *host)
     notice = new QLabel(host);
     notice->setObjectName(QStringLiteral("notice"));
     notice->setGeometry(0, 66, 800, 30);
-    // Not a style sheet that can be parsed, as it always was: the notice keeps the plain look.
+    notice->setAlignment(Qt::AlignHCenter | Qt::AlignVCenter);
+    // The sheet cannot be parsed, as it always was, and the notice keeps the plain look. On a label
+    // that is shown already Qt says so once only.
+    notice->show();
     notice->setStyleSheet(QStringLiteral(
         "background-color(212, 173, 70);color:rgb(255, 0, 0,);font-size:26px;"));
-    notice->setAlignment(Qt::AlignHCenter);
 }
 
 void UI_NcmTest::setupSwitches(QWidget *host)

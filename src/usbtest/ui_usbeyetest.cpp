@@ -15,7 +15,7 @@ namespace
 const int radioHeight = 48;
 const int largeText = 24;
 const int smallText = 22;
-const int valueText = 16; // eight digits fit the label
+const int valueText = 15; // eight digits fit the label
 
 /// Red text and the 48 x 48 marks for buttons of that class.
 QString markStyle(const QString &buttonClass, int textSize)

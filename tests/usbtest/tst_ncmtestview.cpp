@@ -225,8 +225,8 @@ void TestNcmTestView::buttonFaces()
     Page page(unit);
     const auto *button = page.find<KvLockButton>(QTest::currentDataTag());
     const QString image = QStringLiteral(":/images/btn%1x60_%2.png").arg(width);
-    QCOMPARE(button->normalImage().toImage(), QImage(image.arg(QLatin1Char('n'))));
-    QCOMPARE(button->pressImage().toImage(), QImage(image.arg(QLatin1Char('p'))));
+    QCOMPARE(button->normalImage().toImage(), QPixmap(image.arg(QLatin1Char('n'))).toImage());
+    QCOMPARE(button->pressImage().toImage(), QPixmap(image.arg(QLatin1Char('p'))).toImage());
     QCOMPARE(button->textSize(), 24);
     QCOMPARE(int(button->showMode()), 1);
     QVERIFY(!button->isDown());

@@ -3,6 +3,7 @@
 #include "usbtest/ui_usbeyetest.h"
 
 #include "kvwidget/kviconbutton.h"
+#include "simulator/appearance.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 
@@ -18,6 +19,8 @@ class TestUsbEyeTestView : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
+
     // The form
     void geometry_data();
     void geometry();
@@ -151,6 +154,13 @@ QStringList since(const TestUnit &unit, int count)
 }
 
 } // namespace
+
+void TestUsbEyeTestView::initTestCase()
+{
+    // Which texts fit is a matter of the unit's font.
+    QString error;
+    QVERIFY2(simulator::appearance::apply(&error), qPrintable(error));
+}
 
 void TestUsbEyeTestView::geometry_data()
 {
