@@ -15,7 +15,8 @@ namespace
 const int radioHeight = 48;
 const int largeText = 24;
 const int smallText = 22;
-const int valueText = 15; // eight digits fit the label
+const int shortValue = 5; // letters that fit the value's label in large text
+const int longValueText = 15; // eight hexadecimal digits fit
 
 /// Red text and the 48 x 48 marks for buttons of that class.
 QString markStyle(const QString &buttonClass, int textSize)
@@ -127,7 +128,7 @@ void UI_USBEyeTest::retranslateUi()
     phyGroup->setTitle(tr("UPHY Parameter"));
     swing->setText(tr("Swing"));
     disconnectLevel->setText(tr("Disconnect"));
-    value->setText(tr("0"));
+    showValue(tr("0"));
     patternGroup->setTitle(tr("Test Pattern"));
     eyeDiagram->setText(tr("Eye Diagram"));
     testJ->setText(tr("Test J"));
@@ -139,6 +140,14 @@ void UI_USBEyeTest::retranslateUi()
     write->setDisplayText(tr("Write"));
     hostMode->setText(tr("Host Mode"));
     deviceMode->setText(tr("Device Mode"));
+}
+
+void UI_USBEyeTest::showValue(const QString &text)
+{
+    QFont font = value->font();
+    font.setPixelSize(text.size() <= shortValue ? largeText : longValueText);
+    value->setFont(font);
+    value->setText(text);
 }
 
 QList<QWidget *> UI_USBEyeTest::widgets() const
@@ -180,9 +189,6 @@ void UI_USBEyeTest::setupPhyGroup(QWidget *host)
     value->setObjectName(QStringLiteral("value"));
     value->setGeometry(50, 147, 78, 40);
     value->setAlignment(Qt::AlignCenter);
-    QFont font = value->font();
-    font.setPixelSize(valueText);
-    value->setFont(font);
     increase = newButton(phyGroup, "increase", QRect(128, 147, 40, 40),
                          QStringLiteral(":/images/btn_add_n.png"),
                          QStringLiteral(":/images/btn_add_p.png"));

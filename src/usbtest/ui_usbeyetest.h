@@ -23,6 +23,9 @@ public:
     void setupUi(QWidget *host);
     void retranslateUi();
 
+    /// Shows the edited value, as large as it fits.
+    void showValue(const QString &text);
+
     /// All of them, those in a group behind the group.
     QList<QWidget *> widgets() const;
 

@@ -11,7 +11,6 @@
 
 #include <QCheckBox>
 #include <QGroupBox>
-#include <QLabel>
 #include <QRadioButton>
 
 #include <cstdlib>
@@ -130,13 +129,13 @@ void USBEyeTestView::startLogoTest()
 void USBEyeTestView::refreshUphy()
 {
     if (m_parameter == Disconnect) {
-        ui->value->setText(uphyvalue::disconnectDigits(usbUphyData));
+        ui->showValue(uphyvalue::disconnectDigits(usbUphyData));
     } else if (uphyvalue::isMinusZero(usbUphyData)) {
-        ui->value->setText(tr("-0"));
+        ui->showValue(tr("-0"));
     } else {
         const QString number = uphyvalue::swingNumber(usbUphyData);
         if (!number.isEmpty()) {
-            ui->value->setText(number);
+            ui->showValue(number);
         }
     }
 }
