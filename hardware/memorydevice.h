@@ -48,8 +48,8 @@ public:
     /// The descriptor is about to be closed. Journal: memory close.
     void closing(int descriptor);
 
-    /// Memory from \a place on, where isMapped() was true, was to be unmapped; if not \a done, errno
-    /// tells why not. Journal: memory unmap <physical address>, or … refused: <reason>.
+    /// Memory from \a place on, where isMapped() was true, was to be unmapped; if not \a done,
+    /// errno tells why not. Journal: memory unmap <physical address>, or … refused: <reason>.
     void unmapped(const void *place, bool done);
 
     /// How many mappings the programs hold.

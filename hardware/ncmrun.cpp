@@ -163,8 +163,8 @@ void NcmRun::closeSockets()
 void NcmRun::send()
 {
     const double bytesPerNanosecond = m_megabits * m_clock.factor() / 8 / 1000;
-    const qint64 burst = std::max<qint64>(
-        datagramSize, qint64(m_megabits) * tickMicroseconds / 8 * burstTicks);
+    const qint64 burst =
+        std::max<qint64>(datagramSize, qint64(m_megabits) * tickMicroseconds / 8 * burstTicks);
     qint64 missed = 0; // what a sender that was too late for it does not make up for
     while (m_isRunning) {
         const qint64 due = qint64(m_timer.nsecsElapsed() * bytesPerNanosecond);

@@ -27,10 +27,8 @@ struct KindTraits
 
 // By NcmTest::Kind.
 const KindTraits kinds[] = {
-    {"tcp server", NcmRun::Tcp, linkMegabits, true},
-    {"udp server", NcmRun::Udp, 100, true},
-    {"udp client 50", NcmRun::Udp, 50, false},
-    {"udp client 100", NcmRun::Udp, 100, false},
+    {"tcp server", NcmRun::Tcp, linkMegabits, true},  {"udp server", NcmRun::Udp, 100, true},
+    {"udp client 50", NcmRun::Udp, 50, false},        {"udp client 100", NcmRun::Udp, 100, false},
     {"tcp client", NcmRun::Tcp, linkMegabits, false},
 };
 
@@ -107,7 +105,8 @@ QStringList NcmTest::description() const
     if (!m_run) {
         return {QStringLiteral("no test has run")};
     }
-    return {name(m_kind) + (m_run->isRunning() ? QStringLiteral(" runs") : QStringLiteral(" ended")),
+    return {name(m_kind)
+                + (m_run->isRunning() ? QStringLiteral(" runs") : QStringLiteral(" ended")),
             summary()};
 }
 

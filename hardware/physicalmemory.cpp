@@ -107,8 +107,7 @@ void PhysicalMemory::compare()
 QString PhysicalMemory::label(quint32 address) const
 {
     const MemoryRegister *entry = m_registers.find(address);
-    return hex(address) + QLatin1Char(' ')
-        + (entry == nullptr ? QStringLiteral("-") : entry->name);
+    return hex(address) + QLatin1Char(' ') + (entry == nullptr ? QStringLiteral("-") : entry->name);
 }
 
 QString PhysicalMemory::hex(quint32 word)
@@ -161,9 +160,9 @@ void PhysicalMemory::comparePage(quint32 page, QByteArray *known)
 void PhysicalMemory::journal(const QString &what, quint32 address, quint32 before,
                              quint32 after) const
 {
-    m_journal.write(QStringLiteral("memory"),
-                    QStringLiteral("%1 %2 %3 -> %4")
-                        .arg(what, label(address), hex(before), hex(after)));
+    m_journal.write(
+        QStringLiteral("memory"),
+        QStringLiteral("%1 %2 %3 -> %4").arg(what, label(address), hex(before), hex(after)));
 }
 
 } // namespace hardware

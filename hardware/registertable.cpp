@@ -65,9 +65,9 @@ bool RegisterTable::read(const QString &fileName, QString *error)
         }
         const MemoryRegister *other = find(entry.address);
         if (other != nullptr) {
-            return refuseAddress(file, section,
-                                 QStringLiteral("register \"%1\" is there already").arg(other->name),
-                                 error);
+            return refuseAddress(
+                file, section, QStringLiteral("register \"%1\" is there already").arg(other->name),
+                error);
         }
         m_registers.append(entry);
     }

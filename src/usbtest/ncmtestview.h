@@ -12,8 +12,8 @@ namespace kvplfctrl
 class KVPlatformControl;
 }
 
-/// The NCM test page: starts and stops the platform's throughput tests by latching buttons, of which
-/// at most one is down. It is no widget: its form's widgets lie on the host.
+/// The NCM test page: starts and stops the platform's throughput tests by latching buttons, of
+/// which at most one is down. It is no widget: its form's widgets lie on the host.
 class NCMTestView : public QObject
 {
     Q_OBJECT

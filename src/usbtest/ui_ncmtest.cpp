@@ -100,9 +100,9 @@ void UI_NcmTest::retranslateUi()
 
 QList<QWidget *> UI_NcmTest::widgets() const
 {
-    return {notice,      speedGroup,  speed,     ncmGroup,  ncm,        clientGroup, clientUdp100,
-            clientTcp,   clientStop,  clientUdp50, serverGroup, serverUdp, serverTcp, serverStop,
-            output};
+    return {notice,      speedGroup,   speed,     ncmGroup,   ncm,
+            clientGroup, clientUdp100, clientTcp, clientStop, clientUdp50,
+            serverGroup, serverUdp,    serverTcp, serverStop, output};
 }
 
 void UI_NcmTest::setupNotice(QWidget *host)
@@ -114,8 +114,8 @@ void UI_NcmTest::setupNotice(QWidget *host)
     // The sheet cannot be parsed, as it always was, and the notice keeps the plain look. On a label
     // that is shown already Qt says so once only.
     notice->show();
-    notice->setStyleSheet(QStringLiteral(
-        "background-color(212, 173, 70);color:rgb(255, 0, 0,);font-size:26px;"));
+    notice->setStyleSheet(
+        QStringLiteral("background-color(212, 173, 70);color:rgb(255, 0, 0,);font-size:26px;"));
 }
 
 void UI_NcmTest::setupSwitches(QWidget *host)

@@ -15,16 +15,17 @@ namespace
 const int radioHeight = 48;
 const int largeText = 24;
 const int smallText = 22;
-const int shortValue = 5; // letters that fit the value's label in large text
+const int shortValue = 5;     // letters that fit the value's label in large text
 const int longValueText = 15; // eight hexadecimal digits fit
 
 /// Red text and the 48 x 48 marks for buttons of that class.
 QString markStyle(const QString &buttonClass, int textSize)
 {
-    return QStringLiteral("%1{color:rgb(255, 0, 0);font-size:%2px;}"
-                          "%1::indicator{width:48px;height:48px;}"
-                          "%1::indicator:checked{image:url(:/images/btn_radio_check48x48.png);}"
-                          "%1::indicator:unchecked{image:url(:/images/btn_radio_uncheck48x48.png);}")
+    return QStringLiteral(
+               "%1{color:rgb(255, 0, 0);font-size:%2px;}"
+               "%1::indicator{width:48px;height:48px;}"
+               "%1::indicator:checked{image:url(:/images/btn_radio_check48x48.png);}"
+               "%1::indicator:unchecked{image:url(:/images/btn_radio_uncheck48x48.png);}")
         .arg(buttonClass)
         .arg(textSize);
 }
@@ -152,10 +153,10 @@ void UI_USBEyeTest::showValue(const QString &text)
 
 QList<QWidget *> UI_USBEyeTest::widgets() const
 {
-    return {portGroup,  port0,    port1,    speedGroup, highSpeed,    fullSpeed,
-            phyGroup,   swing,    disconnectLevel, decrease, value,   increase,
-            patternGroup, eyeDiagram, testJ, testK,     se0,          none,
-            usePhy,     read,     write,    roleGroup,  hostMode,     deviceMode};
+    return {portGroup,    port0,      port1,           speedGroup, highSpeed, fullSpeed,
+            phyGroup,     swing,      disconnectLevel, decrease,   value,     increase,
+            patternGroup, eyeDiagram, testJ,           testK,      se0,       none,
+            usePhy,       read,       write,           roleGroup,  hostMode,  deviceMode};
 }
 
 void UI_USBEyeTest::setupPortGroup(QWidget *host)

@@ -90,14 +90,15 @@ void tst_MemoryDevice::everyCallIsJournalledWithTheWriteBefore()
     *word(mapped, 0x18C) = 5;
     QCOMPARE(munmap(mapped, pageSize), 0);
     QCOMPARE(device().mappings(), 0);
-    QCOMPARE(journal(), QStringList({
-                            QStringLiteral("memory open"),
-                            QStringLiteral("memory map 9C000000"),
-                            QStringLiteral("memory write 9C000190 phySwing 7F7F4040 -> 11223344"),
-                            QStringLiteral("memory close"),
-                            QStringLiteral("memory write 9C00018C usbRole 00070007 -> 00000005"),
-                            QStringLiteral("memory unmap 9C000000"),
-                        }));
+    QCOMPARE(journal(),
+             QStringList({
+                 QStringLiteral("memory open"),
+                 QStringLiteral("memory map 9C000000"),
+                 QStringLiteral("memory write 9C000190 phySwing 7F7F4040 -> 11223344"),
+                 QStringLiteral("memory close"),
+                 QStringLiteral("memory write 9C00018C usbRole 00070007 -> 00000005"),
+                 QStringLiteral("memory unmap 9C000000"),
+             }));
     QCOMPARE((*m_unit)->memory().read(0x9C000190), 0x11223344u);
 }
 
@@ -109,10 +110,10 @@ void tst_MemoryDevice::openingIn64BitFormIsSeenToo()
     QVERIFY(mapped != MAP_FAILED);
     QCOMPARE(munmap(mapped, pageSize), 0);
     close(descriptor);
-    QCOMPARE(journal(), QStringList({QStringLiteral("memory open"),
-                                     QStringLiteral("memory map 9C102000"),
-                                     QStringLiteral("memory unmap 9C102000"),
-                                     QStringLiteral("memory close")}));
+    QCOMPARE(
+        journal(),
+        QStringList({QStringLiteral("memory open"), QStringLiteral("memory map 9C102000"),
+                     QStringLiteral("memory unmap 9C102000"), QStringLiteral("memory close")}));
 }
 
 void tst_MemoryDevice::mappingIsOfTheAddressGiven()
@@ -155,9 +156,8 @@ void tst_MemoryDevice::writeThroughALeftMappingIsFoundWithTheNextCall()
     *word(mapped, 0xA0) = 9;
     close(open("/dev/mem", O_RDWR));
     QCOMPARE(journal().mid(3),
-             QStringList(
-                 {QStringLiteral("memory write 9C0000A0 debugSelect 00000000 -> 00000009"),
-                  QStringLiteral("memory open"), QStringLiteral("memory close")}));
+             QStringList({QStringLiteral("memory write 9C0000A0 debugSelect 00000000 -> 00000009"),
+                          QStringLiteral("memory open"), QStringLiteral("memory close")}));
     munmap(mapped, pageSize);
 }
 

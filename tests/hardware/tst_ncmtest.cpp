@@ -87,8 +87,7 @@ void tst_NcmTest::everyKindMovesBytes()
     QCOMPARE(lines.size(), 3);
     QCOMPARE(lines.at(0), QStringLiteral("ncm start ") + name);
     QCOMPARE(lines.at(1), QStringLiteral("ncm stop"));
-    QCOMPARE(lines.at(2),
-             QStringLiteral("ncm ended %1, %2").arg(name, test.description().at(1)));
+    QCOMPARE(lines.at(2), QStringLiteral("ncm ended %1, %2").arg(name, test.description().at(1)));
 }
 
 void tst_NcmTest::senderKeepsToItsRate_data()
@@ -110,8 +109,9 @@ void tst_NcmTest::senderKeepsToItsRate()
     test.stop();
     const NcmFigures figures = test.figures();
     // One datagram of 1400 bytes may be under way. A slow machine sends less, never more.
-    QVERIFY2(figures.bytesSent <= megabits * 1e6 / 8 * figures.seconds + 1400,
-             qPrintable(QStringLiteral("%1 bytes in %2 s").arg(figures.bytesSent).arg(figures.seconds)));
+    QVERIFY2(
+        figures.bytesSent <= megabits * 1e6 / 8 * figures.seconds + 1400,
+        qPrintable(QStringLiteral("%1 bytes in %2 s").arg(figures.bytesSent).arg(figures.seconds)));
     QVERIFY(figures.bytesSent > megabits * 1e6 / 8 * figures.seconds / 20);
 }
 

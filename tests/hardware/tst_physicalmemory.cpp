@@ -150,9 +150,10 @@ void tst_PhysicalMemory::compareFindsWhatAProgramChanged()
     writeAsProgram(swing, 0x41);
     writeAsProgram(role, 0x42);
     memory.compare();
-    const QStringList expected({QStringLiteral("memory write 9C00018C usbRole 00070007 -> 00000042"),
-                                QStringLiteral("memory write 9C000190 phySwing 7F7F4040 -> "
-                                               "00000041")});
+    const QStringList expected(
+        {QStringLiteral("memory write 9C00018C usbRole 00070007 -> 00000042"),
+         QStringLiteral("memory write 9C000190 phySwing 7F7F4040 -> "
+                        "00000041")});
     QCOMPARE((*m_unit)->journal().lines(), expected);
     memory.compare();
     QCOMPARE((*m_unit)->journal().lines(), expected);

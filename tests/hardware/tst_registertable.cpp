@@ -87,7 +87,8 @@ void tst_RegisterTable::refuses_data()
     row("crooked address", "[a]\naddress=12\nreset=0\n",
         "line 2: register \"a\": address \"12\" is not allowed; allowed is a multiple of 4.");
     row("address twice", "[a]\naddress=10\nreset=0\n[b]\naddress=0010\nreset=0\n",
-        "line 5: register \"b\": address \"0010\" is not allowed; register \"a\" is there already.");
+        "line 5: register \"b\": address \"0010\" is not allowed; register \"a\" is there "
+        "already.");
 }
 
 void tst_RegisterTable::refuses()

@@ -148,8 +148,9 @@ void tst_UsbPhy::portsAreApart()
     unit->memory().write(0x9C000190, 0x7F7F6159); // port 1 -1, port 0 +25
     unit->memory().write(0x9C004A90, 7);
     unit->memory().write(0x9C004A9C, 1);
-    QCOMPARE(unit->usbPhy().description().at(1),
-             QStringLiteral("port 0: high speed, test mode 7 (SE0), swing +25, disconnect level 1"));
+    QCOMPARE(
+        unit->usbPhy().description().at(1),
+        QStringLiteral("port 0: high speed, test mode 7 (SE0), swing +25, disconnect level 1"));
     QCOMPARE(unit->usbPhy().description().at(2),
              QStringLiteral("port 1: high speed, test mode 0 (none), swing -1, disconnect level "
                             "16"));

@@ -42,8 +42,8 @@ void TestKvPlatformControl::operationStartsItsTest()
     QFETCH(Operation, operation);
     TestUnit unit;
     QCOMPARE((KVPlatformControl::GetInstance()->*operation)(), 0);
-    QCOMPARE(unit.journal(), QStringList(QStringLiteral("ncm start ")
-                                         + QLatin1String(QTest::currentDataTag())));
+    QCOMPARE(unit.journal(),
+             QStringList(QStringLiteral("ncm start ") + QLatin1String(QTest::currentDataTag())));
     QVERIFY(unit.unit().ncmTest().isRunning());
 }
 

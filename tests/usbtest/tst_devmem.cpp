@@ -108,18 +108,20 @@ void TestDevmem::writesPrintsClosesAndUnmapsInThisOrder()
     QStringList lines;
     for (const QByteArray &line : readFile(unit.path(QStringLiteral("/journal.log"))).split('\n')) {
         const QString text = QString::fromLatin1(line);
-        lines.append(text.startsWith(QLatin1String("0x")) ? text : text.section(QLatin1Char(' '), 1));
+        lines.append(text.startsWith(QLatin1String("0x")) ? text
+                                                          : text.section(QLatin1Char(' '), 1));
     }
     // The write is found when the device is closed; what was printed is the word as written.
-    QCOMPARE(lines, QStringList({
-                        QStringLiteral("memory open"),
-                        QStringLiteral("memory map 9C000000"),
-                        QStringLiteral("0x41 "),
-                        QStringLiteral("memory write 9C000190 phySwing 7F7F4040 -> 00000041"),
-                        QStringLiteral("memory close"),
-                        QStringLiteral("memory unmap 9C000190 refused: Invalid argument"),
-                        QString(),
-                    }));
+    QCOMPARE(lines,
+             QStringList({
+                 QStringLiteral("memory open"),
+                 QStringLiteral("memory map 9C000000"),
+                 QStringLiteral("0x41 "),
+                 QStringLiteral("memory write 9C000190 phySwing 7F7F4040 -> 00000041"),
+                 QStringLiteral("memory close"),
+                 QStringLiteral("memory unmap 9C000190 refused: Invalid argument"),
+                 QString(),
+             }));
 }
 
 void TestDevmem::lastWordOfThePage()

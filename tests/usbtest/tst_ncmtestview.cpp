@@ -196,9 +196,9 @@ void TestNcmTestView::texts()
     QCOMPARE(page.find<QGroupBox>("clientGroup")->title(), QStringLiteral("Client"));
     QCOMPARE(page.find<QGroupBox>("serverGroup")->title(), QStringLiteral("Server"));
     const QPair<const char *, const char *> buttons[] = {
-        {"speed", "off"},       {"ncm", "NCM On"},     {"clientUdp100", "UDP 100"},
-        {"clientTcp", "TCP"},   {"clientStop", "Stop"}, {"clientUdp50", "UDP 50"},
-        {"serverUdp", "UDP"},   {"serverTcp", "TCP"},  {"serverStop", "Stop"},
+        {"speed", "off"},     {"ncm", "NCM On"},      {"clientUdp100", "UDP 100"},
+        {"clientTcp", "TCP"}, {"clientStop", "Stop"}, {"clientUdp50", "UDP 50"},
+        {"serverUdp", "UDP"}, {"serverTcp", "TCP"},   {"serverStop", "Stop"},
     };
     for (const auto &button : buttons) {
         QCOMPARE(page.find<KvLockButton>(button.first)->displayText(),
@@ -253,8 +253,9 @@ void TestNcmTestView::noticesStyleSheetCannotBeParsedAndIsWarnedOfOnce()
     unit.screen().grab();
     qInstallMessageHandler(former);
     QCOMPARE(warnings, 1);
-    QCOMPARE(unit.screen().findChild<QLabel *>(QStringLiteral("notice"))->styleSheet(),
-             QStringLiteral("background-color(212, 173, 70);color:rgb(255, 0, 0,);font-size:26px;"));
+    QCOMPARE(
+        unit.screen().findChild<QLabel *>(QStringLiteral("notice"))->styleSheet(),
+        QStringLiteral("background-color(212, 173, 70);color:rgb(255, 0, 0,);font-size:26px;"));
 }
 
 void TestNcmTestView::outputIsEmptyTransparentAndWithoutScrollBar()
@@ -392,8 +393,9 @@ void TestNcmTestView::pressingAClientButtonTwiceCallsItsOperationTwice()
     Page page(unit);
     page.tap("clientTcp");
     page.tap("clientTcp");
-    QCOMPARE(calls(unit), QStringList({QStringLiteral("ncm start tcp client"),
-                                       QStringLiteral("ncm start tcp client")}));
+    QCOMPARE(calls(unit),
+             QStringList(
+                 {QStringLiteral("ncm start tcp client"), QStringLiteral("ncm start tcp client")}));
     QCOMPARE(page.down(), QStringList(QStringLiteral("C_TCP")));
 }
 

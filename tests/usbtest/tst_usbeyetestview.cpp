@@ -193,8 +193,8 @@ void TestUsbEyeTestView::firstLook()
     Page page(unit);
     QCOMPARE(page.host()->size(), QSize(800, 480));
     for (const char *name : {"portGroup", "port0", "port1", "speedGroup", "highSpeed", "fullSpeed",
-                             "patternGroup", "eyeDiagram", "testJ", "testK", "se0", "none", "usePhy",
-                             "write", "roleGroup", "hostMode", "deviceMode"}) {
+                             "patternGroup", "eyeDiagram", "testJ", "testK", "se0", "none",
+                             "usePhy", "write", "roleGroup", "hostMode", "deviceMode"}) {
         QVERIFY2(page.isVisible(name), name);
     }
     for (const char *name : {"phyGroup", "read"}) {
@@ -203,8 +203,8 @@ void TestUsbEyeTestView::firstLook()
     for (const char *name : {"port0", "highSpeed", "swing", "none", "hostMode"}) {
         QVERIFY2(page.isChecked(name), name);
     }
-    for (const char *name : {"port1", "fullSpeed", "disconnectLevel", "eyeDiagram", "testJ", "testK",
-                             "se0", "usePhy", "deviceMode"}) {
+    for (const char *name : {"port1", "fullSpeed", "disconnectLevel", "eyeDiagram", "testJ",
+                             "testK", "se0", "usePhy", "deviceMode"}) {
         QVERIFY2(!page.isChecked(name), name);
     }
     QVERIFY(page.find<QGroupBox>("speedGroup")->isEnabled());
@@ -217,13 +217,20 @@ void TestUsbEyeTestView::texts()
     TestUnit unit(fast);
     Page page(unit);
     const QPair<const char *, const char *> buttons[] = {
-        {"port0", "Port0"},           {"port1", "Port1"},
-        {"highSpeed", "High Speed"},  {"fullSpeed", "Full Speed"},
-        {"swing", "Swing"},           {"disconnectLevel", "Disconnect"},
-        {"eyeDiagram", "Eye Diagram"}, {"testJ", "Test J"},
-        {"testK", "Test K"},          {"se0", "SE0"},
-        {"none", "None"},             {"usePhy", "Use UPHY"},
-        {"hostMode", "Host Mode"},    {"deviceMode", "Device Mode"},
+        {"port0", "Port0"},
+        {"port1", "Port1"},
+        {"highSpeed", "High Speed"},
+        {"fullSpeed", "Full Speed"},
+        {"swing", "Swing"},
+        {"disconnectLevel", "Disconnect"},
+        {"eyeDiagram", "Eye Diagram"},
+        {"testJ", "Test J"},
+        {"testK", "Test K"},
+        {"se0", "SE0"},
+        {"none", "None"},
+        {"usePhy", "Use UPHY"},
+        {"hostMode", "Host Mode"},
+        {"deviceMode", "Device Mode"},
     };
     for (const auto &button : buttons) {
         QCOMPARE(page.find<QAbstractButton>(button.first)->text(),
@@ -256,15 +263,15 @@ void TestUsbEyeTestView::styles()
     Page page(unit);
     for (const char *name : {"portGroup", "speedGroup", "phyGroup", "patternGroup"}) {
         const QString style = page.find<QGroupBox>(name)->styleSheet();
-        QVERIFY2(style.contains(QLatin1String("QRadioButton{color:rgb(255, 0, 0);font-size:24px;}")),
-                 qPrintable(style));
+        QVERIFY2(
+            style.contains(QLatin1String("QRadioButton{color:rgb(255, 0, 0);font-size:24px;}")),
+            qPrintable(style));
     }
     QVERIFY(page.find<QGroupBox>("roleGroup")
                 ->styleSheet()
                 .contains(QLatin1String("QRadioButton{color:rgb(255, 0, 0);font-size:22px;}")));
-    QVERIFY(page.find<QCheckBox>("usePhy")
-                ->styleSheet()
-                .contains(QLatin1String("QCheckBox{color:rgb(255, 0, 0);font-size:22px;}")));
+    QVERIFY(page.find<QCheckBox>("usePhy")->styleSheet().contains(
+        QLatin1String("QCheckBox{color:rgb(255, 0, 0);font-size:22px;}")));
     for (const char *name :
          {"portGroup", "speedGroup", "phyGroup", "patternGroup", "roleGroup", "usePhy"}) {
         const QString style = page.find<QWidget>(name)->styleSheet();
@@ -362,15 +369,15 @@ void TestUsbEyeTestView::constructionInItsOrder()
                  QStringLiteral("start usb logo test"),
                  QStringLiteral("start sleep 500*1000u"),
              }));
-    QCOMPARE(unit.journal(),
-             QStringList({
-                 QStringLiteral("memory open"),
-                 QStringLiteral("memory map 9C000000"),
-                 QStringLiteral("memory close"),
-                 QStringLiteral("memory unmap 9C000190 refused: Invalid argument"),
-                 QStringLiteral(
-                     "shell echo 1 > /sys/module/usbcore/parameters/usb_logo_test_start"),
-             }));
+    QCOMPARE(
+        unit.journal(),
+        QStringList({
+            QStringLiteral("memory open"),
+            QStringLiteral("memory map 9C000000"),
+            QStringLiteral("memory close"),
+            QStringLiteral("memory unmap 9C000190 refused: Invalid argument"),
+            QStringLiteral("shell echo 1 > /sys/module/usbcore/parameters/usb_logo_test_start"),
+        }));
     QVERIFY(unit.unit().usbPhy().isLogoTestOn());
 }
 
@@ -648,8 +655,8 @@ void TestUsbEyeTestView::writingTheSwingOfPort1KeepsPort0sByteAndSetsTheUpperByt
     QCOMPARE(page.value(), QStringLiteral("2"));
     page.tap("increase");
     page.tap("write");
-    QCOMPARE(writes(unit), QStringList(QStringLiteral(
-                               "memory write 9C000190 phySwing 00004251 -> 7F7F4351")));
+    QCOMPARE(writes(unit),
+             QStringList(QStringLiteral("memory write 9C000190 phySwing 00004251 -> 7F7F4351")));
     QCOMPARE(unit.unit().usbPhy().swing(0), QStringLiteral("+17"));
     QCOMPARE(unit.unit().usbPhy().swing(1), QStringLiteral("+3"));
     page.tap("read");
@@ -664,8 +671,8 @@ void TestUsbEyeTestView::writingTheSwingOfPort0KeepsPort1sByteAndSetsTheUpperByt
     page.tap("usePhy");
     page.tap("decrease");
     page.tap("write");
-    QCOMPARE(writes(unit), QStringList(QStringLiteral(
-                               "memory write 9C000190 phySwing 00004251 -> 7F7F4250")));
+    QCOMPARE(writes(unit),
+             QStringList(QStringLiteral("memory write 9C000190 phySwing 00004251 -> 7F7F4250")));
 }
 
 void TestUsbEyeTestView::swingsUpperBytesKeepTheirTopBits()
@@ -683,20 +690,24 @@ void TestUsbEyeTestView::writingTheDisconnectValueOpensTheDebugAccessFirst_data(
 {
     QTest::addColumn<QByteArray>("port");
     QTest::addColumn<QStringList>("expected");
-    QTest::newRow("port 0") << QByteArray("port0") << QStringList({
-        QStringLiteral("memory write 9C004A8C debugAccess0 A5A5A5A5 -> 00000001"),
-        QStringLiteral("memory write 9C004A90 testMode0 A5A5A5A5 -> 00000007"),
-        QStringLiteral("memory write 9C000088 debugGate A5A5A5A5 -> 00000000"),
-        QStringLiteral("memory write 9C0000A0 debugSelect A5A5A5A5 -> 0004100C"),
-        QStringLiteral("memory write 9C004A9C phyDisconnect0 A5A5A5A5 -> 12345675"),
-    });
-    QTest::newRow("port 1") << QByteArray("port1") << QStringList({
-        QStringLiteral("memory write 9C004B0C debugAccess1 A5A5A5A5 -> 00000001"),
-        QStringLiteral("memory write 9C004B10 testMode1 A5A5A5A5 -> 00000007"),
-        QStringLiteral("memory write 9C000088 debugGate A5A5A5A5 -> 00000000"),
-        QStringLiteral("memory write 9C0000A0 debugSelect A5A5A5A5 -> 0008100C"),
-        QStringLiteral("memory write 9C004B1C phyDisconnect1 A5A5A5A5 -> 12345675"),
-    });
+    QTest::newRow("port 0")
+        << QByteArray("port0")
+        << QStringList({
+               QStringLiteral("memory write 9C004A8C debugAccess0 A5A5A5A5 -> 00000001"),
+               QStringLiteral("memory write 9C004A90 testMode0 A5A5A5A5 -> 00000007"),
+               QStringLiteral("memory write 9C000088 debugGate A5A5A5A5 -> 00000000"),
+               QStringLiteral("memory write 9C0000A0 debugSelect A5A5A5A5 -> 0004100C"),
+               QStringLiteral("memory write 9C004A9C phyDisconnect0 A5A5A5A5 -> 12345675"),
+           });
+    QTest::newRow("port 1")
+        << QByteArray("port1")
+        << QStringList({
+               QStringLiteral("memory write 9C004B0C debugAccess1 A5A5A5A5 -> 00000001"),
+               QStringLiteral("memory write 9C004B10 testMode1 A5A5A5A5 -> 00000007"),
+               QStringLiteral("memory write 9C000088 debugGate A5A5A5A5 -> 00000000"),
+               QStringLiteral("memory write 9C0000A0 debugSelect A5A5A5A5 -> 0008100C"),
+               QStringLiteral("memory write 9C004B1C phyDisconnect1 A5A5A5A5 -> 12345675"),
+           });
 }
 
 void TestUsbEyeTestView::writingTheDisconnectValueOpensTheDebugAccessFirst()
@@ -717,8 +728,8 @@ void TestUsbEyeTestView::writingTheDisconnectValueOpensTheDebugAccessFirst()
     QCOMPARE(writes(unit), expected);
     // One map for each write: nothing is read before.
     QCOMPARE(unit.journal(QStringLiteral("memory map")).size(), 1 + 1 + 1 + 5);
-    QCOMPARE(capture.texts().last(), QStringLiteral("open iic debug usbPort: %1").arg(
-                                         port == "port0" ? 0 : 1));
+    QCOMPARE(capture.texts().last(),
+             QStringLiteral("open iic debug usbPort: %1").arg(port == "port0" ? 0 : 1));
 }
 
 void TestUsbEyeTestView::valueReadOfOnePortIsWrittenToTheOther()
@@ -933,8 +944,9 @@ void TestUsbEyeTestView::otherPortsRunNothing()
     page.view()->fullToHigh(2);
     page.view()->highToFull(-1);
     QCOMPARE(since(unit, lines), QStringList());
-    QCOMPARE(capture.texts(), QStringList({QStringLiteral("change to high speed port: 2"),
-                                           QStringLiteral("change to full speed port: -1")}));
+    QCOMPARE(capture.texts(),
+             QStringList({QStringLiteral("change to high speed port: 2"),
+                          QStringLiteral("change to full speed port: -1")}));
 }
 
 void TestUsbEyeTestView::deviceModeHidesPort1AndUsePhy()
