@@ -37,7 +37,8 @@ public:
     Storage &storage() { return m_storage; }
     Mcu &mcu() { return m_mcu; }
     PhysicalMemory &memory() { return m_memory; }
-    MemoryDevice &memoryDevice() { return m_memoryDevice; }
+    /// Also of a unit that is const, as a gate has it, which tells the device of every call.
+    MemoryDevice &memoryDevice() const { return m_memoryDevice; }
     NcmTest &ncmTest() { return m_ncmTest; }
     const Shell &shell() const { return m_shell; }
     const Defaults &defaults() const { return m_defaults; }
@@ -54,7 +55,7 @@ private:
     Storage m_storage;
     Mcu m_mcu;
     PhysicalMemory m_memory;
-    MemoryDevice m_memoryDevice;
+    mutable MemoryDevice m_memoryDevice;
     NcmTest m_ncmTest;
     Shell m_shell;
     Defaults m_defaults;

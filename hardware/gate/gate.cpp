@@ -26,7 +26,7 @@ qint64 nanoseconds(const timespec &time)
 
 } // namespace
 
-Gate::Gate(Unit &unit)
+Gate::Gate(const Unit &unit)
     : m_unit(unit)
     , m_root(QFile::encodeName(unit.folder().root()))
 {

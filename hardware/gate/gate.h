@@ -23,7 +23,7 @@ class Unit;
 class Gate
 {
 public:
-    explicit Gate(Unit &unit);
+    explicit Gate(const Unit &unit);
     ~Gate();
     Gate(const Gate &) = delete;
     Gate &operator=(const Gate &) = delete;
@@ -31,7 +31,7 @@ public:
     /// The living one, or null. Any thread.
     static const Gate *current();
 
-    Unit &unit() const { return m_unit; }
+    const Unit &unit() const { return m_unit; }
 
     /// The unit's folder in the encoding of file names.
     const QByteArray &root() const { return m_root; }
@@ -44,7 +44,7 @@ public:
     timeval unitTime() const;
 
 private:
-    Unit &m_unit;
+    const Unit &m_unit;
     const QByteArray m_root;
     timespec m_madeAt;   // by the host's calendar
     timespec m_madeWhen; // by its monotonic clock
