@@ -189,14 +189,15 @@ void TestUsbCommands::wrongCommands()
 
 void TestUsbCommands::helpShowsThem_data()
 {
+    QTest::addColumn<QString>("name");
     for (const char *name : {"memory", "memory-fill", "memory-fault", "phy", "ncm", "ncm-fault"}) {
-        QTest::newRow(name);
+        QTest::newRow(name) << QString::fromLatin1(name);
     }
 }
 
 void TestUsbCommands::helpShowsThem()
 {
-    const QString name = QLatin1String(QTest::currentDataTag());
+    QFETCH(QString, name);
     const QStringList lines = run("help").lines;
     QVERIFY(std::any_of(lines.cbegin(), lines.cend(), [&name](const QString &line) {
         return line.section(QLatin1Char(' '), 0, 0) == name;
