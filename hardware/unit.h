@@ -8,10 +8,14 @@
 #include "lightsensor.h"
 #include "mcu.h"
 #include "panel.h"
+#include "memorydevice.h"
+#include "ncmtest.h"
+#include "physicalmemory.h"
 #include "settings.h"
 #include "shell.h"
 #include "storage.h"
 #include "unitfolder.h"
+#include "usbphy.h"
 #include "usbports.h"
 #include "userupdate.h"
 #include "vendordata.h"
@@ -37,8 +41,13 @@ public:
     Settings &settings() { return m_settings; }
     Storage &storage() { return m_storage; }
     Mcu &mcu() { return m_mcu; }
+    PhysicalMemory &memory() { return m_memory; }
+    /// Also of a unit that is const, as a gate has it, which tells the device of every call.
+    MemoryDevice &memoryDevice() const { return m_memoryDevice; }
+    NcmTest &ncmTest() { return m_ncmTest; }
     const Shell &shell() const { return m_shell; }
     const Defaults &defaults() const { return m_defaults; }
+    const UsbPhy &usbPhy() const { return m_usbPhy; }
     UsbPorts &usbPorts() { return m_usbPorts; }
     UserUpdate &userUpdate() { return m_userUpdate; }
     VendorData &vendorData() { return m_vendorData; }
@@ -55,8 +64,12 @@ private:
     Settings m_settings;
     Storage m_storage;
     Mcu m_mcu;
+    PhysicalMemory m_memory;
+    mutable MemoryDevice m_memoryDevice;
+    NcmTest m_ncmTest;
     Shell m_shell;
     Defaults m_defaults;
+    UsbPhy m_usbPhy;
     UsbPorts m_usbPorts;
     UserUpdate m_userUpdate;
     VendorData m_vendorData;

@@ -23,6 +23,7 @@ const QLatin1String folders[] = {
     QLatin1String("/media/flash/nvm"),
     QLatin1String("/media/flash/userdata"),
     QLatin1String("/proc/sys/kernel"),
+    QLatin1String("/run"),
     QLatin1String("/sticks"),
     QLatin1String("/sys/devices/platform"),
     QLatin1String("/sys/module"),

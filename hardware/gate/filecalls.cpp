@@ -2,8 +2,11 @@
 // each leads its path and passes the call on. "…64", "__…_2" and "__…_chk" are what the plain names
 // become in code that is compiled for large files or with checks of buffers.
 
+#include "gate.h"
 #include "hostcall.h"
 #include "ledpath.h"
+
+#include "hardware/unit.h"
 
 #include <dirent.h>
 #include <fcntl.h>
@@ -42,6 +45,29 @@ auto withPath(const char *name, const char *path, Others... others)
     const LedPath led(path);
     using Result = decltype(Call(path, others...));
     return led.isValid() ? hostCall<Call>(name)(led.path(), others...) : failure<Result>();
+}
+
+/// Opens a file of that path; of the memory device the unit is told.
+template <auto *Call, typename... Others>
+int openPath(const char *name, const char *path, int flags, Others... others)
+{
+    const LedPath led(path);
+    if (!led.isValid()) {
+        return -1;
+    }
+    if (!led.isMemory()) {
+        return hostCall<Call>(name)(led.path(), flags, others...);
+    }
+    hardware::MemoryDevice &device = hardware::Gate::current()->unit().memoryDevice();
+    int descriptor = -1;
+    if (device.fault() == hardware::MemoryDevice::Missing) {
+        errno = ENOENT;
+    } else {
+        // The device has no size, the file in its place has one that needs the flag.
+        descriptor = hostCall<Call>(name)(led.path(), flags | O_LARGEFILE, others...);
+    }
+    device.opened(descriptor);
+    return descriptor;
 }
 
 template <auto *Call, typename... Others>
@@ -116,7 +142,7 @@ int open(const char *path, int flags, ...)
     va_start(arguments, flags);
     const mode_t mode = modeArgument(flags, arguments);
     va_end(arguments);
-    return withPath<::open>(__func__, path, flags, mode);
+    return openPath<::open>(__func__, path, flags, mode);
 }
 
 int open64(const char *path, int flags, ...)
@@ -125,7 +151,7 @@ int open64(const char *path, int flags, ...)
     va_start(arguments, flags);
     const mode_t mode = modeArgument(flags, arguments);
     va_end(arguments);
-    return withPath<::open64>(__func__, path, flags, mode);
+    return openPath<::open64>(__func__, path, flags, mode);
 }
 
 int openat(int folder, const char *path, int flags, ...)
@@ -148,12 +174,12 @@ int openat64(int folder, const char *path, int flags, ...)
 
 int __open_2(const char *path, int flags)
 {
-    return withPath<::__open_2>(__func__, path, flags);
+    return openPath<::__open_2>(__func__, path, flags);
 }
 
 int __open64_2(const char *path, int flags)
 {
-    return withPath<::__open64_2>(__func__, path, flags);
+    return openPath<::__open64_2>(__func__, path, flags);
 }
 
 int __openat_2(int folder, const char *path, int flags)

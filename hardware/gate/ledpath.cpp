@@ -47,6 +47,7 @@ LedPath::LedPath(const char *path)
         std::memcpy(m_buffer, gate->root().constData(), rootLength);
         std::memcpy(m_buffer + rootLength, unitPath.text(), unitPath.length() + 1);
         m_path = m_buffer;
+        m_isMemory = std::strcmp(unitPath.text(), "/dev/mem") == 0;
     }
 }
 
@@ -58,6 +59,11 @@ bool LedPath::isValid() const
 const char *LedPath::path() const
 {
     return m_path;
+}
+
+bool LedPath::isMemory() const
+{
+    return m_isMemory;
 }
 
 } // namespace hardware

@@ -21,9 +21,13 @@ public:
     /// Null for null.
     const char *path() const;
 
+    /// Whether it is the unit's "/dev/mem" that was named.
+    bool isMemory() const;
+
 private:
     const char *m_path;
     bool m_isValid = true;
+    bool m_isMemory = false;
     char m_buffer[PATH_MAX];
 };
 

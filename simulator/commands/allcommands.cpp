@@ -4,6 +4,8 @@
 #include "lightcommands.h"
 #include "lookcommands.h"
 #include "repeatcommand.h"
+#include "memorycommands.h"
+#include "ncmcommands.h"
 #include "settingcommands.h"
 #include "storagecommands.h"
 #include "touchcommands.h"
@@ -23,6 +25,8 @@ void addAllCommands(Console &console, Simulator &simulator)
     addSettingCommands(console, simulator);
     addLightCommands(console, simulator);
     addVendorCommands(console, simulator);
+    addMemoryCommands(console, simulator);
+    addNcmCommands(console, simulator);
     addUnitCommands(console, simulator);
     addUsbCommands(console, simulator);
     addRepeatCommand(console);

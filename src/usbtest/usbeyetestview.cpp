@@ -1,12 +1,352 @@
 #include "usbeyetestview.h"
 
-#include "factorydebug/pageplaceholder.h"
+#include "devmem.h"
+#include "ui_usbeyetest.h"
+#include "uphyvalue.h"
+#include "usbregisters.h"
+
+#include "factorydebug/trace.h"
+#include "kvwidget/kviconbutton.h"
+#include "service/usbcontrol.h"
+
+#include <QCheckBox>
+#include <QGroupBox>
+#include <QRadioButton>
+
+#include <cstdlib>
+
+#include <unistd.h>
+
+namespace
+{
+
+enum Parameter { Swing = 0, Disconnect = 1 };
+enum Speed { HighSpeed = 0, FullSpeed = 1 };
+enum Pattern { PatternEye = 0, PatternJ = 1, PatternK = 2, PatternSe0 = 3, PatternNone = 4 };
+
+const unsigned int pageMask = 0xFFF;
+const unsigned int byteMask = 0xFF;
+
+/// By port, then by the value to write.
+const char *const speedCommands[2][2] = {
+    {"echo 0 > /sys/devices/platform/ehci-platform.1/usb_speed_switch",
+     "echo 1 > /sys/devices/platform/ehci-platform.1/usb_speed_switch"},
+    {"echo 0 > /sys/devices/platform/ehci-platform.2/usb_speed_switch",
+     "echo 1 > /sys/devices/platform/ehci-platform.2/usb_speed_switch"},
+};
+
+/// The word there; 0 when it cannot be read.
+unsigned int readRegister(unsigned int address)
+{
+    unsigned int value = 0;
+    devmem_main(address & ~pageMask, address & pageMask, 0, &value);
+    return value;
+}
+
+void writeRegister(unsigned int address, unsigned int value)
+{
+    devmem_main(address & ~pageMask, address & pageMask, 1, &value);
+}
+
+unsigned int portRegister(unsigned int address, int port)
+{
+    return address + usbregisters::portDistance * static_cast<unsigned int>(port);
+}
+
+/// As commands end unseen: nobody looks at what they answer.
+void run(const char *command)
+{
+    if (std::system(command) != 0) {
+        return;
+    }
+}
+
+void switchSpeed(int port, int value)
+{
+    if (port == 0 || port == 1) {
+        run(speedCommands[port][value]);
+    }
+}
+
+} // namespace
 
 USBEyeTestView::USBEyeTestView(QWidget *parent)
     : QObject(parent)
-    , m_page(new PagePlaceholder(QRect(0, 66, 800, 414), parent))
+    , isUPHY(false)
+    , usbPort(0)
+    , usbSpeed(0)
+    , testPattern(0)
+    , m_parameter(0)
+    , usbUphyData(0)
+    , ui(new UI_USBEyeTest)
 {
-    m_page->show();
+    ui->setupUi(parent);
+    readBtnClicked();
+    modeChange(ui->usePhy->checkState());
+    startLogoTest();
+    m_patterns << ui->eyeDiagram << ui->testJ << ui->testK << ui->se0 << ui->none;
+    ui->read->hide();
+    connectForm();
 }
 
-USBEyeTestView::~USBEyeTestView() = default;
+USBEyeTestView::~USBEyeTestView()
+{
+    FACTORY_TRACE << "~USBEyeTestView";
+    const QList<QWidget *> widgets = ui->widgets();
+    for (QWidget *widget : widgets) {
+        widget->hide();
+        widget->deleteLater();
+    }
+}
+
+void USBEyeTestView::connectForm()
+{
+    connect(ui->hostMode, &QRadioButton::clicked, this, &USBEyeTestView::switchToHostMode);
+    connect(ui->deviceMode, &QRadioButton::clicked, this, &USBEyeTestView::switchToDeviceMode);
+    connect(ui->usePhy, &QCheckBox::stateChanged, this, &USBEyeTestView::modeChange);
+    connect(ui->decrease, &KvIconButton::btnClicked, this, &USBEyeTestView::uphyDecClicked);
+    connect(ui->increase, &KvIconButton::btnClicked, this, &USBEyeTestView::uphyAddClicked);
+    connect(ui->swing, &QRadioButton::clicked, this, &USBEyeTestView::readBtnClicked);
+    connect(ui->disconnectLevel, &QRadioButton::clicked, this, &USBEyeTestView::readBtnClicked);
+    connect(ui->read, &KvIconButton::btnClicked, this, &USBEyeTestView::readBtnClicked);
+    connect(ui->write, &KvIconButton::btnClicked, this, &USBEyeTestView::writeBtnClicked);
+    connect(ui->highSpeed, &QRadioButton::clicked, this, &USBEyeTestView::speedClicked);
+    connect(ui->fullSpeed, &QRadioButton::clicked, this, &USBEyeTestView::speedClicked);
+    connect(ui->eyeDiagram, &QRadioButton::clicked, this, &USBEyeTestView::TEST_EYE);
+    connect(ui->testJ, &QRadioButton::clicked, this, &USBEyeTestView::TEST_J);
+    connect(ui->testK, &QRadioButton::clicked, this, &USBEyeTestView::TEST_K);
+    connect(ui->se0, &QRadioButton::clicked, this, &USBEyeTestView::TEST_SE0);
+}
+
+void USBEyeTestView::startLogoTest()
+{
+    FACTORY_TRACE << "start usb logo test";
+    run("echo 1 > /sys/module/usbcore/parameters/usb_logo_test_start");
+    FACTORY_TRACE << "start sleep 500*1000u";
+    usleep(500 * 1000u);
+}
+
+void USBEyeTestView::refreshUphy()
+{
+    if (m_parameter == Disconnect) {
+        ui->showValue(uphyvalue::disconnectDigits(usbUphyData));
+    } else if (uphyvalue::isMinusZero(usbUphyData)) {
+        ui->showValue(tr("-0"));
+    } else {
+        const QString number = uphyvalue::swingNumber(usbUphyData);
+        if (!number.isEmpty()) {
+            ui->showValue(number);
+        }
+    }
+}
+
+void USBEyeTestView::refreshMode()
+{
+    FACTORY_TRACE << "refreshMode isUPHY:" << (isUPHY ? "true" : "false");
+    ui->phyGroup->setVisible(isUPHY);
+    ui->patternGroup->setVisible(!isUPHY);
+    ui->read->setDisableState(!isUPHY);
+}
+
+void USBEyeTestView::readParameter()
+{
+    usbPort = ui->port0->isChecked() ? 0 : 1;
+    usbSpeed = ui->highSpeed->isChecked() ? HighSpeed : FullSpeed;
+    for (int index = 0; index < m_patterns.size(); ++index) {
+        if (m_patterns.at(index)->isChecked()) {
+            testPattern = index;
+        }
+    }
+    m_parameter = ui->swing->isChecked() ? Swing : Disconnect;
+    FACTORY_TRACE << "usbPort:" << usbPort;
+    FACTORY_TRACE << "usbSpeed:" << usbSpeed;
+    FACTORY_TRACE << "testPattern:" << testPattern;
+    FACTORY_TRACE << "useUphyPara:" << m_parameter;
+    FACTORY_TRACE << "usbUphyData:" << usbUphyData;
+}
+
+void USBEyeTestView::openIICDebug()
+{
+    FACTORY_TRACE << "open iic debug usbPort:" << usbPort;
+    if (usbPort != 0 && usbPort != 1) {
+        return;
+    }
+    writeRegister(portRegister(usbregisters::debugAccess, usbPort), usbregisters::debugAccessOn);
+    writeRegister(portRegister(usbregisters::testMode, usbPort), usbregisters::debugTestMode);
+    writeRegister(usbregisters::debugGate, usbregisters::debugGateOpen);
+    writeRegister(usbregisters::debugSelect,
+                  usbPort == 0 ? usbregisters::debugSelectPort0 : usbregisters::debugSelectPort1);
+}
+
+void USBEyeTestView::fullToHigh(int port)
+{
+    FACTORY_TRACE << "change to high speed port:" << port;
+    switchSpeed(port, 1);
+}
+
+void USBEyeTestView::highToFull(int port)
+{
+    FACTORY_TRACE << "change to full speed port:" << port;
+    switchSpeed(port, 0);
+}
+
+void USBEyeTestView::switchToHostMode()
+{
+    ui->port1->show();
+    ui->usePhy->show();
+    writeRegister(usbregisters::role, usbregisters::roleHost);
+}
+
+void USBEyeTestView::switchToDeviceMode()
+{
+    ui->port0->setChecked(true);
+    ui->port1->hide();
+    ui->usePhy->hide();
+    writeRegister(usbregisters::role, usbregisters::roleDevice);
+    writeRegister(usbregisters::deviceControl, 0);
+}
+
+void USBEyeTestView::modeChange(int state)
+{
+    FACTORY_TRACE << "state:" << state;
+    if (state != 0) {
+        ui->write->setDisplayText(tr("Write"));
+        ui->read->show();
+        ui->deviceMode->setEnabled(false);
+        isUPHY = true;
+        readBtnClicked();
+    } else {
+        isUPHY = false;
+        ui->write->setDisplayText(tr("Set Test Mode"));
+        ui->deviceMode->setEnabled(true);
+        ui->read->hide();
+    }
+    refreshMode();
+}
+
+void USBEyeTestView::uphyAddClicked()
+{
+    usbUphyData = m_parameter == Swing ? uphyvalue::swingUp(usbUphyData)
+                                       : uphyvalue::disconnectUp(usbUphyData);
+    refreshUphy();
+    FACTORY_TRACE << "data:" << usbUphyData;
+}
+
+void USBEyeTestView::uphyDecClicked()
+{
+    usbUphyData = m_parameter == Swing ? uphyvalue::swingDown(usbUphyData)
+                                       : uphyvalue::disconnectDown(usbUphyData);
+    refreshUphy();
+    FACTORY_TRACE << "data:" << usbUphyData;
+}
+
+void USBEyeTestView::readBtnClicked()
+{
+    readParameter();
+    if (m_parameter == Swing) {
+        const unsigned int word = readRegister(usbregisters::phySwing);
+        usbUphyData = static_cast<int>((word >> (8 * usbPort)) & byteMask);
+    } else {
+        const unsigned int address = portRegister(usbregisters::phyDisconnect, usbPort);
+        usbUphyData = static_cast<int>(readRegister(address));
+    }
+    refreshUphy();
+}
+
+void USBEyeTestView::writeBtnClicked()
+{
+    readParameter();
+    if (!isUPHY) {
+        writeTestMode();
+    } else if (m_parameter == Swing) {
+        writeSwing();
+    } else {
+        writeDisconnect();
+    }
+}
+
+void USBEyeTestView::writeSwing()
+{
+    const int shift = 8 * usbPort;
+    unsigned int word = readRegister(usbregisters::phySwing);
+    word &= ~(byteMask << shift);
+    word |= static_cast<unsigned int>(usbUphyData) << shift;
+    word |= usbregisters::phySwingUpperBytes;
+    writeRegister(usbregisters::phySwing, word);
+}
+
+void USBEyeTestView::writeDisconnect()
+{
+    openIICDebug();
+    writeRegister(portRegister(usbregisters::phyDisconnect, usbPort),
+                  static_cast<unsigned int>(usbUphyData));
+}
+
+void USBEyeTestView::writeTestMode()
+{
+    writeRegister(portRegister(usbregisters::testMode, usbPort), testModeCode());
+}
+
+unsigned int USBEyeTestView::testModeCode() const
+{
+    const bool isHighSpeed = usbSpeed == HighSpeed;
+    switch (testPattern) {
+    case PatternEye:
+        return isHighSpeed ? usbregisters::testEyeHighSpeed : usbregisters::testEyeFullSpeed;
+    case PatternJ:
+        return isHighSpeed ? usbregisters::testJHighSpeed : usbregisters::testJFullSpeed;
+    case PatternK:
+        return isHighSpeed ? usbregisters::testKHighSpeed : usbregisters::testKFullSpeed;
+    case PatternSe0:
+        return usbregisters::testSe0;
+    case PatternNone:
+        FACTORY_TRACE << "nothing to do.";
+        return usbregisters::testNone;
+    default:
+        FACTORY_TRACE << "not support!";
+        return usbregisters::testNone;
+    }
+}
+
+void USBEyeTestView::speedClicked()
+{
+    const auto *button = qobject_cast<QRadioButton *>(sender());
+    if (button == nullptr) {
+        return;
+    }
+    readParameter();
+    const bool isHighSpeed = button == ui->highSpeed;
+    ui->testJ->setVisible(isHighSpeed);
+    ui->testK->setVisible(isHighSpeed);
+    ui->se0->setVisible(isHighSpeed);
+    if (isHighSpeed) {
+        fullToHigh(usbPort);
+    } else {
+        ui->none->setChecked(true);
+        highToFull(usbPort);
+    }
+}
+
+void USBEyeTestView::TEST_EYE()
+{
+    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestPacket);
+    FACTORY_TRACE << "TEST_EYE";
+}
+
+void USBEyeTestView::TEST_J()
+{
+    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestJ);
+    FACTORY_TRACE << "TEST_J";
+}
+
+void USBEyeTestView::TEST_K()
+{
+    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestK);
+    FACTORY_TRACE << "TEST_K";
+}
+
+void USBEyeTestView::TEST_SE0()
+{
+    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestSe0Nak);
+    FACTORY_TRACE << "TEST_SE0";
+}

@@ -1,4 +1,5 @@
 #include "factorydebug/factorydebugview.h"
+#include "factorydebug/statusbar.h"
 #include "usbtest/usbtestview.h"
 
 #include "kvappframework/activitymanager.h"
@@ -14,6 +15,9 @@
 #include <QLabel>
 #include <QPointer>
 #include <QtTest>
+
+#include <algorithm>
+#include <iterator>
 
 using namespace kvappframework;
 
@@ -102,14 +106,22 @@ QPoint menuPoint(const char *id)
 const QPoint returnPoint(40, 32);
 const QPoint exitPoint(760, 32);
 
+/// Pages put buttons of their own on the view; those of the menu have the menu's ids.
 QList<KvIconButton *> menuButtons(const FactoryDebugView &view)
 {
-    return view.findChildren<KvIconButton *>(QString(), Qt::FindDirectChildrenOnly);
+    QList<KvIconButton *> buttons;
+    const auto all = view.findChildren<KvIconButton *>(QString(), Qt::FindDirectChildrenOnly);
+    std::copy_if(all.cbegin(), all.cend(), std::back_inserter(buttons), [](KvIconButton *button) {
+        return std::any_of(std::begin(menu), std::end(menu), [button](const MenuEntry &entry) {
+            return button->buttonID() == QLatin1String(entry.id);
+        });
+    });
+    return buttons;
 }
 
 QString title(const FactoryDebugView &view)
 {
-    return view.findChild<QLabel *>()->text();
+    return view.findChild<StatusBar *>()->findChild<QLabel *>()->text();
 }
 
 /// The page of that class that the view hosts, or null.

@@ -1,0 +1,47 @@
+#include "ncmcommands.h"
+
+#include "commandtable.h"
+
+#include "simulator/simulator.h"
+
+#include "hardware/unit.h"
+
+namespace simulator
+{
+
+namespace
+{
+
+ConsoleResult ncm(Simulator &simulator, const QStringList &, ConsoleSession &)
+{
+    return ConsoleResult::done(simulator.unit().ncmTest().description());
+}
+
+ConsoleResult ncmFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    const QString fault = arguments.first();
+    const bool isRefused = fault == QLatin1String("refused");
+    if (!isRefused && fault != QLatin1String("none")) {
+        return ConsoleResult::failed(
+            QStringLiteral("FAULT is one of none, refused, not \"%1\"").arg(fault));
+    }
+    simulator.unit().ncmTest().refuseStarts(isRefused);
+    return ConsoleResult::done();
+}
+
+} // namespace
+
+void addNcmCommands(Console &console, Simulator &simulator)
+{
+    const auto place = Console::Place::AnyThread;
+    addCommands(
+        console, simulator,
+        {
+            {"ncm", "", "Says which NCM throughput test runs or ran last, and its figures.", place,
+             ncm},
+            {"ncm-fault", "FAULT", "Has starts of NCM tests fail from now on: refused, or none.",
+             place, ncmFault},
+        });
+}
+
+} // namespace simulator

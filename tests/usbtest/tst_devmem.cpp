@@ -1,0 +1,254 @@
+#include "usbtest/devmem.h"
+
+#include "outputcapture.h"
+
+#include "support/testunit.h"
+
+#include <QDir>
+#include <QtTest>
+
+#include <unistd.h>
+
+class TestDevmem : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void readsTheWordAndPrintsIt();
+    void writesTheWordAndReturnsWhatItReadsBack();
+    void writesPrintsClosesAndUnmapsInThisOrder();
+    void lastWordOfThePage();
+    void unmapIsGivenTheRegistersAddressAndLeavesTheMapping();
+    void unmapAtThePagesStartLeavesNothing();
+    void descriptorIsClosed();
+    void descriptorZeroIsNotClosed();
+    void missingDeviceIsToldAndLeavesTheValue_data();
+    void missingDeviceIsToldAndLeavesTheValue();
+    void refusedMappingIsToldAndLeavesTheValue_data();
+    void refusedMappingIsToldAndLeavesTheValue();
+    void removedDeviceIsTold();
+};
+
+namespace
+{
+
+const unsigned int page = 0x9C000000;
+const unsigned int swingOffset = 0x190;
+
+QString outputFile(const TestUnit &unit)
+{
+    return unit.path(QStringLiteral("/output"));
+}
+
+int openDescriptors()
+{
+    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size();
+}
+
+QStringList memoryLines(const TestUnit &unit)
+{
+    return unit.journal(QStringLiteral("/^memory (?!set)/"));
+}
+
+} // namespace
+
+void TestDevmem::initTestCase()
+{
+    // From the first output on, so that each print is a write of its own.
+    QCOMPARE(std::setvbuf(stdout, nullptr, _IONBF, 0), 0);
+}
+
+void TestDevmem::readsTheWordAndPrintsIt()
+{
+    TestUnit unit;
+    unit.unit().memory().write(page + swingOffset, 0x1234ABCD);
+    unsigned int value = 7;
+    QByteArray output;
+    {
+        const OutputCapture capture(outputFile(unit));
+        devmem_main(page, swingOffset, 0, &value);
+        output = capture.text();
+    }
+    QCOMPARE(value, 0x1234ABCDu);
+    QCOMPARE(output, QByteArray("0x1234abcd \n"));
+    QCOMPARE(memoryLines(unit),
+             QStringList({QStringLiteral("memory open"), QStringLiteral("memory map 9C000000"),
+                          QStringLiteral("memory close"),
+                          QStringLiteral("memory unmap 9C000190 refused: Invalid argument")}));
+}
+
+void TestDevmem::writesTheWordAndReturnsWhatItReadsBack()
+{
+    TestUnit unit;
+    unsigned int value = 0x55AA1122;
+    QByteArray output;
+    {
+        const OutputCapture capture(outputFile(unit));
+        devmem_main(page, swingOffset, 1, &value);
+        output = capture.text();
+    }
+    QCOMPARE(value, 0x55AA1122u);
+    QCOMPARE(output, QByteArray("0x55aa1122 \n"));
+    QCOMPARE(unit.unit().memory().read(page + swingOffset), 0x55AA1122u);
+    QCOMPARE(unit.unit().memory().read(page + swingOffset - 4), 0x00070007u);
+    QCOMPARE(unit.unit().memory().read(page + swingOffset + 4), 0u);
+}
+
+void TestDevmem::writesPrintsClosesAndUnmapsInThisOrder()
+{
+    TestUnit unit;
+    unsigned int value = 0x41;
+    {
+        // The print finds its place among the journal's lines.
+        const OutputCapture capture(unit.path(QStringLiteral("/journal.log")));
+        devmem_main(page, swingOffset, 1, &value);
+    }
+    QStringList lines;
+    for (const QByteArray &line : readFile(unit.path(QStringLiteral("/journal.log"))).split('\n')) {
+        const QString text = QString::fromLatin1(line);
+        lines.append(text.startsWith(QLatin1String("0x")) ? text
+                                                          : text.section(QLatin1Char(' '), 1));
+    }
+    // The write is found when the device is closed; what was printed is the word as written.
+    QCOMPARE(lines,
+             QStringList({
+                 QStringLiteral("memory open"),
+                 QStringLiteral("memory map 9C000000"),
+                 QStringLiteral("0x41 "),
+                 QStringLiteral("memory write 9C000190 phySwing 7F7F4040 -> 00000041"),
+                 QStringLiteral("memory close"),
+                 QStringLiteral("memory unmap 9C000190 refused: Invalid argument"),
+                 QString(),
+             }));
+}
+
+void TestDevmem::lastWordOfThePage()
+{
+    TestUnit unit;
+    unsigned int value = 0xFFFFFFFF;
+    devmem_main(0xFFFFF000, 0xFFC, 1, &value);
+    QCOMPARE(value, 0xFFFFFFFFu);
+    QCOMPARE(unit.unit().memory().read(0xFFFFFFFC), 0xFFFFFFFFu);
+}
+
+void TestDevmem::unmapIsGivenTheRegistersAddressAndLeavesTheMapping()
+{
+    TestUnit unit;
+    unsigned int value = 0;
+    devmem_main(page, swingOffset, 0, &value);
+    QCOMPARE(unit.unit().memoryDevice().mappings(), 1);
+    devmem_main(page, swingOffset, 0, &value);
+    QCOMPARE(unit.unit().memoryDevice().mappings(), 2);
+    QCOMPARE(unit.journal(QStringLiteral("memory unmap 9C000190 refused")).size(), 2);
+}
+
+void TestDevmem::unmapAtThePagesStartLeavesNothing()
+{
+    TestUnit unit;
+    unsigned int value = 0;
+    devmem_main(page, 0, 0, &value);
+    QCOMPARE(unit.unit().memoryDevice().mappings(), 0);
+    QCOMPARE(memoryLines(unit).last(), QStringLiteral("memory unmap 9C000000"));
+}
+
+void TestDevmem::descriptorIsClosed()
+{
+    TestUnit unit;
+    const int before = openDescriptors();
+    unsigned int value = 0;
+    for (int time = 0; time < 10; ++time) {
+        devmem_main(page, swingOffset, 0, &value);
+    }
+    QCOMPARE(openDescriptors(), before);
+}
+
+void TestDevmem::descriptorZeroIsNotClosed()
+{
+    TestUnit unit;
+    const int standardInput = dup(STDIN_FILENO);
+    close(STDIN_FILENO);
+    unsigned int value = 0;
+    devmem_main(page, swingOffset, 0, &value);
+    const bool isOpen = unit.unit().memoryDevice().isOpen(0);
+    close(0);
+    if (standardInput >= 0) {
+        dup2(standardInput, STDIN_FILENO);
+        close(standardInput);
+    }
+    QVERIFY(isOpen);
+    QCOMPARE(value, 0x7F7F4040u);
+}
+
+void TestDevmem::missingDeviceIsToldAndLeavesTheValue_data()
+{
+    QTest::addColumn<int>("write");
+    QTest::newRow("read") << 0;
+    QTest::newRow("write") << 1;
+}
+
+void TestDevmem::missingDeviceIsToldAndLeavesTheValue()
+{
+    QFETCH(int, write);
+    TestUnit unit;
+    unit.unit().memoryDevice().setFault(hardware::MemoryDevice::Missing);
+    unsigned int value = 0xCAFE;
+    QByteArray output;
+    {
+        const OutputCapture capture(outputFile(unit));
+        devmem_main(page, swingOffset, char(write), &value);
+        output = capture.text();
+    }
+    QCOMPARE(output, QByteArray("open(/dev/mem) failed."));
+    QCOMPARE(value, 0xCAFEu);
+    QCOMPARE(unit.unit().memory().read(page + swingOffset), 0x7F7F4040u);
+    QCOMPARE(memoryLines(unit),
+             QStringList(QStringLiteral("memory open refused: No such file or directory")));
+}
+
+void TestDevmem::refusedMappingIsToldAndLeavesTheValue_data()
+{
+    missingDeviceIsToldAndLeavesTheValue_data();
+}
+
+void TestDevmem::refusedMappingIsToldAndLeavesTheValue()
+{
+    QFETCH(int, write);
+    TestUnit unit;
+    unit.unit().memoryDevice().setFault(hardware::MemoryDevice::MapRefused);
+    const int before = openDescriptors();
+    unsigned int value = 0xCAFE;
+    QByteArray output;
+    {
+        const OutputCapture capture(outputFile(unit));
+        devmem_main(page, swingOffset, char(write), &value);
+        output = capture.text();
+    }
+    QCOMPARE(output, QByteArray("mmap failed"));
+    QCOMPARE(value, 0xCAFEu);
+    QCOMPARE(unit.unit().memory().read(page + swingOffset), 0x7F7F4040u);
+    // The descriptor stays open.
+    QCOMPARE(openDescriptors(), before + 1);
+    QCOMPARE(memoryLines(unit),
+             QStringList({QStringLiteral("memory open"),
+                          QStringLiteral("memory map 9C000000 refused: Operation not permitted")}));
+}
+
+void TestDevmem::removedDeviceIsTold()
+{
+    TestUnit unit;
+    QVERIFY(QFile::remove(unit.path(QStringLiteral("/dev/mem"))));
+    unsigned int value = 0xCAFE;
+    QByteArray output;
+    {
+        const OutputCapture capture(outputFile(unit));
+        devmem_main(page, swingOffset, 0, &value);
+        output = capture.text();
+    }
+    QCOMPARE(output, QByteArray("open(/dev/mem) failed."));
+    QCOMPARE(value, 0xCAFEu);
+}
+
+QTEST_MAIN(TestDevmem)
+#include "tst_devmem.moc"
