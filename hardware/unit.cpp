@@ -14,7 +14,9 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_shell(m_folder, m_journal)
     , m_usbPorts(m_journal)
     , m_vendorData(m_journal)
+    , m_gpsReceiver(m_folder, m_clock, m_journal, m_versions)
 {
+    QObject::connect(&m_mcu, &Mcu::rebootRequested, [this] { m_gpsReceiver.restart(); });
 }
 
 bool Unit::open(QString *error)
@@ -38,7 +40,8 @@ bool Unit::open(QString *error)
         && m_usbPorts.open(m_folder.path(QStringLiteral("/usb.ini")), error)
         && m_vendorData.open(m_folder.path(QStringLiteral("/vendor.ini")),
                              m_folder.path(QStringLiteral("/vendor.bin")), error)
-        && m_versions.open(m_folder.path(QStringLiteral("/versions.ini")), error);
+        && m_versions.open(m_folder.path(QStringLiteral("/versions.ini")), error)
+        && m_gpsReceiver.open(error);
 }
 
 } // namespace hardware

@@ -2,6 +2,7 @@
 
 #include "clock.h"
 #include "defaults.h"
+#include "gpsreceiver.h"
 #include "journal.h"
 #include "mcu.h"
 #include "settings.h"
@@ -37,6 +38,7 @@ public:
     UsbPorts &usbPorts() { return m_usbPorts; }
     VendorData &vendorData() { return m_vendorData; }
     Versions &versions() { return m_versions; }
+    GpsReceiver &gpsReceiver() { return m_gpsReceiver; }
 
 private:
     const Clock m_clock;
@@ -50,6 +52,7 @@ private:
     UsbPorts m_usbPorts;
     VendorData m_vendorData;
     Versions m_versions;
+    GpsReceiver m_gpsReceiver;
 };
 
 } // namespace hardware
