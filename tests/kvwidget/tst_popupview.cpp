@@ -47,7 +47,7 @@ const QString cancelName("popupview_cancel");
 /// Lines of capitals only, so that each is one block of rows.
 QString capitals(int lines)
 {
-    return QStringList(QVector<QString>(lines, "HHHHHHHHHHHHHHHHHHHH").toList()).join('\n');
+    return QString("HHHHHHHHHHHHHHHHHHHH\n").repeated(lines).chopped(1);
 }
 
 /// Runs the event loop for \a ms, or until \a widget has gone. Gives the time that it took.
@@ -581,6 +581,8 @@ void TestPopupView::baseViewGoesWithCancelAndTimeout()
     Popup popup(page);
     popup.setShowTimeout(byCancel ? 0 : 50);
     QVERIFY(screen.turnOn());
+    QWidget windowOfThePage(page, Qt::Window);
+    windowOfThePage.show();
     screen.tap(QPoint(10, 10));
     QCOMPARE(clicks, 0);
     if (byCancel) {
