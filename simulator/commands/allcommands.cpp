@@ -2,6 +2,7 @@
 
 #include "journalcommands.h"
 #include "lookcommands.h"
+#include "receivercommands.h"
 #include "settingcommands.h"
 #include "storagecommands.h"
 #include "touchcommands.h"
@@ -17,6 +18,7 @@ void addAllCommands(Console &console, Simulator &simulator)
     addJournalCommands(console, simulator);
     addStorageCommands(console, simulator);
     addSettingCommands(console, simulator);
+    addReceiverCommands(console, simulator);
     addUnitCommands(console, simulator);
 }
 
