@@ -16,10 +16,12 @@ TestLine::TestLine()
     : m_farEnd(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
     , m_port(-1)
 {
-    if (grantpt(m_farEnd) != 0 || unlockpt(m_farEnd) != 0) {
+    char name[64]; // not ptsname()'s, which all threads share
+    if (grantpt(m_farEnd) != 0 || unlockpt(m_farEnd) != 0
+        || ptsname_r(m_farEnd, name, sizeof name) != 0) {
         qFatal("The host has no pseudo-terminal.");
     }
-    m_port = open(ptsname(m_farEnd), O_RDWR | O_NOCTTY | O_CLOEXEC);
+    m_port = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
     termios options;
     tcgetattr(m_port, &options);
     cfmakeraw(&options);
