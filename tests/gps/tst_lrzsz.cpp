@@ -18,6 +18,7 @@
 
 #include <atomic>
 #include <csignal>
+#include <future>
 #include <thread>
 #include <vector>
 
@@ -35,6 +36,9 @@ private slots:
 
 namespace
 {
+
+/// Since rx idles for a second each time.
+const int transfersAtOnce = 10;
 
 QString rx()
 {
@@ -173,17 +177,19 @@ void TestLrzsz::rxGetsTheFile()
     // rx lives in the host's time, and must not look silent.
     const TestUnit unit(2.0);
     use_select_wait = 1;
-    std::vector<QString> complaints(size_t(qMax(10, qEnvironmentVariableIntValue("LRZSZ_TIMES"))));
-    // All at once, since rx idles for a second each time.
+    const int times = qMax(10, qEnvironmentVariableIntValue("LRZSZ_TIMES"));
+    std::vector<QString> complaints;
     {
         const StdoutCapture output;
-        std::vector<std::thread> transfers;
-        for (size_t time = 0; time < complaints.size(); ++time) {
-            transfers.emplace_back(
-                [&, time] { complaints[time] = transfer(content(size, int(time))); });
-        }
-        for (std::thread &transfer : transfers) {
-            transfer.join();
+        for (int first = 0; first < times; first += transfersAtOnce) {
+            std::vector<std::future<QString>> transfers;
+            for (int time = first; time < qMin(times, first + transfersAtOnce); ++time) {
+                transfers.push_back(
+                    std::async(std::launch::async, transfer, content(size, time)));
+            }
+            for (std::future<QString> &transfer : transfers) {
+                complaints.push_back(transfer.get());
+            }
         }
     }
     for (const QString &complaint : complaints) {
