@@ -4,13 +4,13 @@
 #include "kviconbutton.h"
 #include "kvpainting.h"
 
-#include <QCoreApplication>
+#include "simlink/simulatedunit.h"
+
 #include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPointer>
 #include <QTimer>
-#include <QVariant>
 
 namespace
 {
@@ -37,16 +37,9 @@ QPixmap image(const char *name)
     return QPixmap(QLatin1String(":/kvwidget/") + QLatin1String(name));
 }
 
-/// How many times faster than the clock on the wall this process lives.
-double timeFactor()
-{
-    const double factor = QCoreApplication::instance()->property("factory.timeFactor").toDouble();
-    return factor > 0 ? factor : 1;
-}
-
 bool carriesSomething(const QWidget &page)
 {
-    const QObjectList all = page.children();
+    const QObjectList &all = page.children();
     for (const QObject *child : all) {
         const auto *widget = qobject_cast<const QWidget *>(child);
         if (widget != nullptr && !widget->isWindow() && !widget->isHidden()) {
@@ -144,7 +137,7 @@ void PopupView::setVisible(bool visible)
 
 QSize PopupView::sizeHint() const
 {
-    return hasButtons() ? boxWithButtons : boxWithoutButtons;
+    return boxSize();
 }
 
 bool PopupView::eventFilter(QObject *watched, QEvent *event)
@@ -244,10 +237,15 @@ void PopupView::goAwayWithPage(Signal signal)
 void PopupView::startTimeout()
 {
     if (m_showTimeout > 0) {
-        m_timer->start(qMax(1, qRound(m_showTimeout / timeFactor())));
+        m_timer->start(simlink::hostMs(m_showTimeout));
     } else {
         m_timer->stop();
     }
+}
+
+QSize PopupView::boxSize() const
+{
+    return hasButtons() ? boxWithButtons : boxWithoutButtons;
 }
 
 void PopupView::loadBox()
@@ -259,7 +257,7 @@ void PopupView::layOut()
 {
     m_ok->setVisible(hasOk());
     m_cancel->setVisible(hasCancel());
-    QRect box(QPoint(), sizeHint());
+    QRect box(QPoint(), boxSize());
     if (parentWidget() != nullptr) {
         box.moveCenter(parentWidget()->rect().center());
     }
