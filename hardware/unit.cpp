@@ -23,7 +23,9 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_keyLight(m_journal, m_mcu)
     , m_lightSensor(m_journal, m_clock, m_dayNight)
     , m_panel(m_journal, m_mcu, m_vendorData)
+    , m_gpsReceiver(m_folder, m_clock, m_journal, m_versions)
 {
+    QObject::connect(&m_mcu, &Mcu::rebootRequested, [this] { m_gpsReceiver.restart(); });
 }
 
 bool Unit::open(QString *error)
@@ -50,7 +52,8 @@ bool Unit::open(QString *error)
         && m_vendorData.open(m_folder.path(QStringLiteral("/vendor.ini")),
                              m_folder.path(QStringLiteral("/vendor.bin")), error)
         && m_versions.open(m_folder.path(QStringLiteral("/versions.ini")), error)
-        && m_dayNight.open(m_folder.path(QStringLiteral("/daynight.ini")), error);
+        && m_dayNight.open(m_folder.path(QStringLiteral("/daynight.ini")), error)
+        && m_gpsReceiver.open(error);
     if (opened) {
         m_panel.powerOn();
     }

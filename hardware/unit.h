@@ -3,6 +3,7 @@
 #include "clock.h"
 #include "daynight.h"
 #include "defaults.h"
+#include "gpsreceiver.h"
 #include "journal.h"
 #include "keylight.h"
 #include "lightsensor.h"
@@ -56,6 +57,7 @@ public:
     KeyLight &keyLight() { return m_keyLight; }
     LightSensor &lightSensor() { return m_lightSensor; }
     Panel &panel() { return m_panel; }
+    GpsReceiver &gpsReceiver() { return m_gpsReceiver; }
 
 private:
     const Clock m_clock;
@@ -78,6 +80,7 @@ private:
     KeyLight m_keyLight;
     LightSensor m_lightSensor;
     Panel m_panel;
+    GpsReceiver m_gpsReceiver;
 };
 
 } // namespace hardware

@@ -22,6 +22,7 @@ CGpsModule *CGpsModule::getInstance()
 
 void CGpsModule::stopWork()
 {
+    simlink::unit().gpsReceiver().setServiceReading(false);
     journal(QStringLiteral("service stopped"));
 }
 

@@ -6,6 +6,7 @@
 #include "repeatcommand.h"
 #include "memorycommands.h"
 #include "ncmcommands.h"
+#include "receivercommands.h"
 #include "settingcommands.h"
 #include "storagecommands.h"
 #include "touchcommands.h"
@@ -27,6 +28,7 @@ void addAllCommands(Console &console, Simulator &simulator)
     addVendorCommands(console, simulator);
     addMemoryCommands(console, simulator);
     addNcmCommands(console, simulator);
+    addReceiverCommands(console, simulator);
     addUnitCommands(console, simulator);
     addUsbCommands(console, simulator);
     addRepeatCommand(console);

@@ -1,0 +1,56 @@
+#include "receivercommands.h"
+
+#include "commandtable.h"
+
+#include "simulator/simulator.h"
+
+#include "hardware/unit.h"
+
+namespace simulator
+{
+
+namespace
+{
+
+ConsoleResult addFault(hardware::GpsReceiver &receiver, const QStringList &words)
+{
+    QString error;
+    return receiver.addFault(words, &error) ? ConsoleResult::done()
+                                            : ConsoleResult::failed(error);
+}
+
+ConsoleResult receiver(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    hardware::GpsReceiver &receiver = simulator.unit().gpsReceiver();
+    const QString action = arguments.value(0);
+    if (arguments.isEmpty()) {
+        return ConsoleResult::done({receiver.state()});
+    }
+    if (action == QLatin1String("fault") && arguments.size() > 1) {
+        return addFault(receiver, arguments.mid(1));
+    }
+    if (action == QLatin1String("faults") && arguments.size() == 1) {
+        return ConsoleResult::done(hardware::ReceiverFaults::help());
+    }
+    if (action == QLatin1String("repair") && arguments.size() == 1) {
+        receiver.clearFaults();
+        return ConsoleResult::done();
+    }
+    return ConsoleResult::failed(QStringLiteral(
+        "usage: receiver, receiver fault NAME [A] [B], receiver faults, or receiver repair"));
+}
+
+} // namespace
+
+void addReceiverCommands(Console &console, Simulator &simulator)
+{
+    addCommands(console, simulator,
+                {
+                    {"receiver", "[ACTION] [FAULT] [A] [B]",
+                     "Says what the GPS receiver does; \"fault NAME ...\" makes something go wrong, "
+                     "\"faults\" lists what, \"repair\" ends it.",
+                     Console::Place::AnyThread, receiver},
+                });
+}
+
+} // namespace simulator

@@ -1,0 +1,62 @@
+// Feeds the package checker. Build and run by hand, with clang:
+//
+//     clang++ -std=c++17 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined \
+//         -Isrc tests/fuzz/fuzz_gpspackage.cpp src/gps/gpspackage.cpp -o /tmp/fuzz_gpspackage
+//     /tmp/fuzz_gpspackage -max_len=8192 -max_total_time=600 /tmp/corpus tests/fuzz/gpspackage
+//
+// The tests run the checker on every file of gpspackage/.
+
+#include "gps/gpspackage.h"
+
+#include <sys/mman.h>
+#include <unistd.h>
+
+#include <cstdint>
+#include <cstdio>
+#include <cstdlib>
+#include <string>
+
+namespace
+{
+
+/// A file in memory that check_file() can open by its path.
+class MemoryFile
+{
+public:
+    MemoryFile()
+        : m_descriptor(memfd_create("package", MFD_CLOEXEC))
+        , m_path("/proc/self/fd/" + std::to_string(m_descriptor))
+    {
+        // The checker's talk.
+        if (std::freopen("/dev/null", "w", stdout) == nullptr) {
+            std::abort();
+        }
+    }
+
+    const char *path() const { return m_path.c_str(); }
+
+    void write(const std::uint8_t *data, std::size_t size) const
+    {
+        if (ftruncate(m_descriptor, 0) != 0
+            || pwrite(m_descriptor, data, size, 0) != static_cast<ssize_t>(size)) {
+            std::abort();
+        }
+    }
+
+private:
+    const int m_descriptor;
+    const std::string m_path;
+};
+
+} // namespace
+
+extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size)
+{
+    static const MemoryFile file;
+    file.write(data, size);
+    const int result = check_file(file.path(), 0xF0F1F2F3);
+    if (result != 0 && result != -1) {
+        std::abort();
+    }
+    return 0;
+}

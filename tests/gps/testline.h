@@ -1,0 +1,26 @@
+#pragma once
+
+#include <QByteArray>
+
+/// A raw pseudo-terminal without any pace: the port for the code under test, the far end for the
+/// test's own receiver, which runs on a thread beside it.
+class TestLine
+{
+public:
+    TestLine();
+    ~TestLine();
+    Q_DISABLE_COPY(TestLine)
+
+    int port() const { return m_port; }
+    int farEnd() const { return m_farEnd; }
+
+    void say(const QByteArray &bytes) const;
+    /// So many bytes, or what has come when nothing more does for some seconds.
+    QByteArray hear(int count) const;
+    /// Closes the far end.
+    void hangUp();
+
+private:
+    int m_farEnd;
+    int m_port;
+};

@@ -1,0 +1,346 @@
+#include "gps/gpsserial.h"
+
+#include "stdoutcapture.h"
+#include "testline.h"
+
+#include "support/testunit.h"
+
+#include <QApplication>
+#include <QProcess>
+#include <QtTest>
+
+#include <fcntl.h>
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <csignal>
+#include <cstdlib>
+#include <dlfcn.h>
+#include <thread>
+
+namespace
+{
+
+/// Which of the next calls of tcgetattr() and tcsetattr() fail, the first one being 1; 0 is none.
+int failingGet = 0;
+int failingSet = 0;
+
+bool isTheOne(int &count)
+{
+    return count > 0 && --count == 0;
+}
+
+} // namespace
+
+// Ahead of the C library's: no terminal of the host fails halfway.
+extern "C" int tcgetattr(int fd, termios *options) noexcept
+{
+    static const auto original
+        = reinterpret_cast<int (*)(int, termios *)>(dlsym(RTLD_NEXT, "tcgetattr"));
+    return isTheOne(failingGet) ? -1 : original(fd, options);
+}
+
+extern "C" int tcsetattr(int fd, int actions, const termios *options) noexcept
+{
+    static const auto original
+        = reinterpret_cast<int (*)(int, int, const termios *)>(dlsym(RTLD_NEXT, "tcsetattr"));
+    return isTheOne(failingSet) ? -1 : original(fd, actions, options);
+}
+
+class TestGpsSerial : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+
+    void waitsForBytes_data();
+    void waitsForBytes();
+    void waitingFails_data();
+    void waitingFails();
+    void pollingTellsHowManyBytes();
+    void pollingLastsAMillisecond();
+
+    void readsWhatIsThere();
+    void readsAgainWhenInterrupted();
+    void lostLineEndsTheProcess_data();
+    void lostLineEndsTheProcess();
+
+    void preciseTimerIsUsed();
+    void coarseTimerIsNotUsed();
+    void failingMeasurementsDoNotCount();
+
+    void setsTheLine_data();
+    void setsTheLine();
+    void settingFails_data();
+    void settingFails();
+    void firstApplyIsNotLookedAt();
+
+    void opensThePort();
+    void portCannotBeOpened();
+};
+
+void TestGpsSerial::cleanup()
+{
+    use_select_wait = 0;
+    failingGet = 0;
+    failingSet = 0;
+}
+
+void TestGpsSerial::waitsForBytes_data()
+{
+    QTest::addColumn<int>("bySelect");
+    QTest::newRow("select") << 1;
+    QTest::newRow("polling") << 0;
+}
+
+void TestGpsSerial::waitsForBytes()
+{
+    QFETCH(int, bySelect);
+    use_select_wait = bySelect;
+    const TestLine line;
+    QCOMPARE(wait_readable(line.port()), 0);
+    line.say("x");
+    QTRY_VERIFY(wait_readable(line.port()) > 0);
+}
+
+void TestGpsSerial::waitingFails_data()
+{
+    waitsForBytes_data();
+}
+
+void TestGpsSerial::waitingFails()
+{
+    QFETCH(int, bySelect);
+    use_select_wait = bySelect;
+    const int closed = dup(STDERR_FILENO);
+    close(closed);
+    QCOMPARE(wait_readable(closed), -1);
+    QCOMPARE(errno, EBADF);
+}
+
+void TestGpsSerial::pollingTellsHowManyBytes()
+{
+    const TestLine line;
+    line.say("12345");
+    QTRY_COMPARE(wait_readable(line.port()), 5);
+}
+
+void TestGpsSerial::pollingLastsAMillisecond()
+{
+    const TestLine line;
+    QElapsedTimer clock;
+    clock.start();
+    QCOMPARE(wait_readable(line.port()), 0);
+    QVERIFY(clock.nsecsElapsed() >= 990000);
+}
+
+void TestGpsSerial::readsWhatIsThere()
+{
+    const TestLine line;
+    line.say("position");
+    char bytes[16] = {};
+    QCOMPARE(deal_read(line.port(), bytes, 3), 3);
+    QCOMPARE(QByteArray(bytes), QByteArray("pos"));
+    QCOMPARE(deal_read(line.port(), bytes, sizeof bytes), 5);
+}
+
+void TestGpsSerial::readsAgainWhenInterrupted()
+{
+    const TestLine line;
+    fcntl(line.port(), F_SETFL, O_NONBLOCK);
+    std::thread receiver([&line] {
+        QTest::qSleep(20);
+        line.say("!");
+    });
+    const StdoutCapture output;
+    char byte = 0;
+    const int count = deal_read(line.port(), &byte, 1);
+    receiver.join();
+    QCOMPARE(count, 1);
+    QCOMPARE(byte, '!');
+    // EAGAIN is 11.
+    QVERIFY(output.text().startsWith("read serial return -1, errno = 11, retry.\nread serial"));
+}
+
+void TestGpsSerial::lostLineEndsTheProcess_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QByteArray>("output");
+    QTest::newRow("hung up") << QStringLiteral("hung up")
+            << QByteArray("read serial return 0, please check serial device.\n");
+    // EBADF is 9.
+    QTest::newRow("not open") << QStringLiteral("not open")
+            << QByteArray("read serial return -1, errno = 9, please check serial device.\n");
+}
+
+void TestGpsSerial::lostLineEndsTheProcess()
+{
+    QFETCH(QString, line);
+    QFETCH(QByteArray, output);
+    QProcess process;
+    process.start(QCoreApplication::applicationFilePath(),
+                  {QStringLiteral("--read-line"), line});
+    QVERIFY(process.waitForFinished());
+    QCOMPARE(process.readAllStandardOutput(), output);
+    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
+    // -5, of which the system keeps eight bits.
+    QCOMPARE(process.exitCode(), 251);
+}
+
+void TestGpsSerial::preciseTimerIsUsed()
+{
+    const StdoutCapture output;
+    QCOMPARE(check_select(), 0);
+    QCOMPARE(use_select_wait, 1);
+    const QRegularExpression expected(
+        QStringLiteral(R"(^check select\(\) for 100us: min (\d+), max (\d+)\n$)"));
+    const auto match = expected.match(QString::fromLatin1(output.text()));
+    QVERIFY2(match.hasMatch(), output.text().constData());
+    QVERIFY(match.captured(1).toInt() >= 100);
+    QVERIFY(match.captured(1).toInt() <= match.captured(2).toInt());
+}
+
+void TestGpsSerial::coarseTimerIsNotUsed()
+{
+    // No host wakes up within a microsecond: 1 ms of the unit's.
+    const TestUnit unit(1000.0);
+    use_select_wait = 1;
+    const StdoutCapture output;
+    QCOMPARE(check_select(), -1);
+    QCOMPARE(use_select_wait, 0);
+}
+
+void TestGpsSerial::failingMeasurementsDoNotCount()
+{
+    struct sigaction action = {};
+    action.sa_handler = [](int) { };
+    sigaction(SIGALRM, &action, nullptr);
+    const itimerval often = {{0, 20}, {0, 20}};
+    const itimerval never = {{0, 0}, {0, 0}};
+    const StdoutCapture output;
+    setitimer(ITIMER_REAL, &often, nullptr);
+    const int result = check_select();
+    setitimer(ITIMER_REAL, &never, nullptr);
+    QVERIFY(output.text().startsWith("select return with -1\n"));
+    if (output.text().count("select return with -1\n") == 10) {
+        QCOMPARE(result, -1);
+        QVERIFY(output.text().endsWith("check select() for 100us: min 2147483647, max 0\n"));
+    }
+}
+
+void TestGpsSerial::setsTheLine_data()
+{
+    QTest::addColumn<uint>("speed");
+    QTest::newRow("230400") << uint(B230400);
+    QTest::newRow("115200") << uint(B115200);
+    QTest::newRow("9600") << uint(B9600);
+}
+
+void TestGpsSerial::setsTheLine()
+{
+    QFETCH(uint, speed);
+    const TestLine line;
+    termios options;
+    tcgetattr(line.port(), &options);
+    options.c_cflag |= PARENB | CSTOPB;
+    options.c_lflag |= ICANON | ECHO;
+    options.c_cc[VMIN] = 1;
+    tcsetattr(line.port(), TCSANOW, &options);
+    fcntl(line.port(), F_SETFL, O_NONBLOCK);
+
+    QCOMPARE(set_baudrate(line.port(), speed), 0);
+
+    QVERIFY((fcntl(line.port(), F_GETFL) & O_NONBLOCK) == 0);
+    tcgetattr(line.port(), &options);
+    QCOMPARE(uint(cfgetospeed(&options)), speed);
+    QCOMPARE(uint(cfgetispeed(&options)), speed);
+    QCOMPARE(uint(options.c_cflag & (CSIZE | CSTOPB | PARENB)), uint(CS8));
+    QCOMPARE(uint(options.c_lflag & (ICANON | ECHO | ISIG)), 0u);
+    QCOMPARE(uint(options.c_oflag & OPOST), 0u);
+}
+
+void TestGpsSerial::settingFails_data()
+{
+    QTest::addColumn<int>("get");
+    QTest::addColumn<int>("set");
+    QTest::addColumn<QByteArray>("output");
+    QTest::newRow("first reading") << 1 << 0 << QByteArray("setup serial error!\n");
+    QTest::newRow("last reading") << 3 << 0 << QByteArray("get options error!\n");
+    QTest::newRow("last apply") << 0 << 2 << QByteArray("setup serial error!\n");
+    QTest::newRow("flags") << -1 << 0 << QByteArray("fcntl failed!\n");
+}
+
+void TestGpsSerial::settingFails()
+{
+    QFETCH(int, get);
+    QFETCH(int, set);
+    QFETCH(QByteArray, output);
+    const TestLine line;
+    const int port = get < 0 ? -1 : line.port();
+    failingGet = qMax(0, get);
+    failingSet = set;
+    const StdoutCapture actual;
+    QCOMPARE(set_baudrate(port, B9600), -1);
+    QCOMPARE(actual.text(), output);
+}
+
+void TestGpsSerial::firstApplyIsNotLookedAt()
+{
+    const TestLine line;
+    failingSet = 1;
+    QCOMPARE(set_baudrate(line.port(), B9600), 0);
+}
+
+void TestGpsSerial::opensThePort()
+{
+    const TestUnit unit;
+    const int port = initial_serialPort();
+    QVERIFY(port >= 0);
+    termios options;
+    tcgetattr(port, &options);
+    QCOMPARE(uint(cfgetospeed(&options)), uint(B230400));
+    close(port);
+}
+
+void TestGpsSerial::portCannotBeOpened()
+{
+    const TestUnit unit;
+    QVERIFY(QFile::remove(unit.path(QStringLiteral("/dev/ttyS3"))));
+    const StdoutCapture output;
+    QCOMPARE(initial_serialPort(), -1);
+    QCOMPARE(output.text(),
+             QByteArray("Can't open serial port!(errno=2:No such file or directory) \n"));
+}
+
+namespace
+{
+
+/// What the child process does.
+int readLine(const char *kind)
+{
+    TestLine line;
+    char byte = 0;
+    if (qstrcmp(kind, "hung up") == 0) {
+        line.hangUp();
+        deal_read(line.port(), &byte, 1);
+    } else {
+        deal_read(-1, &byte, 1);
+    }
+    return 0;
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    if (argc == 3 && qstrcmp(argv[1], "--read-line") == 0) {
+        return readLine(argv[2]);
+    }
+    QApplication application(argc, argv);
+    TestGpsSerial test;
+    return QTest::qExec(&test, argc, argv);
+}
+
+#include "tst_gpsserial.moc"

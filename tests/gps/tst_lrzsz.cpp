@@ -1,0 +1,201 @@
+#include "gps/xmodemsender.h"
+
+#include "gps/gpsserial.h"
+#include "stdoutcapture.h"
+#include "testline.h"
+
+#include "support/testunit.h"
+
+#include <QStandardPaths>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <fcntl.h>
+#include <poll.h>
+#include <spawn.h>
+#include <sys/wait.h>
+#include <unistd.h>
+
+#include <atomic>
+#include <csignal>
+#include <future>
+#include <thread>
+#include <vector>
+
+/// The sender beside a receiver that is not ours: "rx" of the package lrzsz.
+class TestLrzsz : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    void rxGetsTheFile_data();
+    void rxGetsTheFile();
+};
+
+namespace
+{
+
+/// Since rx idles for a second each time.
+const int transfersAtOnce = 10;
+
+QString rx()
+{
+    return QStandardPaths::findExecutable(QStringLiteral("rx"));
+}
+
+/// A running "rx" that writes to a file. It has a terminal of its own to read from, and answers
+/// through a pipe: it flushes its terminal as it exits, and its last answer must not go with that.
+class Rx
+{
+public:
+    explicit Rx(const QByteArray &file)
+    {
+        int answers[2];
+        if (pipe2(answers, O_CLOEXEC) != 0) {
+            qFatal("There is no pipe for rx.");
+        }
+        m_answers = answers[0];
+        posix_spawn_file_actions_t actions;
+        posix_spawn_file_actions_init(&actions);
+        posix_spawn_file_actions_adddup2(&actions, m_terminal.port(), STDIN_FILENO);
+        posix_spawn_file_actions_adddup2(&actions, answers[1], STDOUT_FILENO);
+        posix_spawn_file_actions_addopen(&actions, STDERR_FILENO, "/dev/null", O_WRONLY, 0);
+        const QByteArray program = QFile::encodeName(rx());
+        char *arguments[] = {const_cast<char *>("rx"), const_cast<char *>("-c"),
+                             const_cast<char *>(file.constData()), nullptr};
+        if (posix_spawn(&m_process, program.constData(), &actions, nullptr, arguments, environ)
+            != 0) {
+            qFatal("rx does not start.");
+        }
+        posix_spawn_file_actions_destroy(&actions);
+        close(answers[1]);
+    }
+
+    ~Rx() { close(m_answers); }
+
+    int terminal() const { return m_terminal.farEnd(); }
+    int answers() const { return m_answers; }
+
+    bool endsWell(bool isHopeless)
+    {
+        if (isHopeless) {
+            kill(m_process, SIGKILL);
+        }
+        int status = -1;
+        return waitpid(m_process, &status, 0) == m_process && WIFEXITED(status)
+            && WEXITSTATUS(status) == 0;
+    }
+
+private:
+    TestLine m_terminal;
+    int m_answers;
+    pid_t m_process;
+};
+
+/// Passes one way what there is; false at the end.
+bool pass(const pollfd &from, int to)
+{
+    if (from.revents == 0) {
+        return true;
+    }
+    char bytes[4096];
+    const ssize_t count = read(from.fd, bytes, sizeof bytes);
+    return count > 0 && write(to, bytes, size_t(count)) == count;
+}
+
+void relay(const TestLine &line, const Rx &receiver, const std::atomic<bool> &isOver)
+{
+    pollfd ends[] = {{line.farEnd(), POLLIN, 0}, {receiver.answers(), POLLIN, 0}};
+    while (!isOver && poll(ends, 2, 20) >= 0) {
+        if (!pass(ends[0], receiver.terminal())) {
+            return;
+        }
+        if (!pass(ends[1], line.farEnd())) {
+            ends[1].fd = -1;
+        }
+    }
+}
+
+QByteArray content(int size, int seed)
+{
+    QByteArray bytes;
+    for (int index = 0; index < size; ++index) {
+        bytes.append(char(index * 7 + index / 256 + seed));
+    }
+    return bytes;
+}
+
+/// Sends that content to an rx of its own; empty when rx got it, with the last block filled up.
+QString transfer(const QByteArray &content)
+{
+    const QTemporaryDir folder;
+    const QString sent = folder.filePath(QStringLiteral("sent"));
+    const QString received = folder.filePath(QStringLiteral("received"));
+    writeFile(sent, content);
+    const TestLine line;
+    Rx receiver(QFile::encodeName(received));
+    std::atomic<bool> isOver(false);
+    std::thread relaying([&] { relay(line, receiver, isOver); });
+    const int result = xmodem_send(line.port(), QFile::encodeName(sent).constData());
+    const bool endedWell = receiver.endsWell(result != 0);
+    isOver = true;
+    relaying.join();
+    if (result != 0 || !endedWell) {
+        return QStringLiteral("xmodem_send() gives %1; rx ends %2")
+            .arg(result)
+            .arg(endedWell ? QStringLiteral("well") : QStringLiteral("badly"));
+    }
+    const int filling = -content.size() & 1023;
+    return readFile(received) == content + QByteArray(filling, '\x1A')
+        ? QString()
+        : QStringLiteral("rx got something else");
+}
+
+} // namespace
+
+void TestLrzsz::initTestCase()
+{
+    QVERIFY2(!rx().isEmpty(), "The package lrzsz is not installed.");
+}
+
+void TestLrzsz::rxGetsTheFile_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::newRow("1 byte") << 1;
+    QTest::newRow("one less than a block") << 1023;
+    QTest::newRow("a block") << 1024;
+    QTest::newRow("one more than a block") << 1025;
+    // 300 blocks: their numbers wrap.
+    QTest::newRow("300 KiB") << 300 * 1024;
+}
+
+void TestLrzsz::rxGetsTheFile()
+{
+    QFETCH(int, size);
+    // rx lives in the host's time, and must not look silent.
+    const TestUnit unit(2.0);
+    use_select_wait = 1;
+    const int times = qMax(10, qEnvironmentVariableIntValue("LRZSZ_TIMES"));
+    std::vector<QString> complaints;
+    {
+        const StdoutCapture output;
+        for (int first = 0; first < times; first += transfersAtOnce) {
+            std::vector<std::future<QString>> transfers;
+            for (int time = first; time < qMin(times, first + transfersAtOnce); ++time) {
+                transfers.push_back(
+                    std::async(std::launch::async, transfer, content(size, time)));
+            }
+            for (std::future<QString> &transfer : transfers) {
+                complaints.push_back(transfer.get());
+            }
+        }
+    }
+    for (const QString &complaint : complaints) {
+        QCOMPARE(complaint, QString());
+    }
+}
+
+QTEST_MAIN(TestLrzsz)
+#include "tst_lrzsz.moc"

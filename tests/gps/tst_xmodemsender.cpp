@@ -1,0 +1,415 @@
+#include "gps/xmodemsender.h"
+
+#include "gps/gpspackage.h"
+#include "gps/gpsserial.h"
+#include "stdoutcapture.h"
+#include "testline.h"
+
+#include "support/testunit.h"
+
+#include <QDir>
+#include <QFile>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <sys/time.h>
+#include <unistd.h>
+
+#include <functional>
+#include <thread>
+
+class TestXmodemSender : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void frame();
+    void fillsTheLastFrame_data();
+    void fillsTheLastFrame();
+    void finalBlockOf1024BytesIsSentWithoutPaddingFollowedByEot();
+    void emptyFileIsEotAlone();
+    void blockNumbersWrapFrom255To0();
+    void says();
+
+    void nakBeforeTheFirstCIsIgnored();
+    void aBlockIsSentAgain();
+    void twelfthNakInARowEndsWithSuccess();
+    void retriesAreCountedForEachBlock();
+    void requestInTheMiddleGoesOn();
+    void otherByteIsFatalAndLeavesTheFileOpen();
+    void eotIsSentUntilAcknowledged();
+    void lateAckForEot();
+
+    void missingFile();
+    void timesOut_data();
+    void timesOut();
+    void pausesBeforeItReadsAnAnswer();
+
+private:
+    struct Outcome
+    {
+        int result;
+        QByteArray output;
+        double seconds; // of the unit's time
+        int filesLeftOpen;
+    };
+
+    using Receiver = std::function<void(const TestLine &line)>;
+
+    Outcome send(int size, const Receiver &receiver);
+    QByteArray content(int size) const;
+
+    QTemporaryDir m_folder;
+    QScopedPointer<TestUnit> m_unit;
+};
+
+namespace
+{
+
+const int frameSize = 1029;
+const char ack[] = "\x06";
+const char nak[] = "\x15";
+const char eot[] = "\x04";
+const char timeOut[] = "\ntimeout!!!\n";
+
+double now()
+{
+    timeval time;
+    gettimeofday(&time, nullptr);
+    return time.tv_sec + time.tv_usec / 1e6;
+}
+
+int openFiles()
+{
+    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size();
+}
+
+/// Acknowledges so many frames, which it returns one after the other, and the EOT.
+QByteArray takeAll(const TestLine &line, int frames)
+{
+    QByteArray heard;
+    line.say("C");
+    for (int frame = 0; frame < frames; ++frame) {
+        heard += line.hear(frameSize);
+        line.say(ack);
+    }
+    heard += line.hear(1);
+    line.say(ack);
+    return heard;
+}
+
+QByteArray blocksOf(const QByteArray &frames)
+{
+    QByteArray data;
+    for (int offset = 0; offset + frameSize <= frames.size(); offset += frameSize) {
+        data += frames.mid(offset + 3, 1024);
+    }
+    return data;
+}
+
+} // namespace
+
+void TestXmodemSender::init()
+{
+    use_select_wait = 1;
+    m_unit.reset(new TestUnit(20.0));
+}
+
+void TestXmodemSender::cleanup()
+{
+    m_unit.reset();
+}
+
+QByteArray TestXmodemSender::content(int size) const
+{
+    QByteArray bytes;
+    for (int index = 0; index < size; ++index) {
+        bytes.append(char(index * 7 + index / 256));
+    }
+    return bytes;
+}
+
+TestXmodemSender::Outcome TestXmodemSender::send(int size, const Receiver &receiver)
+{
+    const QString file = m_folder.filePath(QStringLiteral("file"));
+    writeFile(file, content(size));
+    const TestLine line;
+    const int filesBefore = openFiles();
+    std::thread thread([&] { receiver(line); });
+    Outcome outcome;
+    const double begin = now();
+    {
+        const StdoutCapture output;
+        outcome.result = xmodem_send(line.port(), QFile::encodeName(file).constData());
+        outcome.seconds = now() - begin;
+        outcome.output = output.text().replace(QFile::encodeName(file), "FILE");
+    }
+    thread.join();
+    outcome.filesLeftOpen = openFiles() - filesBefore;
+    return outcome;
+}
+
+void TestXmodemSender::frame()
+{
+    QByteArray heard;
+    const Outcome outcome = send(1024, [&](const TestLine &line) { heard = takeAll(line, 1); });
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(heard.size(), frameSize + 1);
+    QCOMPARE(heard.left(3), QByteArray("\x02\x01\xFE"));
+    QCOMPARE(heard.mid(3, 1024), content(1024));
+    // The CRC of data with its CRC behind it, high byte first, is 0.
+    QCOMPARE(int(get_crc16(heard.constData() + 3, 1026)), 0);
+    QCOMPARE(heard.right(1), QByteArray(eot));
+}
+
+void TestXmodemSender::fillsTheLastFrame_data()
+{
+    QTest::addColumn<int>("size");
+    QTest::addColumn<int>("frames");
+    QTest::newRow("1 byte") << 1 << 1;
+    QTest::newRow("one less than a block") << 1023 << 1;
+    QTest::newRow("one more than a block") << 1025 << 2;
+}
+
+void TestXmodemSender::fillsTheLastFrame()
+{
+    QFETCH(int, size);
+    QFETCH(int, frames);
+    QByteArray heard;
+    const Outcome outcome
+        = send(size, [&](const TestLine &line) { heard = takeAll(line, frames); });
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(blocksOf(heard), content(size) + QByteArray(frames * 1024 - size, '\x1A'));
+    QCOMPARE(heard.right(1), QByteArray(eot));
+    QCOMPARE(outcome.filesLeftOpen, 0);
+}
+
+void TestXmodemSender::finalBlockOf1024BytesIsSentWithoutPaddingFollowedByEot()
+{
+    QByteArray heard;
+    const Outcome outcome = send(2048, [&](const TestLine &line) { heard = takeAll(line, 2); });
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(heard.size(), 2 * frameSize + 1);
+    QCOMPARE(blocksOf(heard), content(2048));
+    QCOMPARE(heard.right(1), QByteArray(eot));
+    QVERIFY(!outcome.output.contains("filling"));
+}
+
+void TestXmodemSender::emptyFileIsEotAlone()
+{
+    QByteArray heard;
+    const Outcome outcome = send(0, [&](const TestLine &line) { heard = takeAll(line, 0); });
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(heard, QByteArray(eot));
+}
+
+void TestXmodemSender::blockNumbersWrapFrom255To0()
+{
+    QByteArray heard;
+    const Outcome outcome
+        = send(258 * 1024, [&](const TestLine &line) { heard = takeAll(line, 258); });
+    QCOMPARE(outcome.result, 0);
+    for (int block = 1; block <= 258; ++block) {
+        const int offset = (block - 1) * frameSize;
+        QCOMPARE(int(uchar(heard.at(offset + 1))), block % 256);
+        QCOMPARE(int(uchar(heard.at(offset + 2))), 255 - block % 256);
+    }
+    QCOMPARE(blocksOf(heard), content(258 * 1024));
+}
+
+void TestXmodemSender::says()
+{
+    const Outcome outcome = send(1025, [](const TestLine &line) { takeAll(line, 2); });
+    QCOMPARE(outcome.output,
+             QByteArray("[FILE]\n"
+                        "Ready to send the file:FILE\n"
+                        "Waiting for signal C/NAK!\n"
+                        "The signal NAK: 43 ok!!!\n"
+                        "begining to Send file FILE...\n"
+                        ".Start filling the last frame!\n"
+                        ".Complete ACK\n"
+                        "Send file successful!!!\n"));
+}
+
+void TestXmodemSender::nakBeforeTheFirstCIsIgnored()
+{
+    QByteArray heard;
+    const Outcome outcome = send(10, [&](const TestLine &line) {
+        line.say(QByteArray(nak) + ack + "x");
+        heard = takeAll(line, 1);
+    });
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(heard.size(), frameSize + 1);
+}
+
+void TestXmodemSender::aBlockIsSentAgain()
+{
+    QByteArray first;
+    QByteArray second;
+    const Outcome outcome = send(1024, [&](const TestLine &line) {
+        line.say("C");
+        first = line.hear(frameSize);
+        line.say(nak);
+        second = line.hear(frameSize);
+        line.say(ack);
+        line.hear(1);
+        line.say(ack);
+    });
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(second, first);
+    QVERIFY2(outcome.output.contains(".ACK Error!\n0x15\nRetry for ACK,1,1...OK\nComplete ACK\n"),
+             outcome.output.constData());
+}
+
+void TestXmodemSender::twelfthNakInARowEndsWithSuccess()
+{
+    QByteArray heard;
+    const Outcome outcome = send(5000, [&](const TestLine &line) {
+        line.say("C");
+        for (int time = 0; time < 12; ++time) {
+            heard += line.hear(frameSize);
+            line.say(nak);
+        }
+    });
+    QCOMPARE(outcome.result, 0);
+    // Once, and eleven times more.
+    QCOMPARE(heard.size(), 12 * frameSize);
+    QCOMPARE(heard, heard.left(frameSize).repeated(12));
+    QVERIFY(outcome.output.contains("Retry for ACK,1,11...Error!\nRetry too many times,Quit!\n"));
+    QVERIFY(!outcome.output.contains("Retry for ACK,1,12"));
+    QCOMPARE(outcome.filesLeftOpen, 0);
+}
+
+void TestXmodemSender::retriesAreCountedForEachBlock()
+{
+    const Outcome outcome = send(2048, [](const TestLine &line) {
+        line.say("C");
+        for (int block = 0; block < 2; ++block) {
+            for (int time = 0; time < 11; ++time) {
+                line.hear(frameSize);
+                line.say(nak);
+            }
+            line.hear(frameSize);
+            line.say(ack);
+        }
+        line.hear(1);
+        line.say(ack);
+    });
+    QCOMPARE(outcome.result, 0);
+    QVERIFY(outcome.output.contains("Retry for ACK,1,11...OK\n"));
+    QVERIFY(outcome.output.contains("Retry for ACK,2,11...OK\nComplete ACK\n"));
+}
+
+void TestXmodemSender::requestInTheMiddleGoesOn()
+{
+    QByteArray second;
+    const Outcome outcome = send(2048, [&](const TestLine &line) {
+        line.say("C");
+        line.hear(frameSize);
+        line.say("C");
+        second = line.hear(frameSize);
+        line.say(ack);
+        line.hear(1);
+        line.say(ack);
+    });
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(second.mid(3, 1024), content(2048).mid(1024));
+    QVERIFY(outcome.output.contains(".ACK Error!\n0x43\nbegining to Send file FILE...\n."));
+}
+
+void TestXmodemSender::otherByteIsFatalAndLeavesTheFileOpen()
+{
+    const Outcome outcome = send(2048, [](const TestLine &line) {
+        line.say("C");
+        line.hear(frameSize);
+        line.say("\x18");
+    });
+    QCOMPARE(outcome.result, -1);
+    QVERIFY(outcome.output.endsWith(".ACK Error!\n0x18\nFatal Error! 24\n"));
+    QCOMPARE(outcome.filesLeftOpen, 1);
+}
+
+void TestXmodemSender::eotIsSentUntilAcknowledged()
+{
+    QByteArray heard;
+    const Outcome outcome = send(0, [&](const TestLine &line) {
+        line.say("C");
+        for (const char *answer : {nak, "C", "x", ack}) {
+            heard += line.hear(1);
+            line.say(answer);
+        }
+    });
+    QCOMPARE(outcome.result, 0);
+    QCOMPARE(heard, QByteArray(eot).repeated(4));
+    QVERIFY(outcome.output.endsWith("Complete ACK\nSend file successful!!!\n"));
+}
+
+void TestXmodemSender::lateAckForEot()
+{
+    const Outcome outcome = send(0, [](const TestLine &line) {
+        line.say("C");
+        line.hear(1);
+        usleep(15000000);
+        line.say(ack);
+    });
+    // The reading waits as long as it takes, and the answer counts before the time does.
+    QCOMPARE(outcome.result, 0);
+    QVERIFY(outcome.seconds >= 15);
+}
+
+void TestXmodemSender::missingFile()
+{
+    const TestLine line;
+    const StdoutCapture output;
+    QCOMPARE(xmodem_send(line.port(), "/nowhere/at all"), -1);
+    QCOMPARE(output.text(),
+             QByteArray("[/nowhere/at all]\n\n can't open this file or not exist!"
+                        "(errno=2:No such file or directory) \n"));
+}
+
+void TestXmodemSender::timesOut_data()
+{
+    QTest::addColumn<QByteArray>("answers"); // one after each frame
+    QTest::addColumn<QByteArray>("end");
+    QTest::newRow("no request") << QByteArray() << QByteArray("Waiting for signal C/NAK!\n");
+    QTest::newRow("no answer") << QByteArray("C") << QByteArray("Send file FILE...\n.");
+    QTest::newRow("no answer to a second block") << QByteArray("C\x06") << QByteArray("\n..");
+    QTest::newRow("no answer to a retry") << QByteArray("C\x15")
+                                          << QByteArray("Retry for ACK,1,1...");
+}
+
+void TestXmodemSender::timesOut()
+{
+    QFETCH(QByteArray, answers);
+    QFETCH(QByteArray, end);
+    const Outcome outcome = send(4096, [&](const TestLine &line) {
+        for (const char answer : answers) {
+            line.say(QByteArray(1, answer));
+            line.hear(frameSize);
+        }
+    });
+    QCOMPARE(outcome.result, -1);
+    QVERIFY2(outcome.output.endsWith(end + timeOut), outcome.output.constData());
+    QVERIFY2(outcome.seconds > 10 && outcome.seconds < 50,
+             qPrintable(QString::number(outcome.seconds)));
+    QCOMPARE(outcome.filesLeftOpen, 0);
+}
+
+void TestXmodemSender::pausesBeforeItReadsAnAnswer()
+{
+    double begin = 0;
+    double end = 0;
+    send(10 * 1024, [&](const TestLine &line) {
+        begin = now();
+        takeAll(line, 10);
+        end = now();
+    });
+    // 10 ms ahead of the request's reading and of ten answers'.
+    QVERIFY2(end - begin >= 0.110, qPrintable(QString::number(end - begin)));
+}
+
+QTEST_MAIN(TestXmodemSender)
+#include "tst_xmodemsender.moc"

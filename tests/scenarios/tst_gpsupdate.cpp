@@ -1,0 +1,96 @@
+#include "headunitrun.h"
+
+#include <QDir>
+#include <QImage>
+#include <QProcess>
+#include <QSettings>
+#include <QtTest>
+
+/// The upgrade of the GPS receiver, as a technician does it.
+class TestGpsUpdate : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void upgradesFromTwoSticks();
+    void cancelAndOneFile();
+    void lostLineEndsTheProcess();
+};
+
+namespace
+{
+
+/// Too fast, and a busy host is late for the receiver's answers.
+const double speed = 5;
+
+void makePackage(const HeadunitRun &run, const QString &file, const QString &version, int size)
+{
+    const QString path = run.path(QStringLiteral("/sticks/")) + file;
+    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
+    QCOMPARE(QProcess::execute(QStringLiteral(MAKE_GPS_PACKAGE),
+                               {QStringLiteral("valid"), path, version, QString::number(size)}),
+             0);
+}
+
+void makePackages(const HeadunitRun &run)
+{
+    makePackage(run, QStringLiteral("usb0/gps_bootloader.pkg"), QStringLiteral("boot 3"), 5000);
+    makePackage(run, QStringLiteral("usb1/gps_firmware.pkg"), QStringLiteral("GNSS 2.5.1"),
+                12000);
+}
+
+} // namespace
+
+void TestGpsUpdate::upgradesFromTwoSticks()
+{
+    HeadunitRun run;
+    makePackages(run);
+    RUN_SCENARIO(run, QStringLiteral("gps-update.txt"), speed);
+
+    QCOMPARE(run.read(QStringLiteral("/receiver/bootloader.pkg")),
+             run.read(QStringLiteral("/sticks/usb0/gps_bootloader.pkg")));
+    QCOMPARE(run.read(QStringLiteral("/receiver/firmware.pkg")),
+             run.read(QStringLiteral("/sticks/usb1/gps_firmware.pkg")));
+    const QSettings versions(run.path(QStringLiteral("/versions.ini")), QSettings::IniFormat);
+    QCOMPARE(versions.value(QStringLiteral("versions/gps")).toString(),
+             QStringLiteral("GNSS 2.5.1"));
+
+    const QDir pictures(run.pictures());
+    const auto picture = [&pictures](const char *name) {
+        return QImage(pictures.filePath(QString::fromLatin1(name)));
+    };
+    const QImage verifying = picture("gps-1-verifying.png");
+    const QImage updating = picture("gps-4-updating.png");
+    QCOMPARE(updating.size(), QSize(800, 480));
+    QVERIFY(updating != picture("gps-2-verified.png"));
+    // The same pop-up with another text, and it stays while the thread is blocked.
+    const QRect text(93, 220, 614, 40);
+    QVERIFY(updating.copy(text) != verifying.copy(text));
+    const QRect header(0, 0, 800, 66);
+    QCOMPARE(updating.copy(header), verifying.copy(header));
+    QCOMPARE(picture("gps-5-still-updating.png"), updating);
+}
+
+void TestGpsUpdate::cancelAndOneFile()
+{
+    HeadunitRun run;
+    makePackages(run);
+    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-cancel.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-one-file.txt"), speed);
+}
+
+void TestGpsUpdate::lostLineEndsTheProcess()
+{
+    HeadunitRun run;
+    makePackages(run);
+    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
+    const QString end = run.scenario(QStringLiteral("gps-line-lost.txt"), speed);
+    // -5, of which the system keeps eight bits.
+    QVERIFY2(end.startsWith(QLatin1String("gps-line-lost.txt ends with 251:")), qPrintable(end));
+    QVERIFY2(end.contains(QLatin1String("read serial return 0, please check serial device.\n")),
+             qPrintable(end));
+}
+
+QTEST_GUILESS_MAIN(TestGpsUpdate)
+#include "tst_gpsupdate.moc"
