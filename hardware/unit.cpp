@@ -12,9 +12,12 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_storage(m_folder, m_journal)
     , m_mcu(m_journal)
     , m_shell(m_folder, m_journal)
+    , m_dabTuner(m_folder, m_clock, m_journal)
     , m_usbPorts(m_journal)
     , m_vendorData(m_journal)
 {
+    QObject::connect(&m_mcu, &Mcu::rebootRequested, &m_dabTuner, &DabTuner::restart,
+                     Qt::DirectConnection);
 }
 
 bool Unit::open(QString *error)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clock.h"
+#include "dabtuner.h"
 #include "defaults.h"
 #include "journal.h"
 #include "mcu.h"
@@ -34,6 +35,7 @@ public:
     Mcu &mcu() { return m_mcu; }
     const Shell &shell() const { return m_shell; }
     const Defaults &defaults() const { return m_defaults; }
+    DabTuner &dabTuner() { return m_dabTuner; }
     UsbPorts &usbPorts() { return m_usbPorts; }
     VendorData &vendorData() { return m_vendorData; }
     Versions &versions() { return m_versions; }
@@ -47,6 +49,7 @@ private:
     Mcu m_mcu;
     Shell m_shell;
     Defaults m_defaults;
+    DabTuner m_dabTuner;
     UsbPorts m_usbPorts;
     VendorData m_vendorData;
     Versions m_versions;
