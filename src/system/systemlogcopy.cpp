@@ -15,7 +15,7 @@ const char crashDump[] = "/media/flash/nvm/dfb_crash.dump";
 const char makeTarget[] = "mkdir -p %s/QM_SYSTEMLOG";
 const char copyLogs[] = "cp -rf %s/*  %s/QM_SYSTEMLOG/";
 const char copyDump[] = "cp -rf %s  %s/QM_SYSTEMLOG/";
-const char flush[] = "sync";
+const char flushStorage[] = "sync";
 
 bool exists(const char *path)
 {
@@ -56,6 +56,6 @@ bool copySystemLogs(const char *rootPath)
     run(command);
     formatCommand(command, sizeof command, copyDump, crashDump, rootPath);
     run(command);
-    run(flush);
+    run(flushStorage);
     return true;
 }
