@@ -38,6 +38,8 @@ bool Settings::open(const QString &file, QString *error)
         return false;
     }
     QScopedPointer<QSettings> store(new QSettings(file, QSettings::IniFormat));
+    // QSettings looks at the lines when it is first asked for a key.
+    store->allKeys();
     if (store->status() == QSettings::FormatError) {
         *error = QStringLiteral("The settings file \"%1\" is damaged: it holds a line that is "
                                 "neither \"[group]\" nor \"key=value\". It is left as it is.")

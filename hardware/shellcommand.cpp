@@ -243,8 +243,11 @@ bool ShellCommand::leavesFrom(const QByteArray &folder, const QByteArray &relati
         return false;
     }
     // Work in a folder that itself lies below the host's /media is the user's own choice.
-    return UnitPath(folder).place() == UnitPath::Elsewhere
-        && isForbidden(UnitPath(folder + '/' + relativePath));
+    if (UnitPath(folder).place() != UnitPath::Elsewhere) {
+        return false;
+    }
+    const UnitPath path(folder + '/' + relativePath);
+    return path.place() == UnitPath::OfUnit || isForbidden(path);
 }
 
 } // namespace hardware

@@ -121,7 +121,8 @@ void ShellWords::readEscape(ShellWord *word, ShellLetter::Quote quote)
 {
     if (next(1) == '\n') {
         m_at += 2;
-    } else if (quote == ShellLetter::Unquoted || isOneOf(next(1), escapableInDouble)) {
+    } else if (isOneOf(next(1), escapableInDouble)
+               || (quote == ShellLetter::Unquoted && next(1) != '\0')) {
         word->append({next(1), quote, m_at, 2});
         m_at += 2;
     } else {

@@ -186,6 +186,8 @@ bool Storage::setFull(const QString &name, bool full, QString *error)
 bool Storage::readSticks(QList<Stick> *sticks, QString *error) const
 {
     QSettings file(sticksFile(), QSettings::IniFormat);
+    // QSettings looks at the lines when it is first asked for a key.
+    file.allKeys();
     if (file.status() != QSettings::NoError) {
         *error = QStringLiteral("The list of plugged sticks \"%1\" cannot be read or is damaged. "
                                 "It is left as it is.")

@@ -106,7 +106,8 @@ bool VendorData::write(int offset, const QByteArray &data)
         m_journal.write(source, QStringLiteral("refused write"));
         return false;
     }
-    m_journal.write(source, QStringLiteral("write %1 ").arg(offset)
+    m_journal.write(source,
+                    QStringLiteral("write %1 ").arg(offset)
                         + QString::fromLatin1(data.toHex(' ').toUpper()));
     return true;
 }

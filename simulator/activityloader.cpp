@@ -36,8 +36,8 @@ bool ActivityLoader::load(const QString &file, QString *error)
     }
     if (!open(file, &problem) || !checkMetaData(m_loader->metaData(), &problem)
         || !instantiate(&problem)) {
-        *error = QStringLiteral("The file \"%1\" cannot be used as an activity: %2.")
-                     .arg(file, problem);
+        *error =
+            QStringLiteral("The file \"%1\" cannot be used as an activity: %2.").arg(file, problem);
         m_loader.reset();
         return false;
     }
@@ -53,8 +53,7 @@ void ActivityLoader::unload()
     }
     m_activities.remove(m_activity);
     m_activity = nullptr;
-    // Deletes the instance. The code stays mapped: Qt keeps types, literals and font names of a
-    // library beyond the lifetime of its objects.
+    // Deletes the instance.
     m_loader->unload();
     m_loader.reset();
 }
@@ -74,6 +73,8 @@ bool ActivityLoader::open(const QString &file, QString *error)
         }
     }
     m_loader.reset(new QPluginLoader(path));
+    // Qt keeps types, literals and font names of a library beyond the lifetime of its objects.
+    m_loader->setLoadHints(QLibrary::PreventUnloadHint);
     return true;
 }
 

@@ -9,7 +9,7 @@ namespace kvappframework
 {
 class Activity;
 class SimActivityManager;
-}
+} // namespace kvappframework
 
 namespace simulator
 {

@@ -15,7 +15,7 @@ namespace
 {
 const QSize windowSize(880, 612);
 const QPoint screenPosition(40, 36);
-const QRect keyStrip(40, 516, 800, 96);
+const QRect keyStrip(40, 524, 800, 88);
 const int keyGap = 20;
 const QColor frameTop(43, 45, 48);
 const QColor frameBottom(25, 26, 28);
@@ -99,8 +99,8 @@ void Bezel::paintEvent(QPaintEvent *)
 void Bezel::keepFrame()
 {
     QBackingStore *store = backingStore();
-    const auto *image
-        = store == nullptr ? nullptr : dynamic_cast<const QImage *>(store->paintDevice());
+    const auto *image =
+        store == nullptr ? nullptr : dynamic_cast<const QImage *>(store->paintDevice());
     if (image != nullptr) {
         // The window system may own the image's bytes, so they are not shared.
         const QImage frame = image->copy();

@@ -99,16 +99,16 @@ ConsoleResult Console::help(const QStringList &arguments) const
             return ConsoleResult::done({synopsis(command), command.help});
         }
     }
-    return arguments.isEmpty() ? ConsoleResult::done(lines)
-                               : ConsoleResult::failed(QStringLiteral("unknown command \"%1\"")
-                                                           .arg(arguments.first()));
+    return arguments.isEmpty()
+        ? ConsoleResult::done(lines)
+        : ConsoleResult::failed(QStringLiteral("unknown command \"%1\"").arg(arguments.first()));
 }
 
 const Console::Command *Console::find(const QString &name) const
 {
-    const auto found
-        = std::find_if(m_commands.cbegin(), m_commands.cend(),
-                       [&name](const Command &command) { return command.name == name; });
+    const auto found =
+        std::find_if(m_commands.cbegin(), m_commands.cend(),
+                     [&name](const Command &command) { return command.name == name; });
     return found == m_commands.cend() ? nullptr : &*found;
 }
 

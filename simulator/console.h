@@ -24,8 +24,8 @@ public:
         GraphicalThread ///< Waits for its turn there.
     };
 
-    using Handler
-        = std::function<ConsoleResult(const QStringList &arguments, ConsoleSession &session)>;
+    using Handler =
+        std::function<ConsoleResult(const QStringList &arguments, ConsoleSession &session)>;
 
     struct Command
     {

@@ -25,9 +25,8 @@ const int lastUserRole = Qt::UserRole + 7;
 bool isButton(const QWidget *widget)
 {
     return qobject_cast<const QAbstractButton *>(widget) != nullptr
-        || std::any_of(std::begin(idProperties), std::end(idProperties), [widget](const char *name) {
-               return widget->property(name).isValid();
-           });
+        || std::any_of(std::begin(idProperties), std::end(idProperties),
+                       [widget](const char *name) { return widget->property(name).isValid(); });
 }
 
 QString buttonId(const QWidget *widget)
@@ -78,9 +77,8 @@ QRect touchArea(const QWidget *widget)
     option.text = button->text();
     option.icon = button->icon();
     option.iconSize = button->iconSize();
-    return button->style()->subElementRect(radio ? QStyle::SE_RadioButtonClickRect
-                                                 : QStyle::SE_CheckBoxClickRect,
-                                           &option, button);
+    return button->style()->subElementRect(
+        radio ? QStyle::SE_RadioButtonClickRect : QStyle::SE_CheckBoxClickRect, &option, button);
 }
 
 QString describe(const QWidget *widget)
@@ -201,7 +199,8 @@ bool ScreenReader::isSeen(const QWidget *widget, const QRect &area) const
 const QWidget *ScreenReader::pageOf(const QWidget *widget) const
 {
     while (widget->parentWidget() != &m_screen
-           && qobject_cast<const kvappframework::ScreenLayer *>(widget->parentWidget()) == nullptr) {
+           && qobject_cast<const kvappframework::ScreenLayer *>(widget->parentWidget())
+               == nullptr) {
         widget = widget->parentWidget();
     }
     return widget;

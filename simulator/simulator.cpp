@@ -150,12 +150,8 @@ void Simulator::boot(const QString &activity, int argument)
         m_framework.activities().startActivity(activity, argument);
     }
     // The start is carried out from the event loop, behind the boot screen.
-    QMetaObject::invokeMethod(this, &Simulator::finishReboot, Qt::QueuedConnection);
-}
-
-void Simulator::finishReboot()
-{
-    m_bezel.screen().setBooting(false);
+    QMetaObject::invokeMethod(
+        this, [this] { m_bezel.screen().setBooting(false); }, Qt::QueuedConnection);
     journal(QStringLiteral("unit"), QStringLiteral("booted"));
 }
 

@@ -47,7 +47,6 @@ private:
     void goHome();
     void requestFactoryMenu();
     void reboot();
-    void finishReboot();
     void endActivities();
     void boot(const QString &activity, int argument);
     void showStorage();

@@ -24,7 +24,7 @@ public:
 
     int onCreat() override
     {
-        auto *view = new QWidget(UIManager::getUIHierarchy(UI_HERARCHY_ACTIVITY));
+        auto *view = new QWidget(UIManager::getUIHerarchy(UI_HERARCHY_ACTIVITY));
         view->setGeometry(0, 0, 800, 480);
         view->setAutoFillBackground(true);
         m_property->setUiObj(view);

@@ -77,6 +77,13 @@ bool isDuration(const timeval *time)
     return time != nullptr && time->tv_sec >= 0 && time->tv_usec >= 0;
 }
 
+void show(const timeval &now, timeval *time)
+{
+    if (time != nullptr) {
+        *time = now;
+    }
+}
+
 } // namespace
 
 extern "C" {
@@ -136,8 +143,8 @@ int gettimeofday(timeval *time, void *zone) noexcept
 {
     const int result = hostCall<::gettimeofday>(__func__)(time, zone);
     const Gate *gate = gateWithOwnTime();
-    if (gate != nullptr && result == 0 && time != nullptr) {
-        *time = gate->unitTime();
+    if (gate != nullptr && result == 0) {
+        show(gate->unitTime(), time);
     }
     return result;
 }

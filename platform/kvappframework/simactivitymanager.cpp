@@ -76,7 +76,8 @@ bool SimActivityManager::closeTopActivity()
 void SimActivityManager::closeAll()
 {
     while (!m_running.isEmpty()) {
-        carryOutClose(m_running.last().name);
+        const QString name = m_running.last().name;
+        carryOutClose(name);
     }
 }
 

@@ -5,7 +5,7 @@
 namespace kvappframework
 {
 
-QWidget *UIManager::getUIHierarchy(UIHerarchy herarchy)
+QWidget *UIManager::getUIHerarchy(UIHerarchy herarchy)
 {
     return FrameworkHost::current()->layer(herarchy);
 }

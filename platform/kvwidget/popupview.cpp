@@ -4,13 +4,13 @@
 #include "kviconbutton.h"
 #include "kvpainting.h"
 
-#include <QCoreApplication>
+#include "simlink/simulatedunit.h"
+
 #include <QEvent>
 #include <QFontMetrics>
 #include <QPainter>
 #include <QPointer>
 #include <QTimer>
-#include <QVariant>
 
 namespace
 {
@@ -35,13 +35,6 @@ const char cancelName[] = "popupview_cancel";
 QPixmap image(const char *name)
 {
     return QPixmap(QLatin1String(":/kvwidget/") + QLatin1String(name));
-}
-
-/// How many times faster than the clock on the wall this process lives.
-double timeFactor()
-{
-    const double factor = QCoreApplication::instance()->property("factory.timeFactor").toDouble();
-    return factor > 0 ? factor : 1;
 }
 
 bool carriesSomething(const QWidget &page)
@@ -244,7 +237,7 @@ void PopupView::goAwayWithPage(Signal signal)
 void PopupView::startTimeout()
 {
     if (m_showTimeout > 0) {
-        m_timer->start(qMax(1, qRound(m_showTimeout / timeFactor())));
+        m_timer->start(simlink::hostMs(m_showTimeout));
     } else {
         m_timer->stop();
     }

@@ -1,8 +1,8 @@
 #include "touchcommands.h"
 
 #include "arguments.h"
+#include "commandtable.h"
 
-#include "simulator/console.h"
 #include "simulator/hardkey.h"
 #include "simulator/simulator.h"
 
@@ -15,15 +15,20 @@ namespace
 const int usualSteps = 10;
 const int mostSteps = 1000;
 
+ConsoleResult fingerIsDown()
+{
+    return ConsoleResult::failed(QStringLiteral("the finger is down; \"lift\" it first"));
+}
+
 /// Taps now, or, with the word "nowait", as soon as the command has been answered.
-ConsoleResult tap(Simulator &simulator, const QPoint &position, const QString &manner)
+ConsoleResult tapIn(Simulator &simulator, const QPoint &position, const QString &manner)
 {
     if (!manner.isEmpty() && manner != QLatin1String("nowait")) {
         return ConsoleResult::failed(
-            QStringLiteral("\"nowait\" may follow here, not \"%1\"").arg(manner));
+            QStringLiteral("only \"nowait\" may follow here, not \"%1\"").arg(manner));
     }
     if (simulator.finger().isDown()) {
-        return ConsoleResult::failed(QStringLiteral("the finger is down; \"lift\" it first"));
+        return fingerIsDown();
     }
     if (manner.isEmpty()) {
         simulator.finger().tap(position);
@@ -35,25 +40,25 @@ ConsoleResult tap(Simulator &simulator, const QPoint &position, const QString &m
     return ConsoleResult::done();
 }
 
-ConsoleResult press(Simulator &simulator, const QStringList &arguments)
+ConsoleResult press(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     QPoint position;
     QString error;
     return simulator.screenReader().findButton(arguments.first(), &position, &error)
-        ? tap(simulator, position, arguments.value(1))
+        ? tapIn(simulator, position, arguments.value(1))
         : ConsoleResult::failed(error);
 }
 
-ConsoleResult tapAt(Simulator &simulator, const QStringList &arguments)
+ConsoleResult tap(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     QPoint position;
     QString error;
     return readPosition(arguments.at(0), arguments.at(1), &position, &error)
-        ? tap(simulator, position, arguments.value(2))
+        ? tapIn(simulator, position, arguments.value(2))
         : ConsoleResult::failed(error);
 }
 
-ConsoleResult hold(Simulator &simulator, const QStringList &arguments)
+ConsoleResult hold(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     QPoint position;
     QString error;
@@ -68,45 +73,53 @@ ConsoleResult hold(Simulator &simulator, const QStringList &arguments)
     return ConsoleResult::done();
 }
 
-ConsoleResult lift(Simulator &simulator)
+ConsoleResult lift(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
+    QPoint position = simulator.finger().position();
+    QString error;
+    if (!arguments.isEmpty()
+        && !readPosition(arguments.at(0), arguments.value(1), &position, &error)) {
+        return ConsoleResult::failed(error);
+    }
     if (!simulator.finger().isDown()) {
         return ConsoleResult::failed(QStringLiteral("the finger is not down"));
+    }
+    if (position != simulator.finger().position()) {
+        simulator.finger().moveTo(position);
     }
     simulator.finger().lift();
     return ConsoleResult::done();
 }
 
-ConsoleResult drag(Simulator &simulator, const QStringList &arguments)
+ConsoleResult drag(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
+    const QString steps = arguments.value(4, QString::number(usualSteps));
     QPoint from;
     QPoint to;
-    int steps = usualSteps;
+    int count = 0;
     QString error;
     if (!readPosition(arguments.at(0), arguments.at(1), &from, &error)
         || !readPosition(arguments.at(2), arguments.at(3), &to, &error)
-        || (arguments.size() > 4
-            && !readNumber(arguments.at(4), QStringLiteral("STEPS"), 1, mostSteps, &steps,
-                           &error))) {
+        || !readNumber(steps, QStringLiteral("STEPS"), 1, mostSteps, &count, &error)) {
         return ConsoleResult::failed(error);
     }
     if (simulator.finger().isDown()) {
-        return ConsoleResult::failed(QStringLiteral("the finger is down; \"lift\" it first"));
+        return fingerIsDown();
     }
-    simulator.finger().drag(from, to, steps);
+    simulator.finger().drag(from, to, count);
     return ConsoleResult::done();
 }
 
-ConsoleResult pressKey(Simulator &simulator, const QString &name)
+ConsoleResult key(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    for (HardKey *key : {&simulator.bezel().homeKey(), &simulator.bezel().factoryKey()}) {
-        if (key->text() == name) {
-            key->click();
+    for (HardKey *hardKey : {&simulator.bezel().homeKey(), &simulator.bezel().factoryKey()}) {
+        if (hardKey->text() == arguments.first()) {
+            hardKey->click();
             return ConsoleResult::done();
         }
     }
     return ConsoleResult::failed(
-        QStringLiteral("there is no key \"%1\"; HOME and FACTORY are").arg(name));
+        QStringLiteral("there is no key \"%1\", only HOME and FACTORY").arg(arguments.first()));
 }
 
 } // namespace
@@ -114,35 +127,20 @@ ConsoleResult pressKey(Simulator &simulator, const QString &name)
 void addTouchCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::GraphicalThread;
-    console.add({QStringLiteral("press"), QStringLiteral("ID [nowait]"),
-                 QStringLiteral("Taps the middle of the button with that id (without one: object "
-                                "name or text); nowait does not wait for what it sets off."),
-                 place, [&simulator](const QStringList &arguments, ConsoleSession &) {
-                     return press(simulator, arguments);
-                 }});
-    console.add({QStringLiteral("tap"), QStringLiteral("X Y [nowait]"),
-                 QStringLiteral("Taps the screen there."), place,
-                 [&simulator](const QStringList &arguments, ConsoleSession &) {
-                     return tapAt(simulator, arguments);
-                 }});
-    console.add({QStringLiteral("hold"), QStringLiteral("X Y"),
-                 QStringLiteral("Puts the finger down there, or moves it there when it is down."),
-                 place, [&simulator](const QStringList &arguments, ConsoleSession &) {
-                     return hold(simulator, arguments);
-                 }});
-    console.add({QStringLiteral("lift"), QString(), QStringLiteral("Lifts the finger where it is."),
-                 place,
-                 [&simulator](const QStringList &, ConsoleSession &) { return lift(simulator); }});
-    console.add({QStringLiteral("drag"), QStringLiteral("X1 Y1 X2 Y2 [STEPS]"),
-                 QStringLiteral("Drags a finger over the screen, in 10 steps if not said."), place,
-                 [&simulator](const QStringList &arguments, ConsoleSession &) {
-                     return drag(simulator, arguments);
-                 }});
-    console.add({QStringLiteral("key"), QStringLiteral("HOME|FACTORY"),
-                 QStringLiteral("Presses a hard key."), place,
-                 [&simulator](const QStringList &arguments, ConsoleSession &) {
-                     return pressKey(simulator, arguments.first());
-                 }});
+    addCommands(console, simulator,
+                {
+                    {"press", "ID [nowait]",
+                     "Taps the button with that id (or, if it has none, that object name or text). "
+                     "With \"nowait\" what the tap sets off is not waited for.",
+                     place, press},
+                    {"tap", "X Y [nowait]", "Taps the screen there.", place, tap},
+                    {"hold", "X Y", "Puts the finger down there; moves it there when it is down.",
+                     place, hold},
+                    {"lift", "[X] [Y]", "Lifts the finger where it is, or there.", place, lift},
+                    {"drag", "X1 Y1 X2 Y2 [STEPS]", "Drags the finger, in 10 steps if not said.",
+                     place, drag},
+                    {"key", "HOME|FACTORY", "Presses a hard key beside the screen.", place, key},
+                });
 }
 
 } // namespace simulator

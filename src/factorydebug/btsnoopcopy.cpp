@@ -1,6 +1,6 @@
 #include "btsnoopcopy.h"
 
-#include "shellcommand.h"
+#include "shelltext.h"
 #include "trace.h"
 
 #include <QByteArray>

@@ -39,7 +39,7 @@ int FactoryDebugctivity::onStop()
 
 int FactoryDebugctivity::onCreat()
 {
-    auto *view = new FactoryDebugView(UIManager::getUIHierarchy(UI_HERARCHY_ACTIVITY));
+    auto *view = new FactoryDebugView(UIManager::getUIHerarchy(UI_HERARCHY_ACTIVITY));
     m_property->setUiObj(view);
     view->show();
     view->setFocusPolicy(Qt::StrongFocus);

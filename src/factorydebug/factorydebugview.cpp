@@ -238,7 +238,7 @@ void FactoryDebugView::startUsbTest()
 void FactoryDebugView::captureStatusShow(bool on)
 {
     if (m_capturePopup == nullptr) {
-        m_capturePopup = new PopupView(UIManager::getUIHierarchy(UI_HERARCHY_POPUP));
+        m_capturePopup = new PopupView(UIManager::getUIHerarchy(UI_HERARCHY_POPUP));
         m_capturePopup->setButtonType(PopupView::NoButton);
     }
     m_capturePopup->setText(on ? tr("capture turned on") : tr("capture turned off"));

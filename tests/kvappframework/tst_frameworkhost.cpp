@@ -29,7 +29,7 @@ void TestFrameworkHost::layersCoverTheScreenInTheirOrder()
     const QObjectList children = unit.screen().children();
     int last = -1;
     for (int layer = 0; layer <= 3; ++layer) {
-        QWidget *widget = UIManager::getUIHierarchy(UIHerarchy(layer));
+        QWidget *widget = UIManager::getUIHerarchy(UIHerarchy(layer));
         QCOMPARE(widget->geometry(), QRect(0, 0, 800, 480));
         QVERIFY(children.indexOf(widget) > last);
         last = children.indexOf(widget);

@@ -1,4 +1,4 @@
-#include "shellcommand.h"
+#include "shelltext.h"
 
 #include <cstdio>
 #include <cstring>

@@ -1,8 +1,8 @@
-#include "factorydebug/shellcommand.h"
+#include "factorydebug/shelltext.h"
 
 #include <QtTest>
 
-class TestShellCommand : public QObject
+class TestShellText : public QObject
 {
     Q_OBJECT
 
@@ -16,7 +16,7 @@ private slots:
     void zeroesTheBufferWhenTheTextIsTooLong();
 };
 
-void TestShellCommand::plainPathsReachTheShell_data()
+void TestShellText::plainPathsReachTheShell_data()
 {
     QTest::addColumn<QByteArray>("path");
     QTest::addColumn<bool>("plain");
@@ -31,28 +31,28 @@ void TestShellCommand::plainPathsReachTheShell_data()
     }
 }
 
-void TestShellCommand::plainPathsReachTheShell()
+void TestShellText::plainPathsReachTheShell()
 {
     QFETCH(QByteArray, path);
     QFETCH(bool, plain);
     QCOMPARE(isPlainForShell(path.constData()), plain);
 }
 
-void TestShellCommand::fillsTheFormat()
+void TestShellText::fillsTheFormat()
 {
     char buffer[32];
     QVERIFY(formatCommand(buffer, sizeof buffer, "mkdir -p %s/nvm", "/media/usb0"));
     QCOMPARE(buffer, "mkdir -p /media/usb0/nvm");
 }
 
-void TestShellCommand::fillsTwoPlaces()
+void TestShellText::fillsTwoPlaces()
 {
     char buffer[32];
     QVERIFY(formatCommand(buffer, sizeof buffer, "cp %s  %s/x", "/a", "/b"));
     QCOMPARE(buffer, "cp /a  /b/x");
 }
 
-void TestShellCommand::zeroesWhatStoodInTheBuffer()
+void TestShellText::zeroesWhatStoodInTheBuffer()
 {
     char buffer[8];
     memset(buffer, 'x', sizeof buffer);
@@ -60,14 +60,14 @@ void TestShellCommand::zeroesWhatStoodInTheBuffer()
     QCOMPARE(QByteArray(buffer, sizeof buffer), QByteArray("ab\0\0\0\0\0\0", 8));
 }
 
-void TestShellCommand::fitsUpToTheLastByte()
+void TestShellText::fitsUpToTheLastByte()
 {
     char buffer[8];
     QVERIFY(formatCommand(buffer, sizeof buffer, "rm %s", "1234"));
     QCOMPARE(buffer, "rm 1234");
 }
 
-void TestShellCommand::zeroesTheBufferWhenTheTextIsTooLong()
+void TestShellText::zeroesTheBufferWhenTheTextIsTooLong()
 {
     char buffer[8];
     QVERIFY(!formatCommand(buffer, sizeof buffer, "rm %s", "12345"));
@@ -76,5 +76,5 @@ void TestShellCommand::zeroesTheBufferWhenTheTextIsTooLong()
     QCOMPARE(QByteArray(buffer, sizeof buffer), QByteArray(8, '\0'));
 }
 
-QTEST_GUILESS_MAIN(TestShellCommand)
-#include "tst_shellcommand.moc"
+QTEST_GUILESS_MAIN(TestShellText)
+#include "tst_shelltext.moc"

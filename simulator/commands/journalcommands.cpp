@@ -1,0 +1,100 @@
+#include "journalcommands.h"
+
+#include "arguments.h"
+#include "commandtable.h"
+
+#include "simulator/consolesession.h"
+#include "simulator/simulator.h"
+
+#include "hardware/unit.h"
+
+#include <limits>
+
+namespace simulator
+{
+
+namespace
+{
+
+const int usualPatienceMs = 2000;
+
+ConsoleResult journal(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    const QString pattern = arguments.value(0);
+    const hardware::JournalPattern check(pattern);
+    return check.isValid() ? ConsoleResult::done(simulator.unit().journal().lines(pattern))
+                           : ConsoleResult::failed(check.error());
+}
+
+ConsoleResult expect(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
+{
+    const QString wanted = arguments.first();
+    const hardware::JournalPattern pattern(wanted);
+    if (!pattern.isValid()) {
+        return ConsoleResult::failed(pattern.error());
+    }
+    int ms = 0;
+    QString error;
+    if (!readNumber(arguments.value(1, QString::number(usualPatienceMs)), QStringLiteral("MS"), 0,
+                    std::numeric_limits<int>::max(), &ms, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    const hardware::Journal &journal = simulator.unit().journal();
+    const qint64 from = session.position();
+    qint64 next = from;
+    qint64 found = -1;
+    simulator.graphicalThread().waitUntil(simulator.unit().clock().hostMs(ms), [&] {
+        const qint64 end = journal.end();
+        found = journal.find(pattern, next);
+        next = end;
+        return found >= 0;
+    });
+    if (found < 0) {
+        return ConsoleResult::failed(
+            QStringLiteral("no line matched \"%1\" within %2 ms; the journal since the last match:")
+                .arg(wanted)
+                .arg(ms),
+            journal.lines(QString(), from));
+    }
+    session.position() = found + 1;
+    return ConsoleResult::done();
+}
+
+ConsoleResult absent(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
+{
+    const hardware::JournalPattern pattern(arguments.first());
+    if (!pattern.isValid()) {
+        return ConsoleResult::failed(pattern.error());
+    }
+    const QStringList found =
+        simulator.unit().journal().lines(arguments.first(), session.position());
+    return found.isEmpty()
+        ? ConsoleResult::done()
+        : ConsoleResult::failed(QStringLiteral("the journal has \"%1\":").arg(arguments.first()),
+                                found);
+}
+
+ConsoleResult mark(Simulator &simulator, const QStringList &, ConsoleSession &session)
+{
+    session.position() = simulator.unit().journal().end();
+    return ConsoleResult::done();
+}
+
+} // namespace
+
+void addJournalCommands(Console &console, Simulator &simulator)
+{
+    const auto place = Console::Place::AnyThread;
+    addCommands(
+        console, simulator,
+        {
+            {"journal", "[PATTERN]", "Lists the journal, or its lines with that text or /REGEX/.",
+             place, journal},
+            {"expect", "PATTERN [MS]",
+             "Waits, for 2000 ms if not said, for a line, and reads on behind it.", place, expect},
+            {"absent", "PATTERN", "Fails when the journal has such a line ahead.", place, absent},
+            {"mark", "", "Reads on at the end of the journal.", place, mark},
+        });
+}
+
+} // namespace simulator

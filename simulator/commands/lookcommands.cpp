@@ -1,0 +1,139 @@
+#include "lookcommands.h"
+
+#include "commandtable.h"
+
+#include "simulator/consolesession.h"
+#include "simulator/simulator.h"
+
+#include "hardware/unit.h"
+
+namespace simulator
+{
+
+namespace
+{
+
+const int patienceMs = 2000;
+
+/// A graphical thread that does not answer for so long, in host time, is blocked.
+const int answerMs = 300;
+
+/// Waits for the screen to answer \a question with yes.
+bool waitForScreen(Simulator &simulator, const std::function<bool(const ScreenReader &)> &question)
+{
+    bool answer = false;
+    simulator.graphicalThread().waitUntil(simulator.unit().clock().hostMs(patienceMs), [&] {
+        simulator.graphicalThread().run([&] { answer = question(simulator.screenReader()); });
+        return answer;
+    });
+    return answer;
+}
+
+/// A text is looked for like a line of the journal.
+bool readTextTest(const QString &word, ScreenReader::TextTest *test, QString *error)
+{
+    const hardware::JournalPattern pattern(word);
+    *test = [pattern](const QString &text) { return pattern.matches(text); };
+    *error = pattern.error();
+    return pattern.isValid();
+}
+
+ConsoleResult see(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    ScreenReader::TextTest test;
+    QString error;
+    if (!readTextTest(arguments.first(), &test, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    const bool seen = waitForScreen(
+        simulator, [&](const ScreenReader &screen) { return screen.showsText(test); });
+    return seen ? ConsoleResult::done()
+                : ConsoleResult::failed(
+                    QStringLiteral("the screen does not show \"%1\"").arg(arguments.first()));
+}
+
+ConsoleResult unseen(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    ScreenReader::TextTest test;
+    QString error;
+    if (!readTextTest(arguments.first(), &test, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    const bool gone = waitForScreen(
+        simulator, [&](const ScreenReader &screen) { return !screen.showsText(test); });
+    return gone
+        ? ConsoleResult::done()
+        : ConsoleResult::failed(QStringLiteral("the screen shows \"%1\"").arg(arguments.first()));
+}
+
+ConsoleResult visible(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    const QString id = arguments.first();
+    const bool seen = waitForScreen(
+        simulator, [&id](const ScreenReader &screen) { return screen.showsButton(id); });
+    return seen
+        ? ConsoleResult::done()
+        : ConsoleResult::failed(QStringLiteral("the button \"%1\" is not to be seen").arg(id));
+}
+
+ConsoleResult hidden(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    const QString id = arguments.first();
+    const bool gone = waitForScreen(
+        simulator, [&id](const ScreenReader &screen) { return !screen.showsButton(id); });
+    return gone ? ConsoleResult::done()
+                : ConsoleResult::failed(QStringLiteral("the button \"%1\" is to be seen").arg(id));
+}
+
+/// The window as it is to look now, or, while the graphical thread is blocked, as it was painted
+/// last, which is what the glass shows.
+QImage frame(Simulator &simulator)
+{
+    QImage image;
+    const bool answered = simulator.graphicalThread().runWithin(
+        answerMs, [&] { image = simulator.bezel().grab().toImage(); });
+    return (answered ? image : simulator.bezel().lastFrame()).convertToFormat(QImage::Format_RGB32);
+}
+
+ConsoleResult save(const QImage &image, const QString &name, const ConsoleSession &session)
+{
+    const QString file = session.path(name);
+    return image.save(file, "PNG")
+        ? ConsoleResult::done()
+        : ConsoleResult::failed(QStringLiteral("the picture \"%1\" cannot be written").arg(file));
+}
+
+ConsoleResult shot(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
+{
+    const QImage window = frame(simulator);
+    return save(window.copy(simulator.bezel().screenRect()), arguments.first(), session);
+}
+
+ConsoleResult shotWindow(Simulator &simulator, const QStringList &arguments,
+                         ConsoleSession &session)
+{
+    return save(frame(simulator), arguments.first(), session);
+}
+
+} // namespace
+
+void addLookCommands(Console &console, Simulator &simulator)
+{
+    const auto place = Console::Place::AnyThread;
+    addCommands(
+        console, simulator,
+        {
+            {"see", "TEXT",
+             "Waits up to 2 s for that text, or one that matches /REGEX/, on the screen.", place,
+             see},
+            {"unseen", "TEXT", "Waits up to 2 s until the screen does not show that text.", place,
+             unseen},
+            {"visible", "ID", "Waits up to 2 s for that button to be seen.", place, visible},
+            {"hidden", "ID", "Waits up to 2 s until that button is not to be seen.", place, hidden},
+            {"shot", "FILE", "Saves the 800 x 480 screen as a PNG, also while it hangs.", place,
+             shot},
+            {"shot-window", "FILE", "Saves the screen with its bezel.", place, shotWindow},
+        });
+}
+
+} // namespace simulator

@@ -1,0 +1,40 @@
+#include "settingcommands.h"
+
+#include "commandtable.h"
+
+#include "simulator/simulator.h"
+
+#include "hardware/unit.h"
+
+namespace simulator
+{
+
+namespace
+{
+
+ConsoleResult setting(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    hardware::Settings &settings = simulator.unit().settings();
+    const QString key = arguments.first();
+    if (arguments.size() > 1) {
+        settings.setValue(key, arguments.at(1));
+        return ConsoleResult::done();
+    }
+    const QVariant value = settings.value(key);
+    return value.isValid()
+        ? ConsoleResult::done({value.toString()})
+        : ConsoleResult::failed(QStringLiteral("there is no setting \"%1\"").arg(key));
+}
+
+} // namespace
+
+void addSettingCommands(Console &console, Simulator &simulator)
+{
+    addCommands(console, simulator,
+                {
+                    {"setting", "KEY [VALUE]", "Says or changes a value of the settings store.",
+                     Console::Place::AnyThread, setting},
+                });
+}
+
+} // namespace simulator

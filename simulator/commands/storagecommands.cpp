@@ -1,0 +1,47 @@
+#include "storagecommands.h"
+
+#include "commandtable.h"
+
+#include "simulator/consolesession.h"
+#include "simulator/simulator.h"
+
+#include "hardware/unit.h"
+
+namespace simulator
+{
+
+namespace
+{
+
+ConsoleResult plug(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
+{
+    const QString folder = arguments.size() > 1 ? session.path(arguments.at(1)) : QString();
+    QString error;
+    return simulator.unit().storage().plug(arguments.first(), folder, &error)
+        ? ConsoleResult::done()
+        : ConsoleResult::failed(error);
+}
+
+ConsoleResult pull(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    QString error;
+    return simulator.unit().storage().pull(arguments.first(), &error)
+        ? ConsoleResult::done()
+        : ConsoleResult::failed(error);
+}
+
+} // namespace
+
+void addStorageCommands(Console &console, Simulator &simulator)
+{
+    const auto place = Console::Place::AnyThread;
+    addCommands(console, simulator,
+                {
+                    {"plug", "SLOT [FOLDER]",
+                     "Plugs a stick: that folder, or the slot's own stick in the unit's folder.",
+                     place, plug},
+                    {"pull", "SLOT", "Pulls the stick.", place, pull},
+                });
+}
+
+} // namespace simulator

@@ -1,0 +1,75 @@
+#include "unitcommands.h"
+
+#include "arguments.h"
+#include "commandtable.h"
+
+#include "simulator/consolesession.h"
+#include "simulator/simulator.h"
+
+#include "hardware/unit.h"
+
+#include <QCoreApplication>
+#include <QDir>
+
+#include <limits>
+
+namespace simulator
+{
+
+namespace
+{
+
+ConsoleResult wait(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    int ms = 0;
+    QString error;
+    if (!readNumber(arguments.first(), QStringLiteral("MS"), 0, std::numeric_limits<int>::max(),
+                    &ms, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    simulator.graphicalThread().pause(simulator.unit().clock().hostMs(ms));
+    return ConsoleResult::done();
+}
+
+ConsoleResult reboot(Simulator &simulator, const QStringList &, ConsoleSession &)
+{
+    simulator.unit().mcu().reboot();
+    return ConsoleResult::done();
+}
+
+ConsoleResult changeFolder(Simulator &, const QStringList &arguments, ConsoleSession &session)
+{
+    const QString folder = session.path(arguments.first());
+    if (!QDir(folder).exists()) {
+        return ConsoleResult::failed(QStringLiteral("there is no folder \"%1\"").arg(folder));
+    }
+    session.setDirectory(folder);
+    return ConsoleResult::done();
+}
+
+ConsoleResult quit(Simulator &, const QStringList &, ConsoleSession &)
+{
+    QMetaObject::invokeMethod(
+        qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+    ConsoleResult result = ConsoleResult::done();
+    result.endsSession = true;
+    return result;
+}
+
+} // namespace
+
+void addUnitCommands(Console &console, Simulator &simulator)
+{
+    const auto place = Console::Place::AnyThread;
+    addCommands(
+        console, simulator,
+        {
+            {"wait", "MS", "Lets that many milliseconds of the unit's time pass.", place, wait},
+            {"reboot", "", "Has the unit restarted; it then journals \"unit booted\".", place,
+             reboot},
+            {"cd", "FOLDER", "Relative file names count from that folder on.", place, changeFolder},
+            {"quit", "", "Ends the program.", place, quit},
+        });
+}
+
+} // namespace simulator

@@ -1,0 +1,50 @@
+#include "consoleclient.h"
+
+#include "commandline.h"
+#include "unitaddress.h"
+
+namespace simulator
+{
+
+bool ConsoleClient::connectTo(const QString &unitFolder, QString *error)
+{
+    const QString name = consoleSocketName(unitFolder);
+    if (!name.isEmpty()) {
+        m_socket.connectToServer(name);
+        if (m_socket.waitForConnected()) {
+            return true;
+        }
+    }
+    *error = QStringLiteral("No unit runs on the folder \"%1\".").arg(unitFolder);
+    return false;
+}
+
+bool ConsoleClient::run(const QStringList &words, QStringList *lines, QString *error)
+{
+    lines->clear();
+    m_socket.write(commandline::join(words).toUtf8() + '\n');
+    QByteArray line;
+    while (readLine(&line)) {
+        if (!line.startsWith(' ')) {
+            *error = QString::fromUtf8(line.mid(int(qstrlen("error "))));
+            return line == "ok";
+        }
+        lines->append(QString::fromUtf8(line.mid(1)));
+    }
+    *error = QStringLiteral("the unit went down before it had answered");
+    return false;
+}
+
+bool ConsoleClient::readLine(QByteArray *line)
+{
+    while (!m_socket.canReadLine()) {
+        if (!m_socket.waitForReadyRead(-1)) {
+            return false;
+        }
+    }
+    *line = m_socket.readLine();
+    line->chop(1);
+    return true;
+}
+
+} // namespace simulator

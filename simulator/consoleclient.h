@@ -1,0 +1,27 @@
+#pragma once
+
+#include <QLocalSocket>
+#include <QStringList>
+
+namespace simulator
+{
+
+/// The other end of the console's socket: asks the unit that runs on a folder. Blocks; any thread,
+/// but always the same.
+class ConsoleClient
+{
+public:
+    /// False with a sentence in \a error when no unit answers there.
+    bool connectTo(const QString &unitFolder, QString *error);
+
+    /// Runs a command, given as its words. False when it failed: \a error then says why. In any
+    /// case \a lines is what it answered.
+    bool run(const QStringList &words, QStringList *lines, QString *error);
+
+private:
+    bool readLine(QByteArray *line);
+
+    QLocalSocket m_socket;
+};
+
+} // namespace simulator

@@ -1,0 +1,59 @@
+#include "consoleconnection.h"
+
+#include "console.h"
+
+#include <QLocalSocket>
+
+namespace simulator
+{
+
+ConsoleConnection::ConsoleConnection(const Console &console, JournalPosition &position,
+                                     quintptr descriptor)
+    : m_console(console)
+    , m_position(position)
+    , m_descriptor(descriptor)
+{
+}
+
+ConsoleConnection::~ConsoleConnection()
+{
+    quit();
+    wait();
+}
+
+void ConsoleConnection::run()
+{
+    ConsoleSession session(m_position);
+    QLocalSocket socket;
+    connect(
+        &socket, &QLocalSocket::readyRead, &socket,
+        [this, &socket, &session] { answerLines(socket, session); }, Qt::DirectConnection);
+    connect(&socket, &QLocalSocket::disconnected, this, &QThread::quit, Qt::DirectConnection);
+    if (socket.setSocketDescriptor(qintptr(m_descriptor))) {
+        exec();
+    }
+}
+
+void ConsoleConnection::answerLines(QLocalSocket &socket, ConsoleSession &session)
+{
+    while (socket.canReadLine()) {
+        QByteArray line = socket.readLine();
+        line.chop(1);
+        socket.write(answer(line, session));
+        socket.waitForBytesWritten();
+    }
+}
+
+QByteArray ConsoleConnection::answer(const QByteArray &line, ConsoleSession &session) const
+{
+    const ConsoleResult result = m_console.run(QString::fromUtf8(line), session);
+    QByteArray text;
+    for (const QString &answered : result.lines) {
+        text += ' ' + answered.toUtf8().replace('\n', "\n ") + '\n';
+    }
+    text += result.isOk() ? QByteArrayLiteral("ok")
+                          : "error " + result.error.toUtf8().replace('\n', ' ');
+    return text + '\n';
+}
+
+} // namespace simulator

@@ -1,0 +1,34 @@
+#pragma once
+
+#include "consolesession.h"
+
+#include <QList>
+#include <QLocalServer>
+
+namespace simulator
+{
+
+class Console;
+class ConsoleConnection;
+
+/// The console's socket: makes a ConsoleConnection for every client, and ends them with itself.
+class ConsoleListener : public QLocalServer
+{
+    Q_OBJECT
+
+public:
+    ConsoleListener(const Console &console, qint64 position);
+    ~ConsoleListener() override;
+
+protected:
+    void incomingConnection(quintptr descriptor) override;
+
+private:
+    void forget(ConsoleConnection *connection);
+
+    const Console &m_console;
+    JournalPosition m_position;
+    QList<ConsoleConnection *> m_connections;
+};
+
+} // namespace simulator

@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QObject>
+#include <QThread>
+
+namespace simulator
+{
+
+class Console;
+
+/// Answers console commands on a local socket that only the same user may connect to. It has a
+/// thread of its own, and one for each connection, so that commands that need no screen are
+/// answered while others wait for it.
+///
+/// A client sends one command a line. For each it is answered with any number of lines that begin
+/// with a blank, which is not part of them, and then with one line "ok" or "error <what is wrong>".
+class ConsoleServer : public QObject
+{
+    Q_OBJECT
+
+public:
+    explicit ConsoleServer(const Console &console);
+    /// The console must be closed by then, or no command running.
+    ~ConsoleServer() override;
+
+    /// Listens on the socket of that name, taking over one that a crash left behind. The reading
+    /// of the journal, which all connections share, begins at \a position. False with a sentence
+    /// in \a error.
+    bool listen(const QString &name, qint64 position, QString *error);
+
+private:
+    const Console &m_console;
+    QThread m_thread;
+};
+
+} // namespace simulator

@@ -1,0 +1,91 @@
+#include "appearance.h"
+#include "commands/allcommands.h"
+#include "console.h"
+#include "consoleserver.h"
+#include "displaycheck.h"
+#include "exitstatus.h"
+#include "options.h"
+#include "scriptrunner.h"
+#include "simulator.h"
+#include "unitaddress.h"
+
+#include "hardware/gate/gate.h"
+#include "hardware/unit.h"
+
+#include <QApplication>
+
+#include <cstdio>
+
+using namespace simulator;
+
+namespace
+{
+
+int fail(ExitStatus status, const QString &sentence)
+{
+    std::fprintf(stderr, "%s\n", qUtf8Printable(sentence));
+    return status;
+}
+
+QApplication *makeApplication(char *argv[], bool headless)
+{
+    // Qt would take options of ours for its own.
+    static int programNameOnly = 1;
+    appearance::prepareEnvironment();
+    const DisplayCheck check(headless);
+    return new QApplication(programNameOnly, argv);
+}
+
+} // namespace
+
+int main(int argc, char *argv[])
+{
+    QCoreApplication::setApplicationName(QStringLiteral("headunit"));
+    QCoreApplication::setApplicationVersion(QStringLiteral(FACTORYDEBUG_VERSION));
+    QString error;
+
+    Options options;
+    int exitStatus = ExitFine;
+    if (!options.read(argc, argv, &exitStatus)) {
+        return exitStatus;
+    }
+
+    const QScopedPointer<QApplication> application(makeApplication(argv, options.headless));
+    if (!appearance::apply(&error)) {
+        return fail(ExitDisplay, error);
+    }
+
+    hardware::Unit unit(options.unitFolder, options.speed);
+    if (!unit.open(&error)) {
+        return fail(ExitUnitFolder, error);
+    }
+    const hardware::Gate gate(unit);
+
+    Simulator simulator(unit, options.plugin);
+    if (!simulator.start(&error)) {
+        return fail(ExitPlugin, error);
+    }
+
+    Console console(simulator.graphicalThread());
+    addAllCommands(console, simulator);
+    ScriptRunner script(console, unit.journal().end());
+    if (!options.script.isEmpty() && !script.open(options.script, &error)) {
+        return fail(ExitWrongUsage, error);
+    }
+    ConsoleServer server(console);
+    if (options.socket
+        && !server.listen(consoleSocketName(options.unitFolder), unit.journal().end(), &error)) {
+        return fail(ExitUnitFolder, error);
+    }
+    QObject::connect(&script, &ScriptRunner::over, application.data(), [](bool successful) {
+        QCoreApplication::exit(successful ? ExitFine : ExitScriptFailed);
+    });
+
+    if (!options.script.isEmpty()) {
+        script.start();
+    }
+
+    exitStatus = QApplication::exec();
+    console.close();
+    return exitStatus;
+}

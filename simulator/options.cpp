@@ -1,0 +1,124 @@
+#include "options.h"
+
+#include "exitstatus.h"
+#include "unitaddress.h"
+
+#include <QCommandLineParser>
+#include <QCoreApplication>
+#include <QFileInfo>
+
+#include <cmath>
+#include <cstdio>
+
+namespace simulator
+{
+
+namespace
+{
+
+const double slowest = 0.01;
+const double fastest = 1000.0;
+
+const char description[] =
+    "Simulates a head unit with its 800 x 480 touch screen, and runs the factory-debug plug-in\n"
+    "on it. The unit's state is kept in a folder. \"headunit-ctl help\" lists the commands of its\n"
+    "console.\n"
+    "\n"
+    "Exit status:\n"
+    "  0  all went well\n"
+    "  1  a command of the script failed\n"
+    "  2  the command line or the script's name is wrong\n"
+    "  3  the plug-in cannot be used\n"
+    "  4  the unit's folder cannot be used, or another headunit uses it\n"
+    "  5  there is no display, or its font is missing";
+
+/// Where the build puts the plug-in, seen from this program.
+QString builtPlugin()
+{
+    return QFileInfo(QCoreApplication::applicationDirPath() + QLatin1String("/" BUILT_PLUGIN))
+        .absoluteFilePath();
+}
+
+bool readSpeed(const QString &word, double *speed)
+{
+    bool isNumber = false;
+    *speed = word.toDouble(&isNumber);
+    return isNumber && std::isfinite(*speed) && *speed >= slowest && *speed <= fastest;
+}
+
+bool end(int *exitStatus, int status, FILE *stream, const QString &text)
+{
+    std::fprintf(stream, "%s\n", qUtf8Printable(text));
+    *exitStatus = status;
+    return false;
+}
+
+void addOptions(QCommandLineParser &parser)
+{
+    parser.setApplicationDescription(QString::fromLatin1(description));
+    parser.addOptions({
+        {{"h", "help"}, "Shows this."},
+        {{"v", "version"}, "Says which version this is."},
+        {"unit",
+         QStringLiteral("The unit's folder; made when missing. Default: %1")
+             .arg(defaultUnitFolder()),
+         "dir", defaultUnitFolder()},
+        {"plugin", "The plug-in to load. Default: the one that was built.", "file", builtPlugin()},
+        {"script", "Runs console commands, one a line, and ends; \"-\" is standard input.", "file"},
+        {"headless", "Shows no window."},
+        {"speed",
+         QStringLiteral("Lets the unit's time pass that many times faster, %1 to %2. Default: 1")
+             .arg(slowest)
+             .arg(fastest),
+         "factor", "1"},
+        {"no-socket", "Does not listen for headunit-ctl."},
+    });
+}
+
+/// What is wrong with the command line; empty when nothing is.
+QString complaint(const QCommandLineParser &parser, double *speed)
+{
+    if (!parser.positionalArguments().isEmpty()) {
+        return QStringLiteral("Unexpected argument \"%1\".")
+            .arg(parser.positionalArguments().first());
+    }
+    const QString speedWord = parser.value("speed");
+    if (!readSpeed(speedWord, speed)) {
+        return QStringLiteral("The speed is a number from %1 to %2, not \"%3\".")
+            .arg(slowest)
+            .arg(fastest)
+            .arg(speedWord);
+    }
+    return QString();
+}
+
+} // namespace
+
+bool Options::read(int argc, char *argv[], int *exitStatus)
+{
+    const QCoreApplication application(argc, argv);
+    QCommandLineParser parser;
+    addOptions(parser);
+    if (!parser.parse(QCoreApplication::arguments())) {
+        return end(exitStatus, ExitWrongUsage, stderr, parser.errorText());
+    }
+    if (parser.isSet("help")) {
+        return end(exitStatus, ExitFine, stdout, parser.helpText().trimmed());
+    }
+    if (parser.isSet("version")) {
+        return end(exitStatus, ExitFine, stdout,
+                   QStringLiteral("headunit ") + QCoreApplication::applicationVersion());
+    }
+    const QString wrong = complaint(parser, &speed);
+    if (!wrong.isEmpty()) {
+        return end(exitStatus, ExitWrongUsage, stderr, wrong);
+    }
+    unitFolder = parser.value("unit");
+    plugin = parser.value("plugin");
+    script = parser.value("script");
+    headless = parser.isSet("headless");
+    socket = !parser.isSet("no-socket");
+    return true;
+}
+
+} // namespace simulator

@@ -1,0 +1,23 @@
+#pragma once
+
+#include <QString>
+
+namespace simulator
+{
+
+/// What the program "headunit" was asked for on its command line.
+struct Options
+{
+    QString unitFolder;
+    QString plugin;
+    QString script; ///< Empty for none.
+    double speed = 1.0;
+    bool headless = false;
+    bool socket = true;
+
+    /// Reads the command line. False when the program is to end with \a exitStatus: help or the
+    /// version was asked for and printed, or something is wrong, as a line on standard error says.
+    bool read(int argc, char *argv[], int *exitStatus);
+};
+
+} // namespace simulator

@@ -1,0 +1,68 @@
+#include "scriptrunner.h"
+
+#include "console.h"
+#include "consolesession.h"
+
+#include <cstdio>
+
+namespace simulator
+{
+
+namespace
+{
+
+void print(FILE *stream, const QString &line)
+{
+    std::fprintf(stream, "%s\n", qUtf8Printable(line));
+    std::fflush(stream);
+}
+
+} // namespace
+
+ScriptRunner::ScriptRunner(const Console &console, qint64 position)
+    : m_console(console)
+    , m_position(position)
+{
+}
+
+ScriptRunner::~ScriptRunner()
+{
+    m_input.interrupt();
+    wait();
+}
+
+bool ScriptRunner::open(const QString &file, QString *error)
+{
+    m_name = file == QLatin1String("-") ? QStringLiteral("<stdin>") : file;
+    return m_input.open(file, error);
+}
+
+void ScriptRunner::run()
+{
+    JournalPosition position(m_position);
+    ConsoleSession session(position);
+    QByteArray line;
+    int number = 0;
+    bool successful = true;
+    bool ended = false;
+    while (successful && !ended && m_input.readLine(&line)) {
+        successful = runLine(line, ++number, session, &ended);
+    }
+    emit over(successful);
+}
+
+bool ScriptRunner::runLine(const QByteArray &line, int number, ConsoleSession &session,
+                           bool *ended) const
+{
+    const ConsoleResult result = m_console.run(QString::fromUtf8(line), session);
+    *ended = result.endsSession;
+    if (!result.isOk()) {
+        print(stderr, QStringLiteral("%1:%2: %3").arg(m_name).arg(number).arg(result.error));
+    }
+    for (const QString &answer : result.lines) {
+        print(result.isOk() ? stdout : stderr, QLatin1String("  ") + answer);
+    }
+    return result.isOk();
+}
+
+} // namespace simulator

@@ -1,0 +1,114 @@
+#include "hardware/unit.h"
+
+#include "openunit.h"
+
+#include <QDir>
+#include <QFileInfo>
+#include <QTemporaryDir>
+#include <QtTest>
+
+#include <limits>
+
+using hardware::Unit;
+
+class tst_Unit : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyDeviceWorks();
+    void aSecondStartFindsTheStateOfTheFirst();
+    void theClockHasTheFactor();
+    void openRefuses_data();
+    void openRefuses();
+};
+
+void tst_Unit::everyDeviceWorks()
+{
+    OpenUnit unit;
+    QString error;
+    unit->settings().setValue(QStringLiteral("a"), 1);
+    QVERIFY(unit->storage().plug(QStringLiteral("usb0"), QString(), &error));
+    unit->mcu().beep(0);
+    QCOMPARE(unit->shell().run("sync"), 0);
+    QCOMPARE(unit->journal().lines(),
+             (QStringList{QStringLiteral("settings a = 1"),
+                          QStringLiteral("storage plug usb0 /media/usb0"),
+                          QStringLiteral("mcu beep 0"), QStringLiteral("shell sync")}));
+    QCOMPARE(readFile(unit.path(QStringLiteral("/journal.log"))).count('\n'), 4);
+    QVERIFY(QFileInfo::exists(unit.path(QStringLiteral("/settings.ini"))));
+}
+
+void tst_Unit::aSecondStartFindsTheStateOfTheFirst()
+{
+    const QTemporaryDir folder;
+    QString error;
+    {
+        Unit first(folder.path());
+        QVERIFY2(first.open(&error), qPrintable(error));
+        first.settings().setValue(QStringLiteral("capture"), true);
+        QVERIFY(first.storage().plug(QStringLiteral("sd1"), QString(), &error));
+    }
+    Unit second(folder.path());
+    QVERIFY2(second.open(&error), qPrintable(error));
+    QCOMPARE(second.settings().value(QStringLiteral("capture")).toBool(), true);
+    QCOMPARE(second.storage().mountRoots(), QStringList{QStringLiteral("/media/sd1")});
+    QCOMPARE(readFile(folder.filePath(QStringLiteral("journal.log"))).count('\n'), 3);
+}
+
+void tst_Unit::theClockHasTheFactor()
+{
+    QCOMPARE(Unit(QStringLiteral("x")).clock().factor(), 1.0);
+    QCOMPARE(Unit(QStringLiteral("x"), 50).clock().factor(), 50.0);
+}
+
+void tst_Unit::openRefuses_data()
+{
+    QTest::addColumn<double>("factor");
+    QTest::addColumn<QString>("brokenFile");
+    QTest::addColumn<QString>("error");
+
+    QTest::newRow("factor 0") << 0.0 << ""
+                              << "The time factor 0 is not allowed; it must be greater than 0.";
+    QTest::newRow("negative factor")
+        << -2.0 << ""
+        << "The time factor -2 is not allowed; it must be greater than 0.";
+    QTest::newRow("endless factor")
+        << std::numeric_limits<double>::infinity() << ""
+        << "The time factor inf is not allowed; it must be greater than 0.";
+    QTest::newRow("no number") << std::numeric_limits<double>::quiet_NaN() << ""
+                               << "The time factor nan is not allowed; it must be greater than 0.";
+    QTest::newRow("folder") << 1.0 << "dev"
+                            << "The folder \"%1\" of the unit cannot be made.";
+    QTest::newRow("settings") << 1.0 << "settings.ini"
+                              << "The settings file \"%1\" is damaged: ";
+    QTest::newRow("storage") << 1.0 << "slots.ini"
+                             << "%1, line 1: ";
+    QTest::newRow("journal") << 1.0 << "journal.log/"
+                             << "The journal \"%1\" cannot be written.";
+}
+
+void tst_Unit::openRefuses()
+{
+    QFETCH(double, factor);
+    QFETCH(QString, brokenFile);
+    QFETCH(QString, error);
+
+    const QTemporaryDir folder;
+    if (brokenFile.endsWith(QLatin1Char('/'))) {
+        brokenFile.chop(1);
+        QVERIFY(QDir(folder.path()).mkdir(brokenFile));
+    } else if (!brokenFile.isEmpty()) {
+        writeFile(folder.filePath(brokenFile), "this is a letter\n");
+    }
+    if (!brokenFile.isEmpty()) {
+        error = error.arg(folder.filePath(brokenFile));
+    }
+    Unit unit(folder.path(), factor);
+    QString said;
+    QVERIFY(!unit.open(&said));
+    QVERIFY2(said.startsWith(error), qPrintable(said));
+}
+
+QTEST_GUILESS_MAIN(tst_Unit)
+#include "tst_unit.moc"

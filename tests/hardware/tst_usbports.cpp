@@ -1,0 +1,110 @@
+#include "hardware/journal.h"
+#include "hardware/usbports.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using namespace hardware;
+
+class TestUsbPorts : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void firstState();
+    void modesAreKept();
+    void refusesWhatThereIsNot_data();
+    void refusesWhatThereIsNot();
+    void testModeIsJournalled();
+    void descriptionTellsTheState();
+    void fileThatCannotBeWrittenIsAnError();
+
+private:
+    QScopedPointer<QTemporaryDir> m_folder;
+    QScopedPointer<Journal> m_journal;
+    QScopedPointer<UsbPorts> m_ports;
+    QString m_error;
+};
+
+void TestUsbPorts::init()
+{
+    m_folder.reset(new QTemporaryDir);
+    m_journal.reset(new Journal);
+    m_ports.reset(new UsbPorts(*m_journal));
+    QVERIFY2(m_ports->open(m_folder->filePath(QStringLiteral("usb.ini")), &m_error),
+             qPrintable(m_error));
+}
+
+void TestUsbPorts::firstState()
+{
+    QCOMPARE(m_ports->bcMode(0), 0);
+    QCOMPARE(m_ports->bcMode(1), 0);
+    QCOMPARE(m_ports->certification(), int('O'));
+}
+
+void TestUsbPorts::modesAreKept()
+{
+    m_ports->setBcMode(1, 2);
+    m_ports->setBcMode(0, 1);
+    m_ports->setCertification('T');
+
+    UsbPorts again(*m_journal);
+    QVERIFY(again.open(m_folder->filePath(QStringLiteral("usb.ini")), &m_error));
+    QCOMPARE(again.bcMode(0), 1);
+    QCOMPARE(again.bcMode(1), 2);
+    QCOMPARE(again.certification(), int('T'));
+    QCOMPARE(m_journal->lines(),
+             QStringList({QStringLiteral("usb port 1 SDP"), QStringLiteral("usb port 0 DCP"),
+                          QStringLiteral("usb certification T")}));
+}
+
+void TestUsbPorts::refusesWhatThereIsNot_data()
+{
+    QTest::addColumn<int>("port");
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("port 2") << 2 << 0 << QStringLiteral("usb refused port 2 mode 0");
+    QTest::newRow("mode 3") << 0 << 3 << QStringLiteral("usb refused port 0 mode 3");
+    QTest::newRow("certification") << -1 << 65 << QStringLiteral("usb refused certification 65");
+}
+
+void TestUsbPorts::refusesWhatThereIsNot()
+{
+    QFETCH(int, port);
+    QFETCH(int, mode);
+    QFETCH(QString, line);
+    if (port < 0) {
+        m_ports->setCertification(uint(mode));
+    } else {
+        m_ports->setBcMode(uint(port), uint(mode));
+    }
+    QCOMPARE(m_journal->lines(), QStringList(line));
+    QCOMPARE(m_ports->bcMode(0), 0);
+    QCOMPARE(m_ports->certification(), int('O'));
+}
+
+void TestUsbPorts::testModeIsJournalled()
+{
+    m_ports->setTestMode(4);
+    QCOMPARE(m_journal->lines(), QStringList(QStringLiteral("usb test mode 4")));
+}
+
+void TestUsbPorts::descriptionTellsTheState()
+{
+    m_ports->setBcMode(1, 1);
+    m_ports->setCertification('M');
+    QCOMPARE(m_ports->description(),
+             QStringList({QStringLiteral("port 0 CDP"), QStringLiteral("port 1 DCP"),
+                          QStringLiteral("certification M")}));
+}
+
+void TestUsbPorts::fileThatCannotBeWrittenIsAnError()
+{
+    UsbPorts ports(*m_journal);
+    QVERIFY(!ports.open(QStringLiteral("/nowhere/at/all/usb.ini"), &m_error));
+    QVERIFY(m_error.contains(QLatin1String("/nowhere/at/all/usb.ini")));
+}
+
+QTEST_GUILESS_MAIN(TestUsbPorts)
+#include "tst_usbports.moc"

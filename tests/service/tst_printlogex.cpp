@@ -1,0 +1,26 @@
+#include "service/printlogex.h"
+
+#include "support/testunit.h"
+
+#include <QtTest>
+
+class TestPrintLogEx : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void writesOneLine();
+};
+
+void TestPrintLogEx::writesOneLine()
+{
+    const TestUnit unit;
+    printLogEx("INFO", "Page", "%s %s\n", "clicked", "id%1");
+    printLogEx("INFO", "Page", "%d", 7);
+    QCOMPARE(unit.journal(QStringLiteral("/^log /")),
+             QStringList({QStringLiteral("log INFO Page clicked id%1"),
+                          QStringLiteral("log INFO Page 7")}));
+}
+
+QTEST_MAIN(TestPrintLogEx)
+#include "tst_printlogex.moc"

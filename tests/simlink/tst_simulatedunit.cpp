@@ -1,0 +1,80 @@
+#include "simlink/simulatedunit.h"
+
+#include "hardware/unit.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+class TestSimulatedUnit : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void namesTheUnit();
+    void serviceIsMadeOnceAndGoesWithTheUnit();
+    void serviceMayAskForAnother();
+    void hostMsFollowsTheUnit();
+};
+
+namespace
+{
+
+int living = 0;
+
+struct Service
+{
+    Service() { ++living; }
+    ~Service() { --living; }
+};
+
+struct Other
+{
+};
+
+} // namespace
+
+void TestSimulatedUnit::namesTheUnit()
+{
+    const QTemporaryDir folder;
+    hardware::Unit unit(folder.path());
+    const simlink::SimulatedUnit link(unit);
+    QCOMPARE(&simlink::unit(), &unit);
+}
+
+void TestSimulatedUnit::serviceIsMadeOnceAndGoesWithTheUnit()
+{
+    const QTemporaryDir folder;
+    hardware::Unit unit(folder.path());
+    {
+        const simlink::SimulatedUnit link(unit);
+        auto *first = simlink::service<Service>([] { return new Service; });
+        QCOMPARE(simlink::service<Service>([] { return new Service; }), first);
+        QCOMPARE(living, 1);
+    }
+    QCOMPARE(living, 0);
+}
+
+void TestSimulatedUnit::serviceMayAskForAnother()
+{
+    const QTemporaryDir folder;
+    hardware::Unit unit(folder.path());
+    const simlink::SimulatedUnit link(unit);
+    Service *inner = nullptr;
+    simlink::service<Other>([&inner] {
+        inner = simlink::service<Service>([] { return new Service; });
+        return new Other;
+    });
+    QCOMPARE(simlink::service<Service>([] { return new Service; }), inner);
+}
+
+void TestSimulatedUnit::hostMsFollowsTheUnit()
+{
+    QCOMPARE(simlink::hostMs(500), 500);
+    const QTemporaryDir folder;
+    hardware::Unit unit(folder.path(), 10.0);
+    const simlink::SimulatedUnit link(unit);
+    QCOMPARE(simlink::hostMs(500), 50);
+}
+
+QTEST_GUILESS_MAIN(TestSimulatedUnit)
+#include "tst_simulatedunit.moc"
