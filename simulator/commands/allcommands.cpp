@@ -4,6 +4,7 @@
 #include "lookcommands.h"
 #include "settingcommands.h"
 #include "storagecommands.h"
+#include "systemcommands.h"
 #include "touchcommands.h"
 #include "unitcommands.h"
 
@@ -17,6 +18,7 @@ void addAllCommands(Console &console, Simulator &simulator)
     addJournalCommands(console, simulator);
     addStorageCommands(console, simulator);
     addSettingCommands(console, simulator);
+    addSystemCommands(console, simulator);
     addUnitCommands(console, simulator);
 }
 
