@@ -1,6 +1,6 @@
 #include "systemlogcopy.h"
 
-#include "factorydebug/shellcommand.h"
+#include "factorydebug/shelltext.h"
 #include "factorydebug/trace.h"
 
 #include <cstdlib>

@@ -13,6 +13,7 @@ class TestVersions : public QObject
 private slots:
     void readsTheTable();
     void newGpsVersionIsKept();
+    void everyNameCanBeChanged();
     void missingValuesAreEmpty();
     void fileThatCannotBeWrittenIsAnError();
 };
@@ -56,6 +57,23 @@ void TestVersions::newGpsVersionIsKept()
     QVERIFY(again.open(file, &error));
     QCOMPARE(again.gps(), QStringLiteral("G 2.0; beta, \"x\""));
     QCOMPARE(again.bluetooth(), QStringLiteral("B 3"));
+}
+
+void TestVersions::everyNameCanBeChanged()
+{
+    const QTemporaryDir folder;
+    QString error;
+    Versions versions;
+    QVERIFY(versions.open(writeTable(folder, table), &error));
+    QCOMPARE(versions.dabSdk(), QString());
+    for (const QString &name : Versions::names()) {
+        versions.setValue(name, QString::number(name.size()));
+        QCOMPARE(versions.value(name), QString::number(name.size()));
+    }
+    QCOMPARE(versions.gps(), QStringLiteral("3"));
+    QCOMPARE(versions.bluetooth(), QStringLiteral("9"));
+    QCOMPARE(versions.alsProduct(), 10);
+    QCOMPARE(versions.dabSdk(), QStringLiteral("6"));
 }
 
 void TestVersions::missingValuesAreEmpty()
