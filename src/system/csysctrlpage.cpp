@@ -164,8 +164,6 @@ void CSysCtrlPage::boolBtnReleasedSlot(QString id, bool state)
     DataSaveControl::saveSettingData(SetupStrIdConst::sysCtrlCertificationSwitch, state, QString());
     flushStorage();
     emit sigShowMaskBg();
-    // At once: no event is handled before the restart.
-    window()->repaint();
     rebootSoon();
 }
 

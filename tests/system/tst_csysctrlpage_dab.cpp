@@ -95,6 +95,12 @@ struct Page
     QScopedPointer<CSysCtrlPage> page;
 };
 
+enum ModuleKind {
+    NoModule,
+    AnotherModule,
+    ModuleWithoutTuner,
+};
+
 /// A framework's module named "dab" that is something else.
 class OtherModule : public kvappframework::Module
 {
@@ -117,6 +123,8 @@ private:
 };
 
 } // namespace
+
+Q_DECLARE_METATYPE(ModuleKind)
 
 void TestCSysCtrlPageDab::faceOnOpening_data()
 {
@@ -355,22 +363,23 @@ void TestCSysCtrlPageDab::unitGoesDownWhileTheServiceWaits()
 
 void TestCSysCtrlPageDab::withoutModuleTheButtonIsOutOfUse_data()
 {
-    QTest::addColumn<QSharedPointer<kvappframework::Module>>("module");
-    QTest::newRow("no module") << QSharedPointer<kvappframework::Module>();
-    QTest::newRow("another module")
-        << QSharedPointer<kvappframework::Module>(new OtherModule);
-    QTest::newRow("no tuner") << QSharedPointer<kvappframework::Module>(new EmptyDabModule);
+    QTest::addColumn<ModuleKind>("kind");
+    QTest::newRow("no module") << NoModule;
+    QTest::newRow("another module") << AnotherModule;
+    QTest::newRow("no tuner") << ModuleWithoutTuner;
 }
 
 void TestCSysCtrlPageDab::withoutModuleTheButtonIsOutOfUse()
 {
-    QFETCH(QSharedPointer<kvappframework::Module>, module);
+    QFETCH(ModuleKind, kind);
     Page shown;
     shown.plugWithFirmware();
     kvappframework::SimModuleManager &modules = shown.unit.framework().modules();
     modules.remove(QStringLiteral("dab"));
-    if (!module.isNull()) {
-        modules.add(QStringLiteral("dab"), module);
+    if (kind == AnotherModule) {
+        modules.add(QStringLiteral("dab"), QSharedPointer<OtherModule>::create());
+    } else if (kind == ModuleWithoutTuner) {
+        modules.add(QStringLiteral("dab"), QSharedPointer<EmptyDabModule>::create());
     }
     shown.open();
     QCOMPARE(shown.button()->displayText(), formText);
@@ -379,8 +388,6 @@ void TestCSysCtrlPageDab::withoutModuleTheButtonIsOutOfUse()
     QCOMPARE(shown.button()->displayText(), formText);
     QCOMPARE(shown.unit.journal(QStringLiteral("dab update")), QStringList());
 }
-
-Q_DECLARE_METATYPE(QSharedPointer<kvappframework::Module>)
 
 QTEST_MAIN(TestCSysCtrlPageDab)
 #include "tst_csysctrlpage_dab.moc"

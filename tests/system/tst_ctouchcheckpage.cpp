@@ -143,10 +143,11 @@ struct Page
 
 void TestCTouchCheckPage::coversTheDisplay()
 {
-    const Page shown;
-    QCOMPARE(shown.page->geometry(), QRect(0, 0, 800, 480));
-    QVERIFY(shown.page->isWindow());
-    QCOMPARE(shown.page->font().pixelSize(), 12);
+    const TestUnit unit;
+    const CTouchCheckPage page(nullptr);
+    QCOMPARE(page.geometry(), QRect(0, 0, 800, 480));
+    QVERIFY(page.isWindow());
+    QCOMPARE(page.font().pixelSize(), 12);
 }
 
 void TestCTouchCheckPage::blackPointInTheCorner()
