@@ -18,9 +18,9 @@ class Clock;
 class Journal;
 class UnitFolder;
 
-/// The simulated DAB tuner. It takes new firmware from a stick on a thread of its own, from which it
-/// also tells its status. All functions may be called from any thread; none waits for whoever hears
-/// of the status.
+/// The simulated DAB tuner. It takes new firmware from a stick on a thread of its own, from which
+/// it also tells its status. All functions may be called from any thread; none waits for whoever
+/// hears of the status.
 class DabTuner : public QObject
 {
     Q_OBJECT

@@ -73,8 +73,8 @@ void Settings::removeGroup(const QString &group)
 {
     const QMutexLocker locker(&m_mutex);
     Q_ASSERT_X(m_store, "Settings::removeGroup", "open() comes first");
-    const QStringList keys = m_store->allKeys().filter(
-        QRegularExpression(QLatin1Char('^') + QRegularExpression::escape(group + QLatin1Char('/'))));
+    const QStringList keys = m_store->allKeys().filter(QRegularExpression(
+        QLatin1Char('^') + QRegularExpression::escape(group + QLatin1Char('/'))));
     for (const QString &key : keys) {
         m_store->remove(key);
         m_journal.write(QStringLiteral("settings"), QStringLiteral("%1 removed").arg(key));

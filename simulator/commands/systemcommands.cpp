@@ -78,9 +78,8 @@ ConsoleResult version(Simulator &simulator, const QStringList &arguments, Consol
         return ConsoleResult::done(lines);
     }
     if (!names.contains(arguments.first())) {
-        return ConsoleResult::failed(
-            QStringLiteral("there is no version of \"%1\"; there are: %2")
-                .arg(arguments.first(), names.join(QLatin1String(", "))));
+        return ConsoleResult::failed(QStringLiteral("there is no version of \"%1\"; there are: %2")
+                                         .arg(arguments.first(), names.join(QLatin1String(", "))));
     }
     if (arguments.size() > 1) {
         versions.setValue(arguments.first(), arguments.at(1));

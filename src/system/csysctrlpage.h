@@ -22,8 +22,8 @@ public:
     /// The log-copy button's face: 1 is ready, 2 is copying, anything else is disabled.
     void setmCopyBtnState(int state);
 
-    /// Copies logs and crash dump to the storage with that mount root and blocks meanwhile. 1 if the
-    /// copy commands ran, whatever came of them, else 0.
+    /// Copies logs and crash dump to the storage with that mount root and blocks meanwhile. 1 if
+    /// the copy commands ran, whatever came of them, else 0.
     int checkOutSystemLog2UDisk(const char *rootPath);
 
 signals:

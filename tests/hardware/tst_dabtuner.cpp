@@ -82,11 +82,11 @@ void TestDabTuner::updateTakesTheWholeFileOverTime()
     QCOMPARE(dab.lines(QStringLiteral("/^dab (update|tells)/")),
              QStringList({"dab update /media/usb0/dab_firmware.bin", "dab tells 7",
                           "dab update ok, 12345 bytes", "dab tells 9"}));
-    QCOMPARE(dab.lines(QStringLiteral("dab progress")),
-             QStringList({"dab progress 10", "dab progress 20", "dab progress 30",
-                          "dab progress 40", "dab progress 50", "dab progress 60",
-                          "dab progress 70", "dab progress 80", "dab progress 90",
-                          "dab progress 100"}));
+    QCOMPARE(
+        dab.lines(QStringLiteral("dab progress")),
+        QStringList({"dab progress 10", "dab progress 20", "dab progress 30", "dab progress 40",
+                     "dab progress 50", "dab progress 60", "dab progress 70", "dab progress 80",
+                     "dab progress 90", "dab progress 100"}));
 }
 
 void TestDabTuner::tellsFromAThreadOfItsOwn()

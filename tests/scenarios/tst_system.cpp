@@ -18,6 +18,7 @@ private slots:
     void logCopyWithoutLogFolder();
     void logCopyToAFullStick();
     void logCopyWithAPulledStick();
+    void stickPulledDuringTheLogCopy();
     void logCopyToAMountRootTooLongForACommand();
     void certificationIsSavedBeforeTheReboot();
     void gpsReset();
@@ -73,12 +74,17 @@ QMap<QString, QByteArray> tree(const HeadunitRun &run, const QString &unitPath)
     return files;
 }
 
+void writeCommand(const HeadunitRun &run, const QString &unitPath, const QByteArray &script)
+{
+    run.write(unitPath, script);
+    QFile command(run.path(unitPath));
+    QVERIFY(command.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+}
+
 /// A sync that takes a second of the host's time.
 void makeSyncSlow(const HeadunitRun &run)
 {
-    run.write(QStringLiteral("/bin/sync"), "#!/bin/sh\nsleep 1\n");
-    QFile sync(run.path(QStringLiteral("/bin/sync")));
-    QVERIFY(sync.setPermissions(QFile::ReadOwner | QFile::WriteOwner | QFile::ExeOwner));
+    writeCommand(run, QStringLiteral("/bin/sync"), "#!/bin/sh\nsleep 1\n");
 }
 
 QImage picture(const HeadunitRun &run, const char *name)
@@ -169,6 +175,17 @@ void TestSystem::logCopyWithAPulledStick()
     run.write(logFolder + QStringLiteral("/a.log"), "a");
     RUN_SCENARIO(run, QStringLiteral("system-log-pulled.txt"));
     QVERIFY(!QFileInfo::exists(run.path(QStringLiteral("/sticks/usb0/QM_SYSTEMLOG"))));
+}
+
+void TestSystem::stickPulledDuringTheLogCopy()
+{
+    HeadunitRun run;
+    run.write(logFolder + QStringLiteral("/a.log"), "a");
+    writeCommand(run, QStringLiteral("/bin/cp"),
+                 "#!/bin/sh\nsleep 1\nPATH=${PATH#*:}\nexec cp \"$@\"\n");
+    RUN_SCENARIO(run, QStringLiteral("system-log-pulled-during.txt"));
+    QVERIFY(QDir(run.path(QStringLiteral("/sticks/usb0/QM_SYSTEMLOG"))).isEmpty());
+    QVERIFY(!QFileInfo::exists(run.path(QStringLiteral("/media/usb0"))));
 }
 
 void TestSystem::logCopyToAMountRootTooLongForACommand()

@@ -11,8 +11,8 @@
 #include <QLabel>
 #include <QScreen>
 #include <QSignalSpy>
-#include <QWindow>
 #include <QtTest>
+#include <QWindow>
 
 #include <thread>
 
@@ -194,11 +194,19 @@ void TestCSysCtrlPage::button_data()
     QTest::addColumn<QString>("text");
     QTest::addColumn<int>("left");
     QTest::addColumn<bool>("hasDisabledFace");
-    QTest::newRow("gps") << "gpsRstBtn" << "idGpsRstBtn" << "GPS RESET" << 36 << false;
-    QTest::newRow("copy") << "copyBtn" << "idCpBtn" << "SYSTEMLOG" << 212 << true;
+    QTest::newRow("gps") << "gpsRstBtn"
+                         << "idGpsRstBtn"
+                         << "GPS RESET" << 36 << false;
+    QTest::newRow("copy") << "copyBtn"
+                          << "idCpBtn"
+                          << "SYSTEMLOG" << 212 << true;
     // The DAB service's version stands on the button at once.
-    QTest::newRow("dab") << "dabBtn" << "idDabBtn" << "DAB FW Updata \nSDK 3.2.1" << 388 << true;
-    QTest::newRow("touch") << "touchBtn" << "idTouchBtn" << "Touch Check" << 564 << true;
+    QTest::newRow("dab") << "dabBtn"
+                         << "idDabBtn"
+                         << "DAB FW Updata \nSDK 3.2.1" << 388 << true;
+    QTest::newRow("touch") << "touchBtn"
+                           << "idTouchBtn"
+                           << "Touch Check" << 564 << true;
 }
 
 void TestCSysCtrlPage::button()
@@ -235,10 +243,12 @@ void TestCSysCtrlPage::switchButton_data()
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("id");
     QTest::addColumn<QRect>("row");
-    QTest::newRow("driver") << "driverModeBtn" << "idDriverMode" << QRect(0, 167, 0, 0);
-    QTest::newRow("dimmer") << "dimmerSwitchBtn" << "idDimmerSwitch" << QRect(0, 84, 0, 0);
-    QTest::newRow("certification") << "CertificationBtn" << "idCertification"
-                                   << QRect(0, 0, 800, 83);
+    QTest::newRow("driver") << "driverModeBtn"
+                            << "idDriverMode" << QRect(0, 167, 0, 0);
+    QTest::newRow("dimmer") << "dimmerSwitchBtn"
+                            << "idDimmerSwitch" << QRect(0, 84, 0, 0);
+    QTest::newRow("certification") << "CertificationBtn"
+                                   << "idCertification" << QRect(0, 0, 800, 83);
 }
 
 void TestCSysCtrlPage::switchButton()
@@ -412,8 +422,8 @@ void TestCSysCtrlPage::gpsResetClearsTheConfigurationAndReboots()
     shown.unit.tap(gpsPoint);
     QVERIFY2(clock.elapsed() >= 99, "one second of a unit that runs ten times as fast");
     QCOMPARE(shown.journal().mid(1),
-             QStringList({"gps configuration cleared", "settings gps/almanac removed",
-                          "shell sync", "mcu reboot"}));
+             QStringList({"gps configuration cleared", "settings gps/almanac removed", "shell sync",
+                          "mcu reboot"}));
     QVERIFY(!shown.unit.unit().settings().value(QStringLiteral("gps/almanac")).isValid());
     QVERIFY(shown.view->findChild<KvBackgroundImage *>() == nullptr);
 }

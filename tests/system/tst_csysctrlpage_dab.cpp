@@ -67,8 +67,7 @@ struct Page
     void plugWithFirmware()
     {
         unit.plug(QStringLiteral("usb0"));
-        writeFile(unit.path(QStringLiteral("/media/usb0/dab_firmware.bin")),
-                  QByteArray(1234, 'f'));
+        writeFile(unit.path(QStringLiteral("/media/usb0/dab_firmware.bin")), QByteArray(1234, 'f'));
     }
 
     void pull(const char *slot)

@@ -72,9 +72,9 @@ bool shows(const QImage &picture, const QImage &label, const QList<QPoint> &cros
                 continue;
             }
             anything = true;
-            const bool isUnderCross
-                = std::any_of(crosses.cbegin(), crosses.cend(),
-                              [&](const QPoint &centre) { return isOnCross(pixel, centre); });
+            const bool isUnderCross =
+                std::any_of(crosses.cbegin(), crosses.cend(),
+                            [&](const QPoint &centre) { return isOnCross(pixel, centre); });
             if (!isUnderCross && picture.pixel(pixel) != label.pixel(pixel)) {
                 return false;
             }
@@ -108,10 +108,9 @@ struct Page
 
     void send(QEvent::Type type, const QPointF &position) const
     {
-        const Qt::MouseButton button
-            = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
-        const Qt::MouseButtons buttons
-            = type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
+        const Qt::MouseButton button = type == QEvent::MouseMove ? Qt::NoButton : Qt::LeftButton;
+        const Qt::MouseButtons buttons =
+            type == QEvent::MouseButtonRelease ? Qt::NoButton : Qt::LeftButton;
         QMouseEvent event(type, position, position, position, button, buttons, Qt::NoModifier);
         QCoreApplication::sendEvent(page->windowHandle(), &event);
     }
@@ -211,9 +210,8 @@ void TestCTouchCheckPage::nothingElseIsPainted()
             const bool isPainted = pixel.isNull()
                 || std::any_of(crosses.cbegin(), crosses.cend(),
                                [&](const QPoint &centre) { return isOnCross(pixel, centre); })
-                || std::any_of(texts.cbegin(), texts.cend(), [&](const QImage &text) {
-                       return text.pixel(pixel) != white;
-                   });
+                || std::any_of(texts.cbegin(), texts.cend(),
+                               [&](const QImage &text) { return text.pixel(pixel) != white; });
             if (!isPainted && picture.pixel(pixel) != white) {
                 QFAIL(qPrintable(QStringLiteral("pixel at ") + coordinates(pixel)));
             }

@@ -168,8 +168,7 @@ void TestSystemLogCopy::storageThatTheShellWouldInterpretRunsNothing()
     QVERIFY(!copySystemLogs("/media/usb 0;reboot"));
 
     QCOMPARE(commands(unit), QStringList());
-    QCOMPARE(capture.texts(),
-             QStringList("storage not usable in a command: /media/usb 0;reboot"));
+    QCOMPARE(capture.texts(), QStringList("storage not usable in a command: /media/usb 0;reboot"));
 }
 
 void TestSystemLogCopy::longestStorageThatFitsIsUsed()
