@@ -79,7 +79,8 @@ void TestCDevsInfoPage::showsTheThreeModules()
 void TestCDevsInfoPage::laysOutThreeRows()
 {
     const Page shown;
-    QCOMPARE(shown.page->pos(), QPoint(0, 66));
+    // The form's own size has the last word.
+    QCOMPARE(shown.page->geometry(), QRect(0, 66, 800, 422));
     QCOMPARE(shown.page->windowTitle(), QStringLiteral("Form"));
     const char *labels[] = {"label_gps", "label_bt", "label_als"};
     const int tops[] = {0, 84, 167};
@@ -94,7 +95,6 @@ void TestCDevsInfoPage::laysOutThreeRows()
     const auto *bluetooth = qobject_cast<const KvDisLabel *>(shown.label("label_bt"));
     QVERIFY(bluetooth != nullptr);
     QVERIFY(bluetooth->adaptiveFontSize());
-    QCOMPARE(shown.label("label_gps")->palette().color(QPalette::WindowText).isValid(), true);
 }
 
 void TestCDevsInfoPage::backgroundIsBlack()
