@@ -60,7 +60,7 @@ bool Storage::open(QString *error)
                             QStringLiteral("forgotten %1: %2").arg(stick.slot, reason));
         }
     }
-    return writeSticks(error);
+    return sticks.isEmpty() || writeSticks(error);
 }
 
 QList<StorageSlot> Storage::slotTable() const

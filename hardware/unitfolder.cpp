@@ -14,6 +14,9 @@ namespace
 const QLatin1String unitFiles(":/unit");
 const QLatin1String commandFolder("/bin/");
 
+constexpr QFileDevice::Permissions executable =
+    QFileDevice::ExeOwner | QFileDevice::ExeGroup | QFileDevice::ExeOther;
+
 const QLatin1String folders[] = {
     QLatin1String("/bin"),
     QLatin1String("/dev"),
@@ -139,14 +142,15 @@ bool UnitFolder::provide(const QString &unitPath, QString *error) const
     if (file.exists()) {
         return true;
     }
-    // Resources are read-only; the files that come from them are the user's to edit.
-    QFileDevice::Permissions permissions = QFileDevice::ReadOwner | QFileDevice::WriteOwner
-        | QFileDevice::ReadGroup | QFileDevice::ReadOther;
-    if (unitPath.startsWith(commandFolder)) {
-        permissions |= QFileDevice::ExeOwner | QFileDevice::ExeGroup | QFileDevice::ExeOther;
+    if (!makeFolder(unitPath.left(unitPath.lastIndexOf(QLatin1Char('/'))), error)) {
+        return false;
     }
-    if (makeFolder(unitPath.left(unitPath.lastIndexOf(QLatin1Char('/'))), error)
-        && QFile::copy(unitFiles + unitPath, file.fileName()) && file.setPermissions(permissions)) {
+    // No QFile::copy(): it makes the copy read-only, as resources are, and waits for the disk.
+    QFile resource(unitFiles + unitPath);
+    if (resource.open(QIODevice::ReadOnly) && file.open(QIODevice::WriteOnly)
+        && file.write(resource.readAll()) == resource.size()
+        && (!unitPath.startsWith(commandFolder)
+            || file.setPermissions(file.permissions() | executable))) {
         return true;
     }
     *error = QStringLiteral("The file \"%1\" of the unit cannot be written.").arg(file.fileName());

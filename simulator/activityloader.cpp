@@ -14,6 +14,9 @@ namespace
 {
 const auto activityIid = QStringLiteral("activity/0.1");
 const auto activityClass = QStringLiteral("FactoryDebugctivity");
+
+/// Of the process, since what is mapped is.
+int loads = 0;
 } // namespace
 
 ActivityLoader::ActivityLoader(kvappframework::SimActivityManager &activities)
@@ -42,7 +45,7 @@ bool ActivityLoader::load(const QString &file, QString *error)
         return false;
     }
     m_activities.add(m_activity);
-    ++m_loads;
+    ++loads;
     return true;
 }
 
@@ -62,10 +65,10 @@ bool ActivityLoader::open(const QString &file, QString *error)
 {
     const QFileInfo info(file);
     QString path = info.absoluteFilePath();
-    if (m_loads > 0) {
+    if (loads > 0) {
         // Under its own name the dynamic linker would hand out the mapped library again, with its
         // variables as they are.
-        path = m_copies.filePath(QStringLiteral("%1-%2").arg(m_loads).arg(info.fileName()));
+        path = m_copies.filePath(QStringLiteral("%1-%2").arg(loads).arg(info.fileName()));
         QFile original(file);
         if (!original.copy(path)) {
             *error = QStringLiteral("it cannot be copied (%1)").arg(original.errorString());

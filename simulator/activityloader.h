@@ -40,7 +40,6 @@ private:
     QScopedPointer<QPluginLoader> m_loader;
     kvappframework::Activity *m_activity = nullptr;
     QTemporaryDir m_copies;
-    int m_loads = 0;
 };
 
 } // namespace simulator

@@ -94,6 +94,9 @@ void Bezel::paintEvent(QPaintEvent *)
     painter.setFont(labelFont);
     painter.drawText(keyStrip.adjusted(20, 0, 0, 0), Qt::AlignLeft | Qt::AlignVCenter,
                      tr("Simulated head unit"));
+
+    // A window that comes to light is painted without the event above; its children follow yet.
+    QMetaObject::invokeMethod(this, &Bezel::keepFrame, Qt::QueuedConnection);
 }
 
 void Bezel::keepFrame()

@@ -3,6 +3,7 @@
 #include <QCoreApplication>
 #include <QEvent>
 #include <QWidget>
+#include <QWindow>
 
 namespace simulator
 {
@@ -61,6 +62,9 @@ void TopLevelAdopter::adopt(QWidget *page)
         return;
     }
     const QRect geometry = page->geometry();
+    page->hide();
+    // It was made for a window on the desktop and is of no use any more.
+    page->windowHandle()->destroy();
     page->setParent(m_layer);
     page->setAttribute(Qt::WA_DontShowOnScreen, false);
     page->setGeometry(geometry);

@@ -15,6 +15,7 @@
 #include <unistd.h>
 #include <utime.h>
 
+#include <cerrno>
 #include <cstdarg>
 #include <cstdio>
 #include <cstdlib>
@@ -70,10 +71,24 @@ int withPathsAt(const char *name, int fromFolder, const char *from, int toFolder
         : -1;
 }
 
+/// freopen() closes the stream also when it fails: one that must fail gets a path that does.
+template <auto *Call>
+FILE *reopened(const char *name, const char *path, const char *mode, FILE *stream)
+{
+    const LedPath led(path);
+    const int refusal = errno;
+    FILE *result = hostCall<Call>(name)(led.isValid() ? led.path() : "", mode, stream);
+    if (!led.isValid()) {
+        errno = refusal;
+    }
+    return result;
+}
+
 /// The mode that open() takes when it may make a file; callers leave it away otherwise.
 mode_t modeArgument(int flags, va_list arguments)
 {
     const bool isGiven = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): started by the caller
     return isGiven ? va_arg(arguments, mode_t) : 0;
 }
 
@@ -82,6 +97,7 @@ mode_t modeArgument(int flags, va_list arguments)
 extern "C" {
 
 // Not declared by the headers.
+// NOLINTBEGIN(bugprone-reserved-identifier)
 int __open_2(const char *path, int flags);
 int __open64_2(const char *path, int flags);
 int __openat_2(int folder, const char *path, int flags);
@@ -90,6 +106,7 @@ ssize_t __readlink_chk(const char *path, char *target, size_t size, size_t limit
 ssize_t __readlinkat_chk(int folder, const char *path, char *target, size_t size,
                          size_t limit) noexcept;
 char *__realpath_chk(const char *path, char *resolved, size_t limit) noexcept;
+// NOLINTEND(bugprone-reserved-identifier)
 
 // Opening files
 
@@ -171,12 +188,12 @@ FILE *fopen64(const char *path, const char *mode)
 
 FILE *freopen(const char *path, const char *mode, FILE *stream)
 {
-    return withPath<::freopen>(__func__, path, mode, stream);
+    return reopened<::freopen>(__func__, path, mode, stream);
 }
 
 FILE *freopen64(const char *path, const char *mode, FILE *stream)
 {
-    return withPath<::freopen64>(__func__, path, mode, stream);
+    return reopened<::freopen64>(__func__, path, mode, stream);
 }
 
 // What is there

@@ -62,7 +62,6 @@ void KvDisLabel::paintEvent(QPaintEvent *event)
     QPainter painter(this);
     drawFrame(&painter);
     painter.setFont(shownFont());
-    painter.setPen(palette().color(foregroundRole()));
     const Qt::Alignment visual = QStyle::visualAlignment(layoutDirection(), alignment());
     kvpainting::drawLines(painter, textArea(), int(visual), text());
 }

@@ -39,7 +39,7 @@ QPixmap image(const char *name)
 
 bool carriesSomething(const QWidget &page)
 {
-    const QObjectList all = page.children();
+    const QObjectList &all = page.children();
     for (const QObject *child : all) {
         const auto *widget = qobject_cast<const QWidget *>(child);
         if (widget != nullptr && !widget->isWindow() && !widget->isHidden()) {
@@ -137,7 +137,7 @@ void PopupView::setVisible(bool visible)
 
 QSize PopupView::sizeHint() const
 {
-    return hasButtons() ? boxWithButtons : boxWithoutButtons;
+    return boxSize();
 }
 
 bool PopupView::eventFilter(QObject *watched, QEvent *event)
@@ -243,6 +243,11 @@ void PopupView::startTimeout()
     }
 }
 
+QSize PopupView::boxSize() const
+{
+    return hasButtons() ? boxWithButtons : boxWithoutButtons;
+}
+
 void PopupView::loadBox()
 {
     m_box = image(hasButtons() ? "popup_676x280.png" : "popup_676x164.png");
@@ -252,7 +257,7 @@ void PopupView::layOut()
 {
     m_ok->setVisible(hasOk());
     m_cancel->setVisible(hasCancel());
-    QRect box(QPoint(), sizeHint());
+    QRect box(QPoint(), boxSize());
     if (parentWidget() != nullptr) {
         box.moveCenter(parentWidget()->rect().center());
     }

@@ -77,6 +77,7 @@ private:
     void goAway(Signal signal);
     void goAwayWithPage(Signal signal);
     void startTimeout();
+    QSize boxSize() const;
     void loadBox();
     void layOut();
     void placeButtons();

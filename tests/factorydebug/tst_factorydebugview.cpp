@@ -49,6 +49,7 @@ private slots:
     void captureTwiceShowsBothTextsInTheSamePopup();
     void captureStartsFromTheStoredState();
     void captureNoticeGoesAfterTwoSeconds();
+    void captureNoticeOutlivesTheView();
     void shadeCoversTheViewAndStays();
 
     void copyBtsnoopTakesTheLastDevice();
@@ -458,6 +459,17 @@ void TestFactoryDebugView::captureNoticeGoesAfterTwoSeconds()
     QTRY_VERIFY(!popup->isVisible());
     // Two seconds of a unit that runs ten times as fast.
     QVERIFY2(clock.elapsed() >= 200, qPrintable(QString::number(clock.elapsed())));
+}
+
+void TestFactoryDebugView::captureNoticeOutlivesTheView()
+{
+    ViewOnScreen shown;
+    shown.tap("idCapture");
+    delete shown.view;
+    const auto *popup
+        = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
+    QVERIFY(popup != nullptr);
+    QVERIFY(popup->isVisible());
 }
 
 void TestFactoryDebugView::shadeCoversTheViewAndStays()

@@ -184,6 +184,8 @@ void TestKvHorStrButton::displayStringTakesFontAndColorOfTheWidget()
     button.setDisplayString(QString(QChar(0x2588)));
     QVERIFY(screen.turnOn());
     QCOMPARE(screen.colorAt(place.center()), QColor(10, 200, 30));
+    // A block of 40 px reaches further than 12 px up from its middle.
+    QCOMPARE(screen.colorAt(place.center() - QPoint(0, 12)), QColor(10, 200, 30));
     button.setEnabled(false);
     const int dimmed = screen.colorAt(place.center()).green();
     QVERIFY2(dimmed >= 90 && dimmed <= 150, qPrintable(QString::number(dimmed)));

@@ -201,6 +201,13 @@ void TestPopupView::boxInTheMiddle()
     const QRect drawn = screen.inkIn(screen.rect(), Qt::black);
     QVERIFY(box.contains(drawn));
     QVERIFY(drawn.contains(box.adjusted(8, 8, -8, -8)));
+    // The picture is the one of that size: its frame runs along the lower edge.
+    const QImage seen = screen.grab(box).toImage();
+    int lightest = 0;
+    for (int y = box.height() - 8; y < box.height(); ++y) {
+        lightest = qMax(lightest, seen.pixelColor(338, y).lightness());
+    }
+    QVERIFY(lightest > seen.pixelColor(338, box.height() - 20).lightness() + 20);
 }
 
 void TestPopupView::staysInTheMiddle()

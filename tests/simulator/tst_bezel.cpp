@@ -1,0 +1,128 @@
+#include "simulator/bezel.h"
+
+#include "simulator/hardkey.h"
+#include "simulator/screen.h"
+
+#include <QtTest>
+
+using namespace simulator;
+
+class TestBezel : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void screenHasItsSize();
+    void keysLieBesideTheScreen();
+    void keysAnswerAClick();
+    void lastFrameIsWhatWasPainted();
+    void lastFrameFollowsASynchronousRepaint();
+    void lastFrameHasNothingThatIsOnlyAskedFor();
+};
+
+namespace
+{
+
+/// A patch of one colour in the middle of the screen.
+class Patch : public QWidget
+{
+public:
+    Patch(Bezel &bezel, const QColor &color)
+        : QWidget(&bezel.screen())
+    {
+        setAutoFillBackground(true);
+        setColor(color);
+        setGeometry(300, 200, 200, 80);
+        show();
+    }
+
+    void setColor(const QColor &color)
+    {
+        QPalette colored = palette();
+        colored.setColor(QPalette::Window, color);
+        setPalette(colored);
+    }
+};
+
+QColor middle(const Bezel &bezel)
+{
+    const QImage frame = bezel.lastFrame();
+    return frame.isNull() ? QColor() : frame.pixelColor(bezel.screenRect().center());
+}
+
+} // namespace
+
+void TestBezel::screenHasItsSize()
+{
+    Bezel bezel;
+    QCOMPARE(bezel.screen().size(), QSize(800, 480));
+    QCOMPARE(bezel.screenRect().size(), QSize(800, 480));
+    QVERIFY(bezel.rect().contains(bezel.screenRect()));
+    QCOMPARE(bezel.minimumSize(), bezel.maximumSize());
+}
+
+void TestBezel::keysLieBesideTheScreen()
+{
+    Bezel bezel;
+    for (const HardKey *key : {&bezel.homeKey(), &bezel.factoryKey()}) {
+        QVERIFY(bezel.rect().contains(key->geometry()));
+        QVERIFY(!bezel.screenRect().intersects(key->geometry()));
+    }
+    QVERIFY(!bezel.homeKey().geometry().intersects(bezel.factoryKey().geometry()));
+}
+
+void TestBezel::keysAnswerAClick()
+{
+    Bezel bezel;
+    bezel.show();
+    QSignalSpy home(&bezel.homeKey(), &HardKey::clicked);
+    QSignalSpy factory(&bezel.factoryKey(), &HardKey::clicked);
+    QTest::mouseClick(bezel.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      bezel.homeKey().geometry().center());
+    QCOMPARE(home.count(), 1);
+    QCOMPARE(factory.count(), 0);
+    QTest::mouseClick(bezel.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                      bezel.factoryKey().geometry().center());
+    QCOMPARE(factory.count(), 1);
+}
+
+void TestBezel::lastFrameIsWhatWasPainted()
+{
+    Bezel bezel;
+    QVERIFY(bezel.lastFrame().isNull());
+    bezel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bezel));
+    Patch patch(bezel, Qt::red);
+    QTRY_COMPARE(middle(bezel), QColor(Qt::red));
+    QCOMPARE(bezel.lastFrame().size(), bezel.size());
+    patch.setColor(Qt::green);
+    QTRY_COMPARE(middle(bezel), QColor(Qt::green));
+}
+
+void TestBezel::lastFrameFollowsASynchronousRepaint()
+{
+    Bezel bezel;
+    bezel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bezel));
+    Patch patch(bezel, Qt::red);
+    QTRY_COMPARE(middle(bezel), QColor(Qt::red));
+    // No event loop runs between these lines, as when a page paints before it blocks.
+    patch.setColor(Qt::green);
+    patch.repaint();
+    QCOMPARE(middle(bezel), QColor(Qt::green));
+}
+
+void TestBezel::lastFrameHasNothingThatIsOnlyAskedFor()
+{
+    Bezel bezel;
+    bezel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bezel));
+    Patch patch(bezel, Qt::red);
+    QTRY_COMPARE(middle(bezel), QColor(Qt::red));
+    patch.setColor(Qt::green);
+    patch.update();
+    QCOMPARE(middle(bezel), QColor(Qt::red));
+}
+
+QTEST_MAIN(TestBezel)
+#include "tst_bezel.moc"

@@ -1,0 +1,178 @@
+#include "simulator/console.h"
+
+#include "simulator/consolesession.h"
+#include "simulator/graphicalthread.h"
+
+#include <QThread>
+#include <QtTest>
+
+using namespace simulator;
+
+class TestConsole : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+    void runsTheCommandWithItsArguments();
+    void nothingToRun_data();
+    void nothingToRun();
+    void wrongLines_data();
+    void wrongLines();
+    void helpListsEveryCommand();
+    void helpExplainsOneCommand();
+    void helpRefusesUnknownCommands();
+    void runsWhereTheCommandBelongs_data();
+    void runsWhereTheCommandBelongs();
+    void closedConsoleRunsNoScreenCommands();
+
+private:
+    ConsoleResult run(const QString &line);
+    ConsoleResult runElsewhere(const QString &line);
+
+    QScopedPointer<GraphicalThread> m_graphicalThread;
+    QScopedPointer<Console> m_console;
+    QStringList m_arguments;
+    QThread *m_ranOn = nullptr;
+};
+
+void TestConsole::init()
+{
+    m_arguments.clear();
+    m_ranOn = nullptr;
+    m_graphicalThread.reset(new GraphicalThread);
+    m_console.reset(new Console(*m_graphicalThread));
+    const auto remember = [this](const QStringList &arguments, ConsoleSession &) {
+        m_arguments = arguments;
+        m_ranOn = QThread::currentThread();
+        return ConsoleResult::done({"remembered"});
+    };
+    m_console->add(
+        {"paint", "COLOR [LAYERS] [BRUSH]", "Paints.", Console::Place::AnyThread, remember});
+    m_console->add({"look", "", "Looks.", Console::Place::GraphicalThread, remember});
+}
+
+void TestConsole::cleanup()
+{
+    m_console.reset();
+}
+
+ConsoleResult TestConsole::run(const QString &line)
+{
+    JournalPosition position(0);
+    ConsoleSession session(position);
+    return m_console->run(line, session);
+}
+
+/// Runs a line on another thread while this one has its event loop run.
+ConsoleResult TestConsole::runElsewhere(const QString &line)
+{
+    ConsoleResult result;
+    const QScopedPointer<QThread> thread(QThread::create([&] { result = run(line); }));
+    QSignalSpy finished(thread.data(), &QThread::finished);
+    thread->start();
+    finished.wait();
+    return result;
+}
+
+void TestConsole::runsTheCommandWithItsArguments()
+{
+    const ConsoleResult result = run("paint 'dark blue' 2");
+    QVERIFY(result.isOk());
+    QCOMPARE(result.lines, QStringList{"remembered"});
+    QCOMPARE(m_arguments, (QStringList{"dark blue", "2"}));
+}
+
+void TestConsole::nothingToRun_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::newRow("empty") << "";
+    QTest::newRow("blanks") << "   ";
+    QTest::newRow("comment") << "# paint blue";
+}
+
+void TestConsole::nothingToRun()
+{
+    QFETCH(QString, line);
+    const ConsoleResult result = run(line);
+    QVERIFY(result.isOk());
+    QVERIFY(result.lines.isEmpty());
+    QCOMPARE(m_ranOn, nullptr);
+}
+
+void TestConsole::wrongLines_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("unknown command") << "dance"
+                                     << "unknown command \"dance\"; \"help\" lists them";
+    QTest::newRow("wrong case") << "Paint blue"
+                                << "unknown command \"Paint\"; \"help\" lists them";
+    QTest::newRow("empty command") << "''"
+                                   << "unknown command \"\"; \"help\" lists them";
+    QTest::newRow("argument missing") << "paint"
+                                      << "usage: paint COLOR [LAYERS] [BRUSH]";
+    QTest::newRow("too many arguments") << "paint a b c d"
+                                        << "usage: paint COLOR [LAYERS] [BRUSH]";
+    QTest::newRow("argument where none is") << "look there"
+                                            << "usage: look";
+    QTest::newRow("open quote") << "paint 'blue"
+                                << "the quote at column 7 is not closed";
+    QTest::newRow("open end") << "paint blue\\"
+                              << "nothing follows the backslash at the end";
+}
+
+void TestConsole::wrongLines()
+{
+    QFETCH(QString, line);
+    QTEST(run(line).error, "error");
+    QCOMPARE(m_ranOn, nullptr);
+}
+
+void TestConsole::helpListsEveryCommand()
+{
+    const QStringList lines = run("help").lines;
+    QCOMPARE(lines.size(), 3);
+    QVERIFY(lines.at(0).startsWith("help [COMMAND]"));
+    QVERIFY(lines.at(1).startsWith("paint COLOR [LAYERS] [BRUSH]"));
+    QVERIFY(lines.at(1).endsWith("Paints."));
+    QVERIFY(lines.at(2).startsWith("look"));
+}
+
+void TestConsole::helpExplainsOneCommand()
+{
+    QCOMPARE(run("help paint").lines, (QStringList{"paint COLOR [LAYERS] [BRUSH]", "Paints."}));
+}
+
+void TestConsole::helpRefusesUnknownCommands()
+{
+    QCOMPARE(run("help dance").error, QString("unknown command \"dance\""));
+}
+
+void TestConsole::runsWhereTheCommandBelongs_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<bool>("onGraphicalThread");
+    QTest::newRow("any thread") << "paint blue" << false;
+    QTest::newRow("graphical thread") << "look" << true;
+}
+
+void TestConsole::runsWhereTheCommandBelongs()
+{
+    QFETCH(QString, line);
+    QFETCH(bool, onGraphicalThread);
+    QVERIFY(runElsewhere(line).isOk());
+    QVERIFY(m_ranOn != nullptr);
+    QCOMPARE(m_ranOn == QThread::currentThread(), onGraphicalThread);
+}
+
+void TestConsole::closedConsoleRunsNoScreenCommands()
+{
+    m_console->close();
+    QCOMPARE(runElsewhere("look").error, QString("the unit is going down"));
+    QCOMPARE(m_ranOn, nullptr);
+}
+
+QTEST_GUILESS_MAIN(TestConsole)
+#include "tst_console.moc"

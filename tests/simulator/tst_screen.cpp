@@ -1,0 +1,123 @@
+#include "simulator/screen.h"
+
+#include "simulator/bootscreen.h"
+#include "simulator/homescreen.h"
+
+#include "hardware/storage.h"
+
+#include <QLabel>
+#include <QtTest>
+
+using namespace simulator;
+
+class TestScreen : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void showsTheHomeScreenAtFirst();
+    void bootScreenCoversEverything();
+    void homeScreenSaysThatItIsSimulated();
+    void homeScreenShowsTheStorage();
+    void anyNumberOfSlotsFits_data();
+    void anyNumberOfSlotsFits();
+};
+
+namespace
+{
+
+QStringList texts(const QWidget &widget)
+{
+    QStringList found;
+    for (const QLabel *label : widget.findChildren<QLabel *>()) {
+        found.append(label->text());
+    }
+    return found;
+}
+
+QList<hardware::StorageSlot> slotTable(int count)
+{
+    QList<hardware::StorageSlot> table;
+    for (int number = 0; number < count; ++number) {
+        table.append(
+            {QString("usb%1").arg(number), 1, number, QString("/media/usb%1").arg(number)});
+    }
+    return table;
+}
+
+} // namespace
+
+void TestScreen::showsTheHomeScreenAtFirst()
+{
+    Screen screen;
+    screen.show();
+    QVERIFY(screen.homeScreen().isVisible());
+    QVERIFY(!screen.isBooting());
+    QCOMPARE(screen.childAt(5, 5), &screen.homeScreen());
+}
+
+void TestScreen::bootScreenCoversEverything()
+{
+    Screen screen;
+    screen.show();
+    auto *page = new QWidget(&screen);
+    page->setGeometry(screen.rect());
+    page->show();
+    QCOMPARE(screen.childAt(5, 5), page);
+    screen.setBooting(true);
+    QVERIFY(screen.isBooting());
+    QVERIFY(qobject_cast<BootScreen *>(screen.childAt(5, 5)) != nullptr);
+    QVERIFY(qobject_cast<BootScreen *>(screen.childAt(795, 475)) != nullptr);
+    screen.setBooting(false);
+    QCOMPARE(screen.childAt(5, 5), page);
+}
+
+void TestScreen::homeScreenSaysThatItIsSimulated()
+{
+    Screen screen;
+    QVERIFY(texts(screen.homeScreen()).contains("Simulated head unit"));
+}
+
+void TestScreen::homeScreenShowsTheStorage()
+{
+    Screen screen;
+    HomeScreen &home = screen.homeScreen();
+    home.setSlots(slotTable(2));
+    QCOMPARE(texts(home).filter("empty").size(), 2);
+    home.setPlugged({"/media/usb1"});
+    QCOMPARE(texts(home).mid(2), (QStringList{"USB0", "empty", "USB1", "plugged"}));
+    home.setPlugged({});
+    QCOMPARE(texts(home).filter("empty").size(), 2);
+}
+
+void TestScreen::anyNumberOfSlotsFits_data()
+{
+    QTest::addColumn<int>("count");
+    QTest::newRow("none") << 0;
+    QTest::newRow("one") << 1;
+    QTest::newRow("four") << 4;
+    QTest::newRow("nine") << 9;
+}
+
+void TestScreen::anyNumberOfSlotsFits()
+{
+    QFETCH(int, count);
+    Screen screen;
+    HomeScreen &home = screen.homeScreen();
+    home.setSlots(slotTable(count));
+    int right = -1;
+    int indicators = 0;
+    for (const QObject *child : home.children()) {
+        const auto *indicator = qobject_cast<const QWidget *>(child);
+        if (qobject_cast<const QLabel *>(child) == nullptr) {
+            QVERIFY(home.rect().contains(indicator->geometry()));
+            QVERIFY(indicator->x() > right);
+            right = indicator->geometry().right();
+            ++indicators;
+        }
+    }
+    QCOMPARE(indicators, count);
+}
+
+QTEST_MAIN(TestScreen)
+#include "tst_screen.moc"

@@ -1,0 +1,120 @@
+#include "simulator/scriptrunner.h"
+
+#include "testsimulator.h"
+
+#include <QtTest>
+
+using namespace simulator;
+
+class TestScriptRunner : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void runsToTheEnd();
+    void stopsAtTheFirstWrongLine();
+    void stopsAtQuit();
+    void readsTheJournalFromItsStart();
+    void missingScript();
+    void endsWithTheProgramWhileItWaits();
+};
+
+namespace
+{
+
+/// A script in a file that lives as long as this.
+class ScriptFile
+{
+public:
+    explicit ScriptFile(const QByteArray &content)
+    {
+        m_file.open();
+        m_file.write(content);
+        m_file.close();
+    }
+
+    QString name() const { return m_file.fileName(); }
+
+private:
+    QTemporaryFile m_file;
+};
+
+/// Runs it and tells whether it was successful.
+bool run(TestSimulator &unit, const ScriptFile &script)
+{
+    ScriptRunner runner(unit.console(), unit.journal().end());
+    QSignalSpy over(&runner, &ScriptRunner::over);
+    QString error;
+    if (!runner.open(script.name(), &error)) {
+        qFatal("%s", qPrintable(error));
+    }
+    runner.start();
+    // Not QSignalSpy::wait(), whose event loop the command "quit" would end.
+    const bool ended = QTest::qWaitFor([&over] { return !over.isEmpty(); }, 30000);
+    unit.console().close();
+    return ended && runner.wait(30000) && over.first().first().toBool();
+}
+
+} // namespace
+
+void TestScriptRunner::runsToTheEnd()
+{
+    TestSimulator unit;
+    const ScriptFile script("# a comment\n\nsetting a 1\n  setting b 2\r\nkey FACTORY\n"
+                            "see \"test activity\"\nsetting c 3");
+    QVERIFY(run(unit, script));
+    QCOMPARE(unit.journal().lines("settings").size(), 3);
+}
+
+void TestScriptRunner::stopsAtTheFirstWrongLine()
+{
+    TestSimulator unit;
+    const ScriptFile script("setting a 1\npress idNone\nsetting b 2\n");
+    QVERIFY(!run(unit, script));
+    QCOMPARE(unit.journal().lines("settings"), QStringList{"settings a = 1"});
+}
+
+void TestScriptRunner::stopsAtQuit()
+{
+    TestSimulator unit;
+    const ScriptFile script("setting a 1\nquit\nsetting b 2\n");
+    QVERIFY(run(unit, script));
+    QCOMPARE(unit.journal().lines("settings"), QStringList{"settings a = 1"});
+}
+
+void TestScriptRunner::readsTheJournalFromItsStart()
+{
+    TestSimulator unit;
+    unit.journal().write("probe", "before");
+    const ScriptFile script("absent \"probe before\"\nsetting probe new\nexpect \"probe = new\"\n");
+    QVERIFY(run(unit, script));
+}
+
+void TestScriptRunner::missingScript()
+{
+    TestSimulator unit;
+    ScriptRunner runner(unit.console(), 0);
+    QString error;
+    QVERIFY(!runner.open("/etc/passwd/nowhere/script", &error));
+    QVERIFY2(error.contains("/etc/passwd/nowhere/script"), qPrintable(error));
+}
+
+void TestScriptRunner::endsWithTheProgramWhileItWaits()
+{
+    TestSimulator unit;
+    const ScriptFile script("wait 3600000\n");
+    QElapsedTimer time;
+    time.start();
+    {
+        ScriptRunner runner(unit.console(), 0);
+        QString error;
+        QVERIFY(runner.open(script.name(), &error));
+        runner.start();
+        QTest::qWait(50);
+        unit.console().close();
+    }
+    QVERIFY2(time.elapsed() < 30000, qPrintable(QString::number(time.elapsed())));
+}
+
+QTEST_MAIN(TestScriptRunner)
+#include "tst_scriptrunner.moc"

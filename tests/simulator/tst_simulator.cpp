@@ -1,0 +1,219 @@
+#include "simulator/simulator.h"
+
+#include "simulator/hardkey.h"
+#include "simulator/screen.h"
+
+#include "testsimulator.h"
+
+#include "kvappframework/activitymanager.h"
+
+#include <QtTest>
+
+using namespace simulator;
+
+class TestSimulatorClass : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void factoryKeyOpensTheActivityByTheInfoModule();
+    void homeKeyClosesIt();
+    void homeKeyWithNothingOpenDoesNothing();
+    void homeKeyRemovesPagesOfTheirOwn();
+    void homeScreenHidesUnderAnActivity();
+    void homeScreenFollowsTheStorage();
+    void rebootShowsTheBootScreenAndComesBack();
+    void rebootAskedByTheActivityItself();
+    void rebootStartsWithFreshVariables();
+    void rebootRemovesPagesOfTheirOwn();
+    void rebootWithNothingOpenShowsTheHomeScreen();
+    void rebootWhileBootingIsOne();
+    void keysAndTouchesMeanNothingWhileBooting();
+    void rebootTakesTheUnitsTime();
+    void rebootBringsTheLastStartedActivityBack();
+};
+
+void TestSimulatorClass::factoryKeyOpensTheActivityByTheInfoModule()
+{
+    TestSimulator unit;
+    QCoreApplication::processEvents();
+    unit.run("mark");
+    QCOMPARE(unit.errorOf("key FACTORY"), QString());
+    QCOMPARE(unit.errorOf("expect \"key FACTORY\""), QString());
+    QCOMPARE(unit.errorOf("expect \"info factory debug requested\""), QString());
+    QCOMPARE(unit.errorOf("expect \"framework start factorydebug 0\""), QString());
+    QCOMPARE(unit.errorOf("see \"test activity\""), QString());
+}
+
+void TestSimulatorClass::homeKeyClosesIt()
+{
+    TestSimulator unit;
+    unit.openActivity();
+    QCOMPARE(unit.errorOf("key HOME"), QString());
+    QCOMPARE(unit.errorOf("expect \"framework closed factorydebug\""), QString());
+    QCOMPARE(unit.errorOf("unseen \"test activity\""), QString());
+    QCOMPARE(unit.errorOf("see \"Simulated head unit\""), QString());
+}
+
+void TestSimulatorClass::homeKeyWithNothingOpenDoesNothing()
+{
+    TestSimulator unit;
+    QCoreApplication::processEvents();
+    unit.run("mark");
+    QCOMPARE(unit.errorOf("key HOME"), QString());
+    QCoreApplication::processEvents();
+    QCOMPARE(unit.journal().lines("framework"), QStringList());
+    QCOMPARE(unit.errorOf("see \"Simulated head unit\""), QString());
+}
+
+void TestSimulatorClass::homeKeyRemovesPagesOfTheirOwn()
+{
+    TestSimulator unit;
+    unit.openActivity();
+    QCOMPARE(unit.errorOf("press page"), QString());
+    QCOMPARE(unit.errorOf("see \"page of its own\""), QString());
+    QCOMPARE(unit.errorOf("unseen \"test activity\""), QString());
+    QCOMPARE(unit.errorOf("key HOME"), QString());
+    // The page goes after the activity, which may still use it while it closes.
+    QCOMPARE(unit.errorOf("expect \"framework closed factorydebug\""), QString());
+    QCOMPARE(unit.errorOf("expect \"trace ~TestPage\""), QString());
+    QCOMPARE(unit.errorOf("see \"Simulated head unit\""), QString());
+}
+
+void TestSimulatorClass::homeScreenHidesUnderAnActivity()
+{
+    TestSimulator unit;
+    QCOMPARE(unit.errorOf("see \"Simulated head unit\""), QString());
+    unit.openActivity();
+    QCOMPARE(unit.errorOf("unseen \"Simulated head unit\""), QString());
+}
+
+void TestSimulatorClass::homeScreenFollowsTheStorage()
+{
+    TestSimulator unit;
+    QCOMPARE(unit.errorOf("unseen plugged"), QString());
+    QCOMPARE(unit.errorOf("plug usb0"), QString());
+    QCOMPARE(unit.errorOf("see plugged"), QString());
+    QCOMPARE(unit.errorOf("pull usb0"), QString());
+    QCOMPARE(unit.errorOf("unseen plugged"), QString());
+}
+
+void TestSimulatorClass::rebootShowsTheBootScreenAndComesBack()
+{
+    TestSimulator unit(10.0);
+    unit.openActivity();
+    QCOMPARE(unit.errorOf("reboot"), QString());
+    QCOMPARE(unit.errorOf("expect \"mcu reboot\""), QString());
+    QCOMPARE(unit.errorOf("expect \"unit reboot\""), QString());
+    QCOMPARE(unit.errorOf("expect \"framework closed factorydebug\""), QString());
+    QCOMPARE(unit.errorOf("expect \"trace ~FactoryDebugctivity\""), QString());
+    QCOMPARE(unit.errorOf("see Starting"), QString());
+    QCOMPARE(unit.errorOf("expect \"unit booted\" 20000"), QString());
+    QCOMPARE(unit.errorOf("expect \"framework started factorydebug\""), QString());
+    QCOMPARE(unit.errorOf("see \"test activity\""), QString());
+    QCOMPARE(unit.errorOf("unseen Starting"), QString());
+}
+
+void TestSimulatorClass::rebootAskedByTheActivityItself()
+{
+    TestSimulator unit(10.0);
+    unit.openActivity();
+    QCOMPARE(unit.errorOf("press restart"), QString());
+    // The activity goes on until its own event handler is through.
+    QCOMPARE(unit.errorOf("expect \"mcu reboot\""), QString());
+    QCOMPARE(unit.errorOf("expect \"trace still here\""), QString());
+    QCOMPARE(unit.errorOf("expect \"framework closed factorydebug\""), QString());
+    QCOMPARE(unit.errorOf("expect \"unit booted\" 20000"), QString());
+    QCOMPARE(unit.errorOf("see \"test activity\""), QString());
+}
+
+void TestSimulatorClass::rebootStartsWithFreshVariables()
+{
+    TestSimulator unit(10.0);
+    unit.openActivity();
+    for (int round = 0; round < 3; ++round) {
+        QCOMPARE(unit.errorOf("press count"), QString());
+        QCOMPARE(unit.errorOf("press count"), QString());
+        QCOMPARE(unit.errorOf("see \"/^presses: 2$/\""), QString());
+        QCOMPARE(unit.errorOf("reboot"), QString());
+        QCOMPARE(unit.errorOf("expect \"unit booted\" 20000"), QString());
+        QCOMPARE(unit.errorOf("visible count"), QString());
+    }
+}
+
+void TestSimulatorClass::rebootRemovesPagesOfTheirOwn()
+{
+    TestSimulator unit(10.0);
+    unit.openActivity();
+    QCOMPARE(unit.errorOf("press page"), QString());
+    QCOMPARE(unit.errorOf("see \"page of its own\""), QString());
+    QCOMPARE(unit.errorOf("reboot"), QString());
+    QCOMPARE(unit.errorOf("expect \"trace ~TestPage\""), QString());
+    QCOMPARE(unit.errorOf("expect \"unit booted\" 20000"), QString());
+    QCOMPARE(unit.errorOf("see \"test activity\""), QString());
+}
+
+void TestSimulatorClass::rebootWithNothingOpenShowsTheHomeScreen()
+{
+    TestSimulator unit(10.0);
+    QCOMPARE(unit.errorOf("reboot"), QString());
+    QCOMPARE(unit.errorOf("see Starting"), QString());
+    QCOMPARE(unit.errorOf("expect \"unit booted\" 20000"), QString());
+    QCOMPARE(unit.errorOf("unseen Starting"), QString());
+    QCOMPARE(unit.errorOf("see \"Press FACTORY\""), QString());
+    QCOMPARE(unit.errorOf("absent \"framework start\""), QString());
+}
+
+void TestSimulatorClass::rebootWhileBootingIsOne()
+{
+    TestSimulator unit(10.0);
+    unit.openActivity();
+    QCOMPARE(unit.errorOf("reboot"), QString());
+    QCOMPARE(unit.errorOf("see Starting"), QString());
+    QCOMPARE(unit.errorOf("reboot"), QString());
+    QCOMPARE(unit.errorOf("expect \"unit booted\" 20000"), QString());
+    QCOMPARE(unit.errorOf("see \"test activity\""), QString());
+    QCOMPARE(unit.journal().lines("/^unit reboot$/").size(), 1);
+}
+
+void TestSimulatorClass::keysAndTouchesMeanNothingWhileBooting()
+{
+    TestSimulator unit(10.0);
+    unit.openActivity();
+    QCOMPARE(unit.errorOf("reboot"), QString());
+    QCOMPARE(unit.errorOf("see Starting"), QString());
+    unit.run("mark");
+    QCOMPARE(unit.errorOf("key FACTORY"), QString());
+    QCOMPARE(unit.errorOf("key HOME"), QString());
+    QCOMPARE(unit.errorOf("tap 100 120"), QString());
+    QCOMPARE(unit.errorOf("absent key"), QString());
+    QCOMPARE(unit.errorOf("expect \"unit booted\" 20000"), QString());
+    QCOMPARE(unit.errorOf("see \"test activity\""), QString());
+}
+
+void TestSimulatorClass::rebootTakesTheUnitsTime()
+{
+    for (const double factor : {4.0, 20.0}) {
+        TestSimulator unit(factor);
+        QElapsedTimer time;
+        time.start();
+        QCOMPARE(unit.errorOf("reboot"), QString());
+        QCOMPARE(unit.errorOf("expect \"unit booted\" 60000"), QString());
+        // The boot screen stands for two seconds of the unit's time.
+        QVERIFY2(time.elapsed() >= 2000 / factor, qPrintable(QString::number(time.elapsed())));
+    }
+}
+
+void TestSimulatorClass::rebootBringsTheLastStartedActivityBack()
+{
+    TestSimulator unit(10.0);
+    unit.openActivity();
+    kvappframework::ActivityManager::self()->startActivity("usb", 3);
+    QCOMPARE(unit.errorOf("see \"Started with argument 3\""), QString());
+    QCOMPARE(unit.errorOf("reboot"), QString());
+    QCOMPARE(unit.errorOf("expect \"unit booted\" 20000"), QString());
+    QCOMPARE(unit.errorOf("see \"Started with argument 3\""), QString());
+}
+
+QTEST_MAIN(TestSimulatorClass)
+#include "tst_simulator.moc"

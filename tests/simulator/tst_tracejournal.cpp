@@ -1,0 +1,97 @@
+#include "simulator/tracejournal.h"
+
+#include "hardware/journal.h"
+
+#include <QLoggingCategory>
+#include <QtTest>
+
+using namespace simulator;
+
+class TestTraceJournal : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void debugLinesOfTheDefaultCategoryAreKept();
+    void othersAreNot();
+    void theFormerHandlerHearsEverything();
+    void nothingIsKeptAfterwards();
+    void linesMayComeFromAnyThread();
+};
+
+namespace
+{
+
+Q_LOGGING_CATEGORY(otherCategory, "other", QtDebugMsg)
+
+QStringList heard;
+
+void remember(QtMsgType, const QMessageLogContext &, const QString &message)
+{
+    heard.append(message);
+}
+
+} // namespace
+
+void TestTraceJournal::debugLinesOfTheDefaultCategoryAreKept()
+{
+    hardware::Journal journal;
+    const TraceJournal trace(journal);
+    QTest::ignoreMessage(QtDebugMsg, "id: \"usbtest\"");
+    qDebug() << "id:" << QString("usbtest");
+    QCOMPARE(journal.lines(), QStringList{"trace id: \"usbtest\""});
+}
+
+void TestTraceJournal::othersAreNot()
+{
+    hardware::Journal journal;
+    const TraceJournal trace(journal);
+    QTest::ignoreMessage(QtDebugMsg, "another category");
+    QTest::ignoreMessage(QtInfoMsg, "information");
+    QTest::ignoreMessage(QtWarningMsg, "warning");
+    qCDebug(otherCategory) << "another category";
+    qInfo("information");
+    qWarning("warning");
+    QVERIFY(journal.lines().isEmpty());
+}
+
+void TestTraceJournal::theFormerHandlerHearsEverything()
+{
+    heard.clear();
+    const QtMessageHandler testsOwn = qInstallMessageHandler(remember);
+    {
+        hardware::Journal journal;
+        const TraceJournal trace(journal);
+        qDebug("traced");
+        qWarning("warned");
+    }
+    qDebug("later");
+    qInstallMessageHandler(testsOwn);
+    QCOMPARE(heard, (QStringList{"traced", "warned", "later"}));
+}
+
+void TestTraceJournal::nothingIsKeptAfterwards()
+{
+    hardware::Journal journal;
+    {
+        const TraceJournal trace(journal);
+    }
+    QTest::ignoreMessage(QtDebugMsg, "too late");
+    qDebug("too late");
+    QVERIFY(journal.lines().isEmpty());
+}
+
+void TestTraceJournal::linesMayComeFromAnyThread()
+{
+    heard.clear();
+    hardware::Journal journal;
+    const TraceJournal trace(journal);
+    QTest::ignoreMessage(QtDebugMsg, "from a worker");
+    const QScopedPointer<QThread> worker(QThread::create([] { qDebug("from a worker"); }));
+    worker->start();
+    QVERIFY(worker->wait(5000));
+    QCOMPARE(journal.lines(), QStringList{"trace from a worker"});
+}
+
+QTEST_GUILESS_MAIN(TestTraceJournal)
+#include "tst_tracejournal.moc"
