@@ -105,7 +105,7 @@ void CSysCtrlPage::initDab()
             Qt::BlockingQueuedConnection);
     switch (dab->m_DAB_GetCurrentStatus()) {
     case DabUpdating:
-        setDabFace(tr("DAB updata ...\n") + dab->DAB_GetSdkVersion(), true);
+        showDabRunning(dab);
         break;
     case DabUpdateFailed:
     case DabUpdateSucceeded:
@@ -144,6 +144,11 @@ void CSysCtrlPage::setDabFace(const QString &text, bool disabled)
 {
     ui->dabBtn->setDisplayText(text);
     ui->dabBtn->setDisableState(disabled);
+}
+
+void CSysCtrlPage::showDabRunning(DabModule *dab)
+{
+    setDabFace(tr("DAB updata ...\n") + dab->DAB_GetSdkVersion(), true);
 }
 
 void CSysCtrlPage::uDevRootPathSlot(QString path)
@@ -200,7 +205,7 @@ void CSysCtrlPage::updateDab()
     if (dab == nullptr || dab->m_DAB_GetCurrentStatus() == DabUpdating) {
         return;
     }
-    setDabFace(tr("DAB updata ...\n") + dab->DAB_GetSdkVersion(), true);
+    showDabRunning(dab);
     dab->m_DAB_FwUpdate(m_rootPath.toLocal8Bit().constData());
 }
 
@@ -230,7 +235,7 @@ void CSysCtrlPage::doDabMsg(unsigned char code)
     }
     switch (code) {
     case DabUpdating:
-        setDabFace(tr("DAB updata ...\n") + dab->DAB_GetSdkVersion(), true);
+        showDabRunning(dab);
         break;
     case DabUpdateFailed:
         setDabFace(tr("DAB updata Fail\n") + tr("Please reboot!"), m_rootPath.isEmpty());

@@ -7,6 +7,7 @@
 #include <QString>
 
 class CTouchCheckPage;
+class DabModule;
 class Ui_CSysCtrlForm;
 
 /// The system control page: certification switch, GPS reset, log copy, DAB firmware update, and the
@@ -47,6 +48,7 @@ private:
     void initDab();
     void initStorage();
     void setDabFace(const QString &text, bool disabled);
+    void showDabRunning(DabModule *dab);
     void resetGps();
     void copyLogs();
     void updateDab();
