@@ -1,5 +1,5 @@
 # The closed libraries from an SDK: <prefix>/include/<library>/*.h and <prefix>/lib/lib<library>.so.
-foreach(library IN ITEMS kvappframework kvwidget mcu service gps)
+foreach(library IN ITEMS kvappframework kvwidget dab mcu service gps)
     find_library(${library}_LIBRARY ${library} PATHS "${FACTORYDEBUG_PLATFORM_SDK}/lib"
                  NO_DEFAULT_PATH NO_CMAKE_FIND_ROOT_PATH REQUIRED)
     add_library(${library} SHARED IMPORTED)

@@ -4,6 +4,7 @@
 
 #include <QFileInfo>
 #include <QMutexLocker>
+#include <QRegularExpression>
 #include <QSettings>
 #include <QStringList>
 
@@ -64,18 +65,36 @@ void Settings::setValue(const QString &key, const QVariant &value)
     const QMutexLocker locker(&m_mutex);
     Q_ASSERT_X(m_store, "Settings::setValue", "open() comes first");
     m_store->setValue(key, value);
-    m_store->sync();
     m_journal.write(QStringLiteral("settings"), QStringLiteral("%1 = %2").arg(key, shown(value)));
-    if (m_store->status() != QSettings::NoError) {
-        m_journal.write(QStringLiteral("settings"),
-                        QStringLiteral("cannot be written to %1").arg(m_store->fileName()));
+    write();
+}
+
+void Settings::removeGroup(const QString &group)
+{
+    const QMutexLocker locker(&m_mutex);
+    Q_ASSERT_X(m_store, "Settings::removeGroup", "open() comes first");
+    const QStringList keys = m_store->allKeys().filter(QRegularExpression(
+        QLatin1Char('^') + QRegularExpression::escape(group + QLatin1Char('/'))));
+    for (const QString &key : keys) {
+        m_store->remove(key);
+        m_journal.write(QStringLiteral("settings"), QStringLiteral("%1 removed").arg(key));
     }
+    write();
 }
 
 QStringList Settings::keys() const
 {
     const QMutexLocker locker(&m_mutex);
     return m_store ? m_store->allKeys() : QStringList();
+}
+
+void Settings::write()
+{
+    m_store->sync();
+    if (m_store->status() != QSettings::NoError) {
+        m_journal.write(QStringLiteral("settings"),
+                        QStringLiteral("cannot be written to %1").arg(m_store->fileName()));
+    }
 }
 
 } // namespace hardware

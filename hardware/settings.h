@@ -29,9 +29,14 @@ public:
     /// Stores and writes the file at once. Journal: settings <key> = <value>.
     void setValue(const QString &key, const QVariant &value);
 
+    /// Forgets every key below "<group>/". Journal, for each: settings <key> removed.
+    void removeGroup(const QString &group);
+
     QStringList keys() const;
 
 private:
+    void write();
+
     Journal &m_journal;
     mutable QMutex m_mutex;
     QScopedPointer<QSettings> m_store;

@@ -161,6 +161,28 @@ int Storage::controllerId(const QString &mountRoot) const
     return -1;
 }
 
+bool Storage::setFull(const QString &name, bool full, QString *error)
+{
+    const QMutexLocker locker(&m_mutex);
+    const StorageSlot *slot = m_slots.find(name, error);
+    if (slot == nullptr) {
+        return false;
+    }
+    // The unit's cp looks for this mark.
+    const QString marks = m_folder.path(QStringLiteral("/full"));
+    QFile mark(marks + slot->mountRoot.mid(slot->mountRoot.lastIndexOf(QLatin1Char('/'))));
+    if (full && !(QDir().mkpath(marks) && mark.open(QIODevice::WriteOnly))) {
+        *error = QStringLiteral("\"%1\" cannot be written.").arg(mark.fileName());
+        return false;
+    }
+    if (!full) {
+        mark.remove();
+    }
+    m_journal.write(QStringLiteral("storage"),
+                    (full ? QStringLiteral("full ") : QStringLiteral("free ")) + name);
+    return true;
+}
+
 bool Storage::readSticks(QList<Stick> *sticks, QString *error) const
 {
     QSettings file(sticksFile(), QSettings::IniFormat);

@@ -49,6 +49,12 @@ public:
     /// Controller behind a mount root of the table; -1 for any other path.
     int controllerId(const QString &mountRoot) const;
 
+    /// From now on the stick in the named slot takes no more bytes, or does again: a full stick
+    /// still takes folders and empty files from the unit's shell. Lasts, also over a restart, until
+    /// it is taken back. False with a sentence in \a error for an unknown slot.
+    /// Journal: storage full <name>, storage free <name>.
+    bool setFull(const QString &name, bool full, QString *error);
+
 signals:
     void mounted(const QString &mountRoot);
     void removed(const QString &mountRoot);

@@ -16,6 +16,7 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_ncmTest(m_clock, m_folder, m_journal)
     , m_shell(m_folder, m_journal)
     , m_usbPhy(m_memory, m_folder)
+    , m_dabTuner(m_folder, m_clock, m_journal)
     , m_usbPorts(m_journal)
     , m_userUpdate(m_folder, m_clock, m_journal)
     , m_vendorData(m_journal)
@@ -26,6 +27,8 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_gpsReceiver(m_folder, m_clock, m_journal, m_versions)
 {
     QObject::connect(&m_mcu, &Mcu::rebootRequested, [this] { m_gpsReceiver.restart(); });
+    QObject::connect(&m_mcu, &Mcu::rebootRequested, &m_dabTuner, &DabTuner::restart,
+                     Qt::DirectConnection);
 }
 
 bool Unit::open(QString *error)

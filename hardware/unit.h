@@ -1,6 +1,7 @@
 #pragma once
 
 #include "clock.h"
+#include "dabtuner.h"
 #include "daynight.h"
 #include "defaults.h"
 #include "gpsreceiver.h"
@@ -8,9 +9,9 @@
 #include "keylight.h"
 #include "lightsensor.h"
 #include "mcu.h"
-#include "panel.h"
 #include "memorydevice.h"
 #include "ncmtest.h"
+#include "panel.h"
 #include "physicalmemory.h"
 #include "settings.h"
 #include "shell.h"
@@ -49,6 +50,7 @@ public:
     const Shell &shell() const { return m_shell; }
     const Defaults &defaults() const { return m_defaults; }
     const UsbPhy &usbPhy() const { return m_usbPhy; }
+    DabTuner &dabTuner() { return m_dabTuner; }
     UsbPorts &usbPorts() { return m_usbPorts; }
     UserUpdate &userUpdate() { return m_userUpdate; }
     VendorData &vendorData() { return m_vendorData; }
@@ -72,6 +74,7 @@ private:
     Shell m_shell;
     Defaults m_defaults;
     UsbPhy m_usbPhy;
+    DabTuner m_dabTuner;
     UsbPorts m_usbPorts;
     UserUpdate m_userUpdate;
     VendorData m_vendorData;

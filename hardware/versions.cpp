@@ -8,8 +8,18 @@ namespace hardware
 
 namespace
 {
-const auto gpsKey = QStringLiteral("versions/gps");
+
+const auto gpsName = QStringLiteral("gps");
+const auto bluetoothName = QStringLiteral("bluetooth");
+const auto alsName = QStringLiteral("alsProduct");
+const auto dabName = QStringLiteral("dabSdk");
+
+QString key(const QString &name)
+{
+    return QStringLiteral("versions/") + name;
 }
+
+} // namespace
 
 Versions::Versions() = default;
 
@@ -27,29 +37,44 @@ bool Versions::open(const QString &file, QString *error)
 
 QString Versions::gps() const
 {
-    return value(gpsKey);
+    return value(gpsName);
 }
 
 void Versions::setGps(const QString &version)
 {
-    const QMutexLocker locker(&m_mutex);
-    QSettings(m_file, QSettings::IniFormat).setValue(gpsKey, version);
+    setValue(gpsName, version);
 }
 
 QString Versions::bluetooth() const
 {
-    return value(QStringLiteral("versions/bluetooth"));
+    return value(bluetoothName);
 }
 
 int Versions::alsProduct() const
 {
-    return value(QStringLiteral("versions/alsProduct")).toInt();
+    return value(alsName).toInt();
 }
 
-QString Versions::value(const QString &key) const
+QString Versions::dabSdk() const
+{
+    return value(dabName);
+}
+
+QStringList Versions::names()
+{
+    return {gpsName, bluetoothName, alsName, dabName};
+}
+
+QString Versions::value(const QString &name) const
 {
     const QMutexLocker locker(&m_mutex);
-    return QSettings(m_file, QSettings::IniFormat).value(key).toString();
+    return QSettings(m_file, QSettings::IniFormat).value(key(name)).toString();
+}
+
+void Versions::setValue(const QString &name, const QString &value)
+{
+    const QMutexLocker locker(&m_mutex);
+    QSettings(m_file, QSettings::IniFormat).setValue(key(name), value);
 }
 
 } // namespace hardware

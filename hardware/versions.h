@@ -2,6 +2,7 @@
 
 #include <QMutex>
 #include <QString>
+#include <QStringList>
 
 namespace hardware
 {
@@ -22,10 +23,16 @@ public:
     QString bluetooth() const;
     /// The ambient light sensor's product identifier.
     int alsProduct() const;
+    /// The software that drives the DAB tuner.
+    QString dabSdk() const;
+
+    /// The names under which the table has the values above.
+    static QStringList names();
+    QString value(const QString &name) const;
+    /// The module of that name says something else from now on.
+    void setValue(const QString &name, const QString &value);
 
 private:
-    QString value(const QString &key) const;
-
     mutable QMutex m_mutex;
     QString m_file;
 };

@@ -4,6 +4,7 @@
 #include "homescreen.h"
 #include "screen.h"
 
+#include "dab/simdabmodule.h"
 #include "hardware/unit.h"
 #include "kvappframework/screenlayer.h"
 #include "kvappframework/simactivitymanager.h"
@@ -35,6 +36,7 @@ Simulator::Simulator(hardware::Unit &unit, const QString &plugin)
     , m_finger(m_bezel)
     , m_screenReader(m_bezel.screen())
 {
+    m_framework.modules().add(QStringLiteral("dab"), QSharedPointer<SimDabModule>::create());
     m_framework.modules().add(QStringLiteral("mediaplay"),
                               QSharedPointer<SimMediaplayModule>::create());
     m_framework.activities().add(&m_usb);

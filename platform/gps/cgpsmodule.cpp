@@ -29,4 +29,5 @@ void CGpsModule::stopWork()
 void CGpsModule::clearGpsConfig()
 {
     journal(QStringLiteral("configuration cleared"));
+    simlink::unit().settings().removeGroup(QStringLiteral("gps"));
 }

@@ -51,6 +51,10 @@ void kvpainting::drawLines(QPainter &painter, const QRect &area, int alignment, 
 {
     QStringList lines = text.split(QLatin1Char('\n'));
     for (QString &line : lines) {
+        // What is not seen needs no room.
+        while (line.endsWith(QLatin1Char(' '))) {
+            line.chop(1);
+        }
         line = painter.fontMetrics().elidedText(line, Qt::ElideRight, area.width());
     }
     painter.drawText(area, alignment, lines.join(QLatin1Char('\n')));

@@ -3,12 +3,13 @@
 #include "journalcommands.h"
 #include "lightcommands.h"
 #include "lookcommands.h"
-#include "repeatcommand.h"
 #include "memorycommands.h"
 #include "ncmcommands.h"
 #include "receivercommands.h"
+#include "repeatcommand.h"
 #include "settingcommands.h"
 #include "storagecommands.h"
+#include "systemcommands.h"
 #include "touchcommands.h"
 #include "unitcommands.h"
 #include "usbcommands.h"
@@ -22,16 +23,17 @@ void addAllCommands(Console &console, Simulator &simulator)
     addTouchCommands(console, simulator);
     addLookCommands(console, simulator);
     addJournalCommands(console, simulator);
+    addUnitCommands(console, simulator);
     addStorageCommands(console, simulator);
     addSettingCommands(console, simulator);
     addLightCommands(console, simulator);
-    addVendorCommands(console, simulator);
     addMemoryCommands(console, simulator);
     addNcmCommands(console, simulator);
     addReceiverCommands(console, simulator);
-    addUnitCommands(console, simulator);
-    addUsbCommands(console, simulator);
     addRepeatCommand(console);
+    addSystemCommands(console, simulator);
+    addUsbCommands(console, simulator);
+    addVendorCommands(console, simulator);
 }
 
 } // namespace simulator

@@ -30,6 +30,20 @@ ConsoleResult pull(Simulator &simulator, const QStringList &arguments, ConsoleSe
         : ConsoleResult::failed(error);
 }
 
+ConsoleResult fill(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    const QString state = arguments.value(1, QStringLiteral("on"));
+    if (state != QLatin1String("on") && state != QLatin1String("off")) {
+        return ConsoleResult::failed(
+            QStringLiteral("only \"on\" or \"off\" may follow here, not \"%1\"").arg(state));
+    }
+    QString error;
+    return simulator.unit().storage().setFull(arguments.first(), state == QLatin1String("on"),
+                                              &error)
+        ? ConsoleResult::done()
+        : ConsoleResult::failed(error);
+}
+
 } // namespace
 
 void addStorageCommands(Console &console, Simulator &simulator)
@@ -41,6 +55,9 @@ void addStorageCommands(Console &console, Simulator &simulator)
                      "Plugs a stick: that folder, or the slot's own stick in the unit's folder.",
                      place, plug},
                     {"pull", "SLOT", "Pulls the stick.", place, pull},
+                    {"fill", "SLOT [on|off]",
+                     "The stick there takes no more bytes from the shell, or does again.", place,
+                     fill},
                 });
 }
 

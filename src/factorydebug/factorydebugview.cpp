@@ -256,6 +256,8 @@ void FactoryDebugView::showMaskBgSlot()
     }
     m_shade->raise();
     m_shade->show();
+    // At once: the unit restarts before another event is handled.
+    m_shade->repaint();
 }
 
 void FactoryDebugView::showButtons()

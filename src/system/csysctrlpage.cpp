@@ -1,6 +1,249 @@
 #include "csysctrlpage.h"
 
-CSysCtrlPage::CSysCtrlPage(QRect rect, KvWidget *parent)
-    : PagePlaceholder(rect, parent)
+#include "ctouchcheckpage.h"
+#include "systemlogcopy.h"
+#include "ui_csysctrlform.h"
+
+#include "dab/dabmodule.h"
+#include "gps/cgpsmodule.h"
+#include "kvappframework/modulemanager.h"
+#include "mcu/cmsgclass.h"
+#include "service/datadefault.h"
+#include "service/datasavecontrol.h"
+#include "service/setupstridconst.h"
+
+#include <cstdlib>
+#include <unistd.h>
+
+namespace
 {
+
+/// Status codes of the DAB service.
+enum DabStatus {
+    DabUpdating = 7,
+    DabUpdateFailed = 8,
+    DabUpdateSucceeded = 9,
+};
+
+/// States of the log-copy button.
+enum CopyState {
+    CopyDisabled = 0,
+    CopyReady = 1,
+    CopyRunning = 2,
+};
+
+const unsigned int secondsBeforeReboot = 1;
+
+/// Null in a unit without a DAB service. The framework's module keeps it alive.
+DabModule *dabModule()
+{
+    const auto plugin = qSharedPointerDynamicCast<DabModulePlugin>(
+        kvappframework::ModuleManager::self()->getModule(QStringLiteral("dab")));
+    return plugin.isNull() ? nullptr : plugin->getDabModule();
+}
+
+void rebootSoon()
+{
+    sleep(secondsBeforeReboot);
+    CMsgClass::getInstance()->setSysReboot();
+}
+
+void flushStorage()
+{
+    const int status = std::system("sync");
+    Q_UNUSED(status);
+}
+
+} // namespace
+
+CSysCtrlPage::CSysCtrlPage(QRect rect, KvWidget *parent)
+    : KvWidget(parent)
+    , ui(new Ui_CSysCtrlForm)
+{
+    setGeometry(rect);
+    ui->setupUi(this);
+    setAttribute(Qt::WA_StyledBackground);
+    setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0);"));
+    connectButtons();
+    showCertification();
+    initDab();
+    initStorage();
+    if (!hasSystemLogs()) {
+        setmCopyBtnState(CopyDisabled);
+    }
+}
+
+CSysCtrlPage::~CSysCtrlPage()
+{
+    exitTouchPageSlot();
+}
+
+void CSysCtrlPage::connectButtons()
+{
+    connect(ui->CertificationBtn, &CBoolButton::btnReleased, this,
+            &CSysCtrlPage::boolBtnReleasedSlot);
+    for (KvIconButton *button : {ui->gpsRstBtn, ui->copyBtn, ui->dabBtn, ui->touchBtn}) {
+        connect(button, &KvIconButton::btnReleased, this, &CSysCtrlPage::btnReleasedSlot);
+    }
+}
+
+void CSysCtrlPage::showCertification()
+{
+    const QString key = SetupStrIdConst::sysCtrlCertificationSwitch;
+    const QVariant value =
+        DataSaveControl::readSettingData(key, DataDefault::getDefault(key), QString());
+    ui->CertificationBtn->setState(value.toBool());
+}
+
+void CSysCtrlPage::initDab()
+{
+    DabModule *dab = dabModule();
+    if (dab == nullptr) {
+        return;
+    }
+    connect(dab, &DabModule::dabMsgToOtherModule, this, &CSysCtrlPage::doDabMsg,
+            Qt::BlockingQueuedConnection);
+    switch (dab->m_DAB_GetCurrentStatus()) {
+    case DabUpdating:
+        showDabRunning(dab);
+        break;
+    case DabUpdateFailed:
+    case DabUpdateSucceeded:
+        break;
+    default:
+        setDabFace(tr("DAB FW Updata \n") + dab->DAB_GetSdkVersion(), true);
+        break;
+    }
+}
+
+void CSysCtrlPage::initStorage()
+{
+    CMsgClass *msg = CMsgClass::getInstance();
+    m_rootPath.clear();
+    msg->getDevRootPath(m_rootPath);
+    connect(msg, &CMsgClass::sigDevRootPath, this, &CSysCtrlPage::uDevRootPathSlot);
+    uDevRootPathSlot(m_rootPath);
+}
+
+void CSysCtrlPage::setmCopyBtnState(int state)
+{
+    const bool disabled = state != CopyReady && state != CopyRunning;
+    ui->copyBtn->setDisableState(disabled);
+    ui->copyBtn->setDisplayText(state == CopyRunning ? tr("COPYING...") : tr("SYSTEMLOG"));
+    ui->copyBtn->setEnabled(!disabled);
+    // At once: the copy blocks the screen.
+    ui->copyBtn->repaint();
+}
+
+int CSysCtrlPage::checkOutSystemLog2UDisk(const char *rootPath)
+{
+    return copySystemLogs(rootPath) ? 1 : 0;
+}
+
+void CSysCtrlPage::setDabFace(const QString &text, bool disabled)
+{
+    ui->dabBtn->setDisplayText(text);
+    ui->dabBtn->setDisableState(disabled);
+}
+
+void CSysCtrlPage::showDabRunning(DabModule *dab)
+{
+    setDabFace(tr("DAB updata ...\n") + dab->DAB_GetSdkVersion(), true);
+}
+
+void CSysCtrlPage::uDevRootPathSlot(QString path)
+{
+    m_rootPath = path;
+    setmCopyBtnState(path.isEmpty() ? CopyDisabled : CopyReady);
+    DabModule *dab = dabModule();
+    if (dab != nullptr && dab->m_DAB_GetCurrentStatus() != DabUpdating) {
+        ui->dabBtn->setDisableState(path.isEmpty());
+    }
+}
+
+void CSysCtrlPage::boolBtnReleasedSlot(QString id, bool state)
+{
+    if (id != ui->CertificationBtn->buttonID()) {
+        return;
+    }
+    DataSaveControl::saveSettingData(SetupStrIdConst::sysCtrlCertificationSwitch, state, QString());
+    flushStorage();
+    emit sigShowMaskBg();
+    rebootSoon();
+}
+
+void CSysCtrlPage::btnReleasedSlot(QString id)
+{
+    if (id == ui->gpsRstBtn->buttonID()) {
+        resetGps();
+    } else if (id == ui->copyBtn->buttonID()) {
+        copyLogs();
+    } else if (id == ui->dabBtn->buttonID()) {
+        updateDab();
+    } else if (id == ui->touchBtn->buttonID()) {
+        openTouchPage();
+    }
+}
+
+void CSysCtrlPage::resetGps()
+{
+    CGpsModule::getInstance()->clearGpsConfig();
+    flushStorage();
+    rebootSoon();
+}
+
+void CSysCtrlPage::copyLogs()
+{
+    setmCopyBtnState(CopyRunning);
+    checkOutSystemLog2UDisk(m_rootPath.toLocal8Bit().constData());
+    setmCopyBtnState(CopyReady);
+}
+
+void CSysCtrlPage::updateDab()
+{
+    DabModule *dab = dabModule();
+    if (dab == nullptr || dab->m_DAB_GetCurrentStatus() == DabUpdating) {
+        return;
+    }
+    showDabRunning(dab);
+    dab->m_DAB_FwUpdate(m_rootPath.toLocal8Bit().constData());
+}
+
+void CSysCtrlPage::openTouchPage()
+{
+    // One that is open already is forgotten.
+    m_touchPage = new CTouchCheckPage(nullptr);
+    connect(m_touchPage.data(), &CTouchCheckPage::sigExitPage, this,
+            &CSysCtrlPage::exitTouchPageSlot);
+    m_touchPage->show();
+    m_touchPage->raise();
+}
+
+void CSysCtrlPage::exitTouchPageSlot()
+{
+    if (m_touchPage != nullptr) {
+        m_touchPage->deleteLater();
+        m_touchPage = nullptr;
+    }
+}
+
+void CSysCtrlPage::doDabMsg(unsigned char code)
+{
+    DabModule *dab = dabModule();
+    if (dab == nullptr) {
+        return;
+    }
+    switch (code) {
+    case DabUpdating:
+        showDabRunning(dab);
+        break;
+    case DabUpdateFailed:
+        setDabFace(tr("DAB updata Fail\n") + tr("Please reboot!"), m_rootPath.isEmpty());
+        break;
+    case DabUpdateSucceeded:
+        setDabFace(tr("DAB updata ok\n") + tr("Please reboot!"), m_rootPath.isEmpty());
+        break;
+    default:
+        break;
+    }
 }

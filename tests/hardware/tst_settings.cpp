@@ -28,6 +28,7 @@ private slots:
     void aWriteIsJournalled();
     void readingIsNotJournalled();
     void keysAreListed();
+    void aGroupIsRemoved();
     void aDamagedFileIsRefusedAndLeft_data();
     void aDamagedFileIsRefusedAndLeft();
     void aFolderIsRefused();
@@ -155,6 +156,26 @@ void tst_Settings::keysAreListed()
     QStringList keys = settings.keys();
     keys.sort();
     QCOMPARE(keys, (QStringList{QStringLiteral("System/a"), QStringLiteral("b")}));
+}
+
+void tst_Settings::aGroupIsRemoved()
+{
+    Journal journal;
+    Settings settings(journal);
+    open(&settings);
+    for (const char *key : {"gps", "gps/a", "gps/b/c", "gpsx/a", "other/gps/a"}) {
+        settings.setValue(QString::fromLatin1(key), 1);
+    }
+    const qint64 before = journal.end();
+    settings.removeGroup(QStringLiteral("gps"));
+    Settings again(journal);
+    open(&again);
+    QCOMPARE(again.keys(), QStringList({"gps", "gpsx/a", "other/gps/a"}));
+    QCOMPARE(journal.lines(QString(), before),
+             QStringList({"settings gps/a removed", "settings gps/b/c removed"}));
+
+    settings.removeGroup(QStringLiteral("nothing"));
+    QCOMPARE(journal.end(), before + 2);
 }
 
 void tst_Settings::aDamagedFileIsRefusedAndLeft_data()

@@ -13,6 +13,7 @@ class TestVersions : public QObject
 private slots:
     void readsTheTable();
     void newGpsVersionIsKept();
+    void everyNameCanBeChanged();
     void missingValuesAreEmpty();
     void fileThatCannotBeWrittenIsAnError();
 };
@@ -58,6 +59,23 @@ void TestVersions::newGpsVersionIsKept()
     QCOMPARE(again.bluetooth(), QStringLiteral("B 3"));
 }
 
+void TestVersions::everyNameCanBeChanged()
+{
+    const QTemporaryDir folder;
+    QString error;
+    Versions versions;
+    QVERIFY(versions.open(writeTable(folder, table), &error));
+    QCOMPARE(versions.dabSdk(), QString());
+    for (const QString &name : Versions::names()) {
+        versions.setValue(name, QString::number(name.size()));
+        QCOMPARE(versions.value(name), QString::number(name.size()));
+    }
+    QCOMPARE(versions.gps(), QStringLiteral("3"));
+    QCOMPARE(versions.bluetooth(), QStringLiteral("9"));
+    QCOMPARE(versions.alsProduct(), 10);
+    QCOMPARE(versions.dabSdk(), QStringLiteral("6"));
+}
+
 void TestVersions::missingValuesAreEmpty()
 {
     const QTemporaryDir folder;
@@ -71,10 +89,13 @@ void TestVersions::missingValuesAreEmpty()
 
 void TestVersions::fileThatCannotBeWrittenIsAnError()
 {
+    // Below a file there is no folder, not even for root.
+    const QTemporaryDir folder;
+    const QString file = writeTable(folder, table) + QStringLiteral("/versions.ini");
     QString error;
     Versions versions;
-    QVERIFY(!versions.open(QStringLiteral("/nowhere/at/all/versions.ini"), &error));
-    QVERIFY(error.contains(QLatin1String("/nowhere/at/all/versions.ini")));
+    QVERIFY(!versions.open(file, &error));
+    QVERIFY(error.contains(file));
 }
 
 QTEST_GUILESS_MAIN(TestVersions)

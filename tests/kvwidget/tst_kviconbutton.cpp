@@ -84,6 +84,7 @@ private slots:
     void longText();
     void endlessText();
     void lineBreak();
+    void blankAtALinesEndTakesNoRoom();
     void repaints_data();
     void repaints();
     void propertiesForForms();
@@ -647,6 +648,17 @@ void TestKvIconButton::lineBreak()
     QVERIFY2(qAbs(ink.height() - 37) <= 2, qPrintable(QString::number(ink.height())));
     const QRect between(place.left(), ink.center().y() - 2, place.width(), 4);
     QVERIFY(screen.inkIn(between, normalColor).isNull());
+}
+
+void TestKvIconButton::blankAtALinesEndTakesNoRoom()
+{
+    KvIconButton button;
+    button.resize(140, 60);
+    button.setShowMode(KvIconButton::ShowImageText);
+    button.setDisplayText("DAB FW Updata\nSDK 3.2.1");
+    const QImage without = button.grab().toImage();
+    button.setDisplayText("DAB FW Updata \nSDK 3.2.1");
+    QCOMPARE(button.grab().toImage(), without);
 }
 
 void TestKvIconButton::repaints_data()

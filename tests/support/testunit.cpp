@@ -1,5 +1,6 @@
 #include "testunit.h"
 
+#include "dab/simdabmodule.h"
 #include "kvappframework/simmodulemanager.h"
 #include "service/simmediaplaymodule.h"
 
@@ -30,6 +31,7 @@ TestUnit::TestUnit(double timeFactor)
     , m_link(m_unit)
     , m_framework((m_screen.resize(800, 480), &m_screen))
 {
+    m_framework.modules().add(QStringLiteral("dab"), QSharedPointer<SimDabModule>::create());
     m_framework.modules().add(QStringLiteral("mediaplay"),
                               QSharedPointer<SimMediaplayModule>::create());
     m_screen.show();

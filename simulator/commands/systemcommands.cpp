@@ -1,0 +1,112 @@
+#include "systemcommands.h"
+
+#include "arguments.h"
+#include "commandtable.h"
+
+#include "simulator/simulator.h"
+
+#include "hardware/unit.h"
+
+namespace simulator
+{
+
+namespace
+{
+
+using hardware::DabTuner;
+
+struct DabFault
+{
+    const char *name;
+    DabTuner::Fault fault;
+};
+
+const DabFault dabFaults[] = {
+    {"none", DabTuner::NoFault},
+    {"fail", DabTuner::WriteFails},
+    {"stall", DabTuner::Stalls},
+    {"mute", DabTuner::IsMute},
+};
+
+const int usualFaultPercent = 50;
+
+ConsoleResult dab(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    DabTuner &tuner = simulator.unit().dabTuner();
+    if (arguments.isEmpty()) {
+        return ConsoleResult::done(
+            {QStringLiteral("status %1, progress %2 %").arg(tuner.status()).arg(tuner.progress())});
+    }
+    int code = 0;
+    QString error;
+    if (!readNumber(arguments.first(), QStringLiteral("CODE"), 0, 255, &code, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    tuner.setStatus(code);
+    return ConsoleResult::done();
+}
+
+ConsoleResult dabFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    int percent = usualFaultPercent;
+    QString error;
+    if (arguments.size() > 1
+        && !readNumber(arguments.at(1), QStringLiteral("PERCENT"), 0, 99, &percent, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    QStringList names;
+    for (const DabFault &known : dabFaults) {
+        if (arguments.first() == QLatin1String(known.name)) {
+            simulator.unit().dabTuner().setFault(known.fault, percent);
+            return ConsoleResult::done();
+        }
+        names.append(QLatin1String(known.name));
+    }
+    return ConsoleResult::failed(QStringLiteral("there is no fault \"%1\"; the faults are: %2")
+                                     .arg(arguments.first(), names.join(QLatin1String(", "))));
+}
+
+ConsoleResult version(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    hardware::Versions &versions = simulator.unit().versions();
+    const QStringList names = hardware::Versions::names();
+    if (arguments.isEmpty()) {
+        QStringList lines;
+        for (const QString &name : names) {
+            lines.append(name + QLatin1Char(' ') + versions.value(name));
+        }
+        return ConsoleResult::done(lines);
+    }
+    if (!names.contains(arguments.first())) {
+        return ConsoleResult::failed(QStringLiteral("there is no version of \"%1\"; there are: %2")
+                                         .arg(arguments.first(), names.join(QLatin1String(", "))));
+    }
+    if (arguments.size() > 1) {
+        versions.setValue(arguments.first(), arguments.at(1));
+        return ConsoleResult::done();
+    }
+    return ConsoleResult::done({versions.value(arguments.first())});
+}
+
+} // namespace
+
+void addSystemCommands(Console &console, Simulator &simulator)
+{
+    const auto place = Console::Place::AnyThread;
+    addCommands(
+        console, simulator,
+        {
+            {"dab", "[CODE]",
+             "Says the DAB tuner's update status, or has the tuner take one on and tell it: "
+             "0 idle, 7 running, 8 failed, 9 succeeded.",
+             place, dab},
+            {"dab-fault", "KIND [PERCENT]",
+             "From now on a DAB update fails or stands still (\"fail\", \"stall\"; at 50 % if not "
+             "said), or its status is not told (\"mute\"); \"none\" ends it.",
+             place, dabFault},
+            {"version", "[NAME] [VALUE]",
+             "Says the modules' versions, or one of them, or changes it.", place, version},
+        });
+}
+
+} // namespace simulator

@@ -1,0 +1,230 @@
+#include "system/cdevsinfopage.h"
+
+#include "factorydebug/factorydebugview.h"
+#include "kvwidget/kvdislabel.h"
+#include "support/testunit.h"
+
+#include <QFontInfo>
+#include <QLabel>
+#include <QtTest>
+
+#include <limits>
+
+class TestCDevsInfoPage : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void showsTheThreeModules();
+    void laysOutThreeRows();
+    void backgroundIsBlack();
+    void sensorIdentifier_data();
+    void sensorIdentifier();
+    void emptyVersionLeavesThePrefix();
+    void longVersionIsShownSmaller_data();
+    void longVersionIsShownSmaller();
+    void overlongVersionStopsAtALegibleSize();
+    void versionIsPlainText();
+    void reopeningReadsAfresh();
+    void openPageKeepsItsValues();
+    void readsAVersionThatAnUpgradeLeft();
+};
+
+namespace
+{
+
+const QRect pageRect(QPoint(0, 66), QPoint(799, 477));
+
+struct Page
+{
+    Page() { open(); }
+
+    void open()
+    {
+        page.reset();
+        page.reset(new CDevsInfoPage(pageRect, nullptr));
+    }
+
+    void set(const char *name, const QString &value)
+    {
+        unit.unit().versions().setValue(QString::fromLatin1(name), value);
+    }
+
+    QLabel *label(const char *name) const
+    {
+        return page->findChild<QLabel *>(QString::fromLatin1(name));
+    }
+
+    TestUnit unit;
+    QScopedPointer<CDevsInfoPage> page;
+};
+
+/// How wide the label's text comes out.
+int textWidth(const QLabel *label, const QFont &font)
+{
+    return QFontMetrics(font).horizontalAdvance(label->text());
+}
+
+} // namespace
+
+void TestCDevsInfoPage::showsTheThreeModules()
+{
+    // As in a new unit's versions.ini; 171 is 0xAB.
+    const Page shown;
+    QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 1.04.2"));
+    QCOMPARE(shown.label("label_bt")->text(), QStringLiteral("BLUETOOTH Version: BT 5.0.17"));
+    QCOMPARE(shown.label("label_als")->text(), QStringLiteral("ALS Sensor ID: 0XAB"));
+}
+
+void TestCDevsInfoPage::laysOutThreeRows()
+{
+    const Page shown;
+    // The form's own size has the last word.
+    QCOMPARE(shown.page->geometry(), QRect(0, 66, 800, 422));
+    QCOMPARE(shown.page->windowTitle(), QStringLiteral("Form"));
+    const char *labels[] = {"label_gps", "label_bt", "label_als"};
+    const int tops[] = {0, 84, 167};
+    for (int row = 0; row < 3; ++row) {
+        const QLabel *label = shown.label(labels[row]);
+        QCOMPARE(label->geometry(), QRect(34, 0, 766, 83));
+        QCOMPARE(label->parentWidget()->geometry(), QRect(0, tops[row], 800, 83));
+        QCOMPARE(label->parentWidget()->objectName(), QStringLiteral("widget_%1").arg(row + 1));
+        QCOMPARE(label->alignment(), Qt::AlignLeft | Qt::AlignVCenter);
+        QCOMPARE(label->font().pointSize(), 30);
+    }
+    const auto *bluetooth = qobject_cast<const KvDisLabel *>(shown.label("label_bt"));
+    QVERIFY(bluetooth != nullptr);
+    QVERIFY(bluetooth->adaptiveFontSize());
+}
+
+void TestCDevsInfoPage::backgroundIsBlack()
+{
+    const Page shown;
+    QVERIFY(shown.page->testAttribute(Qt::WA_StyledBackground));
+    const QImage image = shown.page->grab().toImage();
+    QCOMPARE(image.pixelColor(10, 300), QColor(Qt::black));
+    QCOMPARE(image.pixelColor(799, 411), QColor(Qt::black));
+}
+
+void TestCDevsInfoPage::sensorIdentifier_data()
+{
+    QTest::addColumn<int>("identifier");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("5") << 5 << "ALS Sensor ID: 0X05";
+    QTest::newRow("171") << 171 << "ALS Sensor ID: 0XAB";
+    QTest::newRow("0") << 0 << "ALS Sensor ID: 0X00";
+    QTest::newRow("256") << 256 << "ALS Sensor ID: 0X100";
+    // Two's complement of 32 bits.
+    QTest::newRow("-1") << -1 << "ALS Sensor ID: 0XFFFFFFFF";
+    QTest::newRow("largest") << std::numeric_limits<int>::max() << "ALS Sensor ID: 0X7FFFFFFF";
+    QTest::newRow("smallest") << std::numeric_limits<int>::min() << "ALS Sensor ID: 0X80000000";
+}
+
+void TestCDevsInfoPage::sensorIdentifier()
+{
+    QFETCH(int, identifier);
+    QFETCH(QString, line);
+    Page shown;
+    shown.set("alsProduct", QString::number(identifier));
+    shown.open();
+    QCOMPARE(shown.label("label_als")->text(), line);
+}
+
+void TestCDevsInfoPage::emptyVersionLeavesThePrefix()
+{
+    Page shown;
+    shown.set("gps", QString());
+    shown.set("bluetooth", QString());
+    shown.open();
+    QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: "));
+    QCOMPARE(shown.label("label_bt")->text(), QStringLiteral("BLUETOOTH Version: "));
+}
+
+void TestCDevsInfoPage::longVersionIsShownSmaller_data()
+{
+    QTest::addColumn<int>("length");
+    QTest::newRow("a little too long at 30 points") << 50;
+    QTest::newRow("twice the row") << 75;
+}
+
+void TestCDevsInfoPage::longVersionIsShownSmaller()
+{
+    QFETCH(int, length);
+    Page shown;
+    const QString version = QString(length, QLatin1Char('8'));
+    shown.set("gps", version);
+    shown.set("bluetooth", version);
+    shown.open();
+
+    const QLabel *gps = shown.label("label_gps");
+    QCOMPARE(gps->text(), QStringLiteral("GPS Version: ") + version);
+    QVERIFY(QFontInfo(gps->font()).pixelSize() < 30);
+    QVERIFY(textWidth(gps, gps->font()) <= gps->width());
+    // Not smaller than it must be.
+    QFont larger = gps->font();
+    larger.setPixelSize(QFontInfo(larger).pixelSize() + 1);
+    QVERIFY(textWidth(gps, larger) > gps->width());
+
+    const auto *bluetooth = qobject_cast<const KvDisLabel *>(shown.label("label_bt"));
+    QVERIFY(textWidth(bluetooth, bluetooth->shownFont()) <= bluetooth->width());
+    QVERIFY(QFontInfo(bluetooth->shownFont()).pixelSize() < 30);
+}
+
+void TestCDevsInfoPage::overlongVersionStopsAtALegibleSize()
+{
+    Page shown;
+    shown.set("gps", QString(2000, QLatin1Char('8')));
+    shown.set("bluetooth", QString(2000, QLatin1Char('8')));
+    shown.open();
+    QCOMPARE(QFontInfo(shown.label("label_gps")->font()).pixelSize(), 12);
+    QCOMPARE(shown.label("label_gps")->geometry(), QRect(34, 0, 766, 83));
+    QCOMPARE(shown.label("label_gps")->text().size(), 13 + 2000);
+}
+
+void TestCDevsInfoPage::versionIsPlainText()
+{
+    Page shown;
+    shown.set("gps", QStringLiteral("<b>1</b> 100% &amp;"));
+    shown.open();
+    QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: <b>1</b> 100% &amp;"));
+    QCOMPARE(shown.label("label_gps")->textFormat(), Qt::PlainText);
+}
+
+void TestCDevsInfoPage::reopeningReadsAfresh()
+{
+    TestUnit unit;
+    FactoryDebugView view(unit.framework().layer(kvappframework::UI_HERARCHY_ACTIVITY));
+    view.show();
+    view.buttonClicked(QStringLiteral("pdtVer"));
+    QCOMPARE(view.findChild<QLabel *>(QStringLiteral("label_bt"))->text(),
+             QStringLiteral("BLUETOOTH Version: BT 5.0.17"));
+    view.buttonClicked(QStringLiteral("return"));
+
+    unit.unit().versions().setValue(QStringLiteral("bluetooth"), QStringLiteral("BT 5.2.0"));
+    unit.unit().versions().setValue(QStringLiteral("alsProduct"), QStringLiteral("5"));
+    view.buttonClicked(QStringLiteral("pdtVer"));
+
+    QCOMPARE(view.findChild<QLabel *>(QStringLiteral("label_bt"))->text(),
+             QStringLiteral("BLUETOOTH Version: BT 5.2.0"));
+    QCOMPARE(view.findChild<QLabel *>(QStringLiteral("label_als"))->text(),
+             QStringLiteral("ALS Sensor ID: 0X05"));
+}
+
+void TestCDevsInfoPage::openPageKeepsItsValues()
+{
+    Page shown;
+    shown.set("gps", QStringLiteral("2.0"));
+    QCoreApplication::processEvents();
+    QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 1.04.2"));
+}
+
+void TestCDevsInfoPage::readsAVersionThatAnUpgradeLeft()
+{
+    Page shown;
+    shown.unit.unit().versions().setGps(QStringLiteral("GNSS 2.00.0"));
+    shown.open();
+    QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 2.00.0"));
+}
+
+QTEST_MAIN(TestCDevsInfoPage)
+#include "tst_cdevsinfopage.moc"

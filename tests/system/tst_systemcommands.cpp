@@ -1,0 +1,166 @@
+#include "simulator/commands/systemcommands.h"
+
+#include "simulator/commands/storagecommands.h"
+#include "simulator/console.h"
+#include "simulator/consolesession.h"
+#include "simulator/simulator.h"
+
+#include "hardware/gate/gate.h"
+#include "hardware/unit.h"
+
+#include <QTemporaryDir>
+#include <QtTest>
+
+using simulator::ConsoleResult;
+
+class TestSystemCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void helpListsThem_data();
+    void helpListsThem();
+    void dabTellsAndTakesAStatus();
+    void dabFaultReachesTheTuner_data();
+    void dabFaultReachesTheTuner();
+    void versionsAreSaidAndChanged();
+    void fillMarksTheStick();
+    void wrongCommandSaysWhatIsAllowed_data();
+    void wrongCommandSaysWhatIsAllowed();
+};
+
+namespace
+{
+
+/// A console with the commands, on a simulator that is not started.
+struct Bench
+{
+    Bench()
+        : unit(folder.filePath(QStringLiteral("unit")))
+        , isOpen(unit.open(&error))
+        , gate(unit)
+        , simulator(unit, QString())
+        , console(simulator.graphicalThread())
+        , session(position)
+    {
+        simulator::addSystemCommands(console, simulator);
+        simulator::addStorageCommands(console, simulator);
+    }
+
+    ConsoleResult run(const char *line) { return console.run(QString::fromLatin1(line), session); }
+
+    QTemporaryDir folder;
+    QString error;
+    hardware::Unit unit;
+    bool isOpen;
+    hardware::Gate gate;
+    simulator::Simulator simulator;
+    simulator::Console console;
+    simulator::JournalPosition position{0};
+    simulator::ConsoleSession session;
+};
+
+} // namespace
+
+void TestSystemCommands::helpListsThem_data()
+{
+    QTest::addColumn<QString>("usage");
+    QTest::newRow("dab") << "dab [CODE]";
+    QTest::newRow("dab-fault") << "dab-fault KIND [PERCENT]";
+    QTest::newRow("version") << "version [NAME] [VALUE]";
+    QTest::newRow("fill") << "fill SLOT [on|off]";
+}
+
+void TestSystemCommands::helpListsThem()
+{
+    QFETCH(QString, usage);
+    Bench bench;
+    QVERIFY2(bench.isOpen, qPrintable(bench.error));
+    const QStringList lines = bench.run("help").lines;
+    QVERIFY(std::any_of(lines.cbegin(), lines.cend(),
+                        [&usage](const QString &line) { return line.startsWith(usage); }));
+}
+
+void TestSystemCommands::dabTellsAndTakesAStatus()
+{
+    Bench bench;
+    QCOMPARE(bench.run("dab").lines, QStringList("status 0, progress 0 %"));
+    QVERIFY(bench.run("dab 8").isOk());
+    QCOMPARE(bench.run("dab").lines, QStringList("status 8, progress 0 %"));
+    QVERIFY(bench.unit.journal().waitFor(hardware::JournalPattern(QStringLiteral("dab tells 8")), 0,
+                                         20000)
+            >= 0);
+}
+
+void TestSystemCommands::dabFaultReachesTheTuner_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<QString>("end");
+    QTest::newRow("fail") << QByteArray("dab-fault fail 0")
+                          << "dab update failed: write error at 0 %";
+    QTest::newRow("none") << QByteArray("dab-fault none") << "dab update ok, 10 bytes";
+}
+
+void TestSystemCommands::dabFaultReachesTheTuner()
+{
+    QFETCH(QByteArray, command);
+    QFETCH(QString, end);
+    Bench bench;
+    QFile firmware(bench.unit.folder().path(QStringLiteral("/dab_firmware.bin")));
+    QVERIFY(firmware.open(QIODevice::WriteOnly));
+    firmware.write(QByteArray(10, 'f'));
+    firmware.close();
+    QVERIFY(bench.run(command.constData()).isOk());
+    QVERIFY(bench.unit.dabTuner().startUpdate(QByteArray()));
+    QVERIFY(bench.unit.journal().waitFor(hardware::JournalPattern(end), 0, 60000) >= 0);
+}
+
+void TestSystemCommands::versionsAreSaidAndChanged()
+{
+    Bench bench;
+    QCOMPARE(bench.run("version").lines,
+             QStringList(
+                 {"gps GNSS 1.04.2", "bluetooth BT 5.0.17", "alsProduct 171", "dabSdk SDK 3.2.1"}));
+    QVERIFY(bench.run("version gps \"G 2\"").isOk());
+    QCOMPARE(bench.run("version gps").lines, QStringList("G 2"));
+    QCOMPARE(bench.unit.versions().gps(), QStringLiteral("G 2"));
+}
+
+void TestSystemCommands::fillMarksTheStick()
+{
+    Bench bench;
+    for (const char *line : {"fill usb0", "fill usb0 off", "fill usb0 on"}) {
+        QVERIFY(bench.run(line).isOk());
+    }
+    QCOMPARE(bench.unit.journal().lines(QStringLiteral("storage")),
+             QStringList({"storage full usb0", "storage free usb0", "storage full usb0"}));
+}
+
+void TestSystemCommands::wrongCommandSaysWhatIsAllowed_data()
+{
+    QTest::addColumn<QByteArray>("line");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("fault") << QByteArray("dab-fault burn")
+                           << "there is no fault \"burn\"; the faults are: none, fail, stall, mute";
+    QTest::newRow("version") << QByteArray("version wifi")
+                             << "there is no version of \"wifi\"; there are: gps, bluetooth, "
+                                "alsProduct, dabSdk";
+    QTest::newRow("fill") << QByteArray("fill usb0 half")
+                          << "only \"on\" or \"off\" may follow here, not \"half\"";
+    QTest::newRow("slot") << QByteArray("fill usb9")
+                          << "There is no slot \"usb9\"; the slots are: usb0, usb1, sd0, sd1.";
+}
+
+void TestSystemCommands::wrongCommandSaysWhatIsAllowed()
+{
+    QFETCH(QByteArray, line);
+    QFETCH(QString, error);
+    Bench bench;
+    QCOMPARE(bench.run(line.constData()).error, error);
+    for (const char *outOfRange : {"dab 256", "dab -1", "dab x", "dab-fault fail 100"}) {
+        QVERIFY2(!bench.run(outOfRange).isOk(), outOfRange);
+    }
+}
+
+QTEST_MAIN(TestSystemCommands)
+#include "tst_systemcommands.moc"
