@@ -182,6 +182,7 @@ int main(int argc, char *argv[])
     ListView list(&screen);
     QListView plain(&screen);
     QListView scrolled(&screen);
+    list.setRowsOpaque(true); // As the pages have it.
     const QList<QListView *> all = {&list, &plain, &scrolled};
     for (QListView *each : all) {
         setUp(*each, model, delegate);
