@@ -149,24 +149,6 @@ int lag(TestUnit &unit, ListView &list)
     return largest;
 }
 
-int scrollerLag(QListView &list)
-{
-    QScroller *scroller = QScroller::scroller(list.viewport());
-    QScrollBar *bar = list.verticalScrollBar();
-    bar->setValue(1000);
-    qint64 time = 1;
-    scroller->handleInput(QScroller::InputPress, QPointF(300, 380), time);
-    int largest = 0;
-    for (int y = 371; y > 20; y -= step) {
-        scroller->handleInput(QScroller::InputMove, QPointF(300, y), time += 16);
-        if (scroller->state() == QScroller::Dragging) {
-            largest = qMax(largest, qAbs(bar->value() - (1000 + 380 - y)));
-        }
-    }
-    scroller->stop();
-    return largest;
-}
-
 } // namespace
 
 int main(int argc, char *argv[])
@@ -221,7 +203,5 @@ int main(int argc, char *argv[])
 
     showAlone(screen, list, all);
     std::printf("ListView: lags %d pixels behind the finger\n", lag(unit, list));
-    showAlone(screen, scrolled, all);
-    std::printf("QScroller: lags %d pixels behind the finger\n", scrollerLag(scrolled));
     return 0;
 }
