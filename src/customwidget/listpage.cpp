@@ -9,6 +9,7 @@ ListPage::ListPage(QWidget *host)
 {
     m_listView->setGeometry(0, 66, 800, 414);
     m_listView->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
+    m_listView->setRowsOpaque(true);
     m_listView->show();
 }
 

@@ -44,8 +44,7 @@ void ListRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &optio
                             const QModelIndex &index) const
 {
     painter->save();
-    Background &background =
-        index.row() == m_pressedRow ? m_pressedBackground : m_normalBackground;
+    Background &background = index.row() == m_pressedRow ? m_pressedBackground : m_normalBackground;
     painter->drawPixmap(option.rect.topLeft(), background.scaledTo(option.rect.size()));
     QFont font;
     font.setPixelSize(textPixelSize);

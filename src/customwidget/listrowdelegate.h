@@ -22,8 +22,7 @@ public slots:
 
 protected:
     /// Paints a row onto its background, with the rows' font; \a painter is restored afterwards.
-    virtual void paintRow(QPainter *painter, const QRect &rect,
-                          const QModelIndex &index) const = 0;
+    virtual void paintRow(QPainter *painter, const QRect &rect, const QModelIndex &index) const = 0;
 
     static QString title(const QModelIndex &index);
     static void drawTitle(QPainter *painter, const QRect &rect, const QString &title,

@@ -43,8 +43,7 @@ const char customBarSheet[] =
     "QScrollBar::down-arrow:vertical:pressed{"
     "border-image:url(:/images/btn_scrollbar_down_p.png);}";
 
-const char listSheet[] =
-    "QListView{background-color:transparent;color:transparent;border:null;}";
+const char listSheet[] = "QListView{background-color:transparent;color:transparent;border:null;}";
 
 } // namespace
 
@@ -53,6 +52,7 @@ ListView::ListView(QWidget *parent)
     , m_dragging(false)
     , m_pressed(false)
     , m_customBarWanted(true)
+    , m_rowsOpaque(false)
     , m_customBar(nullptr)
 {
     verticalScrollBar()->setStyleSheet(QLatin1String(nativeBarSheet));
@@ -78,6 +78,12 @@ void ListView::setCustomScrollBarVisible(bool visible)
 {
     m_customBarWanted = visible;
     showCustomBarWhenNeeded();
+}
+
+void ListView::setRowsOpaque(bool opaque)
+{
+    m_rowsOpaque = opaque;
+    updateOpacity();
 }
 
 void ListView::pressedTimeoutSlot()
@@ -167,10 +173,29 @@ void ListView::click(const QModelIndex &index)
     QCoreApplication::sendEvent(parent(), &beep);
 }
 
+void ListView::scrollContentsBy(int dx, int dy)
+{
+    if (!viewport()->testAttribute(Qt::WA_OpaquePaintEvent) || !m_customBar->isVisible()) {
+        QListView::scrollContentsBy(dx, dy);
+        return;
+    }
+    // What lies below the wide bar would keep all of the list from being moved.
+    QRect beside = viewport()->rect();
+    beside.setRight(m_customBar->geometry().left() - 1);
+    viewport()->scroll(dx, dy, beside);
+    viewport()->update(viewport()->rect().adjusted(beside.width(), 0, 0, 0));
+}
+
+void ListView::updateOpacity()
+{
+    const QScrollBar *native = verticalScrollBar();
+    viewport()->setAttribute(Qt::WA_OpaquePaintEvent,
+                             m_rowsOpaque && native->maximum() > native->minimum());
+}
+
 void ListView::placeCustomBar()
 {
-    m_customBar->setGeometry(
-        QRect(QPoint(width() - 70, 16), QPoint(width() - 11, height() - 13)));
+    m_customBar->setGeometry(QRect(QPoint(width() - 70, 16), QPoint(width() - 11, height() - 13)));
     m_customBar->raise();
     showCustomBarWhenNeeded();
 
@@ -198,4 +223,5 @@ void ListView::connectBars()
     connect(native, &QScrollBar::rangeChanged, m_customBar, &QScrollBar::setRange);
     connect(m_customBar, &QScrollBar::valueChanged, native, &QScrollBar::setValue);
     connect(m_customBar, &QScrollBar::rangeChanged, native, &QScrollBar::setRange);
+    connect(native, &QScrollBar::rangeChanged, this, &ListView::updateOpacity);
 }

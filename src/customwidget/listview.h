@@ -24,6 +24,10 @@ public:
     /// Whether the wide bar is shown while there is something to scroll; it is at first.
     void setCustomScrollBarVisible(bool visible);
 
+    /// Promises that the rows leave nothing of what is below them visible, so that a list which
+    /// they fill need not paint that first, and scrolls by moving what it has painted.
+    void setRowsOpaque(bool opaque);
+
 public slots:
     /// Announces the row under the finger as pressed; called at the press itself.
     void pressedTimeoutSlot();
@@ -43,6 +47,7 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
+    void scrollContentsBy(int dx, int dy) override;
 
 private:
     Q_DISABLE_COPY(ListView)
@@ -50,6 +55,7 @@ private:
     void placeCustomBar();
     void showCustomBarWhenNeeded();
     void connectBars();
+    void updateOpacity();
     void beginDrag();
     void dragTo(int y);
     void click(const QModelIndex &index);
@@ -59,6 +65,7 @@ private:
     bool m_dragging;
     bool m_pressed;
     bool m_customBarWanted;
+    bool m_rowsOpaque;
     QModelIndex m_pressedIndex;
     LvScrollBar *m_customBar;
 };

@@ -24,7 +24,7 @@ private slots:
 namespace
 {
 
-const double speed = 5.0;
+const double speed = 3.0;
 
 /// Writes a package onto the slot's own stick.
 void makePackage(const HeadunitRun &run, const QString &slot,
