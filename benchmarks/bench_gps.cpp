@@ -1,6 +1,6 @@
-// The GPS upgrade's costs: time for a block on a line without a pace and on one with 115200 baud, and
-// the checking of a large package. What it takes at least, or what somebody else's program takes, is
-// measured in the same run.
+// The GPS upgrade's costs: time for a block on a line without a pace and on one with 115200 baud,
+// and the checking of a large package. What it takes at least, or what somebody else's program
+// takes, is measured in the same run.
 
 #include "gps/gpspackage.h"
 #include "gps/gpsserial.h"
@@ -157,8 +157,8 @@ void sendBySx(int port, const QString &program, const QByteArray &file)
 
 void measureUnpaced(const QTemporaryDir &folder)
 {
-    const QByteArray file
-        = fileOf(folder, QStringLiteral("unpaced"), QByteArray(blocks * 1024, 'u'));
+    const QByteArray file =
+        fileOf(folder, QStringLiteral("unpaced"), QByteArray(blocks * 1024, 'u'));
     const QString sx = QStandardPaths::findExecutable(QStringLiteral("sx"));
     QVector<double> ours;
     QVector<double> floors;
@@ -185,8 +185,8 @@ void measureUnpaced(const QTemporaryDir &folder)
 
 void measurePaced(const QTemporaryDir &folder)
 {
-    const QByteArray file
-        = fileOf(folder, QStringLiteral("paced"), QByteArray(pacedBlocks * 1024, 'p'));
+    const QByteArray file =
+        fileOf(folder, QStringLiteral("paced"), QByteArray(pacedBlocks * 1024, 'p'));
     QVector<double> ours;
     // A frame of 1029 bytes and an answer of one, ten bits each.
     const QVector<double> wire(rounds, 1030 * 10 * 1000.0 / baud);

@@ -24,9 +24,9 @@ public:
     DeviceLoop(const DeviceLoop &) = delete;
     DeviceLoop &operator=(const DeviceLoop &) = delete;
 
-    /// Starts the thread. \a descriptor says what to wait for, -1 for nothing; \a readable is called
-    /// when it has input, \a quiet now and then while it has none but had some a moment ago. All
-    /// are called on the thread.
+    /// Starts the thread. \a descriptor says what to wait for, -1 for nothing; \a readable is
+    /// called when it has input, \a quiet now and then while it has none but had some a moment ago.
+    /// All are called on the thread.
     void start(const std::function<int()> &descriptor, const std::function<void()> &readable,
                const std::function<void()> &quiet);
 

@@ -41,8 +41,7 @@ const char noise[] = "~#\x01\x7F";
 
 const char menu[] = "\r\nLODESTAR boot loader\r\n 1: run\r\n 2: update flash\r\n";
 const char position[] = "$GNGGA,120000.00,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*59\r\n";
-const char recommended[]
-    = "$GNRMC,120000.00,A,4807.038,N,01131.000,E,0.02,31.66,230394,,,A*4E\r\n";
+const char recommended[] = "$GNRMC,120000.00,A,4807.038,N,01131.000,E,0.02,31.66,230394,,,A*4E\r\n";
 
 } // namespace
 

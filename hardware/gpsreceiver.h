@@ -19,13 +19,12 @@ class Versions;
 /// The GPS receiver behind "/dev/ttyS3", on a thread of its own. It takes sentences, restarts into
 /// its ROM loader, takes a boot loader and through that a firmware by XMODEM-1K, and runs it: then
 /// it sends positions at 9600 baud, and its version is that in the image. It understands only what
-/// comes at its own speed. The images are kept in the unit's folder "receiver". All functions may be
-/// called from any thread.
+/// comes at its own speed. The images are kept in the unit's folder "receiver". All functions may
+/// be called from any thread.
 class GpsReceiver
 {
 public:
-    GpsReceiver(const UnitFolder &folder, const Clock &clock, Journal &journal,
-                Versions &versions);
+    GpsReceiver(const UnitFolder &folder, const Clock &clock, Journal &journal, Versions &versions);
     ~GpsReceiver();
     Q_DISABLE_COPY(GpsReceiver)
 
@@ -37,8 +36,8 @@ public:
     /// line that was hung up is there again. Journal: receiver runs <version>.
     void restart();
 
-    /// While the unit's own service reads the line (at first it does), it gets all that the receiver
-    /// says; others get nothing.
+    /// While the unit's own service reads the line (at first it does), it gets all that the
+    /// receiver says; others get nothing.
     void setServiceReading(bool reading);
 
     /// Adds a fault, which lasts until clearFaults(); ReceiverFaults says which there are. False

@@ -58,7 +58,8 @@ const Fault faults[] = {
 
 QString synopsis(const Fault &fault)
 {
-    return QStringLiteral("%1 %2").arg(QLatin1String(fault.name), QLatin1String(fault.arguments))
+    return QStringLiteral("%1 %2")
+        .arg(QLatin1String(fault.name), QLatin1String(fault.arguments))
         .trimmed();
 }
 
@@ -76,16 +77,16 @@ bool isNumber(const QString &word)
 
 bool fits(const Fault &fault, const QStringList &words)
 {
-    const QStringList wanted
-        = QString::fromLatin1(fault.arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const QStringList wanted =
+        QString::fromLatin1(fault.arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts);
     if (words.size() - 1 > wanted.size()) {
         return false;
     }
     for (int index = 0; index < wanted.size(); ++index) {
         const QString word = words.value(index + 1);
         const bool isLeftOut = word.isEmpty() && wanted.at(index).startsWith(QLatin1Char('['));
-        const bool isRight
-            = wanted.at(index) == QLatin1String("STAGE") ? isStage(word) : isNumber(word);
+        const bool isRight =
+            wanted.at(index) == QLatin1String("STAGE") ? isStage(word) : isNumber(word);
         if (!isLeftOut && !isRight) {
             return false;
         }

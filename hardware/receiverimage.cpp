@@ -42,8 +42,8 @@ QString ReceiverImage::version() const
     int begin = m_blocks.indexOf(versionMark);
     if (begin < 0) {
         const QByteArray image = content();
-        return QStringLiteral("unmarked %1").arg(xmodemCrc(image.constData(), image.size()), 4, 16,
-                                                 QLatin1Char('0'));
+        return QStringLiteral("unmarked %1")
+            .arg(xmodemCrc(image.constData(), image.size()), 4, 16, QLatin1Char('0'));
     }
     begin += int(qstrlen(versionMark));
     int end = begin;

@@ -7,8 +7,8 @@ namespace hardware
 {
 
 /// What a receiver makes of the blocks in which an image came: packages are sections of 32 header
-/// bytes, with the payload's length at offset 12 and the CRC of the bytes before it at offset 28 (little-endian), and
-/// a payload.
+/// bytes, with the payload's length at offset 12 and the CRC of the bytes before it at offset 28
+/// (little-endian), and a payload.
 class ReceiverImage
 {
 public:

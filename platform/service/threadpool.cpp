@@ -14,9 +14,9 @@ namespace
 
 void journal(const char *what, const std::string &name)
 {
-    simlink::unit().journal().write(QStringLiteral("threads"),
-                                    QStringLiteral("%1 %2").arg(QLatin1String(what),
-                                                                QString::fromStdString(name)));
+    simlink::unit().journal().write(
+        QStringLiteral("threads"),
+        QStringLiteral("%1 %2").arg(QLatin1String(what), QString::fromStdString(name)));
 }
 
 } // namespace

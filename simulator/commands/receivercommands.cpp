@@ -15,8 +15,7 @@ namespace
 ConsoleResult addFault(hardware::GpsReceiver &receiver, const QStringList &words)
 {
     QString error;
-    return receiver.addFault(words, &error) ? ConsoleResult::done()
-                                            : ConsoleResult::failed(error);
+    return receiver.addFault(words, &error) ? ConsoleResult::done() : ConsoleResult::failed(error);
 }
 
 ConsoleResult receiver(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
@@ -44,13 +43,14 @@ ConsoleResult receiver(Simulator &simulator, const QStringList &arguments, Conso
 
 void addReceiverCommands(Console &console, Simulator &simulator)
 {
-    addCommands(console, simulator,
-                {
-                    {"receiver", "[ACTION] [FAULT] [A] [B]",
-                     "Says what the GPS receiver does; \"fault NAME ...\" makes something go wrong, "
-                     "\"faults\" lists what, \"repair\" ends it.",
-                     Console::Place::AnyThread, receiver},
-                });
+    addCommands(
+        console, simulator,
+        {
+            {"receiver", "[ACTION] [FAULT] [A] [B]",
+             "Says what the GPS receiver does; \"fault NAME ...\" makes something go wrong, "
+             "\"faults\" lists what, \"repair\" ends it.",
+             Console::Place::AnyThread, receiver},
+        });
 }
 
 } // namespace simulator

@@ -55,8 +55,7 @@ CGpsComPage::CGpsComPage(QWidget *parent)
     // Else it would come up with the page, which is shown even while it is already closing.
     m_fwInfo->hide();
     checkUdiskFileState();
-    connect(m_fwInfo, &CGpsFwInfo::sigUpdate, this, &CGpsComPage::updateSlot,
-            Qt::QueuedConnection);
+    connect(m_fwInfo, &CGpsFwInfo::sigUpdate, this, &CGpsComPage::updateSlot, Qt::QueuedConnection);
     connect(m_fwInfo, &CGpsFwInfo::showSystemInfo, this, &CGpsComPage::returnSlot);
     setSystemVerPageState(true);
     connect(CMsgClass::getInstance(), &CMsgClass::sigDevRootPath, this,
@@ -151,7 +150,8 @@ void CGpsComPage::updateSlot()
     if (m_bootloaderPath.isEmpty() || m_firmwarePath.isEmpty()) {
         return;
     }
-    // The event that would paint the pop-up's new text comes too late: the thread is about to block.
+    // The event that would paint the pop-up's new text comes too late: the thread is about to
+    // block.
     repaint();
     CGpsModule::getInstance()->stopWork();
     sleep(3);

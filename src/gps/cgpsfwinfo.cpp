@@ -21,10 +21,9 @@ CGpsFwInfo::~CGpsFwInfo() = default;
 
 void CGpsFwInfo::newFwInfoPage()
 {
-    connect(m_form->cancelButton, &KvIconButton::btnClicked, this,
-            &CGpsFwInfo::systemNewInfoSlot);
-    connect(m_form->updateButton, &KvIconButton::btnReleased, this,
-            &CGpsFwInfo::systemNewInfoSlot, Qt::QueuedConnection);
+    connect(m_form->cancelButton, &KvIconButton::btnClicked, this, &CGpsFwInfo::systemNewInfoSlot);
+    connect(m_form->updateButton, &KvIconButton::btnReleased, this, &CGpsFwInfo::systemNewInfoSlot,
+            Qt::QueuedConnection);
 }
 
 void CGpsFwInfo::selectSubPage(bool verified)

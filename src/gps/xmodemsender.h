@@ -13,6 +13,6 @@
 // EOT (0x04) ends the transfer.
 
 /// Sends a file over the line \a fd, and prints how it goes. 0 or -1; also 0, on purpose, when a
-/// block has been refused twelve times in a row. Waits 10 to 11 s for an answer, but without end for
-/// that to EOT. An answer that is none of the protocol's leaves the file open.
+/// block has been refused twelve times in a row. Waits 10 to 11 s for an answer, but without end
+/// for that to EOT. An answer that is none of the protocol's leaves the file open.
 int xmodem_send(int fd, const char *path);

@@ -1,6 +1,7 @@
 // Feeds the package checker. Build and run by hand, with clang:
 //
-//     clang++ -std=c++17 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined \
+//     clang++ -std=c++17 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined
+//     \
 //         -Isrc tests/fuzz/fuzz_gpspackage.cpp src/gps/gpspackage.cpp -o /tmp/fuzz_gpspackage
 //     /tmp/fuzz_gpspackage -max_len=8192 -max_total_time=600 /tmp/corpus tests/fuzz/gpspackage
 //

@@ -79,8 +79,7 @@ const char firmware[] = "gps_firmware.pkg";
 const QPoint updatePoint(62 + 159 + 70, 108 + 179 + 30);
 const QPoint cancelPoint(62 + 377 + 70, 108 + 179 + 30);
 
-template <typename Widget>
-Widget *find(const CGpsComPage *page, const char *name)
+template <typename Widget> Widget *find(const CGpsComPage *page, const char *name)
 {
     auto *widget = page->findChild<Widget *>(QString::fromLatin1(name));
     if (widget == nullptr) {
@@ -482,15 +481,16 @@ void TestCGpsComPage::updateUpgradesAndReboots()
     m_unit->tap(updatePoint);
     QTRY_VERIFY_WITH_TIMEOUT(!m_unit->journal(QStringLiteral("mcu reboot")).isEmpty(), 60000);
     QCOMPARE(m_unit->unit().versions().gps(), QStringLiteral("GNSS 3.1"));
-    QStringList lines
-        = m_unit->unit().journal().lines(QStringLiteral("/^(log|mcu|gps|shell) /"), before);
-    QCOMPARE(lines, QStringList({
-                        QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idUpdateBtn"),
-                        QStringLiteral("mcu beep 0"),
-                        QStringLiteral("gps service stopped"),
-                        QStringLiteral("shell sync"),
-                        QStringLiteral("mcu reboot"),
-                    }));
+    QStringList lines =
+        m_unit->unit().journal().lines(QStringLiteral("/^(log|mcu|gps|shell) /"), before);
+    QCOMPARE(lines,
+             QStringList({
+                 QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idUpdateBtn"),
+                 QStringLiteral("mcu beep 0"),
+                 QStringLiteral("gps service stopped"),
+                 QStringLiteral("shell sync"),
+                 QStringLiteral("mcu reboot"),
+             }));
 }
 
 void TestCGpsComPage::updatingTextIsOnTheGlassBeforeTheThreadBlocks()

@@ -110,7 +110,8 @@ void TestGpsPackage::dumpsHex_data()
     QTest::newRow("nine") << 9 << QByteArray("0000: 00 01 02 03 04 05 06 07 - 08\n");
     QTest::newRow("a line") << 16 << line0;
     QTest::newRow("more") << 18 << line0 + "0010: 10 11\n";
-    QTest::newRow("two lines") << 32 << line0
+    QTest::newRow("two lines") << 32
+                               << line0
             + "0010: 10 11 12 13 14 15 16 17 - 18 19 1a 1b 1c 1d 1e 1f\n";
 }
 
@@ -145,9 +146,9 @@ void TestGpsPackage::checksAFile_data()
                              "block-length", "empty-payload", "size-32"}) {
         row(kind, 0);
     }
-    for (const char *kind : {"size-0", "size-33", "bad-header", "bad-header-crc", "bad-sum",
-                             "bad-second-section", "truncated", "length-ffffffff",
-                             "length-past-end"}) {
+    for (const char *kind :
+         {"size-0", "size-33", "bad-header", "bad-header-crc", "bad-sum", "bad-second-section",
+          "truncated", "length-ffffffff", "length-past-end"}) {
         row(kind, -1);
     }
     for (int count = 1; count <= 40; ++count) {
@@ -184,14 +185,13 @@ void TestGpsPackage::printsWhatItFinds()
     const QByteArray payload("\x04\x04\x01\x00\x01\x01", 6); // 0x00010404 + 0x00000101
     int result = -1;
     const QByteArray output = checked(written(header + payload), &result);
-    const QByteArray crcText
-        = QByteArray::number(crc, 16).rightJustified(8, '0');
+    const QByteArray crcText = QByteArray::number(crc, 16).rightJustified(8, '0');
     QCOMPARE(output,
              QByteArray("file size [38]\n"
                         "0000: f3 f2 f1 f0 05 05 01 00 - 00 00 00 00 06 00 00 00\n"
                         "0010: 00 00 00 00 00 00 00 00 - 00 00 00 00 ")
-                 + crcText.mid(6, 2) + ' ' + crcText.mid(4, 2)
-                 + " 00 00\ncrc16  [" + crcText + "]\nchecksum  [00010505]\n\n");
+                 + crcText.mid(6, 2) + ' ' + crcText.mid(4, 2) + " 00 00\ncrc16  [" + crcText
+                 + "]\nchecksum  [00010505]\n\n");
     QCOMPARE(result, 0);
 }
 

@@ -36,15 +36,15 @@ bool isTheOne(int &count)
 // Ahead of the C library's: no terminal of the host fails halfway.
 extern "C" int tcgetattr(int fd, termios *options) noexcept
 {
-    static const auto original
-        = reinterpret_cast<int (*)(int, termios *)>(dlsym(RTLD_NEXT, "tcgetattr"));
+    static const auto original =
+        reinterpret_cast<int (*)(int, termios *)>(dlsym(RTLD_NEXT, "tcgetattr"));
     return isTheOne(failingGet) ? -1 : original(fd, options);
 }
 
 extern "C" int tcsetattr(int fd, int actions, const termios *options) noexcept
 {
-    static const auto original
-        = reinterpret_cast<int (*)(int, int, const termios *)>(dlsym(RTLD_NEXT, "tcsetattr"));
+    static const auto original =
+        reinterpret_cast<int (*)(int, int, const termios *)>(dlsym(RTLD_NEXT, "tcsetattr"));
     return isTheOne(failingSet) ? -1 : original(fd, actions, options);
 }
 
@@ -169,10 +169,11 @@ void TestGpsSerial::lostLineEndsTheProcess_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<QByteArray>("output");
     QTest::newRow("hung up") << QStringLiteral("hung up")
-            << QByteArray("read serial return 0, please check serial device.\n");
+                             << QByteArray("read serial return 0, please check serial device.\n");
     // EBADF is 9.
-    QTest::newRow("not open") << QStringLiteral("not open")
-            << QByteArray("read serial return -1, errno = 9, please check serial device.\n");
+    QTest::newRow("not open")
+        << QStringLiteral("not open")
+        << QByteArray("read serial return -1, errno = 9, please check serial device.\n");
 }
 
 void TestGpsSerial::lostLineEndsTheProcess()
@@ -180,8 +181,7 @@ void TestGpsSerial::lostLineEndsTheProcess()
     QFETCH(QString, line);
     QFETCH(QByteArray, output);
     QProcess process;
-    process.start(QCoreApplication::applicationFilePath(),
-                  {QStringLiteral("--read-line"), line});
+    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--read-line"), line});
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.readAllStandardOutput(), output);
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);
@@ -215,7 +215,7 @@ void TestGpsSerial::coarseTimerIsNotUsed()
 void TestGpsSerial::failingMeasurementsDoNotCount()
 {
     struct sigaction action = {};
-    action.sa_handler = [](int) { };
+    action.sa_handler = [](int) {};
     sigaction(SIGALRM, &action, nullptr);
     const itimerval often = {{0, 20}, {0, 20}};
     const itimerval never = {{0, 0}, {0, 0}};

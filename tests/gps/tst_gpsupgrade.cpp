@@ -280,8 +280,8 @@ void TestGpsUpgrade::filesThatAreGone_data()
     QTest::addColumn<QString>("file");
     QTest::addColumn<int>("result");
     QTest::addColumn<QByteArray>("end");
-    const QByteArray missing
-        = "can't open this file or not exist!(errno=2:No such file or directory) \n";
+    const QByteArray missing =
+        "can't open this file or not exist!(errno=2:No such file or directory) \n";
     QTest::newRow("boot loader") << QString::fromLatin1(bootloader) << -3
                                  << missing + "xmodem error!\n";
     QTest::newRow("firmware") << QString::fromLatin1(firmware) << -4
@@ -439,7 +439,8 @@ int upgradeWith(const QString &fault)
     }
     writeFile(unit.path(QString::fromLatin1(bootloader)), QByteArray(2000, 'b'));
     writeFile(unit.path(QString::fromLatin1(firmware)), QByteArray(3000, 'f'));
-    // As the check of the files leaves it; by polling, a line that is gone has just nothing to read.
+    // As the check of the files leaves it; by polling, a line that is gone has just nothing to
+    // read.
     use_select_wait = 1;
     return upgradeStart(bootloader, firmware);
 }

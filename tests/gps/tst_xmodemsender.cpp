@@ -179,8 +179,8 @@ void TestXmodemSender::fillsTheLastFrame()
     QFETCH(int, size);
     QFETCH(int, frames);
     QByteArray heard;
-    const Outcome outcome
-        = send(size, [&](const TestLine &line) { heard = takeAll(line, frames); });
+    const Outcome outcome =
+        send(size, [&](const TestLine &line) { heard = takeAll(line, frames); });
     QCOMPARE(outcome.result, 0);
     QCOMPARE(blocksOf(heard), content(size) + QByteArray(frames * 1024 - size, '\x1A'));
     QCOMPARE(heard.right(1), QByteArray(eot));
@@ -209,8 +209,8 @@ void TestXmodemSender::emptyFileIsEotAlone()
 void TestXmodemSender::blockNumbersWrapFrom255To0()
 {
     QByteArray heard;
-    const Outcome outcome
-        = send(258 * 1024, [&](const TestLine &line) { heard = takeAll(line, 258); });
+    const Outcome outcome =
+        send(258 * 1024, [&](const TestLine &line) { heard = takeAll(line, 258); });
     QCOMPARE(outcome.result, 0);
     for (int block = 1; block <= 258; ++block) {
         const int offset = (block - 1) * frameSize;
@@ -377,8 +377,8 @@ void TestXmodemSender::timesOut_data()
     QTest::newRow("no request") << QByteArray() << QByteArray("Waiting for signal C/NAK!\n");
     QTest::newRow("no answer") << QByteArray("C") << QByteArray("Send file FILE...\n.");
     QTest::newRow("no answer to a second block") << QByteArray("C\x06") << QByteArray("\n..");
-    QTest::newRow("no answer to a retry") << QByteArray("C\x15")
-                                          << QByteArray("Retry for ACK,1,1...");
+    QTest::newRow("no answer to a retry")
+        << QByteArray("C\x15") << QByteArray("Retry for ACK,1,1...");
 }
 
 void TestXmodemSender::timesOut()

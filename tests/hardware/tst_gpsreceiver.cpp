@@ -10,7 +10,8 @@
 #include <termios.h>
 #include <unistd.h>
 
-/// The receiver as whoever has its port open knows it. The whole upgrade is tested with the upgrader.
+/// The receiver as whoever has its port open knows it. The whole upgrade is tested with the
+/// upgrader.
 class TestGpsReceiver : public QObject
 {
     Q_OBJECT
@@ -136,8 +137,9 @@ void TestGpsReceiver::entersItsLoader()
     say("M!T");
     QCOMPARE(answer(), QByteArray("YC"));
     QCOMPARE(answer(), QByteArray("C"));
-    QCOMPARE(receiver().state(), QStringLiteral("takes the bootloader, 0 blocks so far, "
-                                                "230400 baud"));
+    QCOMPARE(receiver().state(),
+             QStringLiteral("takes the bootloader, 0 blocks so far, "
+                            "230400 baud"));
 }
 
 void TestGpsReceiver::restartRunsTheFirmware()

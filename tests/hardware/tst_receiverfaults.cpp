@@ -48,8 +48,9 @@ void TestReceiverFaults::refuses_data()
     row("nak 0 1", "the fault is \"nak COUNT BLOCK\"");
     row("nak 1 2 3", "the fault is \"nak COUNT BLOCK\"");
     row("silence", "the fault is \"silence STAGE [BLOCK]\"");
-    row("silence nowhere", "the stages are configure, product, loader, bootloader, prompt, menu, "
-                           "firmware, sentences, eot");
+    row("silence nowhere",
+        "the stages are configure, product, loader, bootloader, prompt, menu, "
+        "firmware, sentences, eot");
     row("no-yc 1", "the fault is \"no-yc\"");
 }
 

@@ -68,8 +68,8 @@ void TestReceiverImage::version_data()
 {
     QTest::addColumn<QByteArray>("image");
     QTest::addColumn<QString>("version");
-    QTest::newRow("ends at a zero byte") << QByteArray("..GNSS-VERSION=GNSS 2.1\0rest", 28)
-                                         << QStringLiteral("GNSS 2.1");
+    QTest::newRow("ends at a zero byte")
+        << QByteArray("..GNSS-VERSION=GNSS 2.1\0rest", 28) << QStringLiteral("GNSS 2.1");
     QTest::newRow("ends at the end") << QByteArray("GNSS-VERSION=7") << QStringLiteral("7");
     // The catalogue's check value of CRC-16/XMODEM.
     QTest::newRow("none") << QByteArray("123456789") << QStringLiteral("unmarked 31c3");

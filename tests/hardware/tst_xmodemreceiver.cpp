@@ -88,8 +88,7 @@ void TestXmodemReceiver::wrongFrames_data()
     QTest::addColumn<QString>("problem");
     QByteArray complement = frame(2, 'b');
     complement[2] = char(complement.at(2) + 1);
-    QTest::newRow("complement") << complement
-                                << QStringLiteral("has number 2 with complement 254");
+    QTest::newRow("complement") << complement << QStringLiteral("has number 2 with complement 254");
     QByteArray crc = frame(2, 'b');
     crc[1028] = char(crc.at(1028) ^ 1);
     QTest::newRow("CRC") << crc << QStringLiteral("has a wrong CRC");

@@ -35,8 +35,7 @@ void makePackage(const HeadunitRun &run, const QString &file, const QString &ver
 void makePackages(const HeadunitRun &run)
 {
     makePackage(run, QStringLiteral("usb0/gps_bootloader.pkg"), QStringLiteral("boot 3"), 5000);
-    makePackage(run, QStringLiteral("usb1/gps_firmware.pkg"), QStringLiteral("GNSS 2.5.1"),
-                12000);
+    makePackage(run, QStringLiteral("usb1/gps_firmware.pkg"), QStringLiteral("GNSS 2.5.1"), 12000);
 }
 
 } // namespace

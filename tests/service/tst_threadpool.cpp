@@ -49,9 +49,9 @@ void TestThreadPool::runsTasksBesideTheCaller()
     ThreadPool::getInstance()->joinTaskStop("task");
     QVERIFY(thread != std::thread::id());
     QVERIFY(thread != std::this_thread::get_id());
-    QCOMPARE(unit.journal(QStringLiteral("/^threads (start|end)/")),
-             QStringList({QStringLiteral("threads start task"),
-                          QStringLiteral("threads end task")}));
+    QCOMPARE(
+        unit.journal(QStringLiteral("/^threads (start|end)/")),
+        QStringList({QStringLiteral("threads start task"), QStringLiteral("threads end task")}));
 }
 
 void TestThreadPool::joinWaitsForAllOfThatName()
