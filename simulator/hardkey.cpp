@@ -10,7 +10,7 @@ namespace simulator
 namespace
 {
 
-const QColor print(96, 98, 102);
+const QColor print(118, 120, 124);
 
 /// The printed label with the light shining through it.
 QColor lit(const QColor &light)
