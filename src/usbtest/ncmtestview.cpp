@@ -1,5 +1,7 @@
 #include "ncmtestview.h"
 
+#include "formwidgets.h"
+#include "runcommand.h"
 #include "ui_ncmtest.h"
 
 #include "kvwidget/kvlockbutton.h"
@@ -7,7 +9,6 @@
 
 #include <QTextBrowser>
 
-#include <cstdlib>
 #include <cstring>
 
 using kvplfctrl::KVPlatformControl;
@@ -26,14 +27,6 @@ const QString clientStopId = QStringLiteral("C_STOP");
 const QString udpServerId = QStringLiteral("S_UDP");
 const QString tcpServerId = QStringLiteral("S_TCP");
 const QString serverStopId = QStringLiteral("S_STOP");
-
-/// As commands end unseen: nobody looks at what they answer.
-void run(const char *command)
-{
-    if (std::system(command) != 0) {
-        return;
-    }
-}
 
 bool isIdOf(const QList<KvLockButton *> &buttons, const QString &id)
 {
@@ -60,18 +53,14 @@ NCMTestView::NCMTestView(QWidget *parent)
         m_platformControl = KVPlatformControl::GetInstance();
     }
     initWidget();
-    run(quietLogCommand);
-    run(quietConsoleCommand);
-    run(endServerCommand);
+    runCommand(quietLogCommand);
+    runCommand(quietConsoleCommand);
+    runCommand(endServerCommand);
 }
 
 NCMTestView::~NCMTestView()
 {
-    const QList<QWidget *> widgets = ui->widgets();
-    for (QWidget *widget : widgets) {
-        widget->hide();
-        widget->deleteLater();
-    }
+    formwidgets::dismiss(ui->widgets());
 }
 
 void NCMTestView::initWidget()
@@ -113,7 +102,7 @@ void NCMTestView::clickedSpeedOff()
 
 void NCMTestView::clickedNcmOn()
 {
-    run(endServerCommand);
+    runCommand(endServerCommand);
 }
 
 void NCMTestView::clickedClient(QString id)

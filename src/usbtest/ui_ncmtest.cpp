@@ -1,5 +1,7 @@
 #include "ui_ncmtest.h"
 
+#include "formwidgets.h"
+
 #include "kvwidget/kvlockbutton.h"
 
 #include <QGroupBox>
@@ -72,11 +74,7 @@ void UI_NcmTest::setupUi(QWidget *host)
     setupServerGroup(host);
     setupOutput(host);
     retranslateUi();
-    // The host is visible already, and shows nothing by itself that is added now.
-    const QList<QWidget *> all = widgets();
-    for (QWidget *widget : all) {
-        widget->show();
-    }
+    formwidgets::show(widgets());
 }
 
 void UI_NcmTest::retranslateUi()

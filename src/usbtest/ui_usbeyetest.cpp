@@ -1,5 +1,7 @@
 #include "ui_usbeyetest.h"
 
+#include "formwidgets.h"
+
 #include "kvwidget/kviconbutton.h"
 
 #include <QCheckBox>
@@ -111,11 +113,7 @@ void UI_USBEyeTest::setupUi(QWidget *host)
     setupActions(host);
     setupRoleGroup(host);
     retranslateUi();
-    // The host is visible already, and shows nothing by itself that is added now.
-    const QList<QWidget *> all = widgets();
-    for (QWidget *widget : all) {
-        widget->show();
-    }
+    formwidgets::show(widgets());
 }
 
 void UI_USBEyeTest::retranslateUi()

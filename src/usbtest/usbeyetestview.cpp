@@ -1,6 +1,8 @@
 #include "usbeyetestview.h"
 
 #include "devmem.h"
+#include "formwidgets.h"
+#include "runcommand.h"
 #include "ui_usbeyetest.h"
 #include "uphyvalue.h"
 #include "usbregisters.h"
@@ -12,8 +14,6 @@
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QRadioButton>
-
-#include <cstdlib>
 
 #include <unistd.h>
 
@@ -53,18 +53,10 @@ unsigned int portRegister(unsigned int address, int port)
     return address + usbregisters::portDistance * static_cast<unsigned int>(port);
 }
 
-/// As commands end unseen: nobody looks at what they answer.
-void run(const char *command)
-{
-    if (std::system(command) != 0) {
-        return;
-    }
-}
-
 void switchSpeed(int port, int value)
 {
     if (port == 0 || port == 1) {
-        run(speedCommands[port][value]);
+        runCommand(speedCommands[port][value]);
     }
 }
 
@@ -92,11 +84,7 @@ USBEyeTestView::USBEyeTestView(QWidget *parent)
 USBEyeTestView::~USBEyeTestView()
 {
     FACTORY_TRACE << "~USBEyeTestView";
-    const QList<QWidget *> widgets = ui->widgets();
-    for (QWidget *widget : widgets) {
-        widget->hide();
-        widget->deleteLater();
-    }
+    formwidgets::dismiss(ui->widgets());
 }
 
 void USBEyeTestView::connectForm()
@@ -121,7 +109,7 @@ void USBEyeTestView::connectForm()
 void USBEyeTestView::startLogoTest()
 {
     FACTORY_TRACE << "start usb logo test";
-    run("echo 1 > /sys/module/usbcore/parameters/usb_logo_test_start");
+    runCommand("echo 1 > /sys/module/usbcore/parameters/usb_logo_test_start");
     FACTORY_TRACE << "start sleep 500*1000u";
     usleep(500 * 1000u);
 }

@@ -1,6 +1,7 @@
 #include "usbtest/ncmtestview.h"
 
 #include "kvwidget/kvlockbutton.h"
+#include "simulator/appearance.h"
 #include "support/testunit.h"
 
 #include <QGroupBox>
@@ -14,6 +15,8 @@ class TestNcmTestView : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
+
     void geometry_data();
     void geometry();
     void texts();
@@ -21,6 +24,7 @@ private slots:
     void buttonFaces();
     void buttonIds();
     void noticesStyleSheetCannotBeParsedAndIsWarnedOfOnce();
+    void noticeIsLightOnDark();
     void outputIsEmptyTransparentAndWithoutScrollBar();
     void nothingOverlaps();
 
@@ -154,6 +158,12 @@ void addPairs()
 
 } // namespace
 
+void TestNcmTestView::initTestCase()
+{
+    QString error;
+    QVERIFY2(simulator::appearance::apply(&error), qPrintable(error));
+}
+
 void TestNcmTestView::geometry_data()
 {
     QTest::addColumn<QRect>("geometry");
@@ -256,6 +266,23 @@ void TestNcmTestView::noticesStyleSheetCannotBeParsedAndIsWarnedOfOnce()
     QCOMPARE(
         unit.screen().findChild<QLabel *>(QStringLiteral("notice"))->styleSheet(),
         QStringLiteral("background-color(212, 173, 70);color:rgb(255, 0, 0,);font-size:26px;"));
+}
+
+void TestNcmTestView::noticeIsLightOnDark()
+{
+    TestUnit unit(fast);
+    Page page(unit);
+    const QImage image = page.find<QLabel>("notice")->grab().toImage();
+    int lightest = 0;
+    int darkest = 255;
+    for (int y = 0; y < image.height(); ++y) {
+        for (int x = 0; x < image.width(); ++x) {
+            lightest = qMax(lightest, image.pixelColor(x, y).lightness());
+            darkest = qMin(darkest, image.pixelColor(x, y).lightness());
+        }
+    }
+    QVERIFY2(lightest > 200, qPrintable(QString::number(lightest)));
+    QVERIFY2(darkest < 40, qPrintable(QString::number(darkest)));
 }
 
 void TestNcmTestView::outputIsEmptyTransparentAndWithoutScrollBar()
