@@ -13,7 +13,9 @@ namespace
 
 const int rounds = 50;
 
-void ignore(QtMsgType, const QMessageLogContext &, const QString &) { }
+void ignore(QtMsgType, const QMessageLogContext &, const QString &)
+{
+}
 
 double milliseconds(const std::function<void()> &work)
 {

@@ -1,5 +1,6 @@
 // Heap, descriptors and threads over many openings of pages, after a warm-up: all should stay flat.
-// Usage: bench_openings [OPENINGS [ID...]]; 10000 openings, spread over all hosted pages, by default.
+// Usage: bench_openings [OPENINGS [ID...]]; 10000 openings, spread over all hosted pages, by
+// default.
 
 #include "factorydebug/factorydebugview.h"
 #include "support/testunit.h"
@@ -15,7 +16,9 @@ namespace
 
 const int warmUp = 200;
 
-void ignore(QtMsgType, const QMessageLogContext &, const QString &) { }
+void ignore(QtMsgType, const QMessageLogContext &, const QString &)
+{
+}
 
 struct Usage
 {
@@ -52,10 +55,10 @@ int main(int argc, char *argv[])
     qInstallMessageHandler(ignore);
     QStringList arguments = application.arguments().mid(1);
     const int openings = arguments.isEmpty() ? 10000 : arguments.takeFirst().toInt();
-    const QStringList ids = !arguments.isEmpty() ? arguments
-                                                 : QStringList({"usbtest", "usbeye", "ncmtest",
-                                                                "keycolor", "vendordata", "als",
-                                                                "pdtVer", "sysCtrl", "idPanel"});
+    const QStringList ids = !arguments.isEmpty()
+        ? arguments
+        : QStringList({"usbtest", "usbeye", "ncmtest", "keycolor", "vendordata", "als", "pdtVer",
+                       "sysCtrl", "idPanel"});
 
     TestUnit unit;
     FactoryDebugView view(unit.framework().layer(kvappframework::UI_HERARCHY_ACTIVITY));
