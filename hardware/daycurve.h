@@ -11,8 +11,8 @@ class DayCurve
 {
 public:
     /// What the sensor says in the dark and at noon, without noise.
-    static const int darkest = 4;
-    static const int lightest = 900;
+    static constexpr int darkest = 4;
+    static constexpr int lightest = 900;
 
     /// The light when that part of a day has passed, 1 being a whole day; noisier where it is
     /// lighter, never below 0.

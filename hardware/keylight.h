@@ -28,7 +28,7 @@ class KeyLight : public QObject
 
 public:
     /// The brightest that an LED can be.
-    static const int brightest = 100;
+    static constexpr int brightest = 100;
 
     KeyLight(Journal &journal, Mcu &mcu);
     Q_DISABLE_COPY(KeyLight)

@@ -23,7 +23,7 @@ public:
 
     /// Where the backlight is at its brightest; 0 is the darkest, the middle is as pictures are
     /// meant to look.
-    static const int brightest = 24;
+    static constexpr int brightest = 24;
 
     /// \a mcu restarts the panel, \a vendorData must be open by the time of powerOn().
     Panel(Journal &journal, Mcu &mcu, const VendorData &vendorData);

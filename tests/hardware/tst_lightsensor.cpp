@@ -55,11 +55,14 @@ void tst_LightSensor::itAsksOnceUntilItIsRead()
 
 void tst_LightSensor::itFollowsADay()
 {
+    // Written on the curve's thread, which ends with the unit.
+    std::atomic<int> lightest{0};
     OpenUnit unit;
     LightSensor &sensor = unit->lightSensor();
-    int lightest = 0;
-    connect(&sensor, &LightSensor::readingReady, this,
-            [&] { lightest = qMax(lightest, sensor.takeReading().value_or(0)); });
+    connect(
+        &sensor, &LightSensor::readingReady, this,
+        [&] { lightest = qMax(int(lightest), sensor.takeReading().value_or(0)); },
+        Qt::DirectConnection);
     sensor.startCurve(200, 1);
     // A day and a night, by their effect.
     QTRY_VERIFY_WITH_TIMEOUT(unit->journal().lines(QStringLiteral("unit mode night")).size() >= 2,
@@ -73,8 +76,8 @@ void tst_LightSensor::itFollowsADay()
 
 void tst_LightSensor::theCurveKeepsTheUnitsTime()
 {
-    OpenUnit unit(10);
     std::atomic<int> readings{0};
+    OpenUnit unit(10);
     LightSensor &sensor = unit->lightSensor();
     connect(
         &sensor, &LightSensor::readingReady, this,
@@ -94,10 +97,10 @@ void tst_LightSensor::theCurveKeepsTheUnitsTime()
 
 void tst_LightSensor::anotherCurveTakesTheFirstOnesPlace()
 {
+    std::atomic<int> readings{0};
     OpenUnit unit;
     unit->lightSensor().startCurve(1, 240);
     unit->lightSensor().startCurve(100, 240);
-    std::atomic<int> readings{0};
     connect(
         &unit->lightSensor(), &LightSensor::readingReady, this,
         [&] {
