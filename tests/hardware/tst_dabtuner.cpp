@@ -149,7 +149,7 @@ void TestDabTuner::fileThatChangesFailsTheUpdate()
     dab.tuner.setFault(DabTuner::Stalls, 50);
     QVERIFY(dab.tuner.startUpdate(root));
     QVERIFY(dab.awaitLine(QStringLiteral("dab progress 50")));
-    dab.writeFirmware(400);
+    dab.writeFirmware(2000);
     dab.tuner.setFault(DabTuner::NoFault, 0);
     QVERIFY(dab.awaitLine(QStringLiteral("dab tells 8")));
 }
