@@ -76,8 +76,9 @@ bool ActivityLoader::open(const QString &file, QString *error)
         }
     }
     m_loader.reset(new QPluginLoader(path));
-    // Qt keeps types, literals and font names of a library beyond the lifetime of its objects.
-    m_loader->setLoadHints(QLibrary::PreventUnloadHint);
+    // A missing function is to be found here, not when it is called. The library stays mapped since
+    // Qt keeps types, literals and font names of it beyond the lifetime of its objects.
+    m_loader->setLoadHints(QLibrary::ResolveAllSymbolsHint | QLibrary::PreventUnloadHint);
     return true;
 }
 

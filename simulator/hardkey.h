@@ -6,7 +6,7 @@ namespace simulator
 {
 
 /// A key on the unit's bezel, beside the screen.
-class HardKey : public QAbstractButton
+class HardKey final : public QAbstractButton
 {
     Q_OBJECT
 

@@ -28,7 +28,7 @@ ConsoleResult journal(Simulator &simulator, const QStringList &arguments, Consol
 
 ConsoleResult expect(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
 {
-    const QString wanted = arguments.first();
+    const QString &wanted = arguments.first();
     const hardware::JournalPattern pattern(wanted);
     if (!pattern.isValid()) {
         return ConsoleResult::failed(pattern.error());

@@ -68,7 +68,7 @@ ConsoleResult unseen(Simulator &simulator, const QStringList &arguments, Console
 
 ConsoleResult visible(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const QString id = arguments.first();
+    const QString &id = arguments.first();
     const bool seen = waitForScreen(
         simulator, [&id](const ScreenReader &screen) { return screen.showsButton(id); });
     return seen
@@ -78,7 +78,7 @@ ConsoleResult visible(Simulator &simulator, const QStringList &arguments, Consol
 
 ConsoleResult hidden(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const QString id = arguments.first();
+    const QString &id = arguments.first();
     const bool gone = waitForScreen(
         simulator, [&id](const ScreenReader &screen) { return !screen.showsButton(id); });
     return gone ? ConsoleResult::done()

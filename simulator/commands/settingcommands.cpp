@@ -15,7 +15,7 @@ namespace
 ConsoleResult setting(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     hardware::Settings &settings = simulator.unit().settings();
-    const QString key = arguments.first();
+    const QString &key = arguments.first();
     if (arguments.size() > 1) {
         settings.setValue(key, arguments.at(1));
         return ConsoleResult::done();

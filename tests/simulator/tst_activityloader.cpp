@@ -19,6 +19,7 @@ private slots:
     void initTestCase();
     void refuses_data();
     void refuses();
+    void saysWhatIsMissing();
     void makesTheActivityKnown();
     void unloadingClosesAndForgets();
     void unloadingTwiceDoesNothing();
@@ -117,6 +118,20 @@ void TestActivityLoader::refuses()
     QVERIFY(!loader.load(file, &said));
     QCOMPARE(said, error.arg(file));
     QCOMPARE(framework.host.activities().startActivity("factorydebug", 0), -1);
+}
+
+void TestActivityLoader::saysWhatIsMissing()
+{
+    Framework framework(m_folder.path());
+    ActivityLoader loader(framework.host.activities());
+    QString error;
+    QVERIFY(!loader.load(UNLOADABLE, &error));
+    QVERIFY2(error.startsWith(
+                 QString("The file \"%1\" cannot be used as an activity: it does not load (")
+                     .arg(UNLOADABLE)),
+             qPrintable(error));
+    QVERIFY2(error.contains("functionThatNobodyDefines"), qPrintable(error));
+    QCOMPARE(error.count('\n'), 0);
 }
 
 void TestActivityLoader::makesTheActivityKnown()

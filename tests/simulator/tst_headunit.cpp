@@ -118,6 +118,7 @@ private slots:
 
     void secondStartFindsTheStateOfTheFirst();
     void secondStartOnTheSameFolderIsRefused();
+    void startsAgainAfterItWasKilled();
     void folderWithBlanks();
     void rebootBringsTheActivityBack();
 
@@ -402,6 +403,21 @@ void TestHeadunit::secondStartOnTheSameFolderIsRefused()
     QVERIFY2(second.error.contains(m_unit), qPrintable(second.error));
     // The first one is none the worse for it.
     QCOMPARE(control({"journal"}).status, 0);
+    QCOMPARE(control({"quit"}).status, 0);
+    QCOMPARE(program.finish().status, 0);
+}
+
+void TestHeadunit::startsAgainAfterItWasKilled()
+{
+    {
+        const Program killed(HEADUNIT, withTestActivity({"--unit", m_unit}));
+        QVERIFY(waitForUnit());
+        QCOMPARE(control({"setting", "a", "1"}).status, 0);
+    }
+    QCOMPARE(control({"help"}).status, 3);
+    Program program(HEADUNIT, withTestActivity({"--unit", m_unit}));
+    QVERIFY(waitForUnit());
+    QCOMPARE(control({"setting", "a"}).output, QString("1\n"));
     QCOMPARE(control({"quit"}).status, 0);
     QCOMPARE(program.finish().status, 0);
 }
