@@ -157,7 +157,6 @@ void TestGpsUpgrade::upgrades()
     QCOMPARE(m_unit->unit().versions().gps(), QStringLiteral("GNSS 9.8.7"));
     QCOMPARE(m_unit->journal(QStringLiteral("receiver ")),
              QStringList({
-                 QStringLiteral("receiver runs GNSS 1.04.2"),
                  QStringLiteral("receiver heard $CFGPRT,1,0,115200,3,3"),
                  QStringLiteral("receiver heard $PDTINFO"),
                  QStringLiteral("receiver heard 5"),
