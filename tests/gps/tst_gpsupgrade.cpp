@@ -155,8 +155,8 @@ void TestGpsUpgrade::upgrades()
                  readFile(m_unit->path(QStringLiteral("/media/flash/gps_") + file)));
     }
     QCOMPARE(m_unit->unit().versions().gps(), QStringLiteral("GNSS 9.8.7"));
-    // The new firmware may hear a late "5" too.
-    QCOMPARE(m_unit->journal(QStringLiteral("/^receiver (?!heard 5$)/")),
+    // Without the "5", of which the new firmware may hear a late one, or what is left of it.
+    QCOMPARE(m_unit->journal(QStringLiteral("/^receiver (?!heard [^$])/")),
              QStringList({
                  QStringLiteral("receiver heard $CFGPRT,1,0,115200,3,3"),
                  QStringLiteral("receiver heard $PDTINFO"),
