@@ -326,11 +326,11 @@ void TestFactoryDebugView::pagesAreLeftInTheirOrder()
     ViewOnScreen shown;
     const TraceCapture capture;
     shown.view->hideAllSubPage();
-    QCOMPARE(
-        capture.texts(),
-        QStringList({"hideUsbTestView", "hideUsbEyeTestView", "hideNCMTestView", "hideKeyColorView",
-                     "hideVendorDataView", "hideGpsView", "hideALSTestView", "hideProductView",
-                     "hideSysCtrlView", "hidePanelView"}));
+    QCOMPARE(capture.texts(),
+             QStringList({"hideUsbTestView", "hideUsbEyeTestView", "hideNCMTestView",
+                          "hideKeyColorView", "hideVendorDataView", "hideGpsView",
+                          "hideALSTestView", "hideProductView", "hideSysCtrlView",
+                          "hidePanelView"}));
 }
 
 void TestFactoryDebugView::openPageGoesWithTheView()
@@ -445,7 +445,8 @@ void TestFactoryDebugView::captureStartsFromTheStoredState()
     ViewOnScreen shown;
     shown.unit.unit().settings().setValue(QStringLiteral("system/capture"), true);
     shown.tap("idCapture");
-    const auto *popup = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
+    const auto *popup
+        = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
     QCOMPARE(popup->text(), QStringLiteral("capture turned off"));
 }
 
@@ -455,7 +456,8 @@ void TestFactoryDebugView::captureNoticeGoesAfterTwoSeconds()
     QElapsedTimer clock;
     clock.start();
     shown.tap("idCapture");
-    const auto *popup = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
+    const auto *popup
+        = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
     QTRY_VERIFY(!popup->isVisible());
     // Two seconds of a unit that runs ten times as fast.
     QVERIFY2(clock.elapsed() >= 200, qPrintable(QString::number(clock.elapsed())));
@@ -466,7 +468,8 @@ void TestFactoryDebugView::captureNoticeOutlivesTheView()
     ViewOnScreen shown;
     shown.tap("idCapture");
     delete shown.view;
-    const auto *popup = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
+    const auto *popup
+        = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
     QVERIFY(popup != nullptr);
     QVERIFY(popup->isVisible());
 }
@@ -494,9 +497,8 @@ void TestFactoryDebugView::copyBtsnoopTakesTheLastDevice()
     shown.unit.plug(QStringLiteral("usb0"));
     const TraceCapture capture;
     shown.tap("idCopyBtsnoop");
-    QCOMPARE(capture.texts(),
-             QStringList({QStringLiteral("id: \"idCopyBtsnoop\""),
-                          QStringLiteral("last device: \"/media/usb0\"")}));
+    QCOMPARE(capture.texts(), QStringList({QStringLiteral("id: \"idCopyBtsnoop\""),
+                                           QStringLiteral("last device: \"/media/usb0\"")}));
     QCOMPARE(shown.unit.journal(QStringLiteral("/^shell cp/")),
              QStringList({
                  QStringLiteral("shell cp /media/flash/userdata/btsnoop.log /media/usb0/userdata"),
@@ -521,9 +523,8 @@ void TestFactoryDebugView::startUsbTestInItsOrder()
     shown.unit.plug(QStringLiteral("usb0"));
     const TraceCapture capture;
     shown.tap("startUSBTest");
-    QCOMPARE(
-        capture.texts(),
-        QStringList({QStringLiteral("id: \"startUSBTest\""), QStringLiteral("deviceList:  2")}));
+    QCOMPARE(capture.texts(), QStringList({QStringLiteral("id: \"startUSBTest\""),
+                                           QStringLiteral("deviceList:  2")}));
     QCOMPARE(shown.unit.journal(QStringLiteral("/^(media|mediaplay|framework) /")),
              QStringList({
                  QStringLiteral("media scan /media/usb0"),
@@ -540,9 +541,8 @@ void TestFactoryDebugView::startUsbTestWithoutStorageNeitherClosesNorStarts()
     ViewOnScreen shown;
     const TraceCapture capture;
     shown.tap("startUSBTest");
-    QCOMPARE(
-        capture.texts(),
-        QStringList({QStringLiteral("id: \"startUSBTest\""), QStringLiteral("deviceList:  0")}));
+    QCOMPARE(capture.texts(), QStringList({QStringLiteral("id: \"startUSBTest\""),
+                                           QStringLiteral("deviceList:  0")}));
     QCOMPARE(shown.unit.journal(QStringLiteral("/^(media|mediaplay|framework) /")), QStringList());
 }
 
@@ -567,8 +567,8 @@ void TestFactoryDebugView::startUsbTestUsesNothingOfTheViewAfterTheClose()
     QMetaObject::invokeMethod(shown.view, "buttonClicked", Qt::DirectConnection,
                               Q_ARG(QString, QStringLiteral("startUSBTest")));
     QVERIFY(shown.view.isNull());
-    QCOMPARE(manager->calls,
-             QStringList({QStringLiteral("close factorydebug"), QStringLiteral("start usb 0")}));
+    QCOMPARE(manager->calls, QStringList({QStringLiteral("close factorydebug"),
+                                          QStringLiteral("start usb 0")}));
     QCOMPARE(shown.unit.journal(QStringLiteral("mediaplay")),
              QStringList(QStringLiteral("mediaplay usb testing 1")));
 }
