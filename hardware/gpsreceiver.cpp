@@ -81,6 +81,7 @@ void GpsReceiver::restart()
             return;
         }
         runFirmware(serviceSpeed, true);
+        note(QStringLiteral("runs ") + m_versions.gps());
     });
 }
 
@@ -153,7 +154,6 @@ void GpsReceiver::runFirmware(int speed, bool inUse)
         m_line.discardUnread();
         m_line.setPortSpeed(speed);
     }
-    note(QStringLiteral("runs ") + m_versions.gps());
 }
 
 void GpsReceiver::hearLine()
@@ -384,6 +384,7 @@ void GpsReceiver::showPrompt()
 void GpsReceiver::startFirmware()
 {
     runFirmware(firmwareSpeed, false);
+    note(QStringLiteral("runs ") + m_versions.gps());
     if (answers(QStringLiteral("sentences"))) {
         sendSentences();
     }

@@ -205,6 +205,9 @@ struct ViewOnScreen
         view->show();
     }
 
+    // They speak with the unit to their end.
+    ~ViewOnScreen() { qDeleteAll(gpsPages()); }
+
     void tap(const char *menuId) { unit.tap(menuPoint(menuId)); }
 
     TestUnit unit;
@@ -216,7 +219,6 @@ struct ViewOnScreen
 void TestFactoryDebugView::cleanup()
 {
     usbTestListType = 1;
-    qDeleteAll(gpsPages());
 }
 
 void TestFactoryDebugView::menuButton_data()

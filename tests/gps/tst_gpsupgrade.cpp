@@ -155,14 +155,11 @@ void TestGpsUpgrade::upgrades()
                  readFile(m_unit->path(QStringLiteral("/media/flash/gps_") + file)));
     }
     QCOMPARE(m_unit->unit().versions().gps(), QStringLiteral("GNSS 9.8.7"));
-    QCOMPARE(m_unit->journal(QStringLiteral("receiver ")),
+    // Without the "5", of which the new firmware may hear a late one, or what is left of it.
+    QCOMPARE(m_unit->journal(QStringLiteral("/^receiver (?!heard [^$])/")),
              QStringList({
-                 QStringLiteral("receiver runs GNSS 1.04.2"),
                  QStringLiteral("receiver heard $CFGPRT,1,0,115200,3,3"),
                  QStringLiteral("receiver heard $PDTINFO"),
-                 QStringLiteral("receiver heard 5"),
-                 QStringLiteral("receiver heard 5"),
-                 QStringLiteral("receiver heard 5"),
                  QStringLiteral("receiver heard $RESET,hf0,hff"),
                  QStringLiteral("receiver reset"),
                  QStringLiteral("receiver ROM loader"),

@@ -109,7 +109,8 @@ void writeAll(int to, const QByteArray &bytes)
 
 /// Passes frames on whole: rx takes a gap of a tenth of a second, which a busy host may well make,
 /// for a lost byte.
-void relay(const TestLine &line, const Rx &receiver, const std::atomic<bool> &isOver)
+void relay(const TestLine &line, const Rx &receiver, const std::atomic<bool> &isOver,
+           QByteArray *record)
 {
     const char stx = 0x02;
     const int frameSize = 1029;
@@ -123,10 +124,15 @@ void relay(const TestLine &line, const Rx &receiver, const std::atomic<bool> &is
         if (sent.size() >= needed) {
             writeAll(receiver.terminal(), sent.left(needed));
             sent.remove(0, needed);
+            *record += needed == 1 ? " E" : " F";
         }
         if (ends[1].revents != 0) {
             const QByteArray answers = readSome(receiver.answers());
+            // Behind its first request rx throws away what has come; a host that is busy just then
+            // would have it throw away the first frame.
+            QTest::qSleep(record->isEmpty() ? 400 : 0);
             writeAll(line.farEnd(), answers);
+            *record += ' ' + answers.toHex();
             ends[1].fd = answers.isEmpty() ? -1 : ends[1].fd;
         }
     }
@@ -151,15 +157,17 @@ QString transfer(const QByteArray &content)
     const TestLine line;
     Rx receiver(QFile::encodeName(received));
     std::atomic<bool> isOver(false);
-    std::thread relaying([&] { relay(line, receiver, isOver); });
+    QByteArray record; // of frames, EOTs and answers
+    std::thread relaying([&] { relay(line, receiver, isOver, &record); });
     const int result = xmodem_send(line.port(), QFile::encodeName(sent).constData());
     const bool endedWell = receiver.endsWell(result != 0);
     isOver = true;
     relaying.join();
     if (result != 0 || !endedWell) {
-        return QStringLiteral("xmodem_send() gives %1; rx ends %2")
+        return QStringLiteral("xmodem_send() gives %1; the line's last bytes are %3; rx ends %2")
             .arg(result)
-            .arg(endedWell ? QStringLiteral("well") : QStringLiteral("badly"));
+            .arg(endedWell ? QStringLiteral("well") : QStringLiteral("badly"),
+                 QString::fromLatin1(record.right(120)));
     }
     const int filling = -content.size() & 1023;
     return readFile(received) == content + QByteArray(filling, '\x1A')
