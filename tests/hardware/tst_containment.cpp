@@ -156,6 +156,8 @@ void tst_Containment::commandsStayInTheUnit()
     writeFile(unit.path(QStringLiteral("/media/flash/nvm/dfb_crash.dump")), "crash");
     writeFile(unit.path(QStringLiteral("/media/flash/userdata/log_service/a b/log 1")), "one");
     writeFile(unit.path(QStringLiteral("/media/usb0/nvm/btsnoop.log")), "old");
+    // A plain file in the receiver's place, since what is written there shall be read again.
+    QFile::remove(unit.path(QStringLiteral("/dev/ttyS3")));
     {
         const Gate gate(*unit);
         const GateProbe &probe = probeOf("gateprobe-hardened");
