@@ -49,7 +49,8 @@ private:
     State timeOut();
 
     void buildFrame();
-    void send(const unsigned char *bytes, std::size_t count);
+    /// How many bytes got through; what does not is not answered, and that is what is looked at.
+    int send(const unsigned char *bytes, std::size_t count);
     bool waitForData(const Deadline &deadline);
     void readAnswer();
 
@@ -133,12 +134,10 @@ XmodemSender::State XmodemSender::sendNextBlock()
     std::putchar('.');
     std::fflush(stdout);
 
-    const Deadline deadline;
-    // While the frame is on its way: no answer is read earlier, and a slow line loses no time.
-    usleep(answerPauseUs);
-    if (!waitForData(deadline)) {
+    if (!waitForData(Deadline())) {
         return timeOut();
     }
+    usleep(answerPauseUs);
     readAnswer();
     if (m_answer != ack) {
         std::puts("ACK Error!");
@@ -155,8 +154,8 @@ XmodemSender::State XmodemSender::resendBlock()
         return Sent;
     }
     ++m_retries;
-    send(m_frame, frameSize);
-    std::printf("Retry for ACK,%d,%d...", m_block, m_retries);
+    const int written = send(m_frame, frameSize);
+    std::printf("Retry for ACK,%d,%d...", m_block, written);
     if (!waitForData(Deadline())) {
         return timeOut();
     }
@@ -204,11 +203,9 @@ void XmodemSender::buildFrame()
     m_frame[crcOffset + 1] = static_cast<unsigned char>(crc);
 }
 
-void XmodemSender::send(const unsigned char *bytes, std::size_t count)
+int XmodemSender::send(const unsigned char *bytes, std::size_t count)
 {
-    // What does not get through is not answered, and that is what is looked at.
-    const ssize_t written = write(m_fd, bytes, count);
-    static_cast<void>(written);
+    return static_cast<int>(write(m_fd, bytes, count));
 }
 
 bool XmodemSender::waitForData(const Deadline &deadline)

@@ -4,6 +4,7 @@
 #include "usbtestmodel.h"
 #include "usbteststate.h"
 
+#include "customwidget/listpage.h"
 #include "customwidget/listview.h"
 #include "factorydebug/trace.h"
 
@@ -39,14 +40,13 @@ USBTestView::USBTestView(QWidget *parent)
     , m_usbManager(kv_usb::KVUsbManager::GetInstance())
     , m_model(nullptr)
     , m_delegate(nullptr)
-    , m_page(parent)
 {
     traceManager();
     loadCurrentModes();
     usbTestListType = UsbTestTopList;
     m_model = new USBTestModel(this);
     m_delegate = new USBTestDelegate(this);
-    showList();
+    showList(parent);
 }
 
 USBTestView::~USBTestView()
@@ -72,10 +72,11 @@ void USBTestView::loadCurrentModes()
                   << ", curTestMode:" << curTestMode;
 }
 
-void USBTestView::showList()
+void USBTestView::showList(QWidget *host)
 {
-    ListView *list = m_page.listView();
-    m_page.setRows(m_model, m_delegate);
+    m_page.reset(new ListPage(host));
+    ListView *list = m_page->listView();
+    m_page->setRows(m_model, m_delegate);
     FACTORY_TRACE << "listview isHidden:" << list->isHidden();
     list->show();
     connect(list, &ListView::listClicked, this, &USBTestView::listClickedSlot);
@@ -116,7 +117,7 @@ void USBTestView::openList(int row)
 {
     usbTestListType = UsbTestUsb0BcModes + row;
     if (usbTestListType == UsbTestModes) {
-        m_page.listView()->repaint();
+        m_page->listView()->repaint();
     }
     m_model->refresh();
     emit setTitle(tr(listTitles[row]));

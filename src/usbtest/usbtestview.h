@@ -2,11 +2,12 @@
 
 #include "usbteststate.h"
 
-#include "customwidget/listpage.h"
 
 #include <QModelIndex>
 #include <QObject>
+#include <QScopedPointer>
 
+class ListPage;
 class USBTestDelegate;
 class USBTestModel;
 
@@ -41,7 +42,7 @@ private:
 
     void traceManager() const;
     static void loadCurrentModes();
-    void showList();
+    void showList(QWidget *host);
     void openList(int row);
     void chooseBcMode(unsigned int port, int row, QString *current, const QString &key);
     void chooseTestMode(int row);
@@ -50,5 +51,5 @@ private:
     kv_usb::KVUsbManager *m_usbManager;
     USBTestModel *m_model;
     USBTestDelegate *m_delegate;
-    ListPage m_page;
+    QScopedPointer<ListPage> m_page;
 };
