@@ -11,6 +11,12 @@ namespace
 
 const int patienceMs = 120000;
 
+/// The end of what the program said, where the reason is; QtTest shows no more of a long message.
+QString lastWords(QProcess &process)
+{
+    return QString::fromLocal8Bit(process.readAll().right(1200));
+}
+
 } // namespace
 
 HeadunitRun::HeadunitRun() = default;
@@ -30,11 +36,11 @@ QString HeadunitRun::scenario(const QString &script, double speed)
         process.kill();
         process.waitForFinished();
         return QStringLiteral("%1 does not end:\n").arg(script)
-            + QString::fromLocal8Bit(process.readAll());
+            + lastWords(process);
     }
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
         return QStringLiteral("%1 ends with %2:\n").arg(script).arg(process.exitCode())
-            + QString::fromLocal8Bit(process.readAll());
+            + lastWords(process);
     }
     return QString();
 }
