@@ -19,7 +19,7 @@ namespace
 {
 FrameworkHost *currentHost = nullptr;
 const int keyTone = 0;
-}
+} // namespace
 
 FrameworkHost::FrameworkHost(QWidget *screen)
     : m_screen(screen)

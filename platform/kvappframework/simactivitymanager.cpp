@@ -2,8 +2,8 @@
 
 #include "activity.h"
 #include "activityproperty.h"
-#include "modulemanager.h"
 #include "module.h"
+#include "modulemanager.h"
 
 #include "hardware/unit.h"
 #include "simlink/simulatedunit.h"
@@ -98,10 +98,10 @@ int SimActivityManager::argument(const QString &name) const
 
 Activity *SimActivityManager::find(const QString &name) const
 {
-    const auto found
-        = std::find_if(m_activities.cbegin(), m_activities.cend(), [&name](Activity *activity) {
-              return activity->getProperty()->getName() == name;
-          });
+    const auto found =
+        std::find_if(m_activities.cbegin(), m_activities.cend(), [&name](Activity *activity) {
+            return activity->getProperty()->getName() == name;
+        });
     return found == m_activities.cend() ? nullptr : *found;
 }
 

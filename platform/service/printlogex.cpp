@@ -16,8 +16,7 @@ void printLogEx(const char *level, const char *tag, const char *format, ...)
     if (text.endsWith(QLatin1Char('\n'))) {
         text.chop(1);
     }
-    simlink::unit().journal().write(QStringLiteral("log"),
-                                    QStringLiteral("%1 %2 ").arg(QLatin1String(level),
-                                                                 QLatin1String(tag))
-                                        + text);
+    simlink::unit().journal().write(
+        QStringLiteral("log"),
+        QStringLiteral("%1 %2 ").arg(QLatin1String(level), QLatin1String(tag)) + text);
 }

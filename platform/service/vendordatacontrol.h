@@ -16,8 +16,8 @@ public:
         PosPanelContrast = 5,
     };
 
-    /// Where an item lies, in bytes from the beginning, and how many bytes it has. 0 on success; any
-    /// other value leaves \a offset and \a length as they were.
+    /// Where an item lies, in bytes from the beginning, and how many bytes it has. 0 on success;
+    /// any other value leaves \a offset and \a length as they were.
     static int getVendorPosOffset(VendorPos position, int &offset, int &length);
 
     /// Writes \a length bytes of \a data at \a offset; 0 on success.

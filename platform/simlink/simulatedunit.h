@@ -36,8 +36,7 @@ KV_API int hostMs(int unitMs);
 KV_API void *serviceOf(std::type_index type, const std::function<std::shared_ptr<void>()> &make);
 
 /// The unit's one object of a service class, whose constructor only \a make can reach. Any thread.
-template <typename Service, typename Make>
-Service *service(Make make)
+template <typename Service, typename Make> Service *service(Make make)
 {
     return static_cast<Service *>(serviceOf(typeid(Service), [&make] {
         return std::shared_ptr<void>(make(),

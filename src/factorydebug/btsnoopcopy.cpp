@@ -22,8 +22,8 @@ struct LogFolder
 };
 
 const LogFolder logFolders[] = {
-    {"%s/userdata", "%s/userdata/btsnoop.log", "rm %s/userdata/btsnoop.log",
-     "mkdir -p %s/userdata", "cp /media/flash/userdata/btsnoop.log %s/userdata"},
+    {"%s/userdata", "%s/userdata/btsnoop.log", "rm %s/userdata/btsnoop.log", "mkdir -p %s/userdata",
+     "cp /media/flash/userdata/btsnoop.log %s/userdata"},
     {"%s/nvm", "%s/nvm/btsnoop.log", "rm %s/nvm/btsnoop.log", "mkdir -p %s/nvm",
      "cp /media/flash/nvm/btsnoop.log %s/nvm"},
 };

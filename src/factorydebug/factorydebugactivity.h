@@ -12,7 +12,8 @@ class FactoryDebugctivity : public QObject, public kvappframework::Activity
     Q_INTERFACES(kvappframework::Activity)
 
 public:
-    /// Asks the "info" module, if there is one, to start this activity on the factory-debug request.
+    /// Asks the "info" module, if there is one, to start this activity on the factory-debug
+    /// request.
     FactoryDebugctivity();
     ~FactoryDebugctivity() override;
 

@@ -83,8 +83,7 @@ void setMediaplayUsbTesting()
     }
 }
 
-template <typename Page>
-void deletePage(Page *&page)
+template <typename Page> void deletePage(Page *&page)
 {
     delete page;
     page = nullptr;

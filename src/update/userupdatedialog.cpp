@@ -53,8 +53,7 @@ bool isDevice(int type)
 /// Mount roots of that device, in the order in which they were mounted.
 QStringList mountRoots(const Device &device, UsbControl *usb)
 {
-    QStringList roots =
-        FileDeviceParser::getInstance()->getMountDeviceByType(device.mediaType);
+    QStringList roots = FileDeviceParser::getInstance()->getMountDeviceByType(device.mediaType);
     const auto isElsewhere = [&device, usb](const QString &root) {
         return usb->getHwCtrlId(root) != device.controllerId;
     };

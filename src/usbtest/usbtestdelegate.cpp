@@ -31,8 +31,7 @@ USBTestDelegate::USBTestDelegate(QObject *parent)
 {
 }
 
-void USBTestDelegate::paintRow(QPainter *painter, const QRect &rect,
-                               const QModelIndex &index) const
+void USBTestDelegate::paintRow(QPainter *painter, const QRect &rect, const QModelIndex &index) const
 {
     FACTORY_TRACE << "usbTestListType:" << usbTestListType << ", row:" << index.row();
     if (usbTestListType == UsbTestTopList) {
@@ -50,9 +49,8 @@ void USBTestDelegate::paintTopRow(QPainter *painter, const QRect &rect,
     FACTORY_TRACE << "title:" << rowTitle << ", value:" << value;
     drawTitle(painter, rect, rowTitle, normalColor);
     painter->setPen(currentColor);
-    painter->drawText(rect.left(), rect.top(),
-                      rect.right() - 2 * rect.left() - valueRightMargin, rect.height(),
-                      Qt::AlignRight | Qt::AlignVCenter, value);
+    painter->drawText(rect.left(), rect.top(), rect.right() - 2 * rect.left() - valueRightMargin,
+                      rect.height(), Qt::AlignRight | Qt::AlignVCenter, value);
     drawArrow(painter, rect);
 }
 

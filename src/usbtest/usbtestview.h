@@ -2,7 +2,6 @@
 
 #include "usbteststate.h"
 
-
 #include <QModelIndex>
 #include <QObject>
 #include <QScopedPointer>

@@ -128,8 +128,9 @@ void TestBtsnoopCopy::deviceThatTheShellWouldInterpretRunsNothing()
     copyBtsnoopLogs("/media/usb 0;reboot");
 
     QCOMPARE(unit.journal(QStringLiteral("/^shell /")), QStringList());
-    QCOMPARE(capture.texts(), QStringList(QStringLiteral(
-                                  "device not usable in a command: \"/media/usb 0;reboot\"")));
+    QCOMPARE(
+        capture.texts(),
+        QStringList(QStringLiteral("device not usable in a command: \"/media/usb 0;reboot\"")));
 }
 
 void TestBtsnoopCopy::longestDeviceThatFitsIsUsed()

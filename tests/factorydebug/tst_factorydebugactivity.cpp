@@ -191,8 +191,9 @@ void TestFactoryDebugActivity::traces()
     {
         const FactoryDebugctivity activity;
     }
-    QCOMPARE(capture.texts(), QStringList({QStringLiteral("FactoryDebugctivity"),
-                                           QStringLiteral("~FactoryDebugctivity")}));
+    QCOMPARE(capture.texts(),
+             QStringList(
+                 {QStringLiteral("FactoryDebugctivity"), QStringLiteral("~FactoryDebugctivity")}));
     const QRegularExpression form(QStringLiteral(
         R"(^\[Info\] \[FactoryDebug\] \[ factorydebugactivity\.cpp : \d+ \]  FactoryDebugctivity$)"));
     QVERIFY(form.match(capture.lines().first()).hasMatch());

@@ -1,7 +1,7 @@
 #include "factorydebug/factorydebugproperty.h"
 
-#include <QWidget>
 #include <QtTest>
+#include <QWidget>
 
 using namespace kvappframework;
 

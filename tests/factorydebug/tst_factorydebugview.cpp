@@ -338,11 +338,11 @@ void TestFactoryDebugView::pagesAreLeftInTheirOrder()
     ViewOnScreen shown;
     const TraceCapture capture;
     shown.view->hideAllSubPage();
-    QCOMPARE(capture.texts(),
-             QStringList({"hideUsbTestView", "hideUsbEyeTestView", "hideNCMTestView",
-                          "hideKeyColorView", "hideVendorDataView", "hideGpsView",
-                          "hideALSTestView", "hideProductView", "hideSysCtrlView",
-                          "hidePanelView"}));
+    QCOMPARE(
+        capture.texts(),
+        QStringList({"hideUsbTestView", "hideUsbEyeTestView", "hideNCMTestView", "hideKeyColorView",
+                     "hideVendorDataView", "hideGpsView", "hideALSTestView", "hideProductView",
+                     "hideSysCtrlView", "hidePanelView"}));
 }
 
 void TestFactoryDebugView::openPageGoesWithTheView()
@@ -457,8 +457,7 @@ void TestFactoryDebugView::captureStartsFromTheStoredState()
     ViewOnScreen shown;
     shown.unit.unit().settings().setValue(QStringLiteral("system/capture"), true);
     shown.tap("idCapture");
-    const auto *popup
-        = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
+    const auto *popup = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
     QCOMPARE(popup->text(), QStringLiteral("capture turned off"));
 }
 
@@ -468,8 +467,7 @@ void TestFactoryDebugView::captureNoticeGoesAfterTwoSeconds()
     QElapsedTimer clock;
     clock.start();
     shown.tap("idCapture");
-    const auto *popup
-        = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
+    const auto *popup = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
     QTRY_VERIFY(!popup->isVisible());
     // Two seconds of a unit that runs ten times as fast.
     QVERIFY2(clock.elapsed() >= 200, qPrintable(QString::number(clock.elapsed())));
@@ -480,8 +478,7 @@ void TestFactoryDebugView::captureNoticeOutlivesTheView()
     ViewOnScreen shown;
     shown.tap("idCapture");
     delete shown.view;
-    const auto *popup
-        = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
+    const auto *popup = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
     QVERIFY(popup != nullptr);
     QVERIFY(popup->isVisible());
 }
@@ -509,8 +506,9 @@ void TestFactoryDebugView::copyBtsnoopTakesTheLastDevice()
     shown.unit.plug(QStringLiteral("usb0"));
     const TraceCapture capture;
     shown.tap("idCopyBtsnoop");
-    QCOMPARE(capture.texts(), QStringList({QStringLiteral("id: \"idCopyBtsnoop\""),
-                                           QStringLiteral("last device: \"/media/usb0\"")}));
+    QCOMPARE(capture.texts(),
+             QStringList({QStringLiteral("id: \"idCopyBtsnoop\""),
+                          QStringLiteral("last device: \"/media/usb0\"")}));
     QCOMPARE(shown.unit.journal(QStringLiteral("/^shell cp/")),
              QStringList({
                  QStringLiteral("shell cp /media/flash/userdata/btsnoop.log /media/usb0/userdata"),
@@ -535,8 +533,9 @@ void TestFactoryDebugView::startUsbTestInItsOrder()
     shown.unit.plug(QStringLiteral("usb0"));
     const TraceCapture capture;
     shown.tap("startUSBTest");
-    QCOMPARE(capture.texts(), QStringList({QStringLiteral("id: \"startUSBTest\""),
-                                           QStringLiteral("deviceList:  2")}));
+    QCOMPARE(
+        capture.texts(),
+        QStringList({QStringLiteral("id: \"startUSBTest\""), QStringLiteral("deviceList:  2")}));
     QCOMPARE(shown.unit.journal(QStringLiteral("/^(media|mediaplay|framework) /")),
              QStringList({
                  QStringLiteral("media scan /media/usb0"),
@@ -553,8 +552,9 @@ void TestFactoryDebugView::startUsbTestWithoutStorageNeitherClosesNorStarts()
     ViewOnScreen shown;
     const TraceCapture capture;
     shown.tap("startUSBTest");
-    QCOMPARE(capture.texts(), QStringList({QStringLiteral("id: \"startUSBTest\""),
-                                           QStringLiteral("deviceList:  0")}));
+    QCOMPARE(
+        capture.texts(),
+        QStringList({QStringLiteral("id: \"startUSBTest\""), QStringLiteral("deviceList:  0")}));
     QCOMPARE(shown.unit.journal(QStringLiteral("/^(media|mediaplay|framework) /")), QStringList());
 }
 
@@ -579,8 +579,8 @@ void TestFactoryDebugView::startUsbTestUsesNothingOfTheViewAfterTheClose()
     QMetaObject::invokeMethod(shown.view, "buttonClicked", Qt::DirectConnection,
                               Q_ARG(QString, QStringLiteral("startUSBTest")));
     QVERIFY(shown.view.isNull());
-    QCOMPARE(manager->calls, QStringList({QStringLiteral("close factorydebug"),
-                                          QStringLiteral("start usb 0")}));
+    QCOMPARE(manager->calls,
+             QStringList({QStringLiteral("close factorydebug"), QStringLiteral("start usb 0")}));
     QCOMPARE(shown.unit.journal(QStringLiteral("mediaplay")),
              QStringList(QStringLiteral("mediaplay usb testing 1")));
 }

@@ -80,8 +80,9 @@ void TestPlugin::castByInterfaceIdAndByNameGivesTheSameActivityPart()
 void TestPlugin::exportsTheQtEntryPointsOnly()
 {
     QProcess nm;
-    nm.start(QStringLiteral("nm"), {QStringLiteral("--dynamic"), QStringLiteral("--defined-only"),
-                                    QStringLiteral("--format=posix"), pluginFile});
+    nm.start(QStringLiteral("nm"),
+             {QStringLiteral("--dynamic"), QStringLiteral("--defined-only"),
+              QStringLiteral("--format=posix"), pluginFile});
     QVERIFY(nm.waitForFinished());
     QStringList strong;
     const QStringList lines = QString::fromLatin1(nm.readAllStandardOutput()).split('\n');
@@ -94,8 +95,9 @@ void TestPlugin::exportsTheQtEntryPointsOnly()
         }
     }
     strong.sort();
-    QCOMPARE(strong, QStringList({QStringLiteral("qt_plugin_instance"),
-                                  QStringLiteral("qt_plugin_query_metadata")}));
+    QCOMPARE(strong,
+             QStringList({QStringLiteral("qt_plugin_instance"),
+                          QStringLiteral("qt_plugin_query_metadata")}));
 }
 
 QTEST_MAIN(TestPlugin)

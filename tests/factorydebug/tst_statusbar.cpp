@@ -129,8 +129,9 @@ void TestStatusBar::traces()
     const TraceCapture capture;
     StatusBar bar(&unit.screen());
     bar.interSecondary(QStringLiteral("USB Test"));
-    QCOMPARE(capture.texts(), QStringList({QStringLiteral("interPrimary"),
-                                           QStringLiteral("interSecondary \"USB Test\"")}));
+    QCOMPARE(capture.texts(),
+             QStringList(
+                 {QStringLiteral("interPrimary"), QStringLiteral("interSecondary \"USB Test\"")}));
     QVERIFY(capture.lines().first().contains(QLatin1String("[ statusbar.cpp : ")));
 }
 

@@ -260,8 +260,9 @@ void TestXmodemSender::aBlockIsSentAgain()
     });
     QCOMPARE(outcome.result, 0);
     QCOMPARE(second, first);
-    QVERIFY2(outcome.output.contains(".ACK Error!\n0x15\nRetry for ACK,1,1029...OK\nComplete ACK\n"),
-             outcome.output.constData());
+    QVERIFY2(
+        outcome.output.contains(".ACK Error!\n0x15\nRetry for ACK,1,1029...OK\nComplete ACK\n"),
+        outcome.output.constData());
 }
 
 void TestXmodemSender::twelfthNakInARowEndsWithSuccess()

@@ -32,9 +32,9 @@ void postRule(const QString &activity, const QString &module,
 {
     const auto info = ModuleManager::self()->getModule(QStringLiteral("info"));
     const auto data = QSharedPointer<EventPrivateData>::create(activity, QVariant(module));
-    QCoreApplication::postEvent(info->getReceiver(),
-                                new SysEvent(UserType, eventId, QVariant(false),
-                                             SysEvent::NoArgument, data));
+    QCoreApplication::postEvent(
+        info->getReceiver(),
+        new SysEvent(UserType, eventId, QVariant(false), SysEvent::NoArgument, data));
     QCoreApplication::processEvents();
 }
 

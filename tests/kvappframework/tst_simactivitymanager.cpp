@@ -98,8 +98,9 @@ void TestSimActivityManager::startOfARunningActivityOnlyRestartsIt()
     manager.startActivity(QStringLiteral("one"), 0);
     manager.startActivity(QStringLiteral("one"), 1);
     QCoreApplication::processEvents();
-    QCOMPARE(activity.calls, QStringList({QStringLiteral("onCreat"), QStringLiteral("onStart"),
-                                          QStringLiteral("onStart")}));
+    QCOMPARE(activity.calls,
+             QStringList({QStringLiteral("onCreat"), QStringLiteral("onStart"),
+                          QStringLiteral("onStart")}));
     QCOMPARE(manager.running(), QStringList(QStringLiteral("one")));
     QCOMPARE(unit.screen().children().last(), &ui);
     manager.remove(&activity);
@@ -184,8 +185,8 @@ void TestSimActivityManager::closeAllClosesTheLatestFirst()
     QCoreApplication::processEvents();
     manager.closeAll();
     QCOMPARE(unit.journal(QStringLiteral("framework closed")),
-             QStringList({QStringLiteral("framework closed two"),
-                          QStringLiteral("framework closed one")}));
+             QStringList(
+                 {QStringLiteral("framework closed two"), QStringLiteral("framework closed one")}));
     manager.remove(&one);
     manager.remove(&two);
 }

@@ -43,18 +43,20 @@ void TestCMsgClass::rootPathIsTheLatestUsbStorage()
     QVERIFY(unit.unit().storage().pull(QStringLiteral("usb0"), &error));
     QVERIFY(unit.unit().storage().pull(QStringLiteral("usb1"), &error));
     QCOMPARE(rootPath(), QString());
-    QCOMPARE(spy, QList<QVariantList>({{QStringLiteral("/media/usb1")},
-                                       {QStringLiteral("/media/usb0")},
-                                       {QStringLiteral("/media/usb1")},
-                                       {QString()}}));
+    QCOMPARE(spy,
+             QList<QVariantList>({{QStringLiteral("/media/usb1")},
+                                  {QStringLiteral("/media/usb0")},
+                                  {QStringLiteral("/media/usb1")},
+                                  {QString()}}));
 }
 
 void TestCMsgClass::storageNewsArriveOnTheGraphicalThread()
 {
     TestUnit unit;
     QThread *arrival = nullptr;
-    connect(CMsgClass::getInstance(), &CMsgClass::sigDevRootPath, CMsgClass::getInstance(),
-            [&arrival] { arrival = QThread::currentThread(); }, Qt::DirectConnection);
+    connect(
+        CMsgClass::getInstance(), &CMsgClass::sigDevRootPath, CMsgClass::getInstance(),
+        [&arrival] { arrival = QThread::currentThread(); }, Qt::DirectConnection);
     std::thread plugger([&unit] {
         QString error;
         unit.unit().storage().plug(QStringLiteral("usb0"), QString(), &error);
@@ -79,8 +81,7 @@ void TestCMsgClass::rebootReachesThePower()
     QSignalSpy spy(&unit.unit().mcu(), &hardware::Mcu::rebootRequested);
     CMsgClass::getInstance()->setSysReboot();
     QCOMPARE(spy.size(), 1);
-    QCOMPARE(unit.journal(QStringLiteral("/^mcu /")),
-             QStringList(QStringLiteral("mcu reboot")));
+    QCOMPARE(unit.journal(QStringLiteral("/^mcu /")), QStringList(QStringLiteral("mcu reboot")));
 }
 
 void TestCMsgClass::beepAndUpdateReadyAreJournalled()

@@ -35,8 +35,7 @@ QString HeadunitRun::scenario(const QString &script, double speed)
     if (!process.waitForFinished(patienceMs)) {
         process.kill();
         process.waitForFinished();
-        return QStringLiteral("%1 does not end:\n").arg(script)
-            + lastWords(process);
+        return QStringLiteral("%1 does not end:\n").arg(script) + lastWords(process);
     }
     if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
         return QStringLiteral("%1 ends with %2:\n").arg(script).arg(process.exitCode())

@@ -31,8 +31,8 @@ private:
 };
 
 /// Fails the test when a scenario does.
-#define RUN_SCENARIO(run, ...)                                                                    \
-    do {                                                                                          \
-        const QString complaint = (run).scenario(__VA_ARGS__);                                    \
-        QVERIFY2(complaint.isEmpty(), qPrintable(complaint));                                     \
+#define RUN_SCENARIO(run, ...)                                                                     \
+    do {                                                                                           \
+        const QString complaint = (run).scenario(__VA_ARGS__);                                     \
+        QVERIFY2(complaint.isEmpty(), qPrintable(complaint));                                      \
     } while (false)

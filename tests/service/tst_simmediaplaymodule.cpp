@@ -29,8 +29,8 @@ void TestSimMediaplayModule::remembersAndJournalsTheTest()
 
 void TestSimMediaplayModule::isFoundByTheCastOfAModule()
 {
-    const QSharedPointer<kvappframework::Module> module
-        = QSharedPointer<SimMediaplayModule>::create();
+    const QSharedPointer<kvappframework::Module> module =
+        QSharedPointer<SimMediaplayModule>::create();
     QVERIFY(!qSharedPointerDynamicCast<MediaplayModulePlugin>(module).isNull());
     QVERIFY(module->getReceiver() != nullptr);
 }

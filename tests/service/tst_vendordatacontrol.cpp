@@ -22,9 +22,9 @@ void TestVendorDataControl::placesAreThoseOfTheTable()
     const TestUnit unit;
     int offset = -1;
     int length = -1;
-    QCOMPARE(VendorDataControl::getVendorPosOffset(VendorDataControl::PosPanelContrast, offset,
-                                                   length),
-             0);
+    QCOMPARE(
+        VendorDataControl::getVendorPosOffset(VendorDataControl::PosPanelContrast, offset, length),
+        0);
     QCOMPARE(offset, 268);
     QCOMPARE(length, 4);
 }

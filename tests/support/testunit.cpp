@@ -7,8 +7,8 @@
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
-#include <QWindow>
 #include <QtTest>
+#include <QWindow>
 
 namespace
 {
