@@ -65,7 +65,7 @@ bool UpdatePackage::readOn(int bytes)
     m_checksum.add(piece);
     m_left -= piece.size();
     if (m_left == 0) {
-        m_state = number(m_file.read(checksumLength)) == m_checksum.value() ? Good : WrongChecksum;
+        m_state = readChecksum();
     }
     return m_left > 0;
 }
@@ -106,7 +106,19 @@ UpdatePackage::Result UpdatePackage::readHeader()
     }
     m_checksum.add(m_header);
     m_left = number(m_header, payloadLengthOffset);
-    return m_file.size() == headerLength + m_left + checksumLength ? Good : WrongLength;
+    if (m_file.size() != headerLength + m_left + checksumLength) {
+        return WrongLength;
+    }
+    return m_left == 0 ? readChecksum() : Good;
+}
+
+UpdatePackage::Result UpdatePackage::readChecksum()
+{
+    const QByteArray checksum = m_file.read(checksumLength);
+    if (checksum.size() != checksumLength) {
+        return Unreadable;
+    }
+    return number(checksum) == m_checksum.value() ? Good : WrongChecksum;
 }
 
 QString UpdatePackage::version(int offset) const

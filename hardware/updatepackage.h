@@ -53,6 +53,7 @@ public:
 
 private:
     Result readHeader();
+    Result readChecksum();
     QString version(int offset) const;
 
     QFile m_file;

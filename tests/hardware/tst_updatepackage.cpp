@@ -83,6 +83,9 @@ void TestUpdatePackage::check_data()
         << QStringList({QStringLiteral("--size"), QStringLiteral("1")}) << int(UpdatePackage::Good);
     QTest::newRow("corrupt") << QStringList(QStringLiteral("--corrupt"))
                              << int(UpdatePackage::WrongChecksum);
+    QTest::newRow("corrupt without a payload")
+        << QStringList({QStringLiteral("--corrupt"), QStringLiteral("--size"), QStringLiteral("0")})
+        << int(UpdatePackage::WrongChecksum);
     QTest::newRow("truncated") << QStringList(QStringLiteral("--truncated"))
                                << int(UpdatePackage::WrongLength);
 }
