@@ -11,6 +11,7 @@
 #include "service/vendordatacontrol.h"
 
 #include <QFile>
+#include <QMap>
 
 #include <algorithm>
 #include <iterator>
@@ -50,32 +51,52 @@ bool isDevice(int type)
     return type >= 0 && type < int(sizeof devices / sizeof *devices);
 }
 
-/// Mount roots of that device, in the order in which they were mounted.
-QStringList mountRoots(const Device &device, UsbControl *usb)
-{
-    QStringList roots = FileDeviceParser::getInstance()->getMountDeviceByType(device.mediaType);
-    const auto isElsewhere = [&device, usb](const QString &root) {
-        return usb->getHwCtrlId(root) != device.controllerId;
-    };
-    roots.erase(std::remove_if(roots.begin(), roots.end(), isElsewhere), roots.end());
-    return roots;
-}
-
 QString withSlash(const QString &root)
 {
     return root + QLatin1Char('/');
 }
 
+/// Root of the first device in the list that is that one, or an empty text.
+QString firstRoot(const Device &device, UsbControl *usb)
+{
+    const QStringList roots =
+        FileDeviceParser::getInstance()->getMountDeviceByType(device.mediaType);
+    const auto isHere = [&device, usb](const QString &root) {
+        return usb->getHwCtrlId(root) == device.controllerId;
+    };
+    const auto root = std::find_if(roots.begin(), roots.end(), isHere);
+    return root == roots.end() ? QString() : withSlash(*root);
+}
+
+/// The device type of what hangs there, or -1.
+int deviceType(FileDeviceParser::MediaType mediaType, int controllerId)
+{
+    const auto isThere = [mediaType, controllerId](const Device &device) {
+        return device.mediaType == mediaType && device.controllerId == controllerId;
+    };
+    const Device *device = std::find_if(std::begin(devices), std::end(devices), isThere);
+    return device == std::end(devices) ? -1 : int(device - devices);
+}
+
+/// What is mounted, by device type. Here a later device of a controller replaces an earlier one.
+QMap<int, QString> rootsByType(UsbControl *usb)
+{
+    QMap<int, QString> found;
+    for (const auto mediaType : {FileDeviceParser::MediaType1, FileDeviceParser::MediaType2}) {
+        const QStringList roots = FileDeviceParser::getInstance()->getMountDeviceByType(mediaType);
+        for (const QString &root : roots) {
+            found.insert(deviceType(mediaType, usb->getHwCtrlId(root)), withSlash(root));
+        }
+    }
+    found.remove(-1);
+    return found;
+}
+
 /// The first device that holds the file, or an empty text.
 QString detect(const QString &fileName, UsbControl *usb)
 {
-    for (const Device &device : devices) {
-        const QStringList roots = mountRoots(device, usb);
-        if (roots.isEmpty()) {
-            continue;
-        }
-        // Of several with one controller, the last one counts here.
-        const QString root = withSlash(roots.last());
+    const QMap<int, QString> candidates = rootsByType(usb);
+    for (const QString &root : candidates) {
         if (QFile::exists(QStringLiteral("%1%2").arg(root, fileName))) {
             return root;
         }
@@ -142,8 +163,7 @@ QByteArray UserUpdateDialog::getHwString(DeviceType type, QByteArray fileName) c
     if (usb != nullptr && type == AutoDetect) {
         root = detect(QFile::decodeName(fileName), usb);
     } else if (usb != nullptr && isDevice(type)) {
-        const QStringList roots = mountRoots(devices[type], usb);
-        root = roots.isEmpty() ? QString() : withSlash(roots.first());
+        root = firstRoot(devices[type], usb);
     }
     return root.isEmpty() ? QByteArray(errorPath) : QFile::encodeName(root);
 }
