@@ -18,6 +18,7 @@ private slots:
     void sdCardWinsWhereMediaTypeOneIsSd();
     void goodPackageIsHandedOver();
     void badPackagesAreNot();
+    void severalDialogsHearEveryAnswer();
     void okWithoutWhatItNeedsOnlyCloses();
 };
 
@@ -140,7 +141,17 @@ void TestListPages::badPackagesAreNot()
     makePackage(run, QStringLiteral("usb0"), {QStringLiteral("--corrupt")});
     makePackage(run, QStringLiteral("usb1"),
                 {QStringLiteral("--size"), QStringLiteral("20000000")});
+    makePackage(run, QStringLiteral("sd0"), {QStringLiteral("--truncated")});
     RUN_SCENARIO(run, QStringLiteral("update-bad.txt"), speed);
+    QCOMPARE(updateRecord(run), QByteArray(64, '\0'));
+}
+
+void TestListPages::severalDialogsHearEveryAnswer()
+{
+    HeadunitRun run;
+    makePackage(run, QStringLiteral("usb0"), {QStringLiteral("--corrupt")});
+    makePackage(run, QStringLiteral("usb1"));
+    RUN_SCENARIO(run, QStringLiteral("update-dialogs.txt"), speed);
     QCOMPARE(updateRecord(run), QByteArray(64, '\0'));
 }
 
