@@ -1,10 +1,13 @@
 #pragma once
 
+#include <QColor>
+#include <QFont>
 #include <QItemDelegate>
+#include <QList>
 #include <QPixmap>
 
 /// Base of a list page's delegate: rows 83 pixels high, with the pressed row's background under the
-/// one that the list reported last. Subclasses paint what is on them.
+/// one that the list reported last. Subclasses say what is on them.
 class ListRowDelegate : public QItemDelegate
 {
     Q_OBJECT
@@ -21,17 +24,19 @@ public slots:
     void setIndexPressSlot(int index, bool press);
 
 protected:
-    /// Paints a row onto its background, with the rows' font; \a painter is restored afterwards.
-    virtual void paintRow(QPainter *painter, const QRect &rect, const QModelIndex &index) const = 0;
+    /// What there is to see on a row.
+    struct Row
+    {
+        QString title;
+        bool isCurrent; ///< the title is red
+        QString value;  ///< on the right, in red
+        bool hasArrow;
+    };
+
+    /// What is on that row now; asked at each painting.
+    virtual Row row(const QModelIndex &index) const = 0;
 
     static QString title(const QModelIndex &index);
-    static void drawTitle(QPainter *painter, const QRect &rect, const QString &title,
-                          const QColor &color);
-    void drawArrow(QPainter *painter, const QRect &rect) const;
-
-    static const QColor normalColor;
-    /// Of what is current.
-    static const QColor currentColor;
 
 private:
     Q_DISABLE_COPY(ListRowDelegate)
@@ -46,9 +51,29 @@ private:
         QPixmap scaled;
     };
 
+    /// A row as it was painted, and all that its looks depend on. A list that is dragged paints the
+    /// same rows again and again, and a text costs as much as its background.
+    struct Picture
+    {
+        bool isOf(const Picture &other) const;
+
+        Row row;
+        bool isPressed;
+        QRect place; ///< with its top at 0: where a row lies vertically makes no difference
+        QFont font;
+        QPixmap pixmap;
+    };
+
+    const QPixmap &picture(Picture &wanted) const;
+    QPixmap painted(const Picture &picture) const;
+    void drawTitle(QPainter *painter, const QRect &rect, const Row &row) const;
+    void drawValue(QPainter *painter, const QRect &rect, const QString &value) const;
+    void drawArrow(QPainter *painter, const QRect &rect) const;
+
     int m_pressedRow;
     bool m_pressed; // Kept for pages; what is painted follows the row alone.
     mutable Background m_normalBackground;
     mutable Background m_pressedBackground;
+    mutable QList<Picture> m_pictures; // the oldest one first
     QPixmap m_arrow;
 };

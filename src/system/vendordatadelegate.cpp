@@ -5,9 +5,7 @@ VendorDataDelegate::VendorDataDelegate(QObject *parent)
 {
 }
 
-void VendorDataDelegate::paintRow(QPainter *painter, const QRect &rect,
-                                  const QModelIndex &index) const
+ListRowDelegate::Row VendorDataDelegate::row(const QModelIndex &index) const
 {
-    drawTitle(painter, rect, title(index), normalColor);
-    drawArrow(painter, rect);
+    return {title(index), false, QString(), true};
 }

@@ -2,8 +2,8 @@
 
 #include "customwidget/listrowdelegate.h"
 
-/// Paints the rows of the USB test page: on the top list a title, its value in red and an arrow, on
-/// the others a title alone, in red where it is the current one.
+/// What is on the rows of the USB test page: on the top list a title, its value in red and an
+/// arrow, on the others a title alone, in red where it is the current one.
 class USBTestDelegate : public ListRowDelegate
 {
     Q_OBJECT
@@ -12,11 +12,8 @@ public:
     explicit USBTestDelegate(QObject *parent);
 
 protected:
-    void paintRow(QPainter *painter, const QRect &rect, const QModelIndex &index) const override;
+    Row row(const QModelIndex &index) const override;
 
 private:
     Q_DISABLE_COPY(USBTestDelegate)
-
-    void paintTopRow(QPainter *painter, const QRect &rect, const QModelIndex &index) const;
-    static void paintModeRow(QPainter *painter, const QRect &rect, const QModelIndex &index);
 };

@@ -1,5 +1,6 @@
 #include "customwidget/listrowdelegate.h"
 
+#include <QApplication>
 #include <QPainter>
 #include <QStringListModel>
 #include <QStyleOptionViewItem>
@@ -16,41 +17,48 @@ private slots:
     void backgroundFollowsThePressedRow();
     void backgroundIsScaledToTheRow();
     void painterIsRestored();
-    void rowsFontIs30PixelsHigh();
+    void rowIsPaintedAsItSays_data();
+    void rowIsPaintedAsItSays();
+    void rowThatLiesElsewhereIsPaintedThere();
+    void rowsAreNotMixedUp();
+    void rowIsPaintedAnewWithAnotherFont();
 };
 
 namespace
 {
 
-/// Keeps what it was given to paint with.
+/// All rows are alike.
 class BareDelegate : public ListRowDelegate
 {
 public:
-    BareDelegate()
+    explicit BareDelegate(const QString &title = QString(), bool isCurrent = false,
+                          const QString &value = QString(), bool hasArrow = false)
         : ListRowDelegate(nullptr)
+        , m_row{title, isCurrent, value, hasArrow}
     {
     }
 
-    mutable int pixelSize = 0;
-    mutable QRect place;
+    void setTitle(const QString &title) { m_row.title = title; }
 
 protected:
-    void paintRow(QPainter *painter, const QRect &rect, const QModelIndex &) const override
-    {
-        pixelSize = painter->font().pixelSize();
-        place = rect;
-        painter->setPen(Qt::green);
-    }
+    Row row(const QModelIndex &) const override { return m_row; }
+
+private:
+    Row m_row;
 };
 
-QImage painted(const ListRowDelegate &delegate, int row, const QSize &size)
+QImage painted(const ListRowDelegate &delegate, int row, const QSize &size,
+               const QPoint &place = QPoint())
 {
     const QStringListModel model(QVector<QString>(5).toList());
     QImage image(size, QImage::Format_RGB32);
     image.fill(Qt::magenta);
     QPainter painter(&image);
     QStyleOptionViewItem option;
-    option.rect = image.rect();
+    option.rect = QRect(place, QSize(800, 83));
+    if (place.isNull()) {
+        option.rect = image.rect();
+    }
     delegate.paint(&painter, option, model.index(row));
     return image;
 }
@@ -110,7 +118,6 @@ void TestListRowDelegate::backgroundIsScaledToTheRow()
     for (const QSize &size : {QSize(799, 83), QSize(400, 83), QSize(800, 40)}) {
         const QImage image = painted(delegate, 0, size);
         QCOMPARE(image, artwork("list_item_bg_n.png").scaled(size));
-        QCOMPARE(delegate.place, image.rect());
     }
 }
 
@@ -131,11 +138,93 @@ void TestListRowDelegate::painterIsRestored()
     QCOMPARE(painter.pen().color(), QColor(Qt::yellow));
 }
 
-void TestListRowDelegate::rowsFontIs30PixelsHigh()
+void TestListRowDelegate::rowIsPaintedAsItSays_data()
 {
-    const BareDelegate delegate;
-    painted(delegate, 0, QSize(800, 83));
-    QCOMPARE(delegate.pixelSize, 30);
+    QTest::addColumn<QString>("title");
+    QTest::addColumn<bool>("isCurrent");
+    QTest::addColumn<QString>("value");
+    QTest::addColumn<bool>("hasArrow");
+    const QString none;
+    QTest::newRow("title") << QStringLiteral("Title") << false << none << false;
+    QTest::newRow("current") << QStringLiteral("Title") << true << none << false;
+    QTest::newRow("arrow") << QStringLiteral("Title") << false << none << true;
+    QTest::newRow("all") << QStringLiteral("Title") << false << QStringLiteral("Value") << true;
+}
+
+void TestListRowDelegate::rowIsPaintedAsItSays()
+{
+    QFETCH(QString, title);
+    QFETCH(bool, isCurrent);
+    QFETCH(QString, value);
+    QFETCH(bool, hasArrow);
+    QImage expected = artwork("list_item_bg_n.png");
+    QPainter painter(&expected);
+    QFont font;
+    font.setPixelSize(30);
+    painter.setFont(font);
+    painter.setPen(isCurrent ? QColor(221, 18, 18) : QColor(240, 240, 240));
+    painter.drawText(QRect(QPoint(34, 0), QPoint(799, 82)), Qt::AlignLeft | Qt::AlignVCenter,
+                     title);
+    painter.setPen(QColor(221, 18, 18));
+    painter.drawText(QRect(0, 0, 662, 83), Qt::AlignRight | Qt::AlignVCenter, value);
+    if (hasArrow) {
+        // 40 pixels high, below 21 of 83.
+        painter.drawImage(662, 21, QImage(QStringLiteral(":/images/ic_list_next.png")));
+    }
+    painter.end();
+    const BareDelegate delegate(title, isCurrent, value, hasArrow);
+    QCOMPARE(painted(delegate, 0, QSize(800, 83)), expected);
+    // Painted once more, it is the same.
+    QCOMPARE(painted(delegate, 0, QSize(800, 83)), expected);
+}
+
+void TestListRowDelegate::rowThatLiesElsewhereIsPaintedThere()
+{
+    const BareDelegate delegate(QStringLiteral("Title"), false, QString(), true);
+    const QImage expected = painted(delegate, 0, QSize(800, 83));
+    const QImage below = painted(delegate, 0, QSize(800, 300), QPoint(0, 166));
+    QCOMPARE(below.copy(0, 166, 800, 83), expected);
+    QCOMPARE(below.pixelColor(400, 165), QColor(Qt::magenta));
+    QCOMPARE(below.pixelColor(400, 249), QColor(Qt::magenta));
+    // Half a row above the top.
+    const QImage above = painted(delegate, 0, QSize(800, 83), QPoint(0, -40));
+    QCOMPARE(above.copy(0, 0, 800, 43), expected.copy(0, 40, 800, 43));
+    // The title ends, and the arrow begins, that far from the row's left edge.
+    const QImage beside = painted(delegate, 0, QSize(900, 83), QPoint(50, 0));
+    QCOMPARE(beside.copy(50, 0, 700, 83), expected.copy(0, 0, 700, 83));
+}
+
+void TestListRowDelegate::rowsAreNotMixedUp()
+{
+    const int titles = 30; // many more than are kept
+    BareDelegate kept;
+    for (int round = 0; round < 2; ++round) {
+        for (int title = 0; title < titles; ++title) {
+            for (const int pressedRow : {-1, 0}) {
+                const QString text = QStringLiteral("Row %1").arg(title);
+                BareDelegate fresh(text);
+                kept.setTitle(text);
+                fresh.setIndexPressSlot(pressedRow, true);
+                kept.setIndexPressSlot(pressedRow, true);
+                const QSize size(round == 0 ? 800 : 799, 83);
+                QCOMPARE(painted(kept, 0, size), painted(fresh, 0, size));
+            }
+        }
+    }
+}
+
+void TestListRowDelegate::rowIsPaintedAnewWithAnotherFont()
+{
+    const BareDelegate kept(QStringLiteral("Title"));
+    const QImage before = painted(kept, 0, QSize(800, 83));
+    const QFont font = QApplication::font();
+    QFont italic = font;
+    italic.setItalic(true);
+    QApplication::setFont(italic);
+    const QImage after = painted(kept, 0, QSize(800, 83));
+    QApplication::setFont(font);
+    QVERIFY(after != before);
+    QCOMPARE(painted(kept, 0, QSize(800, 83)), before);
 }
 
 QTEST_MAIN(TestListRowDelegate)
