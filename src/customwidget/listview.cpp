@@ -56,6 +56,8 @@ ListView::ListView(QWidget *parent)
     , m_customBar(nullptr)
 {
     verticalScrollBar()->setStyleSheet(QLatin1String(nativeBarSheet));
+    // It cannot be seen, and every step would draw it anew.
+    verticalScrollBar()->setUpdatesEnabled(false);
     m_customBar = new LvScrollBar(this);
     m_customBar->setStyleSheet(QLatin1String(customBarSheet));
     placeCustomBar();
@@ -171,19 +173,6 @@ void ListView::click(const QModelIndex &index)
     emit setIndexPress(-1, true);
     QEvent beep(kvappframework::EventType_Beep);
     QCoreApplication::sendEvent(parent(), &beep);
-}
-
-void ListView::scrollContentsBy(int dx, int dy)
-{
-    if (!viewport()->testAttribute(Qt::WA_OpaquePaintEvent) || !m_customBar->isVisible()) {
-        QListView::scrollContentsBy(dx, dy);
-        return;
-    }
-    // What lies below the wide bar would keep all of the list from being moved.
-    QRect beside = viewport()->rect();
-    beside.setRight(m_customBar->geometry().left() - 1);
-    viewport()->scroll(dx, dy, beside);
-    viewport()->update(viewport()->rect().adjusted(beside.width(), 0, 0, 0));
 }
 
 void ListView::updateOpacity()

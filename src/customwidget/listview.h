@@ -25,7 +25,7 @@ public:
     void setCustomScrollBarVisible(bool visible);
 
     /// Promises that the rows leave nothing of what is below them visible, so that a list which
-    /// they fill need not paint that first, and scrolls by moving what it has painted.
+    /// they fill need not paint that first.
     void setRowsOpaque(bool opaque);
 
 public slots:
@@ -47,7 +47,6 @@ protected:
     void mousePressEvent(QMouseEvent *event) override;
     void mouseMoveEvent(QMouseEvent *event) override;
     void mouseReleaseEvent(QMouseEvent *event) override;
-    void scrollContentsBy(int dx, int dy) override;
 
 private:
     Q_DISABLE_COPY(ListView)
