@@ -1,5 +1,6 @@
 #include "gps/gpsserial.h"
 
+#include "scriptedselect.h"
 #include "stdoutcapture.h"
 #include "testline.h"
 
@@ -10,6 +11,7 @@
 #include <QtTest>
 
 #include <fcntl.h>
+#include <pthread.h>
 #include <sys/time.h>
 #include <unistd.h>
 
@@ -59,16 +61,20 @@ private slots:
     void waitsForBytes();
     void waitingFails_data();
     void waitingFails();
+    void selectIsAskedTwice_data();
+    void selectIsAskedTwice();
     void pollingTellsHowManyBytes();
     void pollingLastsAMillisecond();
 
     void readsWhatIsThere();
+    void readsAgainWhenNothingIsThere();
     void readsAgainWhenInterrupted();
     void lostLineEndsTheProcess_data();
     void lostLineEndsTheProcess();
 
     void preciseTimerIsUsed();
     void coarseTimerIsNotUsed();
+    void failingMeasurementsDoNotCount_data();
     void failingMeasurementsDoNotCount();
 
     void setsTheLine_data();
@@ -120,6 +126,40 @@ void TestGpsSerial::waitingFails()
     QCOMPARE(errno, EBADF);
 }
 
+void TestGpsSerial::selectIsAskedTwice_data()
+{
+    QTest::addColumn<QVector<ScriptedSelect::Result>>("results");
+    QTest::addColumn<int>("result");
+    QTest::addColumn<int>("calls");
+    using Results = QVector<ScriptedSelect::Result>;
+    QTest::newRow("at once") << Results({{1, 0}}) << 1 << 1;
+    QTest::newRow("later") << Results({{0, 0}, {1, 0}}) << 1 << 2;
+    QTest::newRow("never") << Results({{0, 0}, {0, 0}}) << 0 << 2;
+    QTest::newRow("interrupted") << Results({{-1, EINTR}, {1, 0}}) << 1 << 2;
+    QTest::newRow("interrupted twice") << Results({{-1, EINTR}, {-1, EINTR}}) << -1 << 2;
+    QTest::newRow("failed") << Results({{-1, EBADF}, {1, 0}}) << -1 << 1;
+    QTest::newRow("failed later") << Results({{0, 0}, {-1, EBADF}}) << -1 << 2;
+}
+
+void TestGpsSerial::selectIsAskedTwice()
+{
+    QFETCH(QVector<ScriptedSelect::Result>, results);
+    QFETCH(int, result);
+    QFETCH(int, calls);
+    use_select_wait = 1;
+    const TestLine line;
+    const ScriptedSelect script(line.port(), results);
+    QCOMPARE(wait_readable(line.port()), result);
+    QCOMPARE(script.calls().size(), calls);
+    for (const ScriptedSelect::Call &call : script.calls()) {
+        QCOMPARE(call.count, 1024);
+        QVERIFY(call.readsThat);
+        QVERIFY(!call.hasOtherSets);
+        QCOMPARE(int(call.timeout.tv_sec), 0);
+        QCOMPARE(int(call.timeout.tv_usec), 100);
+    }
+}
+
 void TestGpsSerial::pollingTellsHowManyBytes()
 {
     const TestLine line;
@@ -146,7 +186,7 @@ void TestGpsSerial::readsWhatIsThere()
     QCOMPARE(deal_read(line.port(), bytes, sizeof bytes), 5);
 }
 
-void TestGpsSerial::readsAgainWhenInterrupted()
+void TestGpsSerial::readsAgainWhenNothingIsThere()
 {
     const TestLine line;
     fcntl(line.port(), F_SETFL, O_NONBLOCK);
@@ -162,6 +202,31 @@ void TestGpsSerial::readsAgainWhenInterrupted()
     QCOMPARE(byte, '!');
     // EAGAIN is 11.
     QVERIFY(output.text().startsWith("read serial return -1, errno = 11, retry.\nread serial"));
+}
+
+void TestGpsSerial::readsAgainWhenInterrupted()
+{
+    struct sigaction action = {};
+    action.sa_handler = [](int) {};
+    sigaction(SIGUSR1, &action, nullptr);
+    const TestLine line;
+    const StdoutCapture output;
+    const pthread_t reader = pthread_self();
+    std::thread receiver([&] {
+        // Until one has come while it was reading.
+        while (output.text().isEmpty()) {
+            pthread_kill(reader, SIGUSR1);
+            QTest::qSleep(5);
+        }
+        line.say("!");
+    });
+    char byte = 0;
+    const int count = deal_read(line.port(), &byte, 1);
+    receiver.join();
+    QCOMPARE(count, 1);
+    QCOMPARE(byte, '!');
+    // EINTR is 4.
+    QVERIFY(output.text().startsWith("read serial return -1, errno = 4, retry.\n"));
 }
 
 void TestGpsSerial::lostLineEndsTheProcess_data()
@@ -212,21 +277,37 @@ void TestGpsSerial::coarseTimerIsNotUsed()
     QCOMPARE(use_select_wait, 0);
 }
 
+void TestGpsSerial::failingMeasurementsDoNotCount_data()
+{
+    QTest::addColumn<int>("failures");
+    QTest::addColumn<int>("result");
+    QTest::newRow("one") << 1 << 0;
+    QTest::newRow("all but one") << 9 << 0;
+    QTest::newRow("all") << 10 << -1;
+}
+
 void TestGpsSerial::failingMeasurementsDoNotCount()
 {
-    struct sigaction action = {};
-    action.sa_handler = [](int) {};
-    sigaction(SIGALRM, &action, nullptr);
-    const itimerval often = {{0, 20}, {0, 20}};
-    const itimerval never = {{0, 0}, {0, 0}};
+    QFETCH(int, failures);
+    QFETCH(int, result);
+    QVector<ScriptedSelect::Result> results(failures, {-1, EINTR});
+    results.append({0, 0});
+    const ScriptedSelect script(-1, results);
     const StdoutCapture output;
-    setitimer(ITIMER_REAL, &often, nullptr);
-    const int result = check_select();
-    setitimer(ITIMER_REAL, &never, nullptr);
-    QVERIFY(output.text().startsWith("select return with -1\n"));
-    if (output.text().count("select return with -1\n") == 10) {
-        QCOMPARE(result, -1);
-        QVERIFY(output.text().endsWith("check select() for 100us: min 2147483647, max 0\n"));
+    QCOMPARE(check_select(), result);
+    QCOMPARE(use_select_wait, result == 0 ? 1 : 0);
+    const QByteArray failed = QByteArray("select return with -1\n").repeated(failures);
+    QVERIFY2(output.text().startsWith(failed + "check select() for 100us: min "),
+             output.text().constData());
+    if (failures == 10) {
+        QCOMPARE(output.text(), failed + "check select() for 100us: min 2147483647, max 0\n");
+    }
+    QCOMPARE(script.calls().size(), 10);
+    for (const ScriptedSelect::Call &call : script.calls()) {
+        QCOMPARE(call.count, 1);
+        QVERIFY(!call.hasOtherSets);
+        QCOMPARE(int(call.timeout.tv_sec), 0);
+        QCOMPARE(int(call.timeout.tv_usec), 100);
     }
 }
 
