@@ -76,8 +76,8 @@ public:
         struct sigaction action = {};
         action.sa_handler = [](int) {};
         sigaction(SIGALRM, &action, &m_former);
-        const itimerval every200Ms = {{0, 200000}, {0, 200000}};
-        setitimer(ITIMER_REAL, &every200Ms, nullptr);
+        const itimerval twiceASecond = {{0, 500000}, {0, 500000}};
+        setitimer(ITIMER_REAL, &twiceASecond, nullptr);
         m_timer.start();
     }
     ~Interruption()
