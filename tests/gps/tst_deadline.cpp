@@ -1,10 +1,10 @@
 #include "gps/deadline.h"
 
+#include "conversation.h"
+
 #include "support/testunit.h"
 
 #include <QtTest>
-
-#include <sys/time.h>
 
 class TestDeadline : public QObject
 {
@@ -14,32 +14,20 @@ private slots:
     void passesBetween10And11Seconds();
 };
 
-namespace
-{
-
-double now()
-{
-    timeval time;
-    gettimeofday(&time, nullptr);
-    return time.tv_sec + time.tv_usec / 1e6;
-}
-
-} // namespace
-
 void TestDeadline::passesBetween10And11Seconds()
 {
     const TestUnit unit(50.0);
     for (int round = 0; round < 5; ++round) {
-        const double before = now();
+        const double before = unitTime();
         const Deadline deadline;
-        const double made = now();
+        const double made = unitTime();
         double lastTimeNotPassed = made;
-        for (double asked = now(); !deadline.hasPassed(); asked = now()) {
+        for (double asked = unitTime(); !deadline.hasPassed(); asked = unitTime()) {
             lastTimeNotPassed = asked;
         }
         // Both hold however late this thread is: readings before and after the ones that count.
         QVERIFY2(lastTimeNotPassed - made < 11, qPrintable(QString::number(lastTimeNotPassed)));
-        QVERIFY(now() - before > 10);
+        QVERIFY(unitTime() - before > 10);
     }
 }
 

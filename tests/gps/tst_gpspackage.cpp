@@ -1,5 +1,6 @@
 #include "gps/gpspackage.h"
 
+#include "conversation.h"
 #include "stdoutcapture.h"
 
 #include <QDir>
@@ -49,11 +50,6 @@ QByteArray checked(const QByteArray &path, int *result)
     const StdoutCapture output;
     *result = check_file(path.constData(), 0xF0F1F2F3);
     return output.text();
-}
-
-int openFiles()
-{
-    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size();
 }
 
 } // namespace

@@ -1,18 +1,16 @@
 #include "gps/gpsupgrade.h"
 
+#include "conversation.h"
 #include "gps/gpsserial.h"
-#include "stdoutcapture.h"
 
 #include "support/testunit.h"
 
 #include <QApplication>
-#include <QDir>
 #include <QProcess>
 #include <QRegularExpression>
 #include <QtTest>
 
 #include <sched.h>
-#include <sys/time.h>
 
 #include <thread>
 
@@ -46,17 +44,9 @@ private slots:
     void checksOfFilesThatAreGone();
 
 private:
-    struct Outcome
-    {
-        int result;
-        QByteArray output;
-        double seconds; // of the unit's time
-        int filesLeftOpen;
-    };
-
     void fault(const QString &words);
-    Outcome upgrade();
-    Outcome check(const QByteArray &bootloader, const QByteArray &firmware);
+    Conversation upgrade();
+    Conversation check(const QByteArray &bootloader, const QByteArray &firmware);
     QString expectedCheck() const;
     void make(const QByteArray &file, const char *kind, const char *version, int size);
 
@@ -70,18 +60,6 @@ const double factor = 10;
 const char bootloader[] = "/media/flash/gps_bootloader.pkg";
 const char firmware[] = "/media/flash/gps_firmware.pkg";
 const char timeOut[] = "\ntimeout!!!\n";
-
-double now()
-{
-    timeval time;
-    gettimeofday(&time, nullptr);
-    return time.tv_sec + time.tv_usec / 1e6;
-}
-
-int openFiles()
-{
-    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size();
-}
 
 } // namespace
 
@@ -115,33 +93,22 @@ void TestGpsUpgrade::fault(const QString &words)
              qPrintable(error));
 }
 
-TestGpsUpgrade::Outcome TestGpsUpgrade::upgrade()
+Conversation TestGpsUpgrade::upgrade()
 {
-    const int filesBefore = openFiles();
-    const double begin = now();
-    Outcome outcome;
-    {
-        const StdoutCapture output;
-        outcome.result = upgradeStart(bootloader, firmware);
-        outcome.output = output.text();
-    }
-    outcome.seconds = now() - begin;
-    outcome.filesLeftOpen = openFiles() - filesBefore;
-    return outcome;
+    return converse([] { return upgradeStart(bootloader, firmware); });
 }
 
 /// On a thread that keeps the real-time priority for itself.
-TestGpsUpgrade::Outcome TestGpsUpgrade::check(const QByteArray &bootloaderFile,
-                                              const QByteArray &firmwareFile)
+Conversation TestGpsUpgrade::check(const QByteArray &bootloaderFile, const QByteArray &firmwareFile)
 {
-    Outcome outcome = {};
-    const StdoutCapture output;
-    std::thread worker([&] {
-        outcome.result = checkGpsUpdateFile(bootloaderFile.constData(), firmwareFile.constData());
+    return converse([&] {
+        int result = 0;
+        std::thread worker([&] {
+            result = checkGpsUpdateFile(bootloaderFile.constData(), firmwareFile.constData());
+        });
+        worker.join();
+        return result;
     });
-    worker.join();
-    outcome.output = output.text();
-    return outcome;
 }
 
 /// What the check is to print, as somebody else's CRC and sum have it.
@@ -161,7 +128,7 @@ QString TestGpsUpgrade::expectedCheck() const
 
 void TestGpsUpgrade::upgrades()
 {
-    const Outcome outcome = upgrade();
+    const Conversation outcome = upgrade();
     QVERIFY2(outcome.result == 0, outcome.output.constData());
     QCOMPARE(outcome.filesLeftOpen, 0);
     QCOMPARE(use_select_wait, 1);
@@ -282,7 +249,7 @@ void TestGpsUpgrade::returns()
     QFETCH(int, result);
     QFETCH(QByteArray, end);
     this->fault(fault);
-    const Outcome outcome = upgrade();
+    const Conversation outcome = upgrade();
     QVERIFY2(outcome.result == result, outcome.output.constData());
     QVERIFY2(outcome.output.endsWith(end), outcome.output.constData());
     QCOMPARE(outcome.filesLeftOpen, fault.startsWith(QLatin1String("garbage")) ? 1 : 0);
@@ -307,7 +274,7 @@ void TestGpsUpgrade::filesThatAreGone()
     QFETCH(int, result);
     QFETCH(QByteArray, end);
     QVERIFY(QFile::remove(m_unit->path(file)));
-    const Outcome outcome = upgrade();
+    const Conversation outcome = upgrade();
     QCOMPARE(outcome.result, result);
     QVERIFY2(outcome.output.endsWith(end), outcome.output.constData());
     QCOMPARE(outcome.filesLeftOpen, 0);
@@ -316,7 +283,7 @@ void TestGpsUpgrade::filesThatAreGone()
 void TestGpsUpgrade::portCannotBeOpened()
 {
     QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
-    const Outcome outcome = upgrade();
+    const Conversation outcome = upgrade();
     QCOMPARE(outcome.result, -5);
     QCOMPARE(outcome.output,
              QByteArray("Can't open serial port!(errno=2:No such file or directory) \n"
@@ -351,7 +318,7 @@ void TestGpsUpgrade::withYcTheSeparateWaitForCIsSkipped()
     m_unit->unit().mcu().reboot();
     m_unit->unit().gpsReceiver().setServiceReading(false);
     fault(QStringLiteral("no-yc"));
-    const Outcome outcome = upgrade();
+    const Conversation outcome = upgrade();
     QVERIFY2(outcome.output.contains(QByteArray(timeOut) + '\n' + found),
              outcome.output.constData());
     QCOMPARE(outcome.result, 0);
@@ -360,7 +327,7 @@ void TestGpsUpgrade::withYcTheSeparateWaitForCIsSkipped()
 void TestGpsUpgrade::splitYcIsFound()
 {
     fault(QStringLiteral("split-yc"));
-    const Outcome outcome = upgrade();
+    const Conversation outcome = upgrade();
     QCOMPARE(outcome.result, 0);
     // The two bytes in front of each reading are shown with it: "$P" and then "PY".
     QVERIFY2(outcome.output.contains("10 s\n$PYPYC\n"), outcome.output.constData());
@@ -370,7 +337,7 @@ void TestGpsUpgrade::zeroBytesDoNotHideYc()
 {
     // No product reply: the two bytes in front of the first reading are zero.
     fault(QStringLiteral("silence product"));
-    const Outcome outcome = upgrade();
+    const Conversation outcome = upgrade();
     QCOMPARE(outcome.result, 0);
     QVERIFY2(outcome.output.startsWith("rByte = 0...\nwaiting for YC, timeout is 10 s\n"
                                        "\\01\\01YC\ndownload"),
@@ -380,7 +347,7 @@ void TestGpsUpgrade::zeroBytesDoNotHideYc()
 void TestGpsUpgrade::repliesAreNoFormatStrings()
 {
     m_unit->unit().versions().setGps(QStringLiteral("100%s%n%d"));
-    const Outcome outcome = upgrade();
+    const Conversation outcome = upgrade();
     QCOMPARE(outcome.result, 0);
     QVERIFY(outcome.output.startsWith("$PDTINFO,LODESTAR,100%s%n%d\r\nrByte = 29...\n"));
 }
@@ -394,7 +361,7 @@ void TestGpsUpgrade::serviceThatWasNotStoppedTakesTheAnswers()
 void TestGpsUpgrade::checks()
 {
     make(firmware, "sections", "GNSS 9.8.7", 2600);
-    const Outcome outcome = check(bootloader, firmware);
+    const Conversation outcome = check(bootloader, firmware);
     QCOMPARE(outcome.result, 0);
     const QByteArray measured = "check select() for 100us: ";
     const int end = outcome.output.indexOf(measured);
@@ -423,7 +390,7 @@ void TestGpsUpgrade::checksSayWhatTheyFind()
     QFETCH(QByteArray, kind);
     make(spoiltFile, kind.constData(), "", 0);
     use_select_wait = 7;
-    const Outcome outcome = check(bootloader, firmware);
+    const Conversation outcome = check(bootloader, firmware);
     QCOMPARE(outcome.result, -2);
     QCOMPARE(QString::fromUtf8(outcome.output), expectedCheck());
     // select() was not measured.
@@ -433,7 +400,7 @@ void TestGpsUpgrade::checksSayWhatTheyFind()
 void TestGpsUpgrade::checksOfFilesThatAreGone()
 {
     QVERIFY(QFile::remove(m_unit->path(QString::fromLatin1(firmware))));
-    const Outcome outcome = check(bootloader, firmware);
+    const Conversation outcome = check(bootloader, firmware);
     QCOMPARE(outcome.result, -2);
     const QByteArray missing =
         "\n can't open this file or not exist!(errno=2:No such file or directory) \n";

@@ -1,5 +1,6 @@
 #include "gps/xmodemsender.h"
 
+#include "conversation.h"
 #include "gps/gpspackage.h"
 #include "gps/gpsserial.h"
 #include "stdoutcapture.h"
@@ -7,12 +8,10 @@
 
 #include "support/testunit.h"
 
-#include <QDir>
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
 
-#include <sys/time.h>
 #include <unistd.h>
 
 #include <functional>
@@ -49,17 +48,9 @@ private slots:
     void pausesBeforeItReadsAnAnswer();
 
 private:
-    struct Outcome
-    {
-        int result;
-        QByteArray output;
-        double seconds; // of the unit's time
-        int filesLeftOpen;
-    };
-
     using Receiver = std::function<void(const TestLine &line)>;
 
-    Outcome send(int size, const Receiver &receiver);
+    Conversation send(int size, const Receiver &receiver);
     QByteArray content(int size) const;
 
     QTemporaryDir m_folder;
@@ -74,18 +65,6 @@ const char ack[] = "\x06";
 const char nak[] = "\x15";
 const char eot[] = "\x04";
 const char timeOut[] = "\ntimeout!!!\n";
-
-double now()
-{
-    timeval time;
-    gettimeofday(&time, nullptr);
-    return time.tv_sec + time.tv_usec / 1e6;
-}
-
-int openFiles()
-{
-    return QDir(QStringLiteral("/proc/self/fd")).entryList(QDir::Files | QDir::System).size();
-}
 
 /// Acknowledges so many frames, which it returns one after the other, and the EOT.
 QByteArray takeAll(const TestLine &line, int frames)
@@ -132,30 +111,24 @@ QByteArray TestXmodemSender::content(int size) const
     return bytes;
 }
 
-TestXmodemSender::Outcome TestXmodemSender::send(int size, const Receiver &receiver)
+Conversation TestXmodemSender::send(int size, const Receiver &receiver)
 {
     const QString file = m_folder.filePath(QStringLiteral("file"));
     writeFile(file, content(size));
     const TestLine line;
-    const int filesBefore = openFiles();
     std::thread thread([&] { receiver(line); });
-    Outcome outcome;
-    const double begin = now();
-    {
-        const StdoutCapture output;
-        outcome.result = xmodem_send(line.port(), QFile::encodeName(file).constData());
-        outcome.seconds = now() - begin;
-        outcome.output = output.text().replace(QFile::encodeName(file), "FILE");
-    }
+    Conversation outcome =
+        converse([&] { return xmodem_send(line.port(), QFile::encodeName(file).constData()); });
     thread.join();
-    outcome.filesLeftOpen = openFiles() - filesBefore;
+    outcome.output.replace(QFile::encodeName(file), "FILE");
     return outcome;
 }
 
 void TestXmodemSender::frame()
 {
     QByteArray heard;
-    const Outcome outcome = send(1024, [&](const TestLine &line) { heard = takeAll(line, 1); });
+    const Conversation outcome =
+        send(1024, [&](const TestLine &line) { heard = takeAll(line, 1); });
     QCOMPARE(outcome.result, 0);
     QCOMPARE(heard.size(), frameSize + 1);
     QCOMPARE(heard.left(3), QByteArray("\x02\x01\xFE"));
@@ -179,7 +152,7 @@ void TestXmodemSender::fillsTheLastFrame()
     QFETCH(int, size);
     QFETCH(int, frames);
     QByteArray heard;
-    const Outcome outcome =
+    const Conversation outcome =
         send(size, [&](const TestLine &line) { heard = takeAll(line, frames); });
     QCOMPARE(outcome.result, 0);
     QCOMPARE(blocksOf(heard), content(size) + QByteArray(frames * 1024 - size, '\x1A'));
@@ -190,7 +163,8 @@ void TestXmodemSender::fillsTheLastFrame()
 void TestXmodemSender::finalBlockOf1024BytesIsSentWithoutPaddingFollowedByEot()
 {
     QByteArray heard;
-    const Outcome outcome = send(2048, [&](const TestLine &line) { heard = takeAll(line, 2); });
+    const Conversation outcome =
+        send(2048, [&](const TestLine &line) { heard = takeAll(line, 2); });
     QCOMPARE(outcome.result, 0);
     QCOMPARE(heard.size(), 2 * frameSize + 1);
     QCOMPARE(blocksOf(heard), content(2048));
@@ -201,7 +175,7 @@ void TestXmodemSender::finalBlockOf1024BytesIsSentWithoutPaddingFollowedByEot()
 void TestXmodemSender::emptyFileIsEotAlone()
 {
     QByteArray heard;
-    const Outcome outcome = send(0, [&](const TestLine &line) { heard = takeAll(line, 0); });
+    const Conversation outcome = send(0, [&](const TestLine &line) { heard = takeAll(line, 0); });
     QCOMPARE(outcome.result, 0);
     QCOMPARE(heard, QByteArray(eot));
 }
@@ -209,7 +183,7 @@ void TestXmodemSender::emptyFileIsEotAlone()
 void TestXmodemSender::blockNumbersWrapFrom255To0()
 {
     QByteArray heard;
-    const Outcome outcome =
+    const Conversation outcome =
         send(258 * 1024, [&](const TestLine &line) { heard = takeAll(line, 258); });
     QCOMPARE(outcome.result, 0);
     for (int block = 1; block <= 258; ++block) {
@@ -222,7 +196,7 @@ void TestXmodemSender::blockNumbersWrapFrom255To0()
 
 void TestXmodemSender::says()
 {
-    const Outcome outcome = send(1025, [](const TestLine &line) { takeAll(line, 2); });
+    const Conversation outcome = send(1025, [](const TestLine &line) { takeAll(line, 2); });
     QCOMPARE(outcome.output,
              QByteArray("[FILE]\n"
                         "Ready to send the file:FILE\n"
@@ -237,7 +211,7 @@ void TestXmodemSender::says()
 void TestXmodemSender::nakBeforeTheFirstCIsIgnored()
 {
     QByteArray heard;
-    const Outcome outcome = send(10, [&](const TestLine &line) {
+    const Conversation outcome = send(10, [&](const TestLine &line) {
         line.say(QByteArray(nak) + ack + "x");
         heard = takeAll(line, 1);
     });
@@ -249,7 +223,7 @@ void TestXmodemSender::aBlockIsSentAgain()
 {
     QByteArray first;
     QByteArray second;
-    const Outcome outcome = send(1024, [&](const TestLine &line) {
+    const Conversation outcome = send(1024, [&](const TestLine &line) {
         line.say("C");
         first = line.hear(frameSize);
         line.say(nak);
@@ -268,7 +242,7 @@ void TestXmodemSender::aBlockIsSentAgain()
 void TestXmodemSender::twelfthNakInARowEndsWithSuccess()
 {
     QByteArray heard;
-    const Outcome outcome = send(5000, [&](const TestLine &line) {
+    const Conversation outcome = send(5000, [&](const TestLine &line) {
         line.say("C");
         for (int time = 0; time < 12; ++time) {
             heard += line.hear(frameSize);
@@ -286,7 +260,7 @@ void TestXmodemSender::twelfthNakInARowEndsWithSuccess()
 
 void TestXmodemSender::retriesAreCountedForEachBlock()
 {
-    const Outcome outcome = send(2048, [](const TestLine &line) {
+    const Conversation outcome = send(2048, [](const TestLine &line) {
         line.say("C");
         for (int block = 0; block < 2; ++block) {
             for (int time = 0; time < 11; ++time) {
@@ -308,7 +282,7 @@ void TestXmodemSender::retriesAreCountedForEachBlock()
 void TestXmodemSender::requestInTheMiddleGoesOn()
 {
     QByteArray second;
-    const Outcome outcome = send(2048, [&](const TestLine &line) {
+    const Conversation outcome = send(2048, [&](const TestLine &line) {
         line.say("C");
         line.hear(frameSize);
         line.say("C");
@@ -324,7 +298,7 @@ void TestXmodemSender::requestInTheMiddleGoesOn()
 
 void TestXmodemSender::otherByteIsFatalAndLeavesTheFileOpen()
 {
-    const Outcome outcome = send(2048, [](const TestLine &line) {
+    const Conversation outcome = send(2048, [](const TestLine &line) {
         line.say("C");
         line.hear(frameSize);
         line.say("\x18");
@@ -337,7 +311,7 @@ void TestXmodemSender::otherByteIsFatalAndLeavesTheFileOpen()
 void TestXmodemSender::eotIsSentUntilAcknowledged()
 {
     QByteArray heard;
-    const Outcome outcome = send(0, [&](const TestLine &line) {
+    const Conversation outcome = send(0, [&](const TestLine &line) {
         line.say("C");
         for (const char *answer : {nak, "C", "x", ack}) {
             heard += line.hear(1);
@@ -351,7 +325,7 @@ void TestXmodemSender::eotIsSentUntilAcknowledged()
 
 void TestXmodemSender::lateAckForEot()
 {
-    const Outcome outcome = send(0, [](const TestLine &line) {
+    const Conversation outcome = send(0, [](const TestLine &line) {
         line.say("C");
         line.hear(1);
         usleep(15000000);
@@ -387,7 +361,7 @@ void TestXmodemSender::timesOut()
 {
     QFETCH(QByteArray, answers);
     QFETCH(QByteArray, end);
-    const Outcome outcome = send(4096, [&](const TestLine &line) {
+    const Conversation outcome = send(4096, [&](const TestLine &line) {
         for (const char answer : answers) {
             line.say(QByteArray(1, answer));
             line.hear(frameSize);
@@ -405,9 +379,9 @@ void TestXmodemSender::pausesBeforeItReadsAnAnswer()
     double begin = 0;
     double end = 0;
     send(10 * 1024, [&](const TestLine &line) {
-        begin = now();
+        begin = unitTime();
         takeAll(line, 10);
-        end = now();
+        end = unitTime();
     });
     // 10 ms ahead of the request's reading and of ten answers'.
     QVERIFY2(end - begin >= 0.110, qPrintable(QString::number(end - begin)));
