@@ -21,6 +21,7 @@ TestLine::TestLine()
         || ptsname_r(m_farEnd, name, sizeof name) != 0) {
         qFatal("The host has no pseudo-terminal.");
     }
+    m_name = name;
     m_port = open(name, O_RDWR | O_NOCTTY | O_CLOEXEC);
     termios options;
     tcgetattr(m_port, &options);

@@ -12,6 +12,8 @@ public:
     Q_DISABLE_COPY(TestLine)
 
     int port() const { return m_port; }
+    /// The port's path on the host.
+    const QByteArray &name() const { return m_name; }
     int farEnd() const { return m_farEnd; }
 
     void say(const QByteArray &bytes) const;
@@ -23,4 +25,5 @@ public:
 private:
     int m_farEnd;
     int m_port;
+    QByteArray m_name;
 };

@@ -2,6 +2,8 @@
 
 #include "conversation.h"
 #include "gps/gpsserial.h"
+#include "recordedsleeps.h"
+#include "testline.h"
 
 #include "support/testunit.h"
 
@@ -11,6 +13,8 @@
 #include <QtTest>
 
 #include <sched.h>
+#include <termios.h>
+#include <unistd.h>
 
 #include <thread>
 
@@ -24,6 +28,7 @@ private slots:
 
     void upgrades();
     void secondUpgradeFollows();
+    void bytesSpeedsAndPauses();
     void saysWhatHappens();
     void returns_data();
     void returns();
@@ -60,6 +65,65 @@ const double factor = 10;
 const char bootloader[] = "/media/flash/gps_bootloader.pkg";
 const char firmware[] = "/media/flash/gps_firmware.pkg";
 const char timeOut[] = "\ntimeout!!!\n";
+
+/// A receiver that goes by a list: it takes down what comes, and at which speed of the port.
+class ListedReceiver
+{
+public:
+    struct Heard
+    {
+        QByteArray bytes;
+        speed_t speed;
+    };
+
+    explicit ListedReceiver(const TestLine &line)
+        : m_line(line)
+    {
+    }
+
+    Heard hear(int count) const
+    {
+        const QByteArray bytes = m_line.hear(count);
+        return {bytes, speed()};
+    }
+
+    /// What comes before a frame, which it takes as well.
+    QByteArray hearUntilFrame() const
+    {
+        QByteArray before;
+        for (QByteArray byte = m_line.hear(1); byte != "\x02" && !byte.isEmpty();
+             byte = m_line.hear(1)) {
+            before += byte;
+        }
+        m_line.hear(1028);
+        return before;
+    }
+
+    /// The rest of a transfer of one block.
+    void acceptBlock() const
+    {
+        m_line.say("\x06");
+        m_line.hear(1);
+        m_line.say("\x06");
+    }
+
+    speed_t speed() const
+    {
+        termios options;
+        tcgetattr(m_line.port(), &options);
+        return cfgetospeed(&options);
+    }
+
+private:
+    const TestLine &m_line;
+};
+
+/// Nothing but that text, at least so many times.
+bool isRepeated(const QByteArray &bytes, const QByteArray &text, int least)
+{
+    const int times = bytes.size() / text.size();
+    return times >= least && bytes == text.repeated(times);
+}
 
 } // namespace
 
@@ -162,6 +226,69 @@ void TestGpsUpgrade::secondUpgradeFollows()
     make(firmware, "valid", "GNSS 10.0", 100);
     QCOMPARE(upgrade().result, 0);
     QCOMPARE(m_unit->unit().versions().gps(), QStringLiteral("GNSS 10.0"));
+}
+
+void TestGpsUpgrade::bytesSpeedsAndPauses()
+{
+    m_unit.reset(); // Its gate scales time.
+    m_unit.reset(new TestUnit);
+    make(bootloader, "valid", "boot 7", 500);
+    make(firmware, "valid", "GNSS 9.8.7", 600);
+    const TestLine line;
+    const QString port = m_unit->path(QStringLiteral("/dev/ttyS3"));
+    QVERIFY(QFile::remove(port) && QFile::link(QFile::decodeName(line.name()), port));
+
+    const ListedReceiver receiver(line);
+    ListedReceiver::Heard configure, query, leave, reset, end;
+    QByteArray enter, select;
+    std::thread thread([&] {
+        configure = receiver.hear(23);
+        line.say("junk"); // It comes before the speeds are equal, and is thrown away.
+        query = receiver.hear(10);
+        line.say("product\r\n");
+        leave = receiver.hear(9);
+        reset = receiver.hear(30);
+        enter = receiver.hear(6).bytes;
+        line.say("YC");
+        usleep(100000);
+        line.say("C");
+        enter += receiver.hearUntilFrame();
+        receiver.acceptBlock();
+        line.say("boot>");
+        select = receiver.hear(4).bytes;
+        line.say("begin to update flash from uart\r\n");
+        usleep(300000);
+        line.say("C");
+        select += receiver.hearUntilFrame();
+        receiver.acceptBlock();
+        end = receiver.hear(9);
+        while (receiver.speed() != B9600) {
+            usleep(10000);
+        }
+        line.say("$GNRMC,\r\n");
+    });
+    const RecordedSleeps sleeps;
+    const Conversation outcome = upgrade();
+    thread.join();
+
+    QVERIFY2(outcome.result == 0, outcome.output.constData());
+    QVERIFY2(outcome.output.startsWith("product\r\nrByte = 9...\n"), outcome.output.constData());
+    QCOMPARE(configure.bytes, QByteArray("$CFGPRT,1,0,115200,3,3\n"));
+    QCOMPARE(configure.speed, speed_t(B230400));
+    QCOMPARE(query.bytes, QByteArray("$PDTINFO\r\n"));
+    QCOMPARE(query.speed, speed_t(B115200));
+    QCOMPARE(leave.bytes, QByteArray("5\r\n5\r\n5\r\n"));
+    QCOMPARE(reset.bytes, QByteArray("$RESET,hf0,hff\n$RESET,hf0,hff\n"));
+    QVERIFY2(isRepeated(enter, "M!T", 2), enter.constData());
+    // Once ahead of the rounds, and once in each.
+    QVERIFY2(isRepeated(select, "2\r", 2), select.constData());
+    QCOMPARE(end.bytes, QByteArray("5\r\n5\r\n5\r\n"));
+    QCOMPARE(end.speed, speed_t(B115200));
+    const QVector<qint64> transfer = {10000, 10000}; // ahead of "C" and of the block's answer
+    QCOMPARE(sleeps.all(),
+             QVector<qint64>({5000, 200000, 200000, 2000000, 50000, 50000, 50000, 50000}) + transfer
+                 + QVector<qint64>({50000, 100000}) + transfer
+                 + QVector<qint64>({200000, 50000, 50000, 50000, 50000}));
 }
 
 void TestGpsUpgrade::saysWhatHappens()

@@ -3,6 +3,7 @@
 #include "conversation.h"
 #include "gps/gpspackage.h"
 #include "gps/gpsserial.h"
+#include "recordedsleeps.h"
 #include "stdoutcapture.h"
 #include "testline.h"
 
@@ -376,15 +377,21 @@ void TestXmodemSender::timesOut()
 
 void TestXmodemSender::pausesBeforeItReadsAnAnswer()
 {
-    double begin = 0;
-    double end = 0;
-    send(10 * 1024, [&](const TestLine &line) {
-        begin = unitTime();
-        takeAll(line, 10);
-        end = unitTime();
+    m_unit.reset(); // Its gate scales time.
+    const RecordedSleeps sleeps;
+    const Conversation outcome = send(2048, [](const TestLine &line) {
+        line.say("C");
+        for (const char *answer : {nak, ack, ack}) {
+            line.hear(frameSize);
+            line.say(answer);
+        }
+        line.hear(1);
+        line.say(ack);
     });
-    // 10 ms ahead of the request's reading and of ten answers'.
-    QVERIFY2(end - begin >= 0.110, qPrintable(QString::number(end - begin)));
+    QCOMPARE(outcome.result, 0);
+    // Ahead of "C", of the first answer, of that to the retry, of that to the second block; the
+    // answer to EOT is just waited for.
+    QCOMPARE(sleeps.all(), QVector<qint64>({10000, 10000, 100, 10000}));
 }
 
 QTEST_MAIN(TestXmodemSender)
