@@ -1,6 +1,7 @@
 #include "gps/cgpscompage.h"
 
 #include "gps/cgpsfwinfo.h"
+#include "recordedsleeps.h"
 #include "stdoutcapture.h"
 
 #include "support/testunit.h"
@@ -48,6 +49,7 @@ private slots:
     void cancelReleasedOutsideDoesNothing();
     void unknownIdIsIgnored();
     void updateUpgradesAndReboots();
+    void pausesOfTheCheckAndTheUpdate();
     void updatingTextIsOnTheGlassBeforeTheThreadBlocks();
     void updateWithoutPathsOnlyBeeps();
 
@@ -491,6 +493,29 @@ void TestCGpsComPage::updateUpgradesAndReboots()
                  QStringLiteral("shell sync"),
                  QStringLiteral("mcu reboot"),
              }));
+}
+
+void TestCGpsComPage::pausesOfTheCheckAndTheUpdate()
+{
+    m_unit.reset(); // Its gate scales time.
+    m_unit.reset(new TestUnit);
+    openVerified();
+
+    QVector<qint64> checking;
+    std::thread worker([&checking] {
+        const RecordedSleeps sleeps;
+        CGpsComPage::threadPoolCallback(0);
+        checking = sleeps.all();
+    });
+    worker.join();
+    QCOMPARE(checking, QVector<qint64>({1000000}));
+
+    // Without a line the upgrade itself ends at once.
+    QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
+    const RecordedSleeps sleeps;
+    m_unit->tap(updatePoint);
+    QTRY_VERIFY(!m_unit->journal(QStringLiteral("mcu reboot")).isEmpty());
+    QCOMPARE(sleeps.all(), QVector<qint64>({3000000, 200000, 300000}));
 }
 
 void TestCGpsComPage::updatingTextIsOnTheGlassBeforeTheThreadBlocks()
