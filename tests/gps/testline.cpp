@@ -10,11 +10,13 @@
 namespace
 {
 const int patienceMs = 20000;
-}
+const int lookMs = 20; // so often whether there is still somebody to wait for
+} // namespace
 
 TestLine::TestLine()
     : m_farEnd(posix_openpt(O_RDWR | O_NOCTTY | O_CLOEXEC))
     , m_port(-1)
+    , m_portIsThrough(false)
 {
     char name[64]; // not ptsname()'s, which all threads share
     if (grantpt(m_farEnd) != 0 || unlockpt(m_farEnd) != 0
@@ -46,8 +48,7 @@ QByteArray TestLine::hear(int count) const
 {
     QByteArray heard;
     char bytes[4096];
-    pollfd ready = {m_farEnd, POLLIN, 0};
-    while (heard.size() < count && poll(&ready, 1, patienceMs) > 0) {
+    while (heard.size() < count && waitForBytes()) {
         const ssize_t size = read(m_farEnd, bytes, size_t(qMin(count - heard.size(), 4096)));
         if (size <= 0) {
             break;
@@ -55,6 +56,25 @@ QByteArray TestLine::hear(int count) const
         heard.append(bytes, int(size));
     }
     return heard;
+}
+
+bool TestLine::waitForBytes() const
+{
+    pollfd ready = {m_farEnd, POLLIN, 0};
+    bool isThere = false;
+    for (int waited = 0; !isThere && waited < patienceMs; waited += lookMs) {
+        const bool isLastLook = m_portIsThrough;
+        isThere = poll(&ready, 1, lookMs) > 0;
+        if (isLastLook) {
+            break;
+        }
+    }
+    return isThere;
+}
+
+void TestLine::portIsThrough() const
+{
+    m_portIsThrough = true;
 }
 
 void TestLine::hangUp()

@@ -262,13 +262,14 @@ void TestGpsUpgrade::bytesSpeedsAndPauses()
         select += receiver.hearUntilFrame();
         receiver.acceptBlock();
         end = receiver.hear(9);
-        while (receiver.speed() != B9600) {
+        for (int time = 0; time < 500 && receiver.speed() != B9600; ++time) {
             usleep(10000);
         }
         line.say("$GNRMC,\r\n");
     });
     const RecordedSleeps sleeps;
     const Conversation outcome = upgrade();
+    line.portIsThrough();
     thread.join();
 
     QVERIFY2(outcome.result == 0, outcome.output.constData());

@@ -120,6 +120,7 @@ Conversation TestXmodemSender::send(int size, const Receiver &receiver)
     std::thread thread([&] { receiver(line); });
     Conversation outcome =
         converse([&] { return xmodem_send(line.port(), QFile::encodeName(file).constData()); });
+    line.portIsThrough();
     thread.join();
     outcome.output.replace(QFile::encodeName(file), "FILE");
     return outcome;
