@@ -7,6 +7,16 @@
 #include <QPointer>
 #include <QtTest>
 
+/// The page's widget of that name; ends the test program when there is none.
+template <typename Widget> Widget *widgetOf(const QWidget *page, const char *name)
+{
+    auto *found = page->findChild<Widget *>(QLatin1String(name));
+    if (found == nullptr) {
+        qFatal("The page has no %s.", name);
+    }
+    return found;
+}
+
 /// A page of the plug-in on a unit's screen, in the rectangle that the main view gives to pages.
 template <typename Page> class PageOnScreen
 {
@@ -33,11 +43,7 @@ public:
 
     template <typename Widget> Widget *widget(const char *name) const
     {
-        auto *found = page->template findChild<Widget *>(QLatin1String(name));
-        if (found == nullptr) {
-            qFatal("The page has no %s.", name);
-        }
-        return found;
+        return widgetOf<Widget>(page, name);
     }
 
     QString text(const char *label) const { return widget<QLabel>(label)->text(); }

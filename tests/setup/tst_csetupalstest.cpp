@@ -1,5 +1,6 @@
 #include "setup/csetupalstest.h"
 
+#include "adjustrow.h"
 #include "pageonscreen.h"
 
 #include "kvwidget/cboolbutton.h"
@@ -59,20 +60,7 @@ namespace
 using Screen = PageOnScreen<CSetupALSTest>;
 using hardware::DayNight;
 
-struct Row
-{
-    const char *threshold;
-    const char *nameLabel;
-    const char *name;
-    const char *decrease;
-    const char *decreaseId;
-    const char *valueLabel;
-    const char *increase;
-    const char *increaseId;
-    int start; // What a new unit has.
-};
-
-const Row rows[] = {
+const AdjustRow rows[] = {
     {"day", "labDayTarget", "DayDst [max:1000]", "decreaseDay", "condec", "dayText", "increaseDay",
      "coninc", 300},
     {"night", "labNightTarget", "NightDst [min:0]", "decreaseNight", "huedec", "nightText",
@@ -97,105 +85,62 @@ void setThresholds(Screen &screen, int day, int night)
     screen.unit.unit().dayNight().setThreshold(DayNight::Night, night);
 }
 
-void addRows()
-{
-    QTest::addColumn<int>("index");
-    for (int index = 0; index < 2; ++index) {
-        QTest::newRow(rows[index].threshold) << index;
-    }
-}
-
 } // namespace
 
 void TestCSetupALSTest::endsWithTheFormsSize()
 {
     Screen screen;
     screen.open();
-    // The form resizes what was given a rectangle before.
-    QCOMPARE(screen.page->geometry(), QRect(0, 66, 800, 480));
-    QCOMPARE(screen.page->title(), QStringLiteral("ALS SENSOR DEBUG"));
-    QCOMPARE(screen.page->windowTitle(), QStringLiteral("Form"));
-    QCOMPARE(screen.page->styleSheet(), QStringLiteral("background-color:rgb(0, 0, 0);"));
-    QVERIFY(screen.page->testAttribute(Qt::WA_StyledBackground));
-    QCOMPARE(screen.widget<QWidget>("layoutWidget")->geometry(), QRect(10, 81, 781, 321));
+    RUN_CHECK(checkForm(screen.page, QRect(0, 66, 800, 480), QStringLiteral("ALS SENSOR DEBUG"),
+                        QRect(10, 81, 781, 321)));
+    RUN_CHECK(checkOwnBlackStyle(screen.page));
 }
 
 void TestCSetupALSTest::isBlack()
 {
     Screen screen;
     screen.open();
-    const QImage image = picture(screen.unit, screen.page);
-    for (const QPoint &point : {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(400, 405)}) {
-        QCOMPARE(image.pixelColor(point), QColor(Qt::black));
-    }
+    RUN_CHECK(checkIsBlack(screen.unit, screen.page,
+                           {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(400, 405)}));
 }
 
 void TestCSetupALSTest::row_data()
 {
-    addRows();
+    addIndexes(rows);
 }
 
 void TestCSetupALSTest::row()
 {
     QFETCH(int, index);
-    const Row &row = rows[index];
+    const AdjustRow &row = rows[index];
     Screen screen;
     screen.open();
 
-    const auto checkName = [&](const char *label, const char *text) {
-        const auto *name = screen.widget<QLabel>(label);
-        QCOMPARE(name->text(), QLatin1String(text));
-        QCOMPARE(name->minimumSize(), QSize(300, 35));
-        QCOMPARE(name->maximumSize(), QSize(400, 35));
-        QCOMPARE(name->font().pointSize(), 28);
-        QCOMPARE(name->styleSheet(),
-                 QStringLiteral("color: rgb(240, 240, 240);\nbackground-color: "
-                                "rgba(0, 0, 0, 0);"));
-        QVERIFY(isTextInside(name));
-    };
-    checkName(row.nameLabel, row.name);
-    checkName("labCurrentVal", "Current:0");
+    RUN_CHECK(checkRow(screen.page, row, plainNameStyle));
+    RUN_CHECK(checkNameLabel(screen.page, "labCurrentVal", "Current:0", plainNameStyle));
+    RUN_CHECK(checkGrowingValue(screen.page, row));
 
     auto *value = screen.widget<QLabel>(row.valueLabel);
-    QCOMPARE(value->text(), QString::number(row.start));
-    QCOMPARE(value->minimumSize(), QSize(60, 60));
-    QCOMPARE(value->maximumSize(), QSize(124, 60));
-    QCOMPARE(value->alignment(), Qt::Alignment(Qt::AlignCenter));
-    QCOMPARE(value->styleSheet(),
-             QStringLiteral("color: rgb(28, 160, 248);font: 30pt \"Arial\";\nbackground-color: "
-                            "rgba(0, 0, 0, 0);"));
     value->setText(QStringLiteral("1000"));
     // The layout makes room for it.
     QCoreApplication::sendPostedEvents();
     QVERIFY(isTextInside(value));
 
-    const auto checkButton = [&](const char *widget, const char *id) {
-        const auto *button = screen.widget<KvHorStrButton>(widget);
-        QCOMPARE(button->buttonId(), QLatin1String(id));
+    for (const char *name : {row.decrease, row.increase}) {
+        const auto *button = screen.widget<KvHorStrButton>(name);
         QCOMPARE(button->minimumSize(), QSize(56, 56));
         QCOMPARE(button->maximumSize(), QSize(800, 800));
-        QCOMPARE(button->displayString(), QString());
-        QVERIFY(!button->normalPixmap().isNull());
-        QVERIFY(!button->pressPixmap().isNull());
-        QVERIFY(!button->disablePixmap().isNull());
-    };
-    checkButton(row.decrease, row.decreaseId);
-    checkButton(row.increase, row.increaseId);
+    }
 }
 
 void TestCSetupALSTest::rowsAreAligned()
 {
     Screen screen;
     screen.open();
-    const auto middle = [&](const char *name) {
-        return screen.widget<QWidget>(name)->geometry().center();
-    };
-    for (const Row &row : rows) {
+    for (const AdjustRow &row : rows) {
+        RUN_CHECK(checkAlignment(screen.page, row, rows[0]));
         QCOMPARE(screen.widget<QWidget>(row.nameLabel)->x(),
                  screen.widget<QWidget>("labCurrentVal")->x());
-        QCOMPARE(middle(row.decrease).x(), middle(rows[0].decrease).x());
-        QCOMPARE(middle(row.increase).x(), middle(rows[0].increase).x());
-        QCOMPARE(middle(row.decrease).y(), middle(row.increase).y());
     }
 }
 
@@ -204,14 +149,7 @@ void TestCSetupALSTest::buttonsShowAndPress()
     Screen screen;
     screen.open();
     for (const char *name : {"decreaseNight", "increaseNight"}) {
-        const auto *button = screen.widget<QWidget>(name);
-        const QPoint middle = button->mapTo(&screen.unit.screen(), button->rect().center());
-        const QImage released = picture(screen.unit, button);
-        screen.unit.press(middle);
-        const QImage pressed = picture(screen.unit, button);
-        screen.unit.release(middle);
-        QVERIFY(pressed != released);
-        QCOMPARE(picture(screen.unit, button), released);
+        RUN_CHECK(checkShowsAndPresses(screen.unit, screen.page, name));
     }
 }
 
@@ -248,26 +186,26 @@ void TestCSetupALSTest::openingWritesBothThresholds()
 
 void TestCSetupALSTest::buttonStepsItsThreshold_data()
 {
-    addRows();
+    addIndexes(rows);
 }
 
 void TestCSetupALSTest::buttonStepsItsThreshold()
 {
     QFETCH(int, index);
-    const Row &row = rows[index];
+    const AdjustRow &row = rows[index];
     Screen screen;
     screen.open();
     screen.news();
     screen.tap(row.increase);
     QCOMPARE(screen.text(row.valueLabel), QString::number(row.start + 1));
     QCOMPARE(screen.news(effects),
-             QStringList({logged(row.increaseId), threshold(row.threshold, row.start + 1)}));
+             QStringList({logged(row.increaseId), threshold(row.subject, row.start + 1)}));
     screen.tap(row.decrease);
     screen.tap(row.decrease);
     QCOMPARE(screen.text(row.valueLabel), QString::number(row.start - 1));
     QCOMPARE(screen.news(effects),
-             QStringList({logged(row.decreaseId), threshold(row.threshold, row.start),
-                          logged(row.decreaseId), threshold(row.threshold, row.start - 1)}));
+             QStringList({logged(row.decreaseId), threshold(row.subject, row.start),
+                          logged(row.decreaseId), threshold(row.subject, row.start - 1)}));
 }
 
 void TestCSetupALSTest::day300Night300HoldEachOther()
@@ -378,10 +316,7 @@ void TestCSetupALSTest::anotherIndexDoesNothing()
 
 void TestCSetupALSTest::unknownIdIsIgnored_data()
 {
-    QTest::addColumn<QString>("id");
-    for (const char *id : {"CONINC", "briinc", "day"}) {
-        QTest::newRow(id) << QString::fromLatin1(id);
-    }
+    addIds({"CONINC", "briinc", "day"});
 }
 
 void TestCSetupALSTest::unknownIdIsIgnored()
@@ -390,8 +325,7 @@ void TestCSetupALSTest::unknownIdIsIgnored()
     Screen screen;
     screen.open();
     screen.news();
-    QVERIFY(QMetaObject::invokeMethod(screen.page, "clickedAdjustItem", Qt::DirectConnection,
-                                      Q_ARG(QString, id)));
+    RUN_CHECK(clickAdjustItem(screen.page, id));
     QCOMPARE(screen.news(effects), QStringList(logged(qPrintable(id))));
 }
 

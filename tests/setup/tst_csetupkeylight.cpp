@@ -1,8 +1,7 @@
 #include "setup/csetupkeylight.h"
 
+#include "adjustrow.h"
 #include "pageonscreen.h"
-
-#include "kvwidget/kvhorstrbutton.h"
 
 class TestCSetupKeyLight : public QObject
 {
@@ -36,25 +35,13 @@ namespace
 
 using Screen = PageOnScreen<CSetupKeyLight>;
 
-struct Row
-{
-    const char *color;
-    const char *nameLabel;
-    const char *name;
-    const char *decrease;
-    const char *decreaseId;
-    const char *valueLabel;
-    const char *increase;
-    const char *increaseId;
-};
-
-const Row rows[] = {
+const AdjustRow rows[] = {
     {"red", "label_brightness", "Red [0,100]", "decreaseRed", "bridec", "brightnessText",
-     "increaseRed", "briinc"},
+     "increaseRed", "briinc", 50},
     {"green", "label_Constast", "Green [0,100]", "decreaseGreen", "condec", "ConstastText",
-     "increaseGreen", "coninc"},
+     "increaseGreen", "coninc", 50},
     {"blue", "label_Hue", "Blue [0,100]", "decreaseBlue", "huedec", "HueText", "increaseBlue",
-     "hueinc"},
+     "hueinc", 50},
 };
 
 const QString effects = QStringLiteral("/^(log|mcu) /");
@@ -78,83 +65,45 @@ QString logged(const char *id)
     return QStringLiteral("log INFO CSetupKeyLight clickedAdjustItem ") + QLatin1String(id);
 }
 
-void addRows()
-{
-    QTest::addColumn<int>("index");
-    for (int index = 0; index < 3; ++index) {
-        QTest::newRow(rows[index].color) << index;
-    }
-}
-
 } // namespace
 
 void TestCSetupKeyLight::endsWithTheFormsSize()
 {
     Screen screen;
     screen.open();
-    // The form resizes what was given a rectangle before.
-    QCOMPARE(screen.page->geometry(), QRect(0, 66, 800, 480));
-    QCOMPARE(screen.page->title(), QStringLiteral("Key Led Brightness"));
-    QCOMPARE(screen.page->windowTitle(), QStringLiteral("Form"));
-    QCOMPARE(screen.page->styleSheet(), QStringLiteral("background-color:rgb(0, 0, 0);"));
-    QVERIFY(screen.page->testAttribute(Qt::WA_StyledBackground));
-    QCOMPARE(screen.widget<QWidget>("layoutWidget")->geometry(), QRect(0, 40, 771, 281));
+    RUN_CHECK(checkForm(screen.page, QRect(0, 66, 800, 480), QStringLiteral("Key Led Brightness"),
+                        QRect(0, 40, 771, 281)));
+    RUN_CHECK(checkOwnBlackStyle(screen.page));
 }
 
 void TestCSetupKeyLight::isBlack()
 {
     Screen screen;
     screen.open();
-    const QImage image = picture(screen.unit, screen.page);
-    for (const QPoint &point : {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(400, 405)}) {
-        QCOMPARE(image.pixelColor(point), QColor(Qt::black));
-    }
+    RUN_CHECK(checkIsBlack(screen.unit, screen.page,
+                           {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(400, 405)}));
 }
 
 void TestCSetupKeyLight::row_data()
 {
-    addRows();
+    addIndexes(rows);
 }
 
 void TestCSetupKeyLight::row()
 {
     QFETCH(int, index);
-    const Row &row = rows[index];
+    const AdjustRow &row = rows[index];
     Screen screen;
     screen.open();
 
-    const auto *name = screen.widget<QLabel>(row.nameLabel);
-    QCOMPARE(name->text(), QLatin1String(row.name));
-    QCOMPARE(name->minimumSize(), QSize(300, 35));
-    QCOMPARE(name->maximumSize(), QSize(400, 35));
-    QCOMPARE(name->font().pointSize(), 28);
-    QCOMPARE(name->styleSheet(),
-             QStringLiteral("color: rgb(240, 240, 240);\nbackground-color: rgba(0, 0, 0, 0);"));
-    QVERIFY(isTextInside(name));
+    RUN_CHECK(checkRow(screen.page, row, plainNameStyle));
+    RUN_CHECK(checkGrowingValue(screen.page, row));
 
     auto *value = screen.widget<QLabel>(row.valueLabel);
-    QCOMPARE(value->text(), QStringLiteral("50"));
-    QCOMPARE(value->minimumSize(), QSize(60, 60));
-    QCOMPARE(value->maximumSize(), QSize(124, 60));
-    QCOMPARE(value->alignment(), Qt::Alignment(Qt::AlignCenter));
-    QCOMPARE(value->styleSheet(),
-             QStringLiteral("color: rgb(28, 160, 248);font: 30pt \"Arial\";\nbackground-color: "
-                            "rgba(0, 0, 0, 0);"));
     value->setText(QStringLiteral("100"));
     QVERIFY(isTextInside(value));
 
-    const auto checkButton = [&](const char *widget, const char *id) {
-        const auto *button = screen.widget<KvHorStrButton>(widget);
-        QCOMPARE(button->buttonId(), QLatin1String(id));
-        QCOMPARE(button->size(), QSize(82, 60));
-        QCOMPARE(button->minimumSize(), button->maximumSize());
-        QCOMPARE(button->displayString(), QString());
-        QVERIFY(!button->normalPixmap().isNull());
-        QVERIFY(!button->pressPixmap().isNull());
-        QVERIFY(!button->disablePixmap().isNull());
-    };
-    checkButton(row.decrease, row.decreaseId);
-    checkButton(row.increase, row.increaseId);
+    RUN_CHECK(checkFixedButtons(screen.page, row, QSize(82, 60)));
 }
 
 void TestCSetupKeyLight::rowsAreAligned()
@@ -165,16 +114,8 @@ void TestCSetupKeyLight::rowsAreAligned()
     screen.page->setValue(0, 100);
     screen.page->setValue(1, 0);
     QCoreApplication::sendPostedEvents();
-    const auto middle = [&](const char *name) {
-        return screen.widget<QWidget>(name)->geometry().center();
-    };
-    for (const Row &row : rows) {
-        QCOMPARE(middle(row.decrease).x(), middle(rows[0].decrease).x());
-        QCOMPARE(middle(row.valueLabel).x(), middle(rows[0].valueLabel).x());
-        QCOMPARE(middle(row.increase).x(), middle(rows[0].increase).x());
-        QCOMPARE(screen.widget<QWidget>(row.nameLabel)->x(),
-                 screen.widget<QWidget>(rows[0].nameLabel)->x());
-        QCOMPARE(middle(row.decrease).y(), middle(row.increase).y());
+    for (const AdjustRow &row : rows) {
+        RUN_CHECK(checkAlignmentWithValue(screen.page, row, rows[0]));
     }
 }
 
@@ -183,14 +124,7 @@ void TestCSetupKeyLight::buttonsShowAndPress()
     Screen screen;
     screen.open();
     for (const char *name : {"decreaseRed", "increaseRed"}) {
-        const auto *button = screen.widget<QWidget>(name);
-        const QPoint middle = button->mapTo(&screen.unit.screen(), button->rect().center());
-        const QImage released = picture(screen.unit, button);
-        screen.unit.press(middle);
-        const QImage pressed = picture(screen.unit, button);
-        screen.unit.release(middle);
-        QVERIFY(pressed != released);
-        QCOMPARE(picture(screen.unit, button), released);
+        RUN_CHECK(checkShowsAndPresses(screen.unit, screen.page, name));
     }
 }
 
@@ -215,13 +149,13 @@ void TestCSetupKeyLight::newPageStartsFromTheMidColourAgain()
 
 void TestCSetupKeyLight::buttonStepsItsColour_data()
 {
-    addRows();
+    addIndexes(rows);
 }
 
 void TestCSetupKeyLight::buttonStepsItsColour()
 {
     QFETCH(int, index);
-    const Row &row = rows[index];
+    const AdjustRow &row = rows[index];
     Screen screen;
     screen.open();
     screen.news();
@@ -238,13 +172,13 @@ void TestCSetupKeyLight::buttonStepsItsColour()
 
 void TestCSetupKeyLight::boundsAreReachedAndHeld_data()
 {
-    addRows();
+    addIndexes(rows);
 }
 
 void TestCSetupKeyLight::boundsAreReachedAndHeld()
 {
     QFETCH(int, index);
-    const Row &row = rows[index];
+    const AdjustRow &row = rows[index];
     Screen screen;
     screen.open();
     for (int value = 51; value <= 102; ++value) {
@@ -309,17 +243,14 @@ void TestCSetupKeyLight::anotherIndexShowsNothingButSends()
     screen.news();
     screen.page->setValue(3, 7);
     QCOMPARE(screen.news(effects), QStringList(message(50, 50, 50)));
-    for (const Row &row : rows) {
+    for (const AdjustRow &row : rows) {
         QCOMPARE(screen.text(row.valueLabel), QStringLiteral("50"));
     }
 }
 
 void TestCSetupKeyLight::unknownIdIsIgnored_data()
 {
-    QTest::addColumn<QString>("id");
-    for (const char *id : {"BRIINC", "red", "satinc"}) {
-        QTest::newRow(id) << QString::fromLatin1(id);
-    }
+    addIds({"BRIINC", "red", "satinc"});
 }
 
 void TestCSetupKeyLight::unknownIdIsIgnored()
@@ -328,8 +259,7 @@ void TestCSetupKeyLight::unknownIdIsIgnored()
     Screen screen;
     screen.open();
     screen.news();
-    QVERIFY(QMetaObject::invokeMethod(screen.page, "clickedAdjustItem", Qt::DirectConnection,
-                                      Q_ARG(QString, id)));
+    RUN_CHECK(clickAdjustItem(screen.page, id));
     QCOMPARE(screen.news(effects), QStringList(logged(qPrintable(id))));
 }
 

@@ -1,5 +1,6 @@
 #include "setup/csetuppanelform.h"
 
+#include "adjustrow.h"
 #include "pageonscreen.h"
 #include "saturationwalk.h"
 #include "support/tracecapture.h"
@@ -59,31 +60,29 @@ namespace
 using Screen = PageOnScreen<CSetupPanelForm>;
 using hardware::Panel;
 
-/// One row of the page: its item, the texts and names on it, and what it has to do with.
-struct Row
+struct Row : AdjustRow
 {
-    const char *item;
-    const char *nameLabel;
-    const char *name;
-    const char *decrease;
-    const char *decreaseId;
-    const char *valueLabel;
-    const char *increase;
-    const char *increaseId;
     int max;
-    int start;  // What a new unit has.
     int offset; // Of its place in a new unit's vendor data.
 };
 
 const Row rows[] = {
-    {"brightness", "label_brightness", "Brightness[0,24]", "decreaseBrightness", "bridec",
-     "brightnessText", "increaseBrightness", "briinc", 24, 12, 256},
-    {"contrast", "label_Constast", "Constast[0,24]", "decreaseConstast", "condec", "ConstastText",
-     "increaseConstast", "coninc", 24, 12, 268},
-    {"hue", "label_Hue", "Hue[0,360]", "decreaseHue", "huedec", "HueText", "increaseHue", "hueinc",
-     360, 180, 260},
-    {"saturation", "label_Saturation", "Saturation[0,1.99]", "decreaseSaturation", "satdec",
-     "SaturationText", "increaseSaturation", "satinc", 0, 100, 264},
+    {{"brightness", "label_brightness", "Brightness[0,24]", "decreaseBrightness", "bridec",
+      "brightnessText", "increaseBrightness", "briinc", 12},
+     24,
+     256},
+    {{"contrast", "label_Constast", "Constast[0,24]", "decreaseConstast", "condec", "ConstastText",
+      "increaseConstast", "coninc", 12},
+     24,
+     268},
+    {{"hue", "label_Hue", "Hue[0,360]", "decreaseHue", "huedec", "HueText", "increaseHue", "hueinc",
+      180},
+     360,
+     260},
+    {{"saturation", "label_Saturation", "Saturation[0,1.99]", "decreaseSaturation", "satdec",
+      "SaturationText", "increaseSaturation", "satinc", 100},
+     0,
+     264},
 };
 const Row &brightness = rows[0];
 const Row &hue = rows[2];
@@ -116,15 +115,7 @@ QString logged(const char *id)
 
 QString applied(const Row &row, int value)
 {
-    return QStringLiteral("panel %1 %2").arg(QLatin1String(row.item)).arg(value);
-}
-
-void addRows(int count)
-{
-    QTest::addColumn<int>("index");
-    for (int index = 0; index < count; ++index) {
-        QTest::newRow(rows[index].item) << index;
-    }
+    return QStringLiteral("panel %1 %2").arg(QLatin1String(row.subject)).arg(value);
 }
 
 /// What the service was last given, read back from the journal.
@@ -139,33 +130,22 @@ void call(QObject *page, const char *slot)
     QVERIFY(QMetaObject::invokeMethod(page, slot, Qt::DirectConnection));
 }
 
-void clickedAdjustItem(QObject *page, const QString &id)
-{
-    QVERIFY(QMetaObject::invokeMethod(page, "clickedAdjustItem", Qt::DirectConnection,
-                                      Q_ARG(QString, id)));
-}
-
 } // namespace
 
 void TestCSetupPanelForm::endsWithTheFormsSize()
 {
     Screen screen;
     screen.open();
-    // The form resizes what was given a rectangle before.
-    QCOMPARE(screen.page->geometry(), QRect(0, 66, 800, 420));
-    QCOMPARE(screen.page->title(), QStringLiteral("Panel Settings"));
-    QCOMPARE(screen.page->windowTitle(), QStringLiteral("Form"));
-    QCOMPARE(screen.widget<QWidget>("layoutWidget")->geometry(), QRect(0, 20, 791, 361));
+    RUN_CHECK(checkForm(screen.page, QRect(0, 66, 800, 420), QStringLiteral("Panel Settings"),
+                        QRect(0, 20, 791, 361)));
 }
 
 void TestCSetupPanelForm::isBlack()
 {
     Screen screen;
     screen.open();
-    const QImage image = picture(screen.unit, screen.page);
-    for (const QPoint &point : {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(795, 405)}) {
-        QCOMPARE(image.pixelColor(point), QColor(Qt::black));
-    }
+    RUN_CHECK(checkIsBlack(screen.unit, screen.page,
+                           {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(795, 405)}));
 }
 
 void TestCSetupPanelForm::slotsAreInTheirOrder()
@@ -183,7 +163,7 @@ void TestCSetupPanelForm::slotsAreInTheirOrder()
 
 void TestCSetupPanelForm::row_data()
 {
-    addRows(4);
+    addIndexes(rows);
 }
 
 void TestCSetupPanelForm::row()
@@ -193,16 +173,11 @@ void TestCSetupPanelForm::row()
     Screen screen;
     screen.open();
 
-    const auto *name = screen.widget<QLabel>(row.nameLabel);
-    QCOMPARE(name->text(), QLatin1String(row.name));
-    QCOMPARE(name->minimumSize(), QSize(300, 35));
-    QCOMPARE(name->maximumSize(), QSize(400, 35));
-    QCOMPARE(name->font().pointSize(), 28);
-    QCOMPARE(name->styleSheet(),
-             QStringLiteral("#%1{\ncolor: rgb(255, 255, 255);\nbackground-color: "
-                            "rgba(0, 0, 0, 0);\n}")
-                 .arg(QLatin1String(row.nameLabel)));
-    QVERIFY(isTextInside(name));
+    RUN_CHECK(checkRow(screen.page, row,
+                       QStringLiteral("#%1{\ncolor: rgb(255, 255, 255);\nbackground-color: "
+                                      "rgba(0, 0, 0, 0);\n}")
+                           .arg(QLatin1String(row.nameLabel))));
+    RUN_CHECK(checkFixedButtons(screen.page, row, QSize(103, 60)));
 
     const auto *value = screen.widget<QLabel>(row.valueLabel);
     QCOMPARE(value->size(), QSize(60, 60));
@@ -214,37 +189,20 @@ void TestCSetupPanelForm::row()
                             "rgba(0, 0, 0, 0);\n}")
                  .arg(QLatin1String(row.valueLabel)));
 
-    const auto checkButton = [&](const char *widget, const char *id) {
-        const auto *button = screen.widget<KvHorStrButton>(widget);
-        QCOMPARE(button->buttonId(), QLatin1String(id));
-        QCOMPARE(button->size(), QSize(103, 60));
-        QCOMPARE(button->minimumSize(), button->maximumSize());
-        QCOMPARE(button->displayString(), QString());
-        QCOMPARE(button->styleSheet(),
+    for (const char *name : {row.decrease, row.increase}) {
+        QCOMPARE(screen.widget<KvHorStrButton>(name)->styleSheet(),
                  QStringLiteral("#%1{\nbackground-color: rgba(255, 255, 255, 0);\n}")
-                     .arg(QLatin1String(widget)));
-        QVERIFY(!button->normalPixmap().isNull());
-        QVERIFY(!button->pressPixmap().isNull());
-        QVERIFY(!button->disablePixmap().isNull());
-    };
-    checkButton(row.decrease, row.decreaseId);
-    checkButton(row.increase, row.increaseId);
+                     .arg(QLatin1String(name)));
+    }
 }
 
 void TestCSetupPanelForm::rowsAreAligned()
 {
     Screen screen;
     screen.open();
-    const auto middle = [&](const char *name) {
-        return screen.widget<QWidget>(name)->geometry().center();
-    };
+    const auto middle = [&](const char *name) { return middleOf(screen.page, name); };
     for (const Row &row : rows) {
-        QCOMPARE(middle(row.decrease).x(), middle(brightness.decrease).x());
-        QCOMPARE(middle(row.valueLabel).x(), middle(brightness.valueLabel).x());
-        QCOMPARE(middle(row.increase).x(), middle(brightness.increase).x());
-        QCOMPARE(screen.widget<QWidget>(row.nameLabel)->x(),
-                 screen.widget<QWidget>(brightness.nameLabel)->x());
-        QCOMPARE(middle(row.decrease).y(), middle(row.increase).y());
+        RUN_CHECK(checkAlignmentWithValue(screen.page, row, brightness));
         QVERIFY(qAbs(middle(row.decrease).y() - middle(row.nameLabel).y()) <= 1);
         QVERIFY(middle(row.decrease).x() < middle(row.valueLabel).x());
         QVERIFY(middle(row.valueLabel).x() < middle(row.increase).x());
@@ -278,19 +236,7 @@ void TestCSetupPanelForm::buttonsShowAndPress()
     QFETCH(QByteArray, name);
     Screen screen;
     screen.open();
-    const auto *button = screen.widget<QWidget>(name);
-    QImage empty(button->size(), QImage::Format_RGB32);
-    empty.fill(Qt::black);
-    const QPoint middle = button->mapTo(&screen.unit.screen(), button->rect().center());
-
-    const QImage released = picture(screen.unit, button).convertToFormat(QImage::Format_RGB32);
-    QVERIFY(released != empty);
-    screen.unit.press(middle);
-    const QImage pressed = picture(screen.unit, button).convertToFormat(QImage::Format_RGB32);
-    QVERIFY(pressed != empty);
-    QVERIFY(pressed != released);
-    screen.unit.release(middle);
-    QCOMPARE(picture(screen.unit, button).convertToFormat(QImage::Format_RGB32), released);
+    RUN_CHECK(checkShowsAndPresses(screen.unit, screen.page, name));
 }
 
 void TestCSetupPanelForm::openingWritesAllFourValues()
@@ -329,7 +275,7 @@ void TestCSetupPanelForm::openingTraces()
 
 void TestCSetupPanelForm::buttonStepsItsItem_data()
 {
-    addRows(integerRows);
+    addIndexes(rows, integerRows);
 }
 
 void TestCSetupPanelForm::buttonStepsItsItem()
@@ -355,7 +301,7 @@ void TestCSetupPanelForm::buttonStepsItsItem()
 
 void TestCSetupPanelForm::boundsAreReachedAndHeld_data()
 {
-    addRows(integerRows);
+    addIndexes(rows, integerRows);
 }
 
 void TestCSetupPanelForm::boundsAreReachedAndHeld()
@@ -544,10 +490,7 @@ void TestCSetupPanelForm::stepWithAWriteFailureIsAppliedAndShown()
 
 void TestCSetupPanelForm::idInAnotherLetterCaseIsIgnored_data()
 {
-    QTest::addColumn<QString>("id");
-    for (const char *id : {"BRIINC", "Briinc", "hueInc", "satDec", "bri", "briinc ", ""}) {
-        QTest::newRow(*id == '\0' ? "no id" : id) << QString::fromLatin1(id);
-    }
+    addIds({"BRIINC", "Briinc", "hueInc", "satDec", "bri", "briinc ", ""});
 }
 
 void TestCSetupPanelForm::idInAnotherLetterCaseIsIgnored()
@@ -556,7 +499,7 @@ void TestCSetupPanelForm::idInAnotherLetterCaseIsIgnored()
     Screen screen;
     screen.open();
     screen.news();
-    clickedAdjustItem(screen.page, id);
+    RUN_CHECK(clickAdjustItem(screen.page, id));
     QCOMPARE(screen.news(effects), QStringList(logged(qPrintable(id))));
 }
 
