@@ -58,6 +58,34 @@ struct Tuner
         return unit->journal().waitFor(JournalPattern(pattern), 0, patienceMs) >= 0;
     }
 
+    /// Whether an update starts and the journal then gets that line.
+    bool updateTells(const QString &pattern)
+    {
+        return tuner.startUpdate(root) && awaitLine(pattern);
+    }
+
+    /// The same for an update of a file of 1000 bytes that meets with \a fault.
+    bool updateTells(const QString &pattern, DabTuner::Fault fault, int percent)
+    {
+        writeFirmware(1000);
+        tuner.setFault(fault, percent);
+        return updateTells(pattern);
+    }
+
+    /// Whether such an update comes to a stand there.
+    bool updateStalls(int percent)
+    {
+        return updateTells(QStringLiteral("dab progress %1").arg(percent), DabTuner::Stalls,
+                           percent);
+    }
+
+    /// Lets a stalled update go on; whether the journal then gets that line.
+    bool goesOnTo(const QString &pattern)
+    {
+        tuner.setFault(DabTuner::NoFault, 0);
+        return awaitLine(pattern);
+    }
+
     QStringList lines(const QString &pattern) { return unit->journal().lines(pattern); }
 
     OpenUnit unit;
@@ -104,8 +132,7 @@ void TestDabTuner::smallFileIsTakenToo()
 {
     Tuner dab;
     dab.writeFirmware(3);
-    QVERIFY(dab.tuner.startUpdate(root));
-    QVERIFY(dab.awaitLine(QStringLiteral("dab update ok, 3 bytes")));
+    QVERIFY(dab.updateTells(QStringLiteral("dab update ok, 3 bytes")));
 }
 
 void TestDabTuner::updateFails_data()
@@ -122,8 +149,7 @@ void TestDabTuner::updateFails()
     if (size >= 0) {
         dab.writeFirmware(size);
     }
-    QVERIFY(dab.tuner.startUpdate(root));
-    QVERIFY(dab.awaitLine(QStringLiteral("dab tells 8")));
+    QVERIFY(dab.updateTells(QStringLiteral("dab tells 8")));
     QCOMPARE(dab.tuner.status(), 8);
     QCOMPARE(dab.lines(QStringLiteral("dab update failed: ")).size(), 1);
     QCOMPARE(dab.lines(QStringLiteral("dab progress")), QStringList());
@@ -132,26 +158,18 @@ void TestDabTuner::updateFails()
 void TestDabTuner::fileThatVanishesFailsTheUpdate()
 {
     Tuner dab;
-    dab.writeFirmware(1000);
-    dab.tuner.setFault(DabTuner::Stalls, 50);
-    QVERIFY(dab.tuner.startUpdate(root));
-    QVERIFY(dab.awaitLine(QStringLiteral("dab progress 50")));
+    QVERIFY(dab.updateStalls(50));
     QVERIFY(QFile::remove(dab.unit.path(QStringLiteral("/media/usb0/dab_firmware.bin"))));
-    dab.tuner.setFault(DabTuner::NoFault, 0);
-    QVERIFY(dab.awaitLine(QStringLiteral("dab tells 8")));
+    QVERIFY(dab.goesOnTo(QStringLiteral("dab tells 8")));
     QCOMPARE(dab.tuner.progress(), 50);
 }
 
 void TestDabTuner::fileThatChangesFailsTheUpdate()
 {
     Tuner dab;
-    dab.writeFirmware(1000);
-    dab.tuner.setFault(DabTuner::Stalls, 50);
-    QVERIFY(dab.tuner.startUpdate(root));
-    QVERIFY(dab.awaitLine(QStringLiteral("dab progress 50")));
+    QVERIFY(dab.updateStalls(50));
     dab.writeFirmware(2000);
-    dab.tuner.setFault(DabTuner::NoFault, 0);
-    QVERIFY(dab.awaitLine(QStringLiteral("dab tells 8")));
+    QVERIFY(dab.goesOnTo(QStringLiteral("dab tells 8")));
 }
 
 void TestDabTuner::onlyOneUpdateAtATime()
@@ -167,11 +185,9 @@ void TestDabTuner::onlyOneUpdateAtATime()
 void TestDabTuner::anUpdateMayFollowAnother()
 {
     Tuner dab;
-    QVERIFY(dab.tuner.startUpdate(root));
-    QVERIFY(dab.awaitLine(QStringLiteral("dab tells 8")));
+    QVERIFY(dab.updateTells(QStringLiteral("dab tells 8")));
     dab.writeFirmware(1000);
-    QVERIFY(dab.tuner.startUpdate(root));
-    QVERIFY(dab.awaitLine(QStringLiteral("dab tells 9")));
+    QVERIFY(dab.updateTells(QStringLiteral("dab tells 9")));
     QVERIFY(dab.tuner.startUpdate(root));
     QCOMPARE(dab.tuner.progress(), 0);
 }
@@ -179,10 +195,7 @@ void TestDabTuner::anUpdateMayFollowAnother()
 void TestDabTuner::writeFailsAtItsPlace()
 {
     Tuner dab;
-    dab.writeFirmware(1000);
-    dab.tuner.setFault(DabTuner::WriteFails, 30);
-    QVERIFY(dab.tuner.startUpdate(root));
-    QVERIFY(dab.awaitLine(QStringLiteral("dab tells 8")));
+    QVERIFY(dab.updateTells(QStringLiteral("dab tells 8"), DabTuner::WriteFails, 30));
     QCOMPARE(dab.tuner.progress(), 30);
     QCOMPARE(dab.lines(QStringLiteral("dab update failed")),
              QStringList("dab update failed: write error at 30 %"));
@@ -191,24 +204,17 @@ void TestDabTuner::writeFailsAtItsPlace()
 void TestDabTuner::stallLastsUntilTheFaultIsGone()
 {
     Tuner dab;
-    dab.writeFirmware(1000);
-    dab.tuner.setFault(DabTuner::Stalls, 20);
-    QVERIFY(dab.tuner.startUpdate(root));
-    QVERIFY(dab.awaitLine(QStringLiteral("dab progress 20")));
+    QVERIFY(dab.updateStalls(20));
     QTest::qSleep(200); // twice an update
     QCOMPARE(dab.tuner.progress(), 20);
     QCOMPARE(dab.tuner.status(), 7);
-    dab.tuner.setFault(DabTuner::NoFault, 0);
-    QVERIFY(dab.awaitLine(QStringLiteral("dab tells 9")));
+    QVERIFY(dab.goesOnTo(QStringLiteral("dab tells 9")));
 }
 
 void TestDabTuner::muteTunerTellsNothing()
 {
     Tuner dab;
-    dab.writeFirmware(1000);
-    dab.tuner.setFault(DabTuner::IsMute, 0);
-    QVERIFY(dab.tuner.startUpdate(root));
-    QVERIFY(dab.awaitLine(QStringLiteral("dab update ok")));
+    QVERIFY(dab.updateTells(QStringLiteral("dab update ok"), DabTuner::IsMute, 0));
     QTRY_COMPARE(dab.tuner.status(), 9);
     QTest::qSleep(50);
     QCOMPARE(dab.lines(QStringLiteral("dab tells")), QStringList());
@@ -217,10 +223,7 @@ void TestDabTuner::muteTunerTellsNothing()
 void TestDabTuner::restartLosesTheUpdate()
 {
     Tuner dab;
-    dab.writeFirmware(1000);
-    dab.tuner.setFault(DabTuner::Stalls, 10);
-    QVERIFY(dab.tuner.startUpdate(root));
-    QVERIFY(dab.awaitLine(QStringLiteral("dab progress 10")));
+    QVERIFY(dab.updateStalls(10));
     dab.tuner.restart();
     QCOMPARE(dab.tuner.status(), 0);
     QCOMPARE(dab.tuner.progress(), 0);
