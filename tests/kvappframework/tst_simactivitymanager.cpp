@@ -6,6 +6,9 @@
 #include <QSignalSpy>
 #include <QtTest>
 
+#include <memory>
+#include <vector>
+
 using namespace kvappframework;
 
 class TestSimActivityManager : public QObject
@@ -27,95 +30,124 @@ private slots:
     void keepsTheArgument();
 };
 
+namespace
+{
+
+const QString oneName = QStringLiteral("one");
+const QString twoName = QStringLiteral("two");
+
+/// A unit whose manager knows the activities that are added here, for as long as this lives.
+class Activities
+{
+public:
+    ~Activities()
+    {
+        for (const auto &activity : m_added) {
+            manager.remove(activity.get());
+        }
+    }
+
+    TestActivity &add(const QString &name, const QStringList &dependModules = QStringList())
+    {
+        m_added.push_back(std::make_unique<TestActivity>(name, dependModules));
+        manager.add(m_added.back().get());
+        return *m_added.back();
+    }
+
+    /// Starts them one after the other, from the event loop as on the unit.
+    void start(const QStringList &names)
+    {
+        for (const QString &name : names) {
+            manager.startActivity(name, 0);
+        }
+        QCoreApplication::processEvents();
+    }
+
+    TestUnit unit;
+    SimActivityManager &manager = unit.framework().activities();
+
+private:
+    std::vector<std::unique_ptr<TestActivity>> m_added;
+};
+
+} // namespace
+
 void TestSimActivityManager::startIsCarriedOutFromTheEventLoop()
 {
-    TestUnit unit;
-    TestActivity activity(QStringLiteral("one"));
-    SimActivityManager &manager = unit.framework().activities();
-    manager.add(&activity);
+    Activities activities;
+    SimActivityManager &manager = activities.manager;
+    TestActivity &activity = activities.add(oneName);
     QSignalSpy started(&manager, &SimActivityManager::activityStarted);
 
-    QCOMPARE(manager.startActivity(QStringLiteral("one"), 7), 0);
+    QCOMPARE(manager.startActivity(oneName, 7), 0);
     QCOMPARE(activity.calls, QStringList());
     QCoreApplication::processEvents();
     QCOMPARE(activity.calls, QStringList({QStringLiteral("onCreat"), QStringLiteral("onStart")}));
     QCOMPARE(started.size(), 1);
-    QCOMPARE(started.first(), QVariantList({QStringLiteral("one"), 7}));
-    QCOMPARE(unit.journal(QStringLiteral("framework")),
+    QCOMPARE(started.first(), QVariantList({oneName, 7}));
+    QCOMPARE(activities.unit.journal(QStringLiteral("framework")),
              QStringList({QStringLiteral("framework start one 7"),
                           QStringLiteral("framework started one")}));
-    manager.remove(&activity);
 }
 
 void TestSimActivityManager::closeIsCarriedOutFromTheEventLoop()
 {
-    TestUnit unit;
-    TestActivity activity(QStringLiteral("one"));
-    SimActivityManager &manager = unit.framework().activities();
-    manager.add(&activity);
-    manager.startActivity(QStringLiteral("one"), 0);
-    QCoreApplication::processEvents();
+    Activities activities;
+    SimActivityManager &manager = activities.manager;
+    TestActivity &activity = activities.add(oneName);
+    activities.start({oneName});
     activity.calls.clear();
     QSignalSpy closed(&manager, &SimActivityManager::activityClosed);
 
-    QCOMPARE(manager.closeActivity(QStringLiteral("one")), 0);
+    QCOMPARE(manager.closeActivity(oneName), 0);
     QCOMPARE(activity.calls, QStringList());
     QCoreApplication::processEvents();
     QCOMPARE(activity.calls, QStringList({QStringLiteral("onStop"), QStringLiteral("onDestory")}));
     QCOMPARE(closed.size(), 1);
     QCOMPARE(manager.running(), QStringList());
-    manager.remove(&activity);
 }
 
 void TestSimActivityManager::requestsKeepTheirOrder()
 {
-    TestUnit unit;
-    TestActivity one(QStringLiteral("one"));
-    TestActivity two(QStringLiteral("two"));
-    SimActivityManager &manager = unit.framework().activities();
-    manager.add(&one);
-    manager.add(&two);
-    manager.startActivity(QStringLiteral("one"), 0);
-    manager.closeActivity(QStringLiteral("one"));
-    manager.startActivity(QStringLiteral("two"), 0);
+    Activities activities;
+    SimActivityManager &manager = activities.manager;
+    activities.add(oneName);
+    activities.add(twoName);
+    manager.startActivity(oneName, 0);
+    manager.closeActivity(oneName);
+    manager.startActivity(twoName, 0);
     QCoreApplication::processEvents();
-    QCOMPARE(unit.journal(QStringLiteral("/^framework (started|closed)/")),
+    QCOMPARE(activities.unit.journal(QStringLiteral("/^framework (started|closed)/")),
              QStringList({QStringLiteral("framework started one"),
                           QStringLiteral("framework closed one"),
                           QStringLiteral("framework started two")}));
-    manager.remove(&one);
-    manager.remove(&two);
 }
 
 void TestSimActivityManager::startOfARunningActivityOnlyRestartsIt()
 {
-    TestUnit unit;
-    TestActivity activity(QStringLiteral("one"));
-    SimActivityManager &manager = unit.framework().activities();
-    manager.add(&activity);
-    QWidget ui(&unit.screen());
+    Activities activities;
+    SimActivityManager &manager = activities.manager;
+    TestActivity &activity = activities.add(oneName);
+    QWidget ui(&activities.unit.screen());
     activity.getProperty()->setUiObj(&ui);
-    manager.startActivity(QStringLiteral("one"), 0);
-    manager.startActivity(QStringLiteral("one"), 1);
+    manager.startActivity(oneName, 0);
+    manager.startActivity(oneName, 1);
     QCoreApplication::processEvents();
     QCOMPARE(activity.calls,
              QStringList({QStringLiteral("onCreat"), QStringLiteral("onStart"),
                           QStringLiteral("onStart")}));
-    QCOMPARE(manager.running(), QStringList(QStringLiteral("one")));
-    QCOMPARE(unit.screen().children().last(), &ui);
-    manager.remove(&activity);
+    QCOMPARE(manager.running(), QStringList(oneName));
+    QCOMPARE(activities.unit.screen().children().last(), &ui);
 }
 
 void TestSimActivityManager::closeOfAnActivityThatDoesNotRunDoesNothing()
 {
-    TestUnit unit;
-    TestActivity activity(QStringLiteral("one"));
-    SimActivityManager &manager = unit.framework().activities();
-    manager.add(&activity);
-    QCOMPARE(manager.closeActivity(QStringLiteral("one")), 0);
+    Activities activities;
+    SimActivityManager &manager = activities.manager;
+    TestActivity &activity = activities.add(oneName);
+    QCOMPARE(manager.closeActivity(oneName), 0);
     QCoreApplication::processEvents();
     QCOMPARE(activity.calls, QStringList());
-    manager.remove(&activity);
 }
 
 void TestSimActivityManager::unknownNamesAreRefused()
@@ -129,92 +161,69 @@ void TestSimActivityManager::unknownNamesAreRefused()
 
 void TestSimActivityManager::missingModulePreventsTheStart()
 {
-    TestUnit unit;
-    TestActivity activity(QStringLiteral("one"), {QStringLiteral("radio")});
-    SimActivityManager &manager = unit.framework().activities();
-    manager.add(&activity);
-    manager.startActivity(QStringLiteral("one"), 0);
-    QCoreApplication::processEvents();
+    Activities activities;
+    TestActivity &activity = activities.add(oneName, {QStringLiteral("radio")});
+    activities.start({oneName});
     QCOMPARE(activity.calls, QStringList());
-    QCOMPARE(unit.journal(QStringLiteral("missing")),
+    QCOMPARE(activities.unit.journal(QStringLiteral("missing")),
              QStringList(QStringLiteral("framework missing module radio")));
-    manager.remove(&activity);
 }
 
 void TestSimActivityManager::emptyModuleNameIsNoModule()
 {
-    TestUnit unit;
-    TestActivity activity(QStringLiteral("one"), {QString()});
-    SimActivityManager &manager = unit.framework().activities();
-    manager.add(&activity);
-    manager.startActivity(QStringLiteral("one"), 0);
-    QCoreApplication::processEvents();
-    QCOMPARE(manager.running(), QStringList(QStringLiteral("one")));
-    manager.remove(&activity);
+    Activities activities;
+    SimActivityManager &manager = activities.manager;
+    activities.add(oneName, {QString()});
+    activities.start({oneName});
+    QCOMPARE(manager.running(), QStringList(oneName));
 }
 
 void TestSimActivityManager::closeTopClosesTheLatest()
 {
-    TestUnit unit;
-    TestActivity one(QStringLiteral("one"));
-    TestActivity two(QStringLiteral("two"));
-    SimActivityManager &manager = unit.framework().activities();
+    Activities activities;
+    SimActivityManager &manager = activities.manager;
     QVERIFY(!manager.closeTopActivity());
-    manager.add(&one);
-    manager.add(&two);
-    manager.startActivity(QStringLiteral("one"), 0);
-    manager.startActivity(QStringLiteral("two"), 0);
-    QCoreApplication::processEvents();
+    activities.add(oneName);
+    activities.add(twoName);
+    activities.start({oneName, twoName});
     QVERIFY(manager.closeTopActivity());
     QCoreApplication::processEvents();
-    QCOMPARE(manager.running(), QStringList(QStringLiteral("one")));
-    manager.remove(&one);
-    manager.remove(&two);
+    QCOMPARE(manager.running(), QStringList(oneName));
 }
 
 void TestSimActivityManager::closeAllClosesTheLatestFirst()
 {
-    TestUnit unit;
-    TestActivity one(QStringLiteral("one"));
-    TestActivity two(QStringLiteral("two"));
-    SimActivityManager &manager = unit.framework().activities();
-    manager.add(&one);
-    manager.add(&two);
-    manager.startActivity(QStringLiteral("one"), 0);
-    manager.startActivity(QStringLiteral("two"), 0);
-    QCoreApplication::processEvents();
+    Activities activities;
+    SimActivityManager &manager = activities.manager;
+    activities.add(oneName);
+    activities.add(twoName);
+    activities.start({oneName, twoName});
     manager.closeAll();
-    QCOMPARE(unit.journal(QStringLiteral("framework closed")),
+    QCOMPARE(activities.unit.journal(QStringLiteral("framework closed")),
              QStringList(
                  {QStringLiteral("framework closed two"), QStringLiteral("framework closed one")}));
-    manager.remove(&one);
-    manager.remove(&two);
 }
 
 void TestSimActivityManager::removeClosesAtOnce()
 {
-    TestUnit unit;
-    TestActivity activity(QStringLiteral("one"));
-    SimActivityManager &manager = unit.framework().activities();
-    manager.add(&activity);
-    manager.startActivity(QStringLiteral("one"), 0);
-    QCoreApplication::processEvents();
+    Activities activities;
+    SimActivityManager &manager = activities.manager;
+    TestActivity &activity = activities.add(oneName);
+    activities.start({oneName});
     manager.remove(&activity);
     QCOMPARE(activity.calls.last(), QStringLiteral("onDestory"));
-    QCOMPARE(manager.startActivity(QStringLiteral("one"), 0), -1);
+    QCOMPARE(manager.startActivity(oneName, 0), -1);
 }
 
 void TestSimActivityManager::keepsTheArgument()
 {
-    TestUnit unit;
-    TestActivity activity(QStringLiteral("one"));
-    SimActivityManager &manager = unit.framework().activities();
-    manager.add(&activity);
-    QCOMPARE(manager.argument(QStringLiteral("one")), 0);
-    manager.startActivity(QStringLiteral("one"), 5);
+    Activities activities;
+    SimActivityManager &manager = activities.manager;
+    activities.add(oneName);
+    QCOMPARE(manager.argument(oneName), 0);
+    manager.startActivity(oneName, 5);
     QCoreApplication::processEvents();
-    QCOMPARE(manager.argument(QStringLiteral("one")), 5);
-    manager.remove(&activity);
+    QCOMPARE(manager.argument(oneName), 5);
 }
 
 QTEST_MAIN(TestSimActivityManager)
