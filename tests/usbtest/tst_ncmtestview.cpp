@@ -1,12 +1,12 @@
 #include "usbtest/ncmtestview.h"
 
+#include "formhost.h"
+
 #include "kvwidget/kvlockbutton.h"
-#include "simulator/appearance.h"
-#include "support/testunit.h"
+#include "support/runcheck.h"
 
 #include <QGroupBox>
 #include <QLabel>
-#include <QPointer>
 #include <QTextBrowser>
 #include <QtTest>
 
@@ -73,33 +73,20 @@ const Button testButtons[] = {
 
 /// The page on a visible host that fills the unit's screen. Fails the test that lacks the one
 /// warning which a page gives for its notice's style sheet.
-class Page
+class Page : public FormHost
 {
 public:
     explicit Page(TestUnit &unit)
-        : m_unit(unit)
-        , m_host(new QWidget(&unit.screen()))
+        : FormHost(unit)
     {
-        m_host->setGeometry(0, 0, 800, 480);
-        m_host->show();
         // Qt names the label by its address.
         QTest::ignoreMessage(QtWarningMsg,
                              QRegularExpression(QStringLiteral(
                                  "^Could not parse stylesheet of object QLabel\\(0x[0-9a-f]+")));
-        m_view = new NCMTestView(m_host.data());
+        m_view = new NCMTestView(host());
     }
 
-    QWidget *host() { return m_host.data(); }
     NCMTestView *view() { return m_view; }
-
-    template <typename Widget> Widget *find(const char *name) const
-    {
-        auto *found = m_host->findChild<Widget *>(QLatin1String(name));
-        if (found == nullptr) {
-            qFatal("The page has no %s.", name);
-        }
-        return found;
-    }
 
     void tap(const char *name) { m_unit.tap(find<QWidget>(name)); }
 
@@ -116,8 +103,6 @@ public:
     }
 
 private:
-    TestUnit &m_unit;
-    QScopedPointer<QWidget> m_host;
     NCMTestView *m_view;
 };
 
@@ -160,8 +145,7 @@ void addPairs()
 
 void TestNcmTestView::initTestCase()
 {
-    QString error;
-    QVERIFY2(simulator::appearance::apply(&error), qPrintable(error));
+    applyUnitsAppearance();
 }
 
 void TestNcmTestView::geometry_data()
@@ -308,15 +292,8 @@ void TestNcmTestView::nothingOverlaps()
     for (const QWidget *widget : widgets) {
         QVERIFY(widget->parentWidget()->rect().contains(widget->geometry())
                 || widget->parentWidget()->inherits("QAbstractScrollArea"));
-        for (const QWidget *other : widgets) {
-            if (other != widget && other->parentWidget() == widget->parentWidget()
-                && other->isVisible() && widget->isVisible()) {
-                QVERIFY2(!other->geometry().intersects(widget->geometry()),
-                         qPrintable(widget->objectName() + QStringLiteral(" and ")
-                                    + other->objectName()));
-            }
-        }
     }
+    RUN_CHECK(page.checkNothingOverlaps());
 }
 
 void TestNcmTestView::openingRunsTheThreeCommandsInTheirOrder()
@@ -499,14 +476,7 @@ void TestNcmTestView::destructorTakesTheFormOffTheHostAndLetsTheTestRun()
     Page page(unit);
     page.tap("clientUdp50");
     const int lines = unit.journal().size();
-    QPointer<QGroupBox> group = page.find<QGroupBox>("clientGroup");
-    QPointer<QTextBrowser> output = page.find<QTextBrowser>("output");
-    delete page.view();
-    QVERIFY(group && !group->isVisible());
-    QVERIFY(output && !output->isVisible());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!group && !output);
-    QVERIFY(page.host()->findChildren<QWidget *>().isEmpty());
+    RUN_CHECK(page.checkGoesWith(page.view(), {"clientGroup", "output"}));
     QVERIFY(unit.unit().ncmTest().isRunning());
     QCOMPARE(unit.journal().mid(lines), QStringList());
     QCOMPARE(readFile(unit.path(QStringLiteral("/proc/sys/kernel/printk"))), QByteArray("0\n"));

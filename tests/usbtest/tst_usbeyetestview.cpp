@@ -2,15 +2,15 @@
 
 #include "usbtest/ui_usbeyetest.h"
 
+#include "formhost.h"
+
 #include "kvwidget/kviconbutton.h"
-#include "simulator/appearance.h"
-#include "support/testunit.h"
+#include "support/runcheck.h"
 #include "support/tracecapture.h"
 
 #include <QCheckBox>
 #include <QGroupBox>
 #include <QLabel>
-#include <QPointer>
 #include <QRadioButton>
 #include <QtTest>
 
@@ -93,29 +93,16 @@ const quint32 telling = 0xA5A5A5A5;
 const quint32 swingRegister = 0x9C000190;
 
 /// The page on a visible host that fills the unit's screen.
-class Page
+class Page : public FormHost
 {
 public:
     explicit Page(TestUnit &unit)
-        : m_unit(unit)
-        , m_host(new QWidget(&unit.screen()))
+        : FormHost(unit)
     {
-        m_host->setGeometry(0, 0, 800, 480);
-        m_host->show();
-        m_view = new USBEyeTestView(m_host.data());
+        m_view = new USBEyeTestView(host());
     }
 
-    QWidget *host() { return m_host.data(); }
     USBEyeTestView *view() { return m_view; }
-
-    template <typename Widget> Widget *find(const char *name) const
-    {
-        auto *found = m_host->findChild<Widget *>(QLatin1String(name));
-        if (found == nullptr) {
-            qFatal("The page has no %s.", name);
-        }
-        return found;
-    }
 
     bool isVisible(const char *name) const { return find<QWidget>(name)->isVisible(); }
     bool isChecked(const char *name) const { return find<QAbstractButton>(name)->isChecked(); }
@@ -132,8 +119,6 @@ public:
     }
 
 private:
-    TestUnit &m_unit;
-    QScopedPointer<QWidget> m_host;
     USBEyeTestView *m_view;
 };
 
@@ -157,9 +142,7 @@ QStringList since(const TestUnit &unit, int count)
 
 void TestUsbEyeTestView::initTestCase()
 {
-    // Which texts fit is a matter of the unit's font.
-    QString error;
-    QVERIFY2(simulator::appearance::apply(&error), qPrintable(error));
+    applyUnitsAppearance();
 }
 
 void TestUsbEyeTestView::geometry_data()
@@ -341,14 +324,8 @@ void TestUsbEyeTestView::nothingOverlapsOrIsClipped()
                                 .arg(widget->objectName())
                                 .arg(needed)
                                 .arg(widget->width())));
-        for (const QWidget *other : widgets) {
-            if (other != widget && other->parentWidget() == widget->parentWidget()
-                && other->isVisible()) {
-                QVERIFY2(!other->geometry().intersects(widget->geometry()),
-                         name + " and " + other->objectName().toLatin1());
-            }
-        }
     }
+    RUN_CHECK(page.checkNothingOverlaps());
 }
 
 void TestUsbEyeTestView::constructionInItsOrder()
@@ -425,18 +402,9 @@ void TestUsbEyeTestView::destructorTakesTheFormOffTheHostAndLeavesTheHardware()
     page.tap("fullSpeed");
     const QStringList hardware = unit.unit().usbPhy().description();
     const int lines = unit.journal().size();
-    QPointer<QGroupBox> group = page.find<QGroupBox>("portGroup");
-    QPointer<KvIconButton> button = page.find<KvIconButton>("write");
     const TraceCapture capture;
-
-    delete page.view();
-
+    RUN_CHECK(page.checkGoesWith(page.view(), {"portGroup", "write"}));
     QCOMPARE(capture.texts(), QStringList(QStringLiteral("~USBEyeTestView")));
-    QVERIFY(group && !group->isVisible());
-    QVERIFY(button && !button->isVisible());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!group && !button);
-    QVERIFY(page.host()->findChildren<QWidget *>().isEmpty());
     QCOMPARE(unit.unit().usbPhy().description(), hardware);
     QVERIFY(unit.unit().usbPhy().isLogoTestOn());
     QCOMPARE(unit.journal().size(), lines);

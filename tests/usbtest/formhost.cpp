@@ -1,0 +1,52 @@
+#include "formhost.h"
+
+#include "simulator/appearance.h"
+
+#include <QPointer>
+#include <QtTest>
+
+void applyUnitsAppearance()
+{
+    QString error;
+    QVERIFY2(simulator::appearance::apply(&error), qPrintable(error));
+}
+
+FormHost::FormHost(TestUnit &unit)
+    : m_unit(unit)
+    , m_host(new QWidget(&unit.screen()))
+{
+    m_host->setGeometry(0, 0, 800, 480);
+    m_host->show();
+}
+
+void FormHost::checkNothingOverlaps() const
+{
+    const auto widgets = m_host->findChildren<QWidget *>();
+    for (const QWidget *widget : widgets) {
+        for (const QWidget *other : widgets) {
+            if (other != widget && other->parentWidget() == widget->parentWidget()
+                && other->isVisible() && widget->isVisible()) {
+                QVERIFY2(!other->geometry().intersects(widget->geometry()),
+                         qPrintable(widget->objectName() + QStringLiteral(" and ")
+                                    + other->objectName()));
+            }
+        }
+    }
+}
+
+void FormHost::checkGoesWith(QObject *page, const QVector<const char *> &names) const
+{
+    QVector<QPointer<QWidget>> widgets;
+    for (const char *name : names) {
+        widgets.append(find<QWidget>(name));
+    }
+    delete page;
+    for (const auto &widget : qAsConst(widgets)) {
+        QVERIFY(widget && !widget->isVisible());
+    }
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    for (const auto &widget : qAsConst(widgets)) {
+        QVERIFY(!widget);
+    }
+    QVERIFY(m_host->findChildren<QWidget *>().isEmpty());
+}
