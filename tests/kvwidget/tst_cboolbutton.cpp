@@ -1,8 +1,7 @@
 #include "kvwidget/cboolbutton.h"
 
-#include "touchscreen.h"
+#include "buttonchecks.h"
 
-#include <QPointer>
 #include <QtTest>
 
 namespace
@@ -136,12 +135,7 @@ void TestCBoolButton::setStateIsSilent()
 
 void TestCBoolButton::slotDeletesButton()
 {
-    TouchScreen screen;
-    const QPointer<Button> button(new Button(&screen));
-    connect(button, &CBoolButton::btnReleased, &screen, [&] { delete button; });
-    QVERIFY(screen.turnOn());
-    screen.tap(onButton);
-    QVERIFY(button.isNull());
+    RUN_CHECK(checkSlotMayDelete<Button>(&CBoolButton::btnReleased, onButton));
 }
 
 void TestCBoolButton::disabledRefuses()
@@ -151,7 +145,7 @@ void TestCBoolButton::disabledRefuses()
     button.setEnabled(false);
     QVERIFY(screen.turnOn());
     const QColor dimmed = screen.colorAt(onButton);
-    QVERIFY(dimmed.blue() > 50 && dimmed.blue() < 150);
+    QVERIFY(isDimmedBlue(dimmed));
     screen.fingerDown(onButton);
     QCOMPARE(screen.colorAt(onButton), dimmed);
     screen.fingerUp(onButton);
@@ -216,9 +210,7 @@ void TestCBoolButton::styleSheetPaints()
     TouchScreen screen;
     Button button(&screen);
     button.setOffImage(plain(QSize(10, 10), offColor));
-    button.setStyleSheet("background-color: rgb(10, 20, 30);");
-    QVERIFY(screen.turnOn());
-    QCOMPARE(screen.colorAt(place.topLeft()), QColor(10, 20, 30));
+    RUN_CHECK(checkStyleSheetPaints(screen, button, place.topLeft()));
     QCOMPARE(screen.colorAt(onButton), offColor);
 }
 

@@ -1,8 +1,7 @@
 #include "kvwidget/kvhorstrbutton.h"
 
-#include "touchscreen.h"
+#include "buttonchecks.h"
 
-#include <QPointer>
 #include <QtTest>
 
 namespace
@@ -86,12 +85,7 @@ void TestKvHorStrButton::silentWhenLiftedOutside()
 
 void TestKvHorStrButton::slotDeletesButton()
 {
-    TouchScreen screen;
-    const QPointer<Button> button(new Button(&screen));
-    connect(button, &KvHorStrButton::clicked, &screen, [&] { delete button; });
-    QVERIFY(screen.turnOn());
-    screen.tap(onButton);
-    QVERIFY(button.isNull());
+    RUN_CHECK(checkSlotMayDelete<Button>(&KvHorStrButton::clicked, onButton));
 }
 
 void TestKvHorStrButton::imageIsCentredAndNeverDistorted_data()

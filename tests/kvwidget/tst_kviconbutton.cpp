@@ -1,6 +1,7 @@
 #include "kvwidget/kviconbutton.h"
 
-#include "touchscreen.h"
+#include "buttonchecks.h"
+#include "testpagebutton.h"
 
 #include <QPointer>
 #include <QSignalSpy>
@@ -9,13 +10,6 @@
 namespace
 {
 
-const QRect place(100, 100, 210, 60);
-const QPoint onButton = place.center();
-const QPoint besideButton(50, 50);
-const QPoint faceCorner = place.topLeft() + QPoint(2, 2);
-
-const QColor normalColor(0, 0, 255);
-const QColor pressColor(255, 0, 0);
 const QColor overColor(0, 255, 0);
 const QColor disableColor(255, 255, 0);
 
@@ -113,11 +107,7 @@ void TestKvIconButton::modesHaveTheirNumbers()
 
 void TestKvIconButton::imageInEveryShowMode_data()
 {
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("textSeen");
-    QTest::newRow("none set") << -1 << false;
-    QTest::newRow("image") << 0 << false;
-    QTest::newRow("image and text") << 1 << true;
+    addShowModes();
 }
 
 void TestKvIconButton::imageInEveryShowMode()
@@ -418,9 +408,8 @@ void TestKvIconButton::disabledImage()
         if (imageShown) {
             QCOMPARE(seen, disableColor);
         } else {
-            // The normal image's blue, dimmed: clearly darker, still there.
             QCOMPARE(seen.red(), 0);
-            QVERIFY(seen.blue() > 50 && seen.blue() < 150);
+            QVERIFY(isDimmedBlue(seen));
         }
     }
 }
@@ -728,9 +717,7 @@ void TestKvIconButton::styleSheetPaints()
     TouchScreen screen;
     Button button(&screen);
     button.setNormalImage(plain(QSize(10, 10), normalColor));
-    button.setStyleSheet("background-color: rgb(10, 20, 30);");
-    QVERIFY(screen.turnOn());
-    QCOMPARE(screen.colorAt(faceCorner), QColor(10, 20, 30));
+    RUN_CHECK(checkStyleSheetPaints(screen, button, faceCorner));
     QCOMPARE(screen.colorAt(onButton), normalColor);
 }
 

@@ -1,21 +1,12 @@
 #include "kvwidget/kvlockbutton.h"
 
-#include "kvwidget/kviconbutton.h"
-#include "touchscreen.h"
+#include "buttonchecks.h"
+#include "testpagebutton.h"
 
-#include <QPointer>
 #include <QtTest>
 
 namespace
 {
-
-const QRect place(100, 100, 210, 60);
-const QPoint onButton = place.center();
-const QPoint besideButton(50, 50);
-const QPoint faceCorner = place.topLeft() + QPoint(2, 2);
-
-const QColor normalColor(0, 0, 255);
-const QColor pressColor(255, 0, 0);
 
 class Button : public KvLockButton
 {
@@ -169,12 +160,7 @@ void TestKvLockButton::otherButtonMayBeReleasedBySlot()
 
 void TestKvLockButton::slotDeletesButton()
 {
-    TouchScreen screen;
-    const QPointer<Button> button(new Button(&screen));
-    connect(button, &KvLockButton::btnReleased, &screen, [&] { delete button; });
-    QVERIFY(screen.turnOn());
-    screen.tap(onButton);
-    QVERIFY(button.isNull());
+    RUN_CHECK(checkSlotMayDelete<Button>(&KvLockButton::btnReleased, onButton));
 }
 
 void TestKvLockButton::disabledRefuses()
@@ -184,7 +170,7 @@ void TestKvLockButton::disabledRefuses()
     button.setEnabled(false);
     QVERIFY(screen.turnOn());
     const QColor dimmed = screen.colorAt(faceCorner);
-    QVERIFY(dimmed.blue() > 50 && dimmed.blue() < 150);
+    QVERIFY(isDimmedBlue(dimmed));
     screen.tap(onButton);
     QVERIFY(!button.isDown());
     QCOMPARE(button.heard, QStringList());
@@ -193,11 +179,7 @@ void TestKvLockButton::disabledRefuses()
 
 void TestKvLockButton::showModes_data()
 {
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<bool>("textSeen");
-    QTest::newRow("none set") << -1 << false;
-    QTest::newRow("image") << int(KvIconButton::ShowImage) << false;
-    QTest::newRow("image and text") << int(KvIconButton::ShowImageText) << true;
+    addShowModes();
 }
 
 void TestKvLockButton::showModes()
@@ -252,9 +234,7 @@ void TestKvLockButton::styleSheetPaints()
     TouchScreen screen;
     Button button(&screen);
     button.setNormalImage(plain(QSize(10, 10), normalColor));
-    button.setStyleSheet("background-color: rgb(10, 20, 30);");
-    QVERIFY(screen.turnOn());
-    QCOMPARE(screen.colorAt(faceCorner), QColor(10, 20, 30));
+    RUN_CHECK(checkStyleSheetPaints(screen, button, faceCorner));
 }
 
 QTEST_MAIN(TestKvLockButton)
