@@ -101,6 +101,54 @@ QRect textPart(const Popup &popup)
     return part;
 }
 
+int linesSeen(Popup &popup)
+{
+    return linesIn(rowsWithText(popup, textPart(popup)));
+}
+
+/// Shows the screen with that text in the pop-up; false when it does not appear.
+bool showText(TouchScreen &screen, Popup &popup, PopupView::ButtonType type, const QString &text)
+{
+    popup.setButtonType(type);
+    popup.setText(text);
+    return screen.turnOn();
+}
+
+/// Shows the screen, and only then the pop-up, for \a ms; false when the screen does not appear.
+bool showFor(TouchScreen &screen, Popup &popup, int ms)
+{
+    popup.hide();
+    popup.setShowTimeout(ms);
+    const bool shown = screen.turnOn();
+    popup.show();
+    return shown;
+}
+
+/// A page that fills the screen.
+class FullPage : public BaseView
+{
+public:
+    explicit FullPage(QWidget *screen)
+        : BaseView("page", screen)
+    {
+        setGeometry(0, 0, 800, 480);
+    }
+};
+
+/// A button that fills the screen and counts its clicks: the touches that reach it.
+class ButtonBelow : public KvIconButton
+{
+public:
+    explicit ButtonBelow(QWidget *screen)
+        : KvIconButton(screen)
+    {
+        setGeometry(0, 0, 800, 480);
+        connect(this, &KvIconButton::btnClicked, this, [this] { ++clicks; });
+    }
+
+    int clicks = 0;
+};
+
 } // namespace
 
 class TestPopupView : public QObject
@@ -285,11 +333,11 @@ void TestPopupView::buttonPositions()
     const int underShort = popup.button(okName)->y();
     QVERIFY(underShort < atBottom);
     QVERIFY(popup.button(okName)->geometry().top() > textPart(popup).top() + 30);
-    QCOMPARE(linesIn(rowsWithText(popup, textPart(popup))), 1);
+    QCOMPARE(linesSeen(popup), 1);
     popup.setText(capitals(4));
     QVERIFY(popup.button(okName)->y() > underShort);
     QVERIFY(popup.button(okName)->y() <= atBottom);
-    QCOMPARE(linesIn(rowsWithText(popup, textPart(popup))), 4);
+    QCOMPARE(linesSeen(popup), 4);
     popup.setButtonPosition(PopupView::ButtonsAtBottom);
     QCOMPARE(popup.button(okName)->y(), atBottom);
 }
@@ -347,9 +395,7 @@ void TestPopupView::linesFit()
     QFETCH(int, lines);
     TouchScreen screen;
     Popup popup(&screen);
-    popup.setButtonType(PopupView::ButtonType(type));
-    popup.setText(capitals(lines));
-    QVERIFY(screen.turnOn());
+    QVERIFY(showText(screen, popup, PopupView::ButtonType(type), capitals(lines)));
     const QList<bool> rows = rowsWithText(popup, textPart(popup));
     QCOMPARE(linesIn(rows), lines);
     QVERIFY2(!rows.first() && !rows.last(), "the text touches the box or its buttons");
@@ -372,22 +418,19 @@ void TestPopupView::longLineWraps()
 {
     TouchScreen screen;
     Popup popup(&screen);
-    popup.setButtonType(PopupView::NoButton);
     // At 30 px the line is 720 to 1200 px wide: two lines of 614.
-    popup.setText("A line of text that is too long to stand in the box as one line");
-    QVERIFY(screen.turnOn());
-    QCOMPARE(linesIn(rowsWithText(popup, textPart(popup))), 2);
+    QVERIFY(showText(screen, popup, PopupView::NoButton,
+                     "A line of text that is too long to stand in the box as one line"));
+    QCOMPARE(linesSeen(popup), 2);
 }
 
 void TestPopupView::endlessWordIsBroken()
 {
     TouchScreen screen;
     Popup popup(&screen);
-    popup.setButtonType(PopupView::NoButton);
     // At the smallest 12 px a W takes 11 px: 55 in a line of 614, so 150 need three lines.
-    popup.setText(QString("W").repeated(150));
-    QVERIFY(screen.turnOn());
-    QCOMPARE(linesIn(rowsWithText(popup, textPart(popup))), 3);
+    QVERIFY(showText(screen, popup, PopupView::NoButton, QString("W").repeated(150)));
+    QCOMPARE(linesSeen(popup), 3);
     const QList<bool> besideText = rowsWithText(popup, QRect(8, 8, 20, 148));
     QVERIFY(!besideText.contains(true));
 }
@@ -395,11 +438,9 @@ void TestPopupView::endlessWordIsBroken()
 void TestPopupView::textIsPlain()
 {
     TouchScreen screen;
-    Popup plainPopup(&screen);
-    plainPopup.setButtonType(PopupView::NoButton);
-    plainPopup.setText("1&2<br>3");
-    QVERIFY(screen.turnOn());
-    QCOMPARE(linesIn(rowsWithText(plainPopup, textPart(plainPopup))), 1);
+    Popup popup(&screen);
+    QVERIFY(showText(screen, popup, PopupView::NoButton, "1&2<br>3"));
+    QCOMPARE(linesSeen(popup), 1);
 }
 
 void TestPopupView::buttonTexts()
@@ -533,10 +574,7 @@ void TestPopupView::settersAreSilent()
 void TestPopupView::touchesBesideTheBox()
 {
     TouchScreen screen;
-    KvIconButton below(&screen);
-    below.setGeometry(0, 0, 800, 480);
-    int clicks = 0;
-    connect(&below, &KvIconButton::btnClicked, this, [&] { ++clicks; });
+    ButtonBelow below(&screen);
     QWidget layer(&screen);
     layer.setGeometry(0, 0, 800, 480);
     Popup popup(&layer);
@@ -546,10 +584,10 @@ void TestPopupView::touchesBesideTheBox()
     QVERIFY(screen.turnOn());
     screen.tap(QPoint(400, 157));
     screen.tap(QPoint(61, 200));
-    QCOMPARE(clicks, 2);
+    QCOMPARE(below.clicks, 2);
     screen.tap(QPoint(400, 158));
     screen.tap(QPoint(62, 200));
-    QCOMPARE(clicks, 2);
+    QCOMPARE(below.clicks, 2);
 }
 
 void TestPopupView::touchesOnTheBox()
@@ -575,10 +613,7 @@ void TestPopupView::baseViewGoesWithCancelAndTimeout()
 {
     QFETCH(bool, byCancel);
     TouchScreen screen;
-    KvIconButton below(&screen);
-    below.setGeometry(0, 0, 800, 480);
-    int clicks = 0;
-    connect(&below, &KvIconButton::btnClicked, this, [&] { ++clicks; });
+    ButtonBelow below(&screen);
     const QPointer<BaseView> page(new BaseView("setup UserUpdate", &screen));
     page->setGeometry(0, 0, 800, 480);
     QWidget hiddenOne(page);
@@ -589,7 +624,7 @@ void TestPopupView::baseViewGoesWithCancelAndTimeout()
     QWidget windowOfThePage(page, Qt::Window);
     windowOfThePage.show();
     screen.tap(QPoint(10, 10));
-    QCOMPARE(clicks, 0);
+    QCOMPARE(below.clicks, 0);
     if (byCancel) {
         screen.tap(popup.middleOf(cancelName));
     } else {
@@ -598,7 +633,7 @@ void TestPopupView::baseViewGoesWithCancelAndTimeout()
     QVERIFY(page);
     QVERIFY(page->isHidden());
     screen.tap(QPoint(10, 10));
-    QCOMPARE(clicks, 1);
+    QCOMPARE(below.clicks, 1);
 }
 
 void TestPopupView::baseViewWithOtherContent_data()
@@ -610,8 +645,7 @@ void TestPopupView::baseViewWithOtherContent()
 {
     QFETCH(bool, byCancel);
     TouchScreen screen;
-    BaseView page("page", &screen);
-    page.setGeometry(0, 0, 800, 480);
+    FullPage page(&screen);
     QWidget content(&page);
     Popup popup(&page);
     popup.setShowTimeout(byCancel ? 0 : 50);
@@ -635,8 +669,7 @@ void TestPopupView::baseViewStaysForOkAndHide()
 {
     QFETCH(bool, byOk);
     TouchScreen screen;
-    BaseView page("page", &screen);
-    page.setGeometry(0, 0, 800, 480);
+    FullPage page(&screen);
     Popup popup(&page);
     QVERIFY(screen.turnOn());
     if (byOk) {
@@ -652,8 +685,7 @@ void TestPopupView::baseViewStaysForOkAndHide()
 void TestPopupView::otherParentsStay()
 {
     TouchScreen screen;
-    BaseView page("page", &screen);
-    page.setGeometry(0, 0, 800, 480);
+    FullPage page(&screen);
     KvWidget between(&page);
     between.setGeometry(0, 0, 800, 480);
     Popup popup(&between);
@@ -666,8 +698,7 @@ void TestPopupView::otherParentsStay()
 void TestPopupView::baseViewUsedAgainBySlot()
 {
     TouchScreen screen;
-    BaseView page("page", &screen);
-    page.setGeometry(0, 0, 800, 480);
+    FullPage page(&screen);
     QWidget answer(&page);
     answer.hide();
     Popup popup(&page);
@@ -682,10 +713,7 @@ void TestPopupView::timeout()
 {
     TouchScreen screen;
     Popup popup(&screen);
-    popup.hide();
-    popup.setShowTimeout(200);
-    QVERIFY(screen.turnOn());
-    popup.show();
+    QVERIFY(showFor(screen, popup, 200));
     const qint64 stayed = stays(popup, 5000);
     QVERIFY2(stayed >= 190 && stayed < 2000, qPrintable(QString::number(stayed)));
     QCOMPARE(popup.heard, QStringList{"timeout userdata"});
@@ -712,10 +740,7 @@ void TestPopupView::timeoutUnderTimeFactor()
     const simlink::SimulatedUnit link(unit);
     TouchScreen screen;
     Popup popup(&screen);
-    popup.hide();
-    popup.setShowTimeout(timeout);
-    QVERIFY(screen.turnOn());
-    popup.show();
+    QVERIFY(showFor(screen, popup, timeout));
     const qint64 stayed = stays(popup, 10000);
     QVERIFY2(stayed >= real - 10 && stayed < real + 2000, qPrintable(QString::number(stayed)));
 }
@@ -743,10 +768,7 @@ void TestPopupView::showWhileVisibleStartsAnew()
 {
     TouchScreen screen;
     Popup popup(&screen);
-    popup.hide();
-    popup.setShowTimeout(300);
-    QVERIFY(screen.turnOn());
-    popup.show();
+    QVERIFY(showFor(screen, popup, 300));
     QVERIFY(stays(popup, 200) >= 200);
     popup.setText("capture turned off");
     popup.setShowTimeout(300);
@@ -760,10 +782,7 @@ void TestPopupView::timeoutCountsFromShow()
 {
     TouchScreen screen;
     Popup popup(&screen);
-    popup.hide();
-    popup.setShowTimeout(200);
-    QVERIFY(screen.turnOn());
-    popup.show();
+    QVERIFY(showFor(screen, popup, 200));
     // Without a show() the new time is not in force yet.
     popup.setShowTimeout(100000);
     const qint64 stayed = stays(popup, 5000);
@@ -774,10 +793,7 @@ void TestPopupView::timeoutTurnedOffByNextShow()
 {
     TouchScreen screen;
     Popup popup(&screen);
-    popup.hide();
-    popup.setShowTimeout(100);
-    QVERIFY(screen.turnOn());
-    popup.show();
+    QVERIFY(showFor(screen, popup, 100));
     popup.setShowTimeout(0);
     popup.show();
     QVERIFY(stays(popup, 250) >= 250);
@@ -786,8 +802,7 @@ void TestPopupView::timeoutTurnedOffByNextShow()
 void TestPopupView::hiddenInTime()
 {
     TouchScreen screen;
-    BaseView page("page", &screen);
-    page.setGeometry(0, 0, 800, 480);
+    FullPage page(&screen);
     Popup popup(&page);
     popup.setShowTimeout(50);
     QVERIFY(screen.turnOn());
@@ -800,8 +815,7 @@ void TestPopupView::hiddenInTime()
 void TestPopupView::shownWithItsParent()
 {
     TouchScreen screen;
-    BaseView page("page", &screen);
-    page.setGeometry(0, 0, 800, 480);
+    FullPage page(&screen);
     page.hide();
     Popup popup(&page);
     popup.setShowTimeout(200);
@@ -831,8 +845,7 @@ void TestPopupView::slotDeletes()
     QFETCH(QString, signal);
     QFETCH(bool, page);
     TouchScreen screen;
-    const QPointer<BaseView> view(new BaseView("page", &screen));
-    view->setGeometry(0, 0, 800, 480);
+    const QPointer<BaseView> view(new FullPage(&screen));
     const QPointer<Popup> popup(new Popup(view));
     const auto destroy = [&] { delete (page ? static_cast<QWidget *>(view) : popup); };
     connect(popup, &PopupView::ok, &screen, destroy);
