@@ -9,7 +9,6 @@
 #include "system/vendordatadelegate.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 #include <QScrollBar>
 #include <QScroller>
 #include <QScrollEvent>
@@ -26,18 +25,6 @@ const QRect place(0, 66, 800, 414);
 const int rows = 200;
 const int rounds = 200;
 const int step = 7;
-
-void ignore(QtMsgType, const QMessageLogContext &, const QString &)
-{
-}
-
-double microseconds(const std::function<void()> &work)
-{
-    QElapsedTimer clock;
-    clock.start();
-    work();
-    return clock.nsecsElapsed() / 1e3;
-}
 
 /// Rows with a title under the role that the delegate reads.
 class Rows : public QStringListModel
@@ -156,7 +143,7 @@ int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    qInstallMessageHandler(ignore);
+    ignoreMessages();
 
     TestUnit unit;
     QWidget &screen = unit.screen();

@@ -6,38 +6,25 @@
 #include "support/testunit.h"
 
 #include <QApplication>
-#include <QElapsedTimer>
 
 namespace
 {
 
 const int rounds = 50;
 
-void ignore(QtMsgType, const QMessageLogContext &, const QString &)
-{
-}
-
-double milliseconds(const std::function<void()> &work)
-{
-    QElapsedTimer clock;
-    clock.start();
-    work();
-    return clock.nsecsElapsed() / 1e6;
-}
-
 void measure(TestUnit &unit, FactoryDebugView &view, QWidget &empty, const QString &id)
 {
     QVector<double> page;
     QVector<double> plain;
     for (int round = -1; round < rounds; ++round) {
-        const double first = milliseconds([&] {
+        const double first = microseconds([&] {
             view.buttonClicked(id);
             unit.screen().repaint();
             view.buttonClicked(QStringLiteral("return"));
             unit.screen().repaint();
         });
         QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-        const double second = milliseconds([&] {
+        const double second = microseconds([&] {
             empty.show();
             unit.screen().repaint();
             empty.hide();
@@ -48,8 +35,8 @@ void measure(TestUnit &unit, FactoryDebugView &view, QWidget &empty, const QStri
             plain.append(second);
         }
     }
-    printRow(id, page, QStringLiteral("ms"));
-    printRow(QStringLiteral("  empty widget"), plain, QStringLiteral("ms"));
+    printRow(id, page, QStringLiteral("us"));
+    printRow(QStringLiteral("  empty widget"), plain, QStringLiteral("us"));
     printRatio(QStringLiteral("  ratio"), page, plain);
 }
 
@@ -59,7 +46,7 @@ int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    qInstallMessageHandler(ignore);
+    ignoreMessages();
 
     TestUnit unit;
     FactoryDebugView view(unit.framework().layer(kvappframework::UI_HERARCHY_ACTIVITY));

@@ -3,6 +3,7 @@
 // default.
 
 #include "factorydebug/factorydebugview.h"
+#include "measurement.h"
 #include "support/testunit.h"
 
 #include <QApplication>
@@ -15,10 +16,6 @@ namespace
 {
 
 const int warmUp = 200;
-
-void ignore(QtMsgType, const QMessageLogContext &, const QString &)
-{
-}
 
 struct Usage
 {
@@ -52,7 +49,7 @@ int main(int argc, char *argv[])
 {
     qputenv("QT_QPA_PLATFORM", "offscreen");
     QApplication application(argc, argv);
-    qInstallMessageHandler(ignore);
+    ignoreMessages();
     QStringList arguments = application.arguments().mid(1);
     const int openings = arguments.isEmpty() ? 10000 : arguments.takeFirst().toInt();
     const QStringList ids = !arguments.isEmpty()

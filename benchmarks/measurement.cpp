@@ -1,5 +1,7 @@
 #include "measurement.h"
 
+#include <QElapsedTimer>
+
 #include <algorithm>
 #include <cstdio>
 
@@ -7,6 +9,19 @@ Summary summarise(QVector<double> values)
 {
     std::sort(values.begin(), values.end());
     return {values.first(), values.at(values.size() / 2), values.last()};
+}
+
+void ignoreMessages()
+{
+    qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+}
+
+double microseconds(const std::function<void()> &work)
+{
+    QElapsedTimer clock;
+    clock.start();
+    work();
+    return clock.nsecsElapsed() / 1e3;
 }
 
 void printRow(const QString &what, const QVector<double> &values, const QString &unit)

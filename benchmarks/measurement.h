@@ -3,6 +3,8 @@
 #include <QString>
 #include <QVector>
 
+#include <functional>
+
 /// The smallest, the middle and the largest of some measured values.
 struct Summary
 {
@@ -13,6 +15,12 @@ struct Summary
 
 /// \a values must not be empty.
 Summary summarise(QVector<double> values);
+
+/// Turns off what the code under measurement traces.
+void ignoreMessages();
+
+/// How long \a work takes, in microseconds.
+double microseconds(const std::function<void()> &work);
 
 /// Prints "<what>   min …  median …  max …  <unit>".
 void printRow(const QString &what, const QVector<double> &values, const QString &unit);
