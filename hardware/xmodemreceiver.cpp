@@ -1,5 +1,7 @@
 #include "xmodemreceiver.h"
 
+#include <array>
+
 namespace hardware
 {
 
@@ -13,6 +15,20 @@ const int blockSize = 1024;
 const int dataOffset = 3;
 const int crcOffset = dataOffset + blockSize;
 const int frameSize = crcOffset + 2;
+
+/// What each value of a byte makes of a CRC of 0.
+constexpr std::array<quint16, 256> crcTable()
+{
+    std::array<quint16, 256> table = {};
+    for (unsigned int byte = 0; byte < table.size(); ++byte) {
+        unsigned int crc = byte << 8;
+        for (int bit = 0; bit < 8; ++bit) {
+            crc = (crc & 0x8000) != 0 ? crc << 1 ^ 0x1021 : crc << 1;
+        }
+        table[byte] = quint16(crc);
+    }
+    return table;
+}
 
 } // namespace
 
@@ -96,12 +112,10 @@ QString XmodemReceiver::frameProblem() const
 
 quint16 xmodemCrc(const char *data, int size)
 {
+    static constexpr std::array<quint16, 256> table = crcTable();
     quint16 crc = 0;
     for (int index = 0; index < size; ++index) {
-        crc ^= quint16(uchar(data[index]) << 8);
-        for (int bit = 0; bit < 8; ++bit) {
-            crc = quint16((crc & 0x8000) != 0 ? crc << 1 ^ 0x1021 : crc << 1);
-        }
+        crc = quint16(crc << 8 ^ table[crc >> 8 ^ uchar(data[index])]);
     }
     return crc;
 }
