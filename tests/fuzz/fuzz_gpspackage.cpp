@@ -1,8 +1,9 @@
 // Feeds the package checker. Build and run by hand, with clang:
 //
-//     clang++ -std=c++17 -g -O1 -fsanitize=fuzzer,address,undefined -fno-sanitize-recover=undefined
-//     \
-//         -Isrc tests/fuzz/fuzz_gpspackage.cpp src/gps/gpspackage.cpp -o /tmp/fuzz_gpspackage
+//     sanitizers=fuzzer,address,undefined
+//     clang++ -std=c++17 -g -O1 -fsanitize=$sanitizers -fno-sanitize-recover=undefined -Isrc \
+//         tests/fuzz/fuzz_gpspackage.cpp src/gps/gpspackage.cpp -o /tmp/fuzz_gpspackage
+//     mkdir -p /tmp/corpus
 //     /tmp/fuzz_gpspackage -max_len=8192 -max_total_time=600 /tmp/corpus tests/fuzz/gpspackage
 //
 // The tests run the checker on every file of gpspackage/.
