@@ -39,30 +39,6 @@ const int pacedBlocks = 20;
 const int baud = 115200;
 const int fastest = 460800;
 
-/// Throws the standard output away for as long as it lives.
-class Quiet
-{
-public:
-    Quiet()
-        : m_stdout(dup(STDOUT_FILENO))
-    {
-        std::fflush(stdout);
-        const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
-        dup2(nowhere, STDOUT_FILENO);
-        close(nowhere);
-    }
-
-    ~Quiet()
-    {
-        std::fflush(stdout);
-        dup2(m_stdout, STDOUT_FILENO);
-        close(m_stdout);
-    }
-
-private:
-    const int m_stdout;
-};
-
 /// Takes files on a line, with or without its pace, as fast as it can.
 class Receiver
 {

@@ -17,6 +17,7 @@ void measure(TestUnit &unit, FactoryDebugView &view, QWidget &empty, const QStri
     QVector<double> page;
     QVector<double> plain;
     for (int round = -1; round < rounds; ++round) {
+        const Quiet quiet;
         const double first = microseconds([&] {
             view.buttonClicked(id);
             unit.screen().repaint();

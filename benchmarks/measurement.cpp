@@ -2,6 +2,9 @@
 
 #include <QElapsedTimer>
 
+#include <fcntl.h>
+#include <unistd.h>
+
 #include <algorithm>
 #include <cstdio>
 
@@ -14,6 +17,22 @@ Summary summarise(QVector<double> values)
 void ignoreMessages()
 {
     qInstallMessageHandler([](QtMsgType, const QMessageLogContext &, const QString &) {});
+}
+
+Quiet::Quiet()
+    : m_stdout(dup(STDOUT_FILENO))
+{
+    std::fflush(stdout);
+    const int nowhere = open("/dev/null", O_WRONLY | O_CLOEXEC);
+    dup2(nowhere, STDOUT_FILENO);
+    close(nowhere);
+}
+
+Quiet::~Quiet()
+{
+    std::fflush(stdout);
+    dup2(m_stdout, STDOUT_FILENO);
+    close(m_stdout);
 }
 
 double microseconds(const std::function<void()> &work)

@@ -19,6 +19,19 @@ Summary summarise(QVector<double> values);
 /// Turns off what the code under measurement traces.
 void ignoreMessages();
 
+/// Throws the standard output away for as long as it lives.
+class Quiet
+{
+public:
+    Quiet();
+    Quiet(const Quiet &) = delete;
+    Quiet &operator=(const Quiet &) = delete;
+    ~Quiet();
+
+private:
+    const int m_stdout;
+};
+
 /// How long \a work takes, in microseconds.
 double microseconds(const std::function<void()> &work);
 
