@@ -85,10 +85,12 @@ QMap<int, QString> rootsByType(UsbControl *usb)
     for (const auto mediaType : {FileDeviceParser::MediaType1, FileDeviceParser::MediaType2}) {
         const QStringList roots = FileDeviceParser::getInstance()->getMountDeviceByType(mediaType);
         for (const QString &root : roots) {
-            found.insert(deviceType(mediaType, usb->getHwCtrlId(root)), withSlash(root));
+            const int type = deviceType(mediaType, usb->getHwCtrlId(root));
+            if (isDevice(type)) {
+                found.insert(type, withSlash(root));
+            }
         }
     }
-    found.remove(-1);
     return found;
 }
 
