@@ -33,6 +33,7 @@ private slots:
     void inAutomaticModeTheSdCardWins();
     void automaticModeSkipsStorageWithoutThePackage();
     void automaticModeTakesTheLastDeviceOfAController();
+    void automaticModeSkipsOtherControllers();
 
     void withoutThePackageOkStaysDisabled();
     void versionsAreShownWhileThePackageIsVerified();
@@ -280,6 +281,18 @@ void TestUserUpdateDialog::automaticModeTakesTheLastDeviceOfAController()
     desk.plugPackage(QStringLiteral("hub0"));
     QCOMPARE(desk.open(4)->getHwString(Dialog::AutoDetect, "ORRERY_PACK.BIN"),
              QByteArray("/media/hub0/"));
+}
+
+void TestUserUpdateDialog::automaticModeSkipsOtherControllers()
+{
+    Desk desk;
+    desk.useSlots({QStringLiteral("hub 1 2"), QStringLiteral("usb 2 1")});
+    desk.plugPackage(QStringLiteral("hub"));
+    QCOMPARE(desk.open(4)->getHwString(Dialog::AutoDetect, "ORRERY_PACK.BIN"),
+             QByteArray("/error_path/"));
+    desk.plugPackage(QStringLiteral("usb"));
+    QCOMPARE(desk.open(4)->getHwString(Dialog::AutoDetect, "ORRERY_PACK.BIN"),
+             QByteArray("/media/usb/"));
 }
 
 void TestUserUpdateDialog::withoutThePackageOkStaysDisabled()
