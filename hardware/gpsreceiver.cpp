@@ -58,7 +58,7 @@ GpsReceiver::GpsReceiver(const UnitFolder &folder, const Clock &clock, Journal &
 GpsReceiver::~GpsReceiver()
 {
     m_loop.stop();
-    QFile::remove(m_folder.path(portPath));
+    QFile::remove(portFile());
 }
 
 bool GpsReceiver::open(QString *error)
@@ -129,12 +129,17 @@ QString GpsReceiver::state()
     return text;
 }
 
+QString GpsReceiver::portFile() const
+{
+    return m_folder.path(portPath);
+}
+
 bool GpsReceiver::makeLine(QString *error)
 {
     if (!m_line.open(error)) {
         return false;
     }
-    const QString path = m_folder.path(portPath);
+    const QString path = portFile();
     QFile::remove(path);
     if (QFile::link(m_line.port(), path)) {
         return true;

@@ -48,6 +48,9 @@ public:
     /// What it is doing, in a few words.
     QString state();
 
+    /// Host path of the link to its line.
+    QString portFile() const;
+
 private:
     enum class Stage { Running, Resetting, Rom, Loading, BootPrompt };
 

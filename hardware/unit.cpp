@@ -63,4 +63,9 @@ bool Unit::open(QString *error)
     return opened;
 }
 
+QStringList Unit::passingFiles() const
+{
+    return {m_folder.lockFile(), m_gpsReceiver.portFile()};
+}
+
 } // namespace hardware

@@ -37,6 +37,9 @@ public:
     /// Opens the folder and every device on it. False with one sentence in \a error.
     bool open(QString *error);
 
+    /// Host paths of the files that are there only while the unit is open.
+    QStringList passingFiles() const;
+
     const Clock &clock() const { return m_clock; }
     Journal &journal() { return m_journal; }
     const UnitFolder &folder() const { return m_folder; }

@@ -57,6 +57,11 @@ QString UnitFolder::path(const QString &unitPath) const
                                                  : m_root + QLatin1Char('/') + unitPath;
 }
 
+QString UnitFolder::lockFile() const
+{
+    return path(QStringLiteral("/lock"));
+}
+
 bool UnitFolder::isUsable(QString *error) const
 {
     if (m_root.isEmpty()) {
@@ -92,7 +97,7 @@ bool UnitFolder::lock(QString *error)
     if (m_lock && m_lock->isLocked()) {
         return true;
     }
-    m_lock.reset(new QLockFile(path(QStringLiteral("/lock"))));
+    m_lock.reset(new QLockFile(lockFile()));
     m_lock->setStaleLockTime(0);
     if (m_lock->tryLock()) {
         return true;

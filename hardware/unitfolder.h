@@ -27,6 +27,9 @@ public:
     /// Host path of a path of the unit: "/media/usb0" gives "<root>/media/usb0".
     QString path(const QString &unitPath) const;
 
+    /// Host path of the lock.
+    QString lockFile() const;
+
 private:
     bool isUsable(QString *error) const;
     bool lock(QString *error);

@@ -61,6 +61,11 @@ void ActivityLoader::unload()
     m_loader.reset();
 }
 
+QString ActivityLoader::temporaryFolder() const
+{
+    return m_copies.path();
+}
+
 bool ActivityLoader::open(const QString &file, QString *error)
 {
     const QFileInfo info(file);

@@ -31,6 +31,9 @@ public:
     /// variables, as after a restart of the process.
     void unload();
 
+    /// Host path of the folder of the copies that were loaded.
+    QString temporaryFolder() const;
+
 private:
     bool open(const QString &file, QString *error);
     bool checkMetaData(const QJsonObject &metaData, QString *error) const;

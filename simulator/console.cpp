@@ -35,6 +35,11 @@ int mostArguments(const Console::Command &command)
     return usageWords(command).size();
 }
 
+ConsoleResult goingDown()
+{
+    return ConsoleResult::failed(QStringLiteral("the unit is going down"));
+}
+
 } // namespace
 
 Console::Console(GraphicalThread &graphicalThread)
@@ -61,6 +66,9 @@ ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
     if (words.isEmpty()) {
         return ConsoleResult::done();
     }
+    if (m_graphicalThread.isClosed()) {
+        return goingDown();
+    }
     const QString name = words.takeFirst();
     const Command *command = find(name);
     if (command == nullptr) {
@@ -84,7 +92,7 @@ ConsoleResult Console::runCommand(const Command &command, const QStringList &arg
     if (command.place == Place::AnyThread) {
         return command.handler(arguments, session);
     }
-    ConsoleResult result = ConsoleResult::failed(QStringLiteral("the unit is going down"));
+    ConsoleResult result = goingDown();
     m_graphicalThread.run([&] { result = command.handler(arguments, session); });
     return result;
 }

@@ -45,7 +45,8 @@ public:
     /// Runs one line; an empty line and a comment do nothing.
     ConsoleResult run(const QString &line, ConsoleSession &session) const;
 
-    /// Ends what is being waited for, as the program ends. Graphical thread only.
+    /// Ends what is being waited for, as the program ends; no further command runs. Graphical
+    /// thread only.
     void close();
 
 private:

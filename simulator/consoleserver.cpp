@@ -29,6 +29,7 @@ bool ConsoleServer::listen(const QString &name, qint64 position, QString *error)
         [&] {
             QLocalServer::removeServer(name);
             listening = listener->listen(name);
+            m_socketFile = listener->fullServerName();
         },
         Qt::BlockingQueuedConnection);
     if (!listening) {
@@ -36,6 +37,11 @@ bool ConsoleServer::listen(const QString &name, qint64 position, QString *error)
                      .arg(name, listener->errorString());
     }
     return listening;
+}
+
+QString ConsoleServer::socketFile() const
+{
+    return m_socketFile;
 }
 
 } // namespace simulator

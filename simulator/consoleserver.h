@@ -28,9 +28,13 @@ public:
     /// in \a error.
     bool listen(const QString &name, qint64 position, QString *error);
 
+    /// Host path of the socket; empty until it listens.
+    QString socketFile() const;
+
 private:
     const Console &m_console;
     QThread m_thread;
+    QString m_socketFile;
 };
 
 } // namespace simulator

@@ -88,6 +88,12 @@ void GraphicalThread::close()
     m_changed.wakeAll();
 }
 
+bool GraphicalThread::isClosed()
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_closed;
+}
+
 bool GraphicalThread::isCurrent() const
 {
     return QThread::currentThread() == thread();

@@ -18,6 +18,10 @@ class GraphicalThread : public QObject
     Q_OBJECT
 
 public:
+    /// Host milliseconds after which something that the graphical thread does not get round to is
+    /// waited for no more: a page's work blocks it.
+    static constexpr int patienceMs = 5000;
+
     GraphicalThread() = default;
 
     /// Runs \a function on the graphical thread, behind what is queued there already, and returns
@@ -39,6 +43,7 @@ public:
     /// The program ends: interrupts everyone who waits. Call it on the graphical thread after its
     /// event loop has ended.
     void close();
+    bool isClosed();
 
 private:
     struct Call;

@@ -5,6 +5,7 @@
 #include "displaycheck.h"
 #include "exitstatus.h"
 #include "options.h"
+#include "programend.h"
 #include "scriptrunner.h"
 #include "simulator.h"
 #include "unitaddress.h"
@@ -56,12 +57,17 @@ int main(int argc, char *argv[])
     }
 
     hardware::Unit unit(options.unitFolder, options.speed);
+    ProgramEnd end(unit.journal());
     if (!unit.open(&error)) {
         return fail(ExitUnitFolder, error);
     }
+    end.leaveNothingOf(unit.passingFiles());
     const hardware::Gate gate(unit);
 
     Simulator simulator(unit, options.plugin);
+    end.leaveNothingOf({simulator.temporaryFolder()});
+    QObject::connect(&simulator, &Simulator::quitRequested, &end, &ProgramEnd::request,
+                     Qt::DirectConnection);
     if (!simulator.start(&error)) {
         return fail(ExitPlugin, error);
     }
@@ -77,6 +83,7 @@ int main(int argc, char *argv[])
         && !server.listen(consoleSocketName(options.unitFolder), unit.journal().end(), &error)) {
         return fail(ExitUnitFolder, error);
     }
+    end.leaveNothingOf({server.socketFile()});
     QObject::connect(&script, &ScriptRunner::over, application.data(), [](bool successful) {
         QCoreApplication::exit(successful ? ExitFine : ExitScriptFailed);
     });

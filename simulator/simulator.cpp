@@ -99,6 +99,11 @@ const ScreenReader &Simulator::screenReader() const
     return m_screenReader;
 }
 
+QString Simulator::temporaryFolder() const
+{
+    return m_loader.temporaryFolder();
+}
+
 void Simulator::goHome()
 {
     if (m_bezel.screen().isBooting()) {

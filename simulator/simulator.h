@@ -44,6 +44,13 @@ public:
     Finger &finger();
     const ScreenReader &screenReader() const;
 
+    /// Host path of the folder that is there as long as the simulator.
+    QString temporaryFolder() const;
+
+signals:
+    /// The program is asked to end. Comes from any thread.
+    void quitRequested();
+
 private:
     void goHome();
     void requestFactoryMenu();

@@ -8,7 +8,6 @@
 
 #include "hardware/unit.h"
 
-#include <QCoreApplication>
 #include <QDir>
 
 #include <limits>
@@ -34,7 +33,11 @@ ConsoleResult wait(Simulator &simulator, const QStringList &arguments, ConsoleSe
 ConsoleResult reboot(Simulator &simulator, const QStringList &, ConsoleSession &)
 {
     simulator.unit().mcu().reboot();
-    return ConsoleResult::done();
+    // Behind the restart, which is queued there.
+    return simulator.graphicalThread().runWithin(GraphicalThread::patienceMs, [] {})
+        ? ConsoleResult::done()
+        : ConsoleResult::failed(QStringLiteral(
+            "the screen is blocked by a page's work; the unit restarts when that has ended"));
 }
 
 ConsoleResult changeFolder(Simulator &, const QStringList &arguments, ConsoleSession &session)
@@ -47,10 +50,9 @@ ConsoleResult changeFolder(Simulator &, const QStringList &arguments, ConsoleSes
     return ConsoleResult::done();
 }
 
-ConsoleResult quit(Simulator &, const QStringList &, ConsoleSession &)
+ConsoleResult quit(Simulator &simulator, const QStringList &, ConsoleSession &)
 {
-    QMetaObject::invokeMethod(
-        qApp, [] { QCoreApplication::exit(0); }, Qt::QueuedConnection);
+    emit simulator.quitRequested();
     ConsoleResult result = ConsoleResult::done();
     result.endsSession = true;
     return result;
@@ -68,7 +70,8 @@ void addUnitCommands(Console &console, Simulator &simulator)
             {"reboot", "", "Has the unit restarted; it then journals \"unit booted\".", place,
              reboot},
             {"cd", "FOLDER", "Relative file names count from that folder on.", place, changeFolder},
-            {"quit", "", "Ends the program.", place, quit},
+            {"quit", "", "Ends the program, after 5 s also when the screen is blocked.", place,
+             quit},
         });
 }
 

@@ -15,6 +15,7 @@ private slots:
     void upgradesFromTwoSticks();
     void cancelAndOneFile();
     void lostLineEndsTheProcess();
+    void quitEndsAnUpgradeThatHangs();
 };
 
 namespace
@@ -89,6 +90,20 @@ void TestGpsUpdate::lostLineEndsTheProcess()
     QVERIFY2(end.startsWith(QLatin1String("gps-line-lost.txt ends with 251:")), qPrintable(end));
     QVERIFY2(end.contains(QLatin1String("read serial return 0, please check serial device.\n")),
              qPrintable(end));
+}
+
+void TestGpsUpdate::quitEndsAnUpgradeThatHangs()
+{
+    HeadunitRun run;
+    makePackages(run);
+    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
+    const QString end = run.scenario(QStringLiteral("gps-quit.txt"), speed);
+    QVERIFY2(end.startsWith(QLatin1String("gps-quit.txt ends with 6:")), qPrintable(end));
+    QVERIFY2(end.endsWith(QLatin1String(
+                 "The screen is blocked by a page's work; the program ended without it.\n")),
+             qPrintable(end));
+    QVERIFY(!QFileInfo::exists(run.path(QStringLiteral("/lock"))));
+    QVERIFY(!QFileInfo(run.path(QStringLiteral("/dev/ttyS3"))).isSymLink());
 }
 
 QTEST_GUILESS_MAIN(TestGpsUpdate)

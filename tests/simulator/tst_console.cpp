@@ -25,7 +25,7 @@ private slots:
     void helpRefusesUnknownCommands();
     void runsWhereTheCommandBelongs_data();
     void runsWhereTheCommandBelongs();
-    void closedConsoleRunsNoScreenCommands();
+    void closedConsoleRunsNoCommands();
 
 private:
     ConsoleResult run(const QString &line);
@@ -167,10 +167,12 @@ void TestConsole::runsWhereTheCommandBelongs()
     QCOMPARE(m_ranOn == QThread::currentThread(), onGraphicalThread);
 }
 
-void TestConsole::closedConsoleRunsNoScreenCommands()
+void TestConsole::closedConsoleRunsNoCommands()
 {
     m_console->close();
-    QCOMPARE(runElsewhere("look").error, QString("the unit is going down"));
+    for (const char *line : {"look", "paint blue"}) {
+        QCOMPARE(runElsewhere(line).error, QString("the unit is going down"));
+    }
     QCOMPARE(m_ranOn, nullptr);
 }
 

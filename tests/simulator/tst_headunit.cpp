@@ -1,5 +1,6 @@
+#include "program.h"
+
 #include <QImage>
-#include <QProcess>
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -8,69 +9,9 @@ namespace
 
 const int patienceMs = 60000;
 
-struct Outcome
-{
-    int status = -1;
-    QString output;
-    QString error;
-};
-
 QStringList withTestActivity(const QStringList &arguments)
 {
     return QStringList{"--headless", "--plugin", TEST_ACTIVITY} + arguments;
-}
-
-/// A program that runs; killed when it is still there in the end.
-class Program
-{
-public:
-    Program(const QString &program, const QStringList &arguments,
-            const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
-    {
-        m_process.setProcessEnvironment(environment);
-        m_process.start(program, arguments);
-    }
-
-    ~Program()
-    {
-        if (m_process.state() != QProcess::NotRunning) {
-            m_process.kill();
-            m_process.waitForFinished();
-        }
-    }
-
-    void type(const QByteArray &text)
-    {
-        m_process.write(text);
-        m_process.waitForBytesWritten();
-    }
-
-    bool isRunning()
-    {
-        return !m_process.waitForFinished(0) && m_process.state() == QProcess::Running;
-    }
-
-    Outcome finish()
-    {
-        m_process.closeWriteChannel();
-        Outcome outcome;
-        if (m_process.waitForFinished(patienceMs)
-            && m_process.exitStatus() == QProcess::NormalExit) {
-            outcome.status = m_process.exitCode();
-        }
-        outcome.output = QString::fromUtf8(m_process.readAllStandardOutput());
-        outcome.error = QString::fromUtf8(m_process.readAllStandardError());
-        return outcome;
-    }
-
-private:
-    QProcess m_process;
-};
-
-Outcome run(const QString &program, const QStringList &arguments,
-            const QProcessEnvironment &environment = QProcessEnvironment::systemEnvironment())
-{
-    return Program(program, arguments, environment).finish();
 }
 
 Outcome headunit(const QStringList &arguments)

@@ -62,6 +62,12 @@ public:
             usleep(blockedMicroseconds);
             qDebug() << "blocked no more";
         });
+        addButton("hang", 340, [] {
+            qDebug() << "hanging";
+            while (true) {
+                pause();
+            }
+        });
         addButton("page", 220, [] {
             auto *page = new TestPage;
             page->show();
