@@ -104,7 +104,18 @@ bool GpsReceiver::addFault(const QStringList &words, QString *error)
 
 void GpsReceiver::clearFaults()
 {
-    m_loop.call([this] { m_faults = ReceiverFaults(); });
+    m_loop.call([this] {
+        m_faults = ReceiverFaults();
+        m_transfer.refuse({});
+        note(QStringLiteral("repaired"));
+    });
+}
+
+QStringList GpsReceiver::faults()
+{
+    QStringList list;
+    m_loop.call([this, &list] { list = m_faults.list(); });
+    return list;
 }
 
 QString GpsReceiver::state()
@@ -255,9 +266,10 @@ void GpsReceiver::enterLoader()
         m_stage = Stage::Resetting;
         return;
     }
-    if (!m_faults.withoutYc) {
-        m_loop.after(answerMs, [this] { say(m_faults.splitYc ? "Y" : "YC"); });
-        if (m_faults.splitYc) {
+    if (!m_faults.has(QStringLiteral("no-yc"))) {
+        const bool isSplit = m_faults.has(QStringLiteral("split-yc"));
+        m_loop.after(answerMs, [this, isSplit] { say(isSplit ? "Y" : "YC"); });
+        if (isSplit) {
             m_loop.after(answerMs + splitMs, [this] { say("C"); });
         }
     }
@@ -289,7 +301,7 @@ void GpsReceiver::beginTransfer(const QString &part)
     m_stage = Stage::Loading;
     m_part = part;
     m_transfer = XmodemReceiver();
-    m_transfer.refuse(m_faults.nakBlock, m_faults.naks);
+    m_transfer.refuse(m_faults.refusals(part));
     if (answers(part)) {
         m_loop.after(splitMs + firstRequestMs, [this] { requestFrame(); });
     }
@@ -301,7 +313,8 @@ void GpsReceiver::requestFrame()
         return;
     }
     QByteArray request;
-    for (int index = 0; index < m_faults.noiseBytes; ++index) {
+    const int noiseBytes = m_faults.number(QStringLiteral("noise"));
+    for (int index = 0; index < noiseBytes; ++index) {
         request += noise[index % int(qstrlen(noise))];
     }
     say(request + XmodemReceiver::request);
@@ -335,7 +348,7 @@ void GpsReceiver::answerBlock(char usualAnswer)
     if (!answers(m_part, m_transfer.block())) {
         return;
     }
-    const bool isGarbage = m_transfer.block() == m_faults.garbageBlock;
+    const bool isGarbage = m_faults.isGarbage(m_part, m_transfer.block());
     say(QByteArray(1, isGarbage ? noise[0] : usualAnswer));
 }
 
@@ -347,7 +360,7 @@ void GpsReceiver::answerEnd()
     } else if (answers(QStringLiteral("eot"))) {
         m_stage = Stage::Resetting;
         m_loop.dropAll();
-        m_loop.after(m_faults.lateEotMs, [this] {
+        m_loop.after(m_faults.number(QStringLiteral("late-eot")), [this] {
             say(QByteArray(1, XmodemReceiver::ack));
             endTransfer();
         });
@@ -378,7 +391,7 @@ void GpsReceiver::showPrompt()
     m_stage = Stage::BootPrompt;
     if (!answers(QStringLiteral("prompt"))) {
         m_stage = Stage::Resetting;
-    } else if (m_faults.splitPrompt) {
+    } else if (m_faults.has(QStringLiteral("split-prompt"))) {
         say(QByteArray(menu) + "bo");
         m_loop.after(splitMs, [this] { say("ot> "); });
     } else {
@@ -397,7 +410,8 @@ void GpsReceiver::startFirmware()
 
 void GpsReceiver::sendSentences()
 {
-    say(m_faults.withoutRmc ? QByteArray(position) : QByteArray(position) + recommended);
+    say(m_faults.has(QStringLiteral("no-rmc")) ? QByteArray(position)
+                                               : QByteArray(position) + recommended);
     m_loop.after(sentencesMs, [this] { sendSentences(); });
 }
 
@@ -405,14 +419,13 @@ void GpsReceiver::sendSentences()
 /// carried out.
 bool GpsReceiver::answers(const QString &stage, int block)
 {
-    if (m_faults.hangUpStage == stage && block == m_faults.hangUpBlock) {
+    if (m_faults.hangsUp(stage, block)) {
         note(QStringLiteral("hangs up at ") + stage);
         m_loop.dropAll();
         m_line.hangUp();
         return false;
     }
-    const bool isSilent = m_faults.silentStage == stage
-        && (m_faults.silentBlock == 0 || block >= m_faults.silentBlock);
+    const bool isSilent = m_faults.isSilent(stage, block);
     if (isSilent) {
         note(QStringLiteral("silent at ") + stage);
     }

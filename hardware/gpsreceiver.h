@@ -40,10 +40,14 @@ public:
     /// receiver says; others get nothing.
     void setServiceReading(bool reading);
 
-    /// Adds a fault, which lasts until clearFaults(); ReceiverFaults says which there are. False
-    /// with a sentence in \a error. Journal: receiver fault <words>.
+    /// Adds a fault, which lasts until clearFaults(); ReceiverFaults says which there are. The
+    /// refusal of blocks begins with the next transfer. False with a sentence in \a error.
+    /// Journal: receiver fault <words>.
     bool addFault(const QStringList &words, QString *error);
+    /// Journal: receiver repaired.
     void clearFaults();
+    /// Those that there are, as addFault() would take them.
+    QStringList faults();
 
     /// What it is doing, in a few words.
     QString state();

@@ -1,6 +1,7 @@
 #include "receiverfaults.h"
 
 #include <algorithm>
+#include <climits>
 
 namespace hardware
 {
@@ -13,47 +14,41 @@ struct Fault
     const char *name;
     const char *arguments;
     const char *help;
-    void (*apply)(ReceiverFaults &faults, const QStringList &words);
+};
+
+const Fault faults[] = {
+    {"silence", "STAGE [BLOCK]", "does not answer in that stage (from that block on)"},
+    {"hangup", "STAGE [BLOCK]", "hangs the line up in that stage (at that block)"},
+    {"nak", "COUNT BLOCK [IMAGE]", "refuses that block (of that image) so many times"},
+    {"garbage", "BLOCK [IMAGE]", "answers that block with a byte that is no answer"},
+    {"noise", "BYTES", "sends so many other bytes before each 'C'"},
+    {"late-eot", "MS", "answers EOT so much later"},
+    {"no-yc", "", "enters its loader with 'C' alone"},
+    {"split-yc", "", "sends \"Y\" and \"C\" apart"},
+    {"split-prompt", "", "sends the boot prompt in two pieces"},
+    {"no-rmc", "", "its new firmware does not send \"$GNRMC\""},
 };
 
 const char *const stages[] = {"configure", "product",  "loader",    "bootloader", "prompt",
                               "menu",      "firmware", "sentences", "eot"};
+const char *const images[] = {"bootloader", "firmware"};
 
-int number(const QStringList &words, int index)
+const auto silence = QStringLiteral("silence");
+const auto hangUp = QStringLiteral("hangup");
+const auto nak = QStringLiteral("nak");
+const auto garbage = QStringLiteral("garbage");
+
+struct Limit
 {
-    return words.value(index).toInt();
-}
+    const char *argument;
+    int most;
+};
 
-const Fault faults[] = {
-    {"silence", "STAGE [BLOCK]", "does not answer in that stage (from that block on)",
-     [](ReceiverFaults &f, const QStringList &words) {
-         f.silentStage = words.value(1);
-         f.silentBlock = number(words, 2);
-     }},
-    {"hangup", "STAGE [BLOCK]", "hangs the line up in that stage (at that block)",
-     [](ReceiverFaults &f, const QStringList &words) {
-         f.hangUpStage = words.value(1);
-         f.hangUpBlock = number(words, 2);
-     }},
-    {"nak", "COUNT BLOCK", "refuses that block so many times",
-     [](ReceiverFaults &f, const QStringList &words) {
-         f.naks = number(words, 1);
-         f.nakBlock = number(words, 2);
-     }},
-    {"garbage", "BLOCK", "answers that block with a byte that is no answer",
-     [](ReceiverFaults &f, const QStringList &words) { f.garbageBlock = number(words, 1); }},
-    {"noise", "COUNT", "sends so many other bytes before each 'C'",
-     [](ReceiverFaults &f, const QStringList &words) { f.noiseBytes = number(words, 1); }},
-    {"late-eot", "MS", "answers EOT so much later",
-     [](ReceiverFaults &f, const QStringList &words) { f.lateEotMs = number(words, 1); }},
-    {"no-yc", "", "enters its loader with 'C' alone",
-     [](ReceiverFaults &f, const QStringList &) { f.withoutYc = true; }},
-    {"split-yc", "", "sends \"Y\" and \"C\" apart",
-     [](ReceiverFaults &f, const QStringList &) { f.splitYc = true; }},
-    {"split-prompt", "", "sends the boot prompt in two pieces",
-     [](ReceiverFaults &f, const QStringList &) { f.splitPrompt = true; }},
-    {"no-rmc", "", "its new firmware does not send \"$GNRMC\"",
-     [](ReceiverFaults &f, const QStringList &) { f.withoutRmc = true; }},
+const Limit limits[] = {
+    {"BLOCK", INT_MAX / 1024 + 1}, // of the longest file that the unit sends
+    {"COUNT", 1000},
+    {"BYTES", 10000}, // what a second has room for
+    {"MS", 3600000},
 };
 
 QString synopsis(const Fault &fault)
@@ -63,64 +58,180 @@ QString synopsis(const Fault &fault)
         .trimmed();
 }
 
-bool isStage(const QString &word)
+bool isOfStage(const QStringList &words)
 {
-    return std::any_of(std::begin(stages), std::end(stages),
-                       [&word](const char *stage) { return word == QLatin1String(stage); });
+    return words.first() == silence || words.first() == hangUp;
 }
 
-bool isNumber(const QString &word)
+bool isOfBlock(const QStringList &words)
 {
-    bool isNumber = false;
-    return word.toInt(&isNumber) > 0 && isNumber;
+    return words.first() == nak || words.first() == garbage;
 }
 
-bool fits(const Fault &fault, const QStringList &words)
+/// Whose place another fault takes: the kind, and the stage or the image and its block.
+QStringList place(const QStringList &words)
 {
-    const QStringList wanted =
-        QString::fromLatin1(fault.arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts);
-    if (words.size() - 1 > wanted.size()) {
-        return false;
+    if (isOfBlock(words)) {
+        return {words.first(), words.last(), words.at(words.size() - 2)};
     }
-    for (int index = 0; index < wanted.size(); ++index) {
-        const QString word = words.value(index + 1);
-        const bool isLeftOut = word.isEmpty() && wanted.at(index).startsWith(QLatin1Char('['));
-        const bool isRight =
-            wanted.at(index) == QLatin1String("STAGE") ? isStage(word) : isNumber(word);
-        if (!isLeftOut && !isRight) {
-            return false;
+    return words.mid(0, isOfStage(words) ? 2 : 1);
+}
+
+template <size_t Count> QStringList all(const char *const (&names)[Count])
+{
+    QStringList list;
+    for (const char *name : names) {
+        list.append(QString::fromLatin1(name));
+    }
+    return list;
+}
+
+QString problemOfName(const QString &argument, const QStringList &names, const QString &word)
+{
+    return names.contains(word) ? QString()
+                                : QStringLiteral("%1 is one of %2, not \"%3\"")
+                                      .arg(argument, names.join(QLatin1String(", ")), word);
+}
+
+QString problemOfNumber(const QString &argument, const QString &word)
+{
+    const Limit *limit =
+        std::find_if(std::begin(limits), std::end(limits), [&argument](const Limit &limit) {
+            return argument == QLatin1String(limit.argument);
+        });
+    bool isNumber = false;
+    const int number = word.toInt(&isNumber);
+    return isNumber && number >= 1 && number <= limit->most
+        ? QString()
+        : QStringLiteral("%1 is a whole number from 1 to %2, not \"%3\"")
+              .arg(argument)
+              .arg(limit->most)
+              .arg(word);
+}
+
+/// What is wrong with a word for an argument; empty when nothing is.
+QString problemOfWord(const QString &argument, const QString &word)
+{
+    if (argument == QLatin1String("STAGE")) {
+        return problemOfName(argument, all(stages), word);
+    }
+    return argument == QLatin1String("IMAGE") ? problemOfName(argument, all(images), word)
+                                              : problemOfNumber(argument, word);
+}
+
+/// What is wrong with the words behind the fault's name, each by itself.
+QString problemOfWords(const Fault &fault, const QStringList &words)
+{
+    const QStringList arguments =
+        QString::fromLatin1(fault.arguments).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const int least = int(std::count_if(arguments.cbegin(), arguments.cend(), [](const QString &a) {
+        return !a.startsWith(QLatin1Char('['));
+    }));
+    if (words.size() - 1 < least || words.size() - 1 > arguments.size()) {
+        return QStringLiteral("the fault is \"%1\"").arg(synopsis(fault));
+    }
+    for (int index = 1; index < words.size(); ++index) {
+        QString argument = arguments.at(index - 1);
+        argument.remove(QLatin1Char('[')).remove(QLatin1Char(']'));
+        const QString problem = problemOfWord(argument, words.at(index));
+        if (!problem.isEmpty()) {
+            return problem;
         }
     }
-    return true;
+    return QString();
 }
 
-QString stageList()
+/// Why a fault of right words cannot happen beside the others; empty when it can.
+QString impossibility(const ReceiverFaults &faults, const QStringList &words)
 {
-    QStringList names;
-    for (const char *stage : stages) {
-        names.append(QString::fromLatin1(stage));
+    if (isOfStage(words) && words.size() > 2 && !all(images).contains(words.at(1))) {
+        return QStringLiteral("the stage \"%1\" has no blocks").arg(words.at(1));
     }
-    return names.join(QLatin1String(", "));
+    const QString withoutYc = QStringLiteral("no-yc");
+    const QString splitYc = QStringLiteral("split-yc");
+    if (words.first() == splitYc && faults.has(withoutYc)) {
+        return QStringLiteral("with \"no-yc\" there is no \"YC\" to split");
+    }
+    if (words.first() == withoutYc && faults.has(splitYc)) {
+        return QStringLiteral("with \"split-yc\" there is a \"YC\"");
+    }
+    return QString();
 }
 
 } // namespace
 
 bool ReceiverFaults::add(const QStringList &words, QString *error)
 {
-    for (const Fault &fault : faults) {
-        if (words.value(0) != QLatin1String(fault.name)) {
-            continue;
-        }
-        if (fits(fault, words)) {
-            fault.apply(*this, words);
-            return true;
-        }
-        *error = QStringLiteral("the fault is \"%1\", its numbers count from 1, the stages are %2")
-                     .arg(synopsis(fault), stageList());
+    const Fault *fault =
+        std::find_if(std::begin(faults), std::end(faults), [&words](const Fault &fault) {
+            return words.value(0) == QLatin1String(fault.name);
+        });
+    if (fault == std::end(faults)) {
+        *error = QStringLiteral("the receiver has no fault \"%1\"").arg(words.value(0));
         return false;
     }
-    *error = QStringLiteral("the receiver has no fault \"%1\"").arg(words.value(0));
-    return false;
+    *error = problemOfWords(*fault, words);
+    if (error->isEmpty()) {
+        *error = impossibility(*this, words);
+    }
+    if (!error->isEmpty()) {
+        return false;
+    }
+    if (isOfBlock(words) && !all(images).contains(words.last())) {
+        for (const char *image : images) {
+            put(words + QStringList(QString::fromLatin1(image)));
+        }
+    } else {
+        put(words);
+    }
+    return true;
+}
+
+bool ReceiverFaults::has(const QString &kind) const
+{
+    return m_faults.contains({kind});
+}
+
+int ReceiverFaults::number(const QString &kind) const
+{
+    return m_faults.value({kind}).value(1).toInt();
+}
+
+bool ReceiverFaults::isSilent(const QString &stage, int block) const
+{
+    const QStringList fault = m_faults.value({silence, stage});
+    return !fault.isEmpty() && block >= fault.value(2).toInt();
+}
+
+bool ReceiverFaults::hangsUp(const QString &stage, int block) const
+{
+    const QStringList fault = m_faults.value({hangUp, stage});
+    return !fault.isEmpty() && block == fault.value(2).toInt();
+}
+
+bool ReceiverFaults::isGarbage(const QString &image, int block) const
+{
+    return m_faults.contains({garbage, image, QString::number(block)});
+}
+
+QMap<int, int> ReceiverFaults::refusals(const QString &image) const
+{
+    QMap<int, int> timesByBlock;
+    for (const QStringList &fault : m_faults) {
+        if (fault.first() == nak && fault.last() == image) {
+            timesByBlock.insert(fault.at(2).toInt(), fault.at(1).toInt());
+        }
+    }
+    return timesByBlock;
+}
+
+QStringList ReceiverFaults::list() const
+{
+    QStringList lines;
+    for (const QStringList &fault : m_faults) {
+        lines.append(fault.join(QLatin1Char(' ')));
+    }
+    return lines;
 }
 
 QStringList ReceiverFaults::help()
@@ -130,6 +241,18 @@ QStringList ReceiverFaults::help()
         lines.append(synopsis(fault).leftJustified(24) + QLatin1String(fault.help));
     }
     return lines;
+}
+
+void ReceiverFaults::put(const QStringList &words)
+{
+    QStringList plain = words;
+    for (QString &word : plain) {
+        bool isNumber = false;
+        const int number = word.toInt(&isNumber);
+        // "05" is the same place as "5".
+        word = isNumber ? QString::number(number) : word;
+    }
+    m_faults.insert(place(plain), plain);
 }
 
 } // namespace hardware

@@ -32,10 +32,9 @@ constexpr std::array<quint16, 256> crcTable()
 
 } // namespace
 
-void XmodemReceiver::refuse(int block, int times)
+void XmodemReceiver::refuse(const QMap<int, int> &timesByBlock)
 {
-    m_refusedBlock = block;
-    m_refusals = times;
+    m_refusals = timesByBlock;
 }
 
 XmodemReceiver::Event XmodemReceiver::take(char byte)
@@ -75,8 +74,8 @@ XmodemReceiver::Event XmodemReceiver::takeFrame()
 {
     m_problem = frameProblem();
     const bool isRepeated = m_block > 0 && uchar(m_frame.at(1)) == (m_block & 0xFF);
-    if (m_problem.isEmpty() && !isRepeated && m_block + 1 == m_refusedBlock && m_refusals > 0) {
-        --m_refusals;
+    if (m_problem.isEmpty() && !isRepeated && m_refusals.value(m_block + 1) > 0) {
+        --m_refusals[m_block + 1];
         m_problem = QStringLiteral("is refused on purpose");
     }
     Event event = Event::Refused;

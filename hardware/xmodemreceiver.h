@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMap>
 #include <QString>
 
 namespace hardware
@@ -23,8 +24,8 @@ public:
         Ended     ///< the sender has nothing more: ACK
     };
 
-    /// Refuses, \a times times, the block of that number, although nothing is wrong with it.
-    void refuse(int block, int times);
+    /// Refuses the blocks of those numbers so many times each, although nothing is wrong with them.
+    void refuse(const QMap<int, int> &timesByBlock);
 
     Event take(char byte);
 
@@ -46,8 +47,7 @@ private:
     QString m_problem;
     bool m_hasBegun = false;
     int m_block = 0;
-    int m_refusedBlock = 0;
-    int m_refusals = 0;
+    QMap<int, int> m_refusals; // by block
 };
 
 /// CRC-16/XMODEM: polynomial 0x1021, initial value 0, most significant bit first.

@@ -12,6 +12,16 @@ namespace simulator
 namespace
 {
 
+ConsoleResult state(hardware::GpsReceiver &receiver)
+{
+    QStringList lines(receiver.state());
+    const QStringList faults = receiver.faults();
+    for (const QString &fault : faults) {
+        lines.append(QStringLiteral("fault ") + fault);
+    }
+    return ConsoleResult::done(lines);
+}
+
 ConsoleResult addFault(hardware::GpsReceiver &receiver, const QStringList &words)
 {
     QString error;
@@ -23,7 +33,7 @@ ConsoleResult receiver(Simulator &simulator, const QStringList &arguments, Conso
     hardware::GpsReceiver &receiver = simulator.unit().gpsReceiver();
     const QString action = arguments.value(0);
     if (arguments.isEmpty()) {
-        return ConsoleResult::done({receiver.state()});
+        return state(receiver);
     }
     if (action == QLatin1String("fault") && arguments.size() > 1) {
         return addFault(receiver, arguments.mid(1));
@@ -36,21 +46,21 @@ ConsoleResult receiver(Simulator &simulator, const QStringList &arguments, Conso
         return ConsoleResult::done();
     }
     return ConsoleResult::failed(QStringLiteral(
-        "usage: receiver, receiver fault NAME [A] [B], receiver faults, or receiver repair"));
+        "usage: receiver, receiver fault NAME [A] [B] [C], receiver faults, or receiver repair"));
 }
 
 } // namespace
 
 void addReceiverCommands(Console &console, Simulator &simulator)
 {
-    addCommands(
-        console, simulator,
-        {
-            {"receiver", "[ACTION] [FAULT] [A] [B]",
-             "Says what the GPS receiver does; \"fault NAME ...\" makes something go wrong, "
-             "\"faults\" lists what, \"repair\" ends it.",
-             Console::Place::AnyThread, receiver},
-        });
+    addCommands(console, simulator,
+                {
+                    {"receiver", "[ACTION] [FAULT] [A] [B] [C]",
+                     "Says what the GPS receiver does and what goes wrong with it; \"fault NAME "
+                     "...\" makes "
+                     "something go wrong, \"faults\" lists what there is, \"repair\" ends it all.",
+                     Console::Place::AnyThread, receiver},
+                });
 }
 
 } // namespace simulator

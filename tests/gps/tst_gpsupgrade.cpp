@@ -367,7 +367,11 @@ void TestGpsUpgrade::returns_data()
     row("nak 12 1", -3, QByteArray("Retry too many times,Quit!\n") + timeOut);
     // Only the firmware has a third block; its sender gives up, and no firmware starts.
     row("nak 12 3", -4, timeOut);
+    row("nak 12 1 firmware", -4, timeOut);
+    row("nak 12 1; nak 3 1 bootloader; nak 2 2 firmware", -4, timeOut);
     row("garbage 1", -3, "ACK Error!\n0x7E\nFatal Error! 126\nxmodem error!\n");
+    row("garbage 1 firmware", -4,
+        "ACK Error!\n0x7E\nFatal Error! 126\nxmodem error! upgrade failed!\n");
     row("garbage 3", -4, "ACK Error!\n0x7E\nFatal Error! 126\nxmodem error! upgrade failed!\n");
 }
 
@@ -376,7 +380,10 @@ void TestGpsUpgrade::returns()
     QFETCH(QString, fault);
     QFETCH(int, result);
     QFETCH(QByteArray, end);
-    this->fault(fault);
+    const QStringList faults = fault.split(QStringLiteral("; "));
+    for (const QString &words : faults) {
+        this->fault(words);
+    }
     const Conversation outcome = upgrade();
     QVERIFY2(outcome.result == result, outcome.output.constData());
     QVERIFY2(outcome.output.endsWith(end), outcome.output.constData());

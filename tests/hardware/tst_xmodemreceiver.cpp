@@ -121,7 +121,7 @@ void TestXmodemReceiver::otherBytesAreIgnored()
 void TestXmodemReceiver::refusesOnPurpose()
 {
     XmodemReceiver receiver;
-    receiver.refuse(2, 2);
+    receiver.refuse({{2, 2}});
     QCOMPARE(taken(receiver, frame(1, 'a')), Event::Accepted);
     QCOMPARE(taken(receiver, frame(2, 'b')), Event::Refused);
     QCOMPARE(taken(receiver, frame(2, 'b')), Event::Refused);

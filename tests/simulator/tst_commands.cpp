@@ -34,6 +34,7 @@ private slots:
     void absentLooksAheadOnly();
     void markSkips();
     void waitLetsTheUnitGoOn();
+    void receiverListsWhatGoesWrong();
 };
 
 void TestCommands::refuses_data()
@@ -101,6 +102,8 @@ void TestCommands::refuses_data()
     QTest::newRow("shot-window: no folder")
         << "shot-window /etc/passwd/nowhere/x.png"
         << "the picture \"/etc/passwd/nowhere/x.png\" cannot be written";
+    QTest::newRow("receiver: impossible") << "receiver fault silence prompt 3"
+                                          << "the stage \"prompt\" has no blocks";
     QTest::newRow("quit: argument") << "quit now"
                                     << "usage: quit";
     QTest::newRow("reboot: argument") << "reboot now"
@@ -354,6 +357,19 @@ void TestCommands::waitLetsTheUnitGoOn()
     QVERIFY2(time.elapsed() >= 100, qPrintable(QString::number(time.elapsed())));
     QVERIFY(passed);
     QCOMPARE(unit.errorOf("wait 0"), QString());
+}
+
+void TestCommands::receiverListsWhatGoesWrong()
+{
+    TestSimulator unit;
+    const QStringList well{"runs GNSS 1.04.2, 230400 baud"};
+    QCOMPARE(unit.run("receiver").lines, well);
+    QCOMPARE(unit.errorOf("receiver fault nak 3 5 firmware"), QString());
+    QCOMPARE(unit.errorOf("receiver fault no-yc"), QString());
+    QCOMPARE(unit.run("receiver").lines,
+             well + QStringList({"fault nak 3 5 firmware", "fault no-yc"}));
+    QCOMPARE(unit.errorOf("receiver repair"), QString());
+    QCOMPARE(unit.run("receiver").lines, well);
 }
 
 QTEST_MAIN(TestCommands)
