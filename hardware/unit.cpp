@@ -1,5 +1,7 @@
 #include "unit.h"
 
+#include <QFile>
+
 #include <cmath>
 
 namespace hardware
@@ -26,6 +28,9 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_panel(m_journal, m_mcu, m_vendorData)
     , m_gpsReceiver(m_folder, m_clock, m_journal, m_versions)
 {
+    QObject::connect(&m_storage, &Storage::removed, [this](const QString &mountRoot) {
+        m_openFiles.cut(QFile::encodeName(mountRoot));
+    });
     QObject::connect(&m_mcu, &Mcu::rebootRequested, [this] { m_gpsReceiver.restart(); });
     QObject::connect(&m_mcu, &Mcu::rebootRequested, &m_dabTuner, &DabTuner::restart,
                      Qt::DirectConnection);

@@ -11,6 +11,7 @@
 #include "mcu.h"
 #include "memorydevice.h"
 #include "ncmtest.h"
+#include "openfiles.h"
 #include "panel.h"
 #include "physicalmemory.h"
 #include "settings.h"
@@ -47,8 +48,9 @@ public:
     Storage &storage() { return m_storage; }
     Mcu &mcu() { return m_mcu; }
     PhysicalMemory &memory() { return m_memory; }
-    /// Also of a unit that is const, as a gate has it, which tells the device of every call.
+    /// These two also of a unit that is const, as a gate has it, which tells them of every call.
     MemoryDevice &memoryDevice() const { return m_memoryDevice; }
+    OpenFiles &openFiles() const { return m_openFiles; }
     NcmTest &ncmTest() { return m_ncmTest; }
     const Shell &shell() const { return m_shell; }
     const Defaults &defaults() const { return m_defaults; }
@@ -69,6 +71,7 @@ private:
     Journal m_journal;
     UnitFolder m_folder;
     Settings m_settings;
+    mutable OpenFiles m_openFiles;
     Storage m_storage;
     Mcu m_mcu;
     PhysicalMemory m_memory;

@@ -47,7 +47,17 @@ auto withPath(const char *name, const char *path, Others... others)
     return led.isValid() ? hostCall<Call>(name)(led.path(), others...) : failure<Result>();
 }
 
-/// Opens a file of that path; of the memory device the unit is told.
+/// Tells the unit of a file of its own that was opened; a negative descriptor is none.
+int toldUnit(const LedPath &led, int descriptor)
+{
+    if (led.unitPath() != nullptr && descriptor >= 0) {
+        hardware::Gate::current()->unit().openFiles().opened(descriptor, led.unitPath(),
+                                                             led.path());
+    }
+    return descriptor;
+}
+
+/// Opens a file of that path and tells the unit, or the memory device.
 template <auto *Call, typename... Others>
 int openPath(const char *name, const char *path, int flags, Others... others)
 {
@@ -56,7 +66,7 @@ int openPath(const char *name, const char *path, int flags, Others... others)
         return -1;
     }
     if (!led.isMemory()) {
-        return hostCall<Call>(name)(led.path(), flags, others...);
+        return toldUnit(led, hostCall<Call>(name)(led.path(), flags, others...));
     }
     hardware::MemoryDevice &device = hardware::Gate::current()->unit().memoryDevice();
     int descriptor = -1;
@@ -68,6 +78,16 @@ int openPath(const char *name, const char *path, int flags, Others... others)
     }
     device.opened(descriptor);
     return descriptor;
+}
+
+template <auto *Call> FILE *openStream(const char *name, const char *path, const char *mode)
+{
+    const LedPath led(path);
+    FILE *stream = led.isValid() ? hostCall<Call>(name)(led.path(), mode) : nullptr;
+    if (stream != nullptr) {
+        toldUnit(led, fileno(stream));
+    }
+    return stream;
 }
 
 template <auto *Call, typename... Others>
@@ -204,12 +224,12 @@ int creat64(const char *path, mode_t mode)
 
 FILE *fopen(const char *path, const char *mode)
 {
-    return withPath<::fopen>(__func__, path, mode);
+    return openStream<::fopen>(__func__, path, mode);
 }
 
 FILE *fopen64(const char *path, const char *mode)
 {
-    return withPath<::fopen64>(__func__, path, mode);
+    return openStream<::fopen64>(__func__, path, mode);
 }
 
 FILE *freopen(const char *path, const char *mode, FILE *stream)

@@ -47,6 +47,7 @@ LedPath::LedPath(const char *path)
         std::memcpy(m_buffer, gate->root().constData(), rootLength);
         std::memcpy(m_buffer + rootLength, unitPath.text(), unitPath.length() + 1);
         m_path = m_buffer;
+        m_unitPath = m_buffer + rootLength;
         m_isMemory = std::strcmp(unitPath.text(), "/dev/mem") == 0;
     }
 }
@@ -59,6 +60,11 @@ bool LedPath::isValid() const
 const char *LedPath::path() const
 {
     return m_path;
+}
+
+const char *LedPath::unitPath() const
+{
+    return m_unitPath;
 }
 
 bool LedPath::isMemory() const

@@ -21,11 +21,15 @@ public:
     /// Null for null.
     const char *path() const;
 
+    /// The path of the unit that it is, made plain; null for one that was not led.
+    const char *unitPath() const;
+
     /// Whether it is the unit's "/dev/mem" that was named.
     bool isMemory() const;
 
 private:
     const char *m_path;
+    const char *m_unitPath = nullptr;
     bool m_isValid = true;
     bool m_isMemory = false;
     char m_buffer[PATH_MAX];

@@ -1,5 +1,6 @@
 // The C library's calls on descriptors and mappings, as the whole process makes them while a gate
-// is open: of those on the memory device the unit is told, all others pass through untouched.
+// is open: of those on the memory device, and of files that are closed, the unit is told. All pass
+// through.
 
 #include "gate.h"
 #include "hostcall.h"
@@ -11,6 +12,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdio>
 
 using hardware::hostCall;
 using hardware::MemoryDevice;
@@ -35,6 +37,15 @@ MemoryDevice *deviceMappedAt(const void *place)
 {
     MemoryDevice *found = device();
     return found != nullptr && found->isMapped(place) ? found : nullptr;
+}
+
+/// Before the host closes it, since another thread may then be given the same number.
+void tellOfClosing(int descriptor)
+{
+    const hardware::Gate *gate = hardware::Gate::current();
+    if (gate != nullptr) {
+        gate->unit().openFiles().closing(descriptor);
+    }
 }
 
 template <auto *Call, typename Offset>
@@ -87,7 +98,14 @@ int close(int descriptor)
     if (memory != nullptr) {
         memory->closing(descriptor);
     }
+    tellOfClosing(descriptor);
     return hostCall<::close>(__func__)(descriptor);
+}
+
+int fclose(FILE *stream)
+{
+    tellOfClosing(fileno(stream));
+    return hostCall<::fclose>(__func__)(stream);
 }
 
 } // extern "C"

@@ -1,9 +1,12 @@
 #include "headunitrun.h"
 
+#include "hardware/xmodemreceiver.h"
+
 #include <QDir>
 #include <QImage>
 #include <QProcess>
 #include <QSettings>
+#include <QtEndian>
 #include <QtTest>
 
 /// The upgrade of the GPS receiver, as a technician does it.
@@ -16,6 +19,8 @@ private slots:
     void cancelAndOneFile();
     void lostLineEndsTheProcess();
     void quitEndsAnUpgradeThatHangs();
+    void stickPulledDuringTheTransfer();
+    void stickPulledDuringTheCheck();
 };
 
 namespace
@@ -104,6 +109,37 @@ void TestGpsUpdate::quitEndsAnUpgradeThatHangs()
              qPrintable(end));
     QVERIFY(!QFileInfo::exists(run.path(QStringLiteral("/lock"))));
     QVERIFY(!QFileInfo(run.path(QStringLiteral("/dev/ttyS3"))).isSymLink());
+}
+
+void TestGpsUpdate::stickPulledDuringTheTransfer()
+{
+    HeadunitRun run;
+    makePackages(run);
+    makePackage(run, QStringLiteral("usb1/gps_firmware.pkg"), QStringLiteral("GNSS 2.5.1"), 200000);
+    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-pulled.txt"), speed);
+    // What had been read until then.
+    const QByteArray sent = run.read(QStringLiteral("/receiver/firmware.pkg"));
+    const QByteArray whole = run.read(QStringLiteral("/sticks/usb1/gps_firmware.pkg"));
+    QVERIFY2(sent.size() > 0 && sent.size() < whole.size(),
+             qPrintable(QString::number(sent.size())));
+    QVERIFY(whole.startsWith(sent));
+}
+
+void TestGpsUpdate::stickPulledDuringTheCheck()
+{
+    HeadunitRun run;
+    makePackages(run);
+    // Nothing but zero bytes, a gigabyte of them, which takes the check long enough.
+    char header[32] = {};
+    const quint32 length = 1 << 30;
+    qToLittleEndian(length, header + 12);
+    qToLittleEndian(hardware::xmodemCrc(header, 28), header + 28);
+    run.write(QStringLiteral("/sticks/usb0/gps_bootloader.pkg"), QByteArray(header, sizeof header));
+    QVERIFY(QFile::resize(run.path(QStringLiteral("/sticks/usb0/gps_bootloader.pkg")),
+                          qint64(length) + qint64(sizeof header)));
+    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-pulled-check.txt"), speed);
 }
 
 QTEST_GUILESS_MAIN(TestGpsUpdate)

@@ -1,0 +1,48 @@
+#pragma once
+
+#include <QByteArray>
+#include <QHash>
+#include <QMutex>
+
+#include <atomic>
+
+#include <sys/types.h>
+
+namespace hardware
+{
+
+/// The files that the unit's programs hold open for reading, as a gate tells of them. When a stick
+/// is pulled, every further read of a file on it fails with EIO, as on a unit; what a program has
+/// read already, be it into a buffer, it keeps. Every function keeps errno. Thread-safe.
+class OpenFiles
+{
+public:
+    OpenFiles() = default;
+    Q_DISABLE_COPY(OpenFiles)
+
+    /// The file \a unitPath was opened as \a descriptor; \a hostPath is where it is found.
+    void opened(int descriptor, const char *unitPath, const char *hostPath);
+
+    /// The descriptor is about to be closed.
+    void closing(int descriptor);
+
+    /// What was mounted there is gone.
+    void cut(const QByteArray &mountRoot);
+
+private:
+    struct File
+    {
+        QByteArray path;
+        dev_t device; ///< with the inode: whether the descriptor still is that file
+        ino_t inode;
+    };
+
+    void lead(const QByteArray &mountRoot, int deadEnd);
+
+    QMutex m_mutex;
+    QHash<int, File> m_files; // by descriptor
+    // So that the many calls that have nothing to do with such files take no lock.
+    std::atomic<bool> m_hasFiles{false};
+};
+
+} // namespace hardware
