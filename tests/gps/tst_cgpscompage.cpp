@@ -376,7 +376,7 @@ void TestCGpsComPage::onlyOneFileClosesAtOnce()
     QVERIFY(!shows(page, "infoPage"));
     QTRY_VERIFY(m_page.isNull());
     QCOMPARE(m_unit->journal(QStringLiteral("/^(log|mcu) /")),
-             QStringList({updateReady(0), QStringLiteral("log INFO CGpsComPage returnSlot"),
+             QStringList({updateReady(0), QStringLiteral("log INFO CGpsComPage returnSlot\\n"),
                           updateReady(0)}));
     QVERIFY(m_unit->journal(QStringLiteral("threads start")).isEmpty());
 }
@@ -423,8 +423,8 @@ void TestCGpsComPage::cancelReactsToAClick()
     m_unit->release(cancelPoint);
     QTRY_VERIFY(m_page.isNull());
     QCOMPARE(m_unit->journal(QStringLiteral("/^log /")),
-             QStringList({QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idCancelBtn"),
-                          QStringLiteral("log INFO CGpsComPage returnSlot")}));
+             QStringList({QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idCancelBtn\\n"),
+                          QStringLiteral("log INFO CGpsComPage returnSlot\\n")}));
     QCOMPARE(m_unit->journal(QStringLiteral("update ready")).last(), updateReady(0));
 }
 
@@ -473,7 +473,7 @@ void TestCGpsComPage::unknownIdIsIgnored()
     info->systemNewInfoSlot(QStringLiteral("idupdatebtn"));
     QVERIFY(asks(page));
     QCOMPARE(m_unit->journal(QStringLiteral("/^log /")),
-             QStringList(QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idupdatebtn")));
+             QStringList(QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idupdatebtn\\n")));
 }
 
 void TestCGpsComPage::updateUpgradesAndReboots()
@@ -487,7 +487,7 @@ void TestCGpsComPage::updateUpgradesAndReboots()
         m_unit->unit().journal().lines(QStringLiteral("/^(log|mcu|gps|shell) /"), before);
     QCOMPARE(lines,
              QStringList({
-                 QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idUpdateBtn"),
+                 QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idUpdateBtn\\n"),
                  QStringLiteral("mcu beep 0"),
                  QStringLiteral("gps service stopped"),
                  QStringLiteral("shell sync"),
@@ -663,7 +663,7 @@ void TestCGpsComPage::exitSlotClosesSetup()
     page->exitSlot();
     QTRY_VERIFY(m_page.isNull());
     QCOMPARE(m_unit->journal(QStringLiteral("/^(log|framework close)/")),
-             QStringList({QStringLiteral("log INFO CGpsComPage exitSlot"),
+             QStringList({QStringLiteral("log INFO CGpsComPage exitSlot\\n"),
                           QStringLiteral("framework close setup")}));
 }
 

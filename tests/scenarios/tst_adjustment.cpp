@@ -55,7 +55,7 @@ QString firstDifference(const QStringList &lines, const QStringList &expected)
 
 QString logged(const char *page, const QString &id)
 {
-    return QStringLiteral("log INFO %1 clickedAdjustItem %2").arg(QLatin1String(page), id);
+    return QStringLiteral("log INFO %1 clickedAdjustItem %2\\n").arg(QLatin1String(page), id);
 }
 
 /// A record of the vendor data, at the offset that a new unit's table gives.

@@ -9,16 +9,16 @@ class TestPrintLogEx : public QObject
     Q_OBJECT
 
 private slots:
-    void writesOneLine();
+    void writesWhatTheFormatSays();
 };
 
-void TestPrintLogEx::writesOneLine()
+void TestPrintLogEx::writesWhatTheFormatSays()
 {
     const TestUnit unit;
     printLogEx("INFO", "Page", "%s %s\n", "clicked", "id%1");
     printLogEx("INFO", "Page", "%d", 7);
     QCOMPARE(unit.journal(QStringLiteral("/^log /")),
-             QStringList({QStringLiteral("log INFO Page clicked id%1"),
+             QStringList({QStringLiteral("log INFO Page clicked id%1\\n"),
                           QStringLiteral("log INFO Page 7")}));
 }
 

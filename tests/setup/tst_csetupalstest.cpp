@@ -71,7 +71,8 @@ const QString effects = QStringLiteral("/^(log|als) /");
 
 QString logged(const char *id)
 {
-    return QStringLiteral("log INFO CSetupALSTest clickedAdjustItem ") + QLatin1String(id);
+    return QStringLiteral("log INFO CSetupALSTest clickedAdjustItem ") + QLatin1String(id)
+        + QLatin1String("\\n");
 }
 
 QString threshold(const char *mode, int value)

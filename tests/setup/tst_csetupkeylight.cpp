@@ -62,7 +62,8 @@ QString message(int index, int value)
 
 QString logged(const char *id)
 {
-    return QStringLiteral("log INFO CSetupKeyLight clickedAdjustItem ") + QLatin1String(id);
+    return QStringLiteral("log INFO CSetupKeyLight clickedAdjustItem ") + QLatin1String(id)
+        + QLatin1String("\\n");
 }
 
 } // namespace

@@ -110,7 +110,8 @@ QString written(const Row &row, int value)
 
 QString logged(const char *id)
 {
-    return QStringLiteral("log INFO CSetupPanelForm clickedAdjustItem ") + QLatin1String(id);
+    return QStringLiteral("log INFO CSetupPanelForm clickedAdjustItem ") + QLatin1String(id)
+        + QLatin1String("\\n");
 }
 
 QString applied(const Row &row, int value)
@@ -521,7 +522,8 @@ void TestCSetupPanelForm::clickedReturnSchedulesTheDeletion()
     screen.news();
     call(screen.page, "clickedReturn");
     QVERIFY(!screen.page.isNull());
-    QCOMPARE(screen.news(), QStringList(QStringLiteral("log INFO CSetupPanelForm clickedReturn")));
+    QCOMPARE(screen.news(),
+             QStringList(QStringLiteral("log INFO CSetupPanelForm clickedReturn\\n")));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(screen.page.isNull());
 }
@@ -533,7 +535,7 @@ void TestCSetupPanelForm::clickedExitClosesSetup()
     screen.news();
     call(screen.page, "clickedExit");
     QCOMPARE(screen.news(QStringLiteral("/^(log|framework close) /")),
-             QStringList({QStringLiteral("log INFO CSetupPanelForm clickedExit"),
+             QStringList({QStringLiteral("log INFO CSetupPanelForm clickedExit\\n"),
                           QStringLiteral("framework close setup")}));
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(screen.page.isNull());
