@@ -110,10 +110,8 @@ void Simulator::goHome()
         return;
     }
     journal(QStringLiteral("key"), QStringLiteral("HOME"));
+    // A page that is a window of its own stays, until it closes itself.
     m_framework.activities().closeTopActivity();
-    // An activity may still use its pages while it closes, from the event loop.
-    QMetaObject::invokeMethod(
-        this, [this] { m_adopter.deletePages(); }, Qt::QueuedConnection);
 }
 
 void Simulator::requestFactoryMenu()

@@ -4,6 +4,7 @@
 #include "commandtable.h"
 
 #include "simulator/hardkey.h"
+#include "simulator/screen.h"
 #include "simulator/simulator.h"
 
 namespace simulator
@@ -114,6 +115,10 @@ ConsoleResult key(Simulator &simulator, const QStringList &arguments, ConsoleSes
 {
     for (HardKey *hardKey : {&simulator.bezel().homeKey(), &simulator.bezel().factoryKey()}) {
         if (hardKey->text() == arguments.first()) {
+            if (simulator.bezel().screen().isBooting()) {
+                return ConsoleResult::failed(
+                    QStringLiteral("the unit is starting and takes no key"));
+            }
             hardKey->click();
             return ConsoleResult::done();
         }

@@ -82,6 +82,7 @@ void TestGpsUpdate::cancelAndOneFile()
     makePackages(run);
     RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
     RUN_SCENARIO(run, QStringLiteral("gps-cancel.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-home.txt"), speed);
     RUN_SCENARIO(run, QStringLiteral("gps-one-file.txt"), speed);
 }
 
