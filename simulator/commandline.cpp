@@ -124,6 +124,11 @@ QString quoted(const QString &word)
 
 } // namespace
 
+QString tooLong()
+{
+    return QStringLiteral("a command is longer than %1 bytes").arg(longestLine);
+}
+
 bool split(const QString &line, QStringList *words, QString *error)
 {
     Splitter splitter(line);

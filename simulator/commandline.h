@@ -11,6 +11,12 @@ namespace simulator
 namespace commandline
 {
 
+/// In bytes, without the line's end.
+constexpr int longestLine = 65536;
+
+/// What is wrong with a line that is longer.
+QString tooLong();
+
 /// The words of a line; none for an empty one or a comment. False with a sentence in \a error for
 /// a quote that is not closed or a backslash at the end.
 bool split(const QString &line, QStringList *words, QString *error);

@@ -58,6 +58,9 @@ void Console::add(const Command &command)
 
 ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
 {
+    if (line.toUtf8().size() > commandline::longestLine) {
+        return ConsoleResult::failed(commandline::tooLong());
+    }
     QStringList words;
     QString error;
     if (!commandline::split(line, &words, &error)) {

@@ -22,7 +22,12 @@ bool ConsoleClient::connectTo(const QString &unitFolder, QString *error)
 bool ConsoleClient::run(const QStringList &words, QStringList *lines, QString *error)
 {
     lines->clear();
-    m_socket.write(commandline::join(words).toUtf8() + '\n');
+    const QByteArray command = commandline::join(words).toUtf8();
+    if (command.size() > commandline::longestLine) {
+        *error = commandline::tooLong();
+        return false;
+    }
+    m_socket.write(command + '\n');
     QByteArray line;
     while (readLine(&line)) {
         if (!line.startsWith(' ')) {

@@ -1,5 +1,6 @@
 #include "consoleconnection.h"
 
+#include "commandline.h"
 #include "console.h"
 
 #include <QLocalSocket>
@@ -36,11 +37,18 @@ void ConsoleConnection::run()
 
 void ConsoleConnection::answerLines(QLocalSocket &socket, ConsoleSession &session)
 {
-    while (socket.canReadLine()) {
-        QByteArray line = socket.readLine();
-        line.chop(1);
+    while (socket.canReadLine() || socket.bytesAvailable() > commandline::longestLine) {
+        // With room for the end of the longest line, and for a zero byte of Qt's own.
+        QByteArray line = socket.readLine(commandline::longestLine + 2);
+        const bool isWhole = line.endsWith('\n');
+        line.chop(isWhole ? 1 : 0);
         socket.write(answer(line, session));
         socket.waitForBytesWritten();
+        if (!isWhole) {
+            // Who sends this may well never end it.
+            socket.disconnectFromServer();
+            return;
+        }
     }
 }
 

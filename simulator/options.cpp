@@ -26,7 +26,7 @@ const char description[] =
     "\n"
     "Exit status:\n"
     "  0  all went well\n"
-    "  1  a command of the script failed\n"
+    "  1  a command of the script failed, or the script could not be read on\n"
     "  2  the command line or the script's name is wrong\n"
     "  3  the plug-in cannot be used\n"
     "  4  the unit's folder cannot be used, or another headunit uses it\n"

@@ -1,11 +1,14 @@
 #include "scriptinput.h"
 
+#include "commandline.h"
+
 #include <QFile>
 
 #include <cerrno>
 #include <cstring>
 #include <fcntl.h>
 #include <poll.h>
+#include <sys/stat.h>
 #include <unistd.h>
 
 namespace simulator
@@ -29,14 +32,17 @@ ScriptInput::~ScriptInput()
 
 bool ScriptInput::open(const QString &file, QString *error)
 {
-    if (file == QLatin1String("-")) {
-        m_input = STDIN_FILENO;
-        return true;
+    m_name = file;
+    m_input = file == QLatin1String("-")
+        ? STDIN_FILENO
+        : ::open(QFile::encodeName(file).constData(), O_RDONLY | O_CLOEXEC);
+    struct stat status;
+    if (m_input < 0 || fstat(m_input, &status) != 0) {
+        *error = unreadable(errno);
+        return false;
     }
-    m_input = ::open(QFile::encodeName(file).constData(), O_RDONLY | O_CLOEXEC);
-    if (m_input < 0) {
-        *error = QStringLiteral("The script \"%1\" cannot be read: %2.")
-                     .arg(file, QString::fromLocal8Bit(std::strerror(errno)));
+    if (S_ISDIR(status.st_mode)) {
+        *error = unreadable(EISDIR);
         return false;
     }
     return true;
@@ -45,13 +51,18 @@ bool ScriptInput::open(const QString &file, QString *error)
 bool ScriptInput::readLine(QByteArray *line)
 {
     while (!takeLine(line)) {
-        if (!fill()) {
+        if (m_buffer.size() > commandline::longestLine || !fill()) {
             *line = m_buffer;
             m_buffer.clear();
             return !line->isEmpty();
         }
     }
     return true;
+}
+
+QString ScriptInput::error() const
+{
+    return m_error;
 }
 
 void ScriptInput::interrupt()
@@ -70,6 +81,10 @@ bool ScriptInput::fill()
     }
     char bytes[4096];
     const ssize_t count = read(m_input, bytes, sizeof bytes);
+    if (count < 0) {
+        m_error = unreadable(errno);
+        m_buffer.clear();
+    }
     if (count <= 0) {
         return false;
     }
@@ -86,6 +101,12 @@ bool ScriptInput::takeLine(QByteArray *line)
     *line = m_buffer.left(end);
     m_buffer.remove(0, end + 1);
     return true;
+}
+
+QString ScriptInput::unreadable(int reason) const
+{
+    return QStringLiteral("The script \"%1\" cannot be read: %2.")
+        .arg(m_name, QString::fromLocal8Bit(std::strerror(reason)));
 }
 
 } // namespace simulator

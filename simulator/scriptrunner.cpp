@@ -48,6 +48,10 @@ void ScriptRunner::run()
     while (successful && !ended && m_input.readLine(&line)) {
         successful = runLine(line, ++number, session, &ended);
     }
+    if (!m_input.error().isEmpty()) {
+        print(stderr, m_input.error());
+        successful = false;
+    }
     emit over(successful);
 }
 

@@ -27,7 +27,7 @@ public:
     bool open(const QString &file, QString *error);
 
 signals:
-    /// The script is over; \a successful when no command failed.
+    /// The script is over; \a successful when it was read to its end and no command failed.
     void over(bool successful);
 
 protected:

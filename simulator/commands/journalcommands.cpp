@@ -17,6 +17,7 @@ namespace
 {
 
 const int usualPatienceMs = 2000;
+const int linesShown = 20;
 
 ConsoleResult journal(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
@@ -24,6 +25,12 @@ ConsoleResult journal(Simulator &simulator, const QStringList &arguments, Consol
     const hardware::JournalPattern check(pattern);
     return check.isValid() ? ConsoleResult::done(simulator.unit().journal().lines(pattern))
                            : ConsoleResult::failed(check.error());
+}
+
+QStringList lastLines(const hardware::Journal &journal, qint64 from)
+{
+    const QStringList lines = journal.lines(QString(), from);
+    return lines.mid(qMax(0, lines.size() - linesShown));
 }
 
 ConsoleResult expect(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
@@ -51,10 +58,12 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
     });
     if (found < 0) {
         return ConsoleResult::failed(
-            QStringLiteral("no line matched \"%1\" within %2 ms; the journal since the last match:")
+            QStringLiteral(
+                "no line matched \"%1\" within %2 ms; the journal's last lines since the "
+                "last match:")
                 .arg(wanted)
                 .arg(ms),
-            journal.lines(QString(), from));
+            lastLines(journal, from));
     }
     session.position() = found + 1;
     return ConsoleResult::done();

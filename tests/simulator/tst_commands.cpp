@@ -306,10 +306,18 @@ void TestCommands::expectFailsWithTheJournalSince()
     unit.journal().write("probe", "after");
     QCOMPARE(unit.errorOf("expect \"probe found\""), QString());
     const ConsoleResult result = unit.run("expect \"probe missing\" 10");
-    QCOMPARE(result.error,
-             QString("no line matched \"probe missing\" within 10 ms; the journal since the last "
-                     "match:"));
+    QCOMPARE(
+        result.error,
+        QString("no line matched \"probe missing\" within 10 ms; the journal's last lines since "
+                "the last match:"));
     QCOMPARE(result.lines.filter("probe"), QStringList{"probe after"});
+
+    QStringList last;
+    for (int line = 1; line <= 30; ++line) {
+        unit.journal().write("probe", QString::number(line));
+        last.append(QStringLiteral("probe %1").arg(line));
+    }
+    QCOMPARE(unit.run("expect \"probe missing\" 0").lines, last.mid(10));
 }
 
 void TestCommands::expectWaitsInTheUnitsTime()

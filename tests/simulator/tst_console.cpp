@@ -111,6 +111,7 @@ void TestConsole::wrongLines_data()
                                 << "unknown command \"Paint\"; \"help\" lists them";
     QTest::newRow("empty command") << "''"
                                    << "unknown command \"\"; \"help\" lists them";
+    QTest::newRow("too long") << QString(65537, 'x') << "a command is longer than 65536 bytes";
     QTest::newRow("argument missing") << "paint"
                                       << "usage: paint COLOR [LAYERS] [BRUSH]";
     QTest::newRow("too many arguments") << "paint a b c d"

@@ -131,6 +131,7 @@ private slots:
     void takesOverAStaleSocket();
     void saysWhenItCannotListen();
     void clientSaysWhenNoUnitRuns();
+    void lineHasALongestLength();
 };
 
 void TestConsoleServer::answersCommands()
@@ -322,6 +323,20 @@ void TestConsoleServer::clientSaysWhenNoUnitRuns()
         QVERIFY(!client.connectTo(path, &error));
         QCOMPARE(error, QString("No unit runs on the folder \"%1\".").arg(path));
     }
+}
+
+void TestConsoleServer::lineHasALongestLength()
+{
+    ServedUnit served;
+    const QByteArray tooLong = "error a command is longer than 65536 bytes\n";
+    QCOMPARE(exchange(served, "# " + QByteArray(65534, 'x') + "\nmark\n", 2),
+             (QByteArrayList{"ok\n", "ok\n"}));
+    for (const QByteArray &end : {QByteArray("\nmark\n"), QByteArray()}) {
+        QCOMPARE(exchange(served, "# " + QByteArray(65535, 'x') + end, 2),
+                 (QByteArrayList{tooLong, "(nothing more)"}));
+    }
+    Client client(served, {{"setting", "a", QString(65536, 'x')}});
+    QCOMPARE(client.answers().first().error, QString("a command is longer than 65536 bytes"));
 }
 
 QTEST_MAIN(TestConsoleServer)

@@ -52,7 +52,8 @@ private slots:
     void scriptFails();
     void failedExpectationShowsTheJournal();
     void scriptFromStandardInput();
-    void missingScript();
+    void unreadableScripts_data();
+    void unreadableScripts();
     void quitEndsTheScript();
     void startsWithoutAScriptAndStays();
     void timePassesFaster();
@@ -262,7 +263,8 @@ void TestHeadunit::failedExpectationShowsTheJournal()
     QCOMPARE(outcome.status, 1);
     QCOMPARE(ownWords(outcome),
              name
-                 + ":5: no line matched \"x\" within 20 ms; the journal since the last match:\n"
+                 + ":5: no line matched \"x\" within 20 ms; the journal's last lines since the "
+                   "last match:\n"
                    "  settings b = 2");
 }
 
@@ -279,13 +281,23 @@ void TestHeadunit::scriptFromStandardInput()
     QCOMPARE(ownWords(outcome), QString("<stdin>:3: usage: quit"));
 }
 
-void TestHeadunit::missingScript()
+void TestHeadunit::unreadableScripts_data()
 {
-    const Outcome outcome =
-        headunit(withTestActivity({"--unit", m_unit, "--script", "/etc/passwd/nowhere/script"}));
-    QCOMPARE(outcome.status, 2);
-    QCOMPARE(ownWords(outcome),
-             QString("The script \"/etc/passwd/nowhere/script\" cannot be read: Not a directory."));
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("missing") << "/etc/passwd/nowhere/script" << 2 << "Not a directory";
+    QTest::newRow("a folder") << "/etc" << 2 << "Is a directory";
+    QTest::newRow("read error") << "/proc/self/mem" << 1 << "Input/output error";
+}
+
+void TestHeadunit::unreadableScripts()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, reason);
+    const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
+    QTEST(outcome.status, "status");
+    QCOMPARE(ownWords(outcome), QString("The script \"%1\" cannot be read: %2.").arg(name, reason));
 }
 
 void TestHeadunit::quitEndsTheScript()

@@ -15,7 +15,10 @@ class TestScriptInput : public QObject
 private slots:
     void readsLines_data();
     void readsLines();
-    void missingFile();
+    void lineWithoutEndIsNotKept();
+    void unreadable_data();
+    void unreadable();
+    void readErrorIsSaid();
     void interruptEndsTheWait();
 };
 
@@ -32,6 +35,8 @@ void TestScriptInput::readsLines_data()
     // Longer than what is read at once.
     QTest::newRow("long line") << QByteArray(10000, 'x') + "\ny\n"
                                << QByteArrayList{QByteArray(10000, 'x'), "y"};
+    QTest::newRow("longest line") << QByteArray(65536, 'x') + "\ny"
+                                  << QByteArrayList{QByteArray(65536, 'x'), "y"};
 }
 
 void TestScriptInput::readsLines()
@@ -54,13 +59,46 @@ void TestScriptInput::readsLines()
     QTEST(lines, "lines");
 }
 
-void TestScriptInput::missingFile()
+void TestScriptInput::lineWithoutEndIsNotKept()
 {
     ScriptInput input;
     QString error;
-    QVERIFY(!input.open("/etc/passwd/nowhere/script", &error));
-    QCOMPARE(error,
-             QString("The script \"/etc/passwd/nowhere/script\" cannot be read: Not a directory."));
+    QVERIFY2(input.open("/dev/zero", &error), qPrintable(error));
+    QByteArray line;
+    QVERIFY(input.readLine(&line));
+    QVERIFY2(line.size() > 65536 && line.size() < 100000, qPrintable(QString::number(line.size())));
+}
+
+void TestScriptInput::unreadable_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("missing") << "/etc/passwd/nowhere/script"
+                             << "Not a directory";
+    QTest::newRow("a folder") << "/etc"
+                              << "Is a directory";
+}
+
+void TestScriptInput::unreadable()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, reason);
+    ScriptInput input;
+    QString error;
+    QVERIFY(!input.open(name, &error));
+    QCOMPARE(error, QString("The script \"%1\" cannot be read: %2.").arg(name, reason));
+}
+
+void TestScriptInput::readErrorIsSaid()
+{
+    ScriptInput input;
+    QString error;
+    // The process has nothing at address 0.
+    QVERIFY2(input.open("/proc/self/mem", &error), qPrintable(error));
+    QByteArray line;
+    QVERIFY(!input.readLine(&line));
+    QCOMPARE(input.error(),
+             QString("The script \"/proc/self/mem\" cannot be read: Input/output error."));
 }
 
 void TestScriptInput::interruptEndsTheWait()
