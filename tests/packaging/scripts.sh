@@ -1,0 +1,107 @@
+#!/usr/bin/env bash
+# scripts.sh SOURCE WORK: what ./run, ./test and what they call do and say, with programs in place of
+# the package manager and the build that write down their calls.
+set -euo pipefail
+source=$1
+work=$2
+
+rm -rf "$work"
+mkdir -p "$work/bin" "$work/build/release/simulator"
+cp -r "$source/run" "$source/test" "$source/cmake" "$work"
+cd "$work"
+export PATH="$work/bin:$PATH" CALLS="$work/calls"
+unset DISPLAY WAYLAND_DISPLAY
+
+# fake NAME: a program of that name that does what is given on standard input.
+fake()
+{
+    { printf '#!/usr/bin/env bash\necho "%s $*" >>"$CALLS"\n' "$1" && cat; } >"bin/$1"
+    chmod +x "bin/$1"
+}
+
+# try EXPECTED-STATUS COMMAND...: runs it anew; what it says is in "said".
+try()
+{
+    local expected=$1 status=0
+    shift
+    : >"$CALLS"
+    rm -f attempts
+    "$@" >said 2>&1 </dev/null || status=$?
+    [ "$status" -eq "$expected" ] || fail "$* ends with $status"
+}
+
+fail()
+{
+    printf '%s\n' "$1, having said:" "$(cat said)" "and called:" "$(cat "$CALLS")" >&2
+    exit 1
+}
+
+# says LINE...: exactly these lines.
+says()
+{
+    [ "$(cat said)" = "$(printf '%s\n' "$@")" ] || fail "Not as expected: $*"
+}
+
+calls()
+{
+    diff <(printf '%s\n' "$@") "$CALLS" || fail "Other calls"
+}
+
+installed='echo -n installed'
+fake dpkg-query <<<"$installed"
+fake sudo <<<'"$@"'
+fake ctest </dev/null
+fake cmake </dev/null
+
+# Help comes before anything else.
+for script in run test; do
+    try 0 "./$script" --help
+    grep -q "^Usage: ./$script" said || fail "No help"
+    [ ! -s "$CALLS" ] || fail "More than help"
+done
+fake headunit <<<'echo "the options of the simulator"'
+mv bin/headunit build/release/simulator
+try 0 ./run --vnc -h
+grep -q "^the options of the simulator$" said || fail "No help of the simulator"
+
+# One line for each stage.
+try 0 ./run --headless
+says "Configuring (release)." "Building (release)." "Running the simulated unit." \
+    "the options of the simulator"
+try 0 ./test tst_
+says "Configuring (ci)." "Building (ci)." "Running the tests (ci)."
+
+# What goes wrong in a build is shown, and ends it.
+fake cmake <<'END'
+echo "-- status"
+[[ $1 != --build ]] || { echo "main.cpp:1: error: oops" && exit 1; }
+END
+try 1 ./run
+says "Configuring (release)." "Building (release)." "-- status" "main.cpp:1: error: oops"
+try 1 ./test
+says "Configuring (ci)." "Building (ci)." "-- status" "main.cpp:1: error: oops"
+fake cmake <<<'echo "-- status" && echo "CMake Error: oops" >&2 && exit 1'
+try 1 ./run
+says "Configuring (release)." "CMake Error: oops"
+
+# Another package manager's lock is waited for, other failures are shown at once.
+fake dpkg-query <<<'[[ $* != *there ]] || '"$installed"
+fake apt-get <<'END'
+echo "progress"
+echo x >>attempts
+if [ "$(wc -l <attempts)" -le 2 ]; then
+    echo "E: Could not get lock /var/lib/apt/lists/lock. It is held by process 1 (apt)" >&2
+    exit 100
+fi
+END
+try 0 cmake/install-packages there one two
+says "Installing: one two" "Waiting for another package manager to end."
+grep -v "^sudo\|^dpkg-query" "$CALLS" >kept
+mv kept "$CALLS"
+update="apt-get -qq update"
+calls "$update" "$update" "$update" "apt-get -qq install -y --no-install-recommends one two"
+fake apt-get <<<'echo "E: Unable to locate package one" >&2 && exit 100'
+try 1 cmake/install-packages one
+says "Installing: one" "E: Unable to locate package one"
+try 0 cmake/install-packages there
+says ""
