@@ -222,7 +222,7 @@ bool GpsUpgrade::waitForFirmware()
     if (!waitForReply(firstSentence, 50000)) {
         return false;
     }
-    std::printf("\n===== THE UPGRADE IS SUCCESSFUL, reseting=====");
+    std::puts("\n===== THE UPGRADE IS SUCCESSFUL, reseting=====");
     return true;
 }
 
