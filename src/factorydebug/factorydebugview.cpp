@@ -4,10 +4,10 @@
 #include "statusbar.h"
 #include "trace.h"
 
-#include "gps/cgpscompage.h"
+#include "gps/gpscomage.h"
 #include "setup/csetupalstest.h"
 #include "setup/csetupkeylight.h"
-#include "setup/csetuppanelform.h"
+#include "setup/setuppanel.h"
 #include "system/cdevsinfopage.h"
 #include "system/csysctrlpage.h"
 #include "system/vendordataview.h"

@@ -1,4 +1,4 @@
-#include "gps/cgpscompage.h"
+#include "gps/gpscomage.h"
 
 #include "gps/cgpsfwinfo.h"
 #include "recordedsleeps.h"

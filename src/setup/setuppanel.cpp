@@ -1,7 +1,7 @@
-#include "csetuppanelform.h"
+#include "setuppanel.h"
 
 #include "calcutelateval.h"
-#include "ui_csetuppanelform.h"
+#include "ui_setuppanel.h"
 
 #include "factorydebug/trace.h"
 

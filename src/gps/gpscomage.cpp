@@ -1,4 +1,4 @@
-#include "cgpscompage.h"
+#include "gpscomage.h"
 
 #include "cgpsfwinfo.h"
 #include "gpsupgrade.h"
