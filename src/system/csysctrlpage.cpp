@@ -151,6 +151,15 @@ void CSysCtrlPage::showDabRunning(DabModule *dab)
     setDabFace(tr("DAB updata ...\n") + dab->DAB_GetSdkVersion(), true);
 }
 
+void CSysCtrlPage::showDabEnd(const QString &outcome)
+{
+    ui->dabBtn->setDisplayText(outcome + tr("Please reboot!"));
+    // Without storage the button stays as it is.
+    if (!m_rootPath.isEmpty()) {
+        ui->dabBtn->setDisableState(false);
+    }
+}
+
 void CSysCtrlPage::uDevRootPathSlot(QString path)
 {
     m_rootPath = path;
@@ -238,10 +247,10 @@ void CSysCtrlPage::doDabMsg(unsigned char code)
         showDabRunning(dab);
         break;
     case DabUpdateFailed:
-        setDabFace(tr("DAB updata Fail\n") + tr("Please reboot!"), m_rootPath.isEmpty());
+        showDabEnd(tr("DAB updata Fail\n"));
         break;
     case DabUpdateSucceeded:
-        setDabFace(tr("DAB updata ok\n") + tr("Please reboot!"), m_rootPath.isEmpty());
+        showDabEnd(tr("DAB updata ok\n"));
         break;
     default:
         break;

@@ -49,6 +49,7 @@ private:
     void initStorage();
     void setDabFace(const QString &text, bool disabled);
     void showDabRunning(DabModule *dab);
+    void showDabEnd(const QString &outcome);
     void resetGps();
     void copyLogs();
     void updateDab();
