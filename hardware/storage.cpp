@@ -153,12 +153,24 @@ QStringList Storage::mountRoots(int mediaType) const
 int Storage::controllerId(const QString &mountRoot) const
 {
     const QMutexLocker locker(&m_mutex);
-    for (const StorageSlot &slot : m_slots.all()) {
-        if (slot.mountRoot == mountRoot) {
-            return slot.controllerId;
-        }
-    }
-    return -1;
+    const StorageSlot *slot = slotAt(mountRoot);
+    return slot == nullptr ? -1 : slot->controllerId;
+}
+
+int Storage::mediaType(const QString &mountRoot) const
+{
+    const QMutexLocker locker(&m_mutex);
+    const StorageSlot *slot = slotAt(mountRoot);
+    return slot == nullptr ? -1 : slot->mediaType;
+}
+
+const StorageSlot *Storage::slotAt(const QString &mountRoot) const
+{
+    const QList<StorageSlot> &slotList = m_slots.all();
+    const auto found =
+        std::find_if(slotList.cbegin(), slotList.cend(),
+                     [&mountRoot](const StorageSlot &slot) { return slot.mountRoot == mountRoot; });
+    return found == slotList.cend() ? nullptr : &*found;
 }
 
 bool Storage::setFull(const QString &name, bool full, QString *error)

@@ -37,9 +37,11 @@ void TestCMsgClass::rootPathIsTheLatestUsbStorage()
     QSignalSpy spy(CMsgClass::getInstance(), &CMsgClass::sigDevRootPath);
     QCOMPARE(rootPath(), QString());
     unit.plug(QStringLiteral("usb1"));
+    unit.plug(QStringLiteral("sd0")); // of another type: nobody hears of it
     unit.plug(QStringLiteral("usb0"));
     QCOMPARE(rootPath(), QStringLiteral("/media/usb0"));
     QString error;
+    QVERIFY(unit.unit().storage().pull(QStringLiteral("sd0"), &error));
     QVERIFY(unit.unit().storage().pull(QStringLiteral("usb0"), &error));
     QVERIFY(unit.unit().storage().pull(QStringLiteral("usb1"), &error));
     QCOMPARE(rootPath(), QString());
