@@ -83,10 +83,9 @@ void setMediaplayUsbTesting()
     }
 }
 
-template <typename Page> void deletePage(Page *&page)
+template <typename Page> void deletePage(const QPointer<Page> &page)
 {
-    delete page;
-    page = nullptr;
+    delete page.data();
 }
 
 } // namespace
@@ -112,15 +111,6 @@ const FactoryDebugView::Action FactoryDebugView::actions[] = {
 FactoryDebugView::FactoryDebugView(QWidget *parent)
     : KvWidget(parent)
     , m_statusBar(nullptr)
-    , m_usbTestView(nullptr)
-    , m_usbEyeTestView(nullptr)
-    , m_ncmTestView(nullptr)
-    , m_keyColorView(nullptr)
-    , m_vendorDataView(nullptr)
-    , m_alsTestView(nullptr)
-    , m_productView(nullptr)
-    , m_sysCtrlView(nullptr)
-    , m_panelView(nullptr)
     , m_shade(nullptr)
     , m_capturePopup(nullptr)
 {
@@ -187,7 +177,8 @@ void FactoryDebugView::leavePage()
 {
     if (m_usbTestView != nullptr && usbTestListType != UsbTestTopList) {
         m_usbTestView->statusBarButtonClicked(QStringLiteral("return"));
-    } else if (isPageOpen()) {
+    } else if (isPageOpen() || isMenuHidden()) {
+        // A page that has deleted itself leaves the menu hidden.
         showButtons();
     }
 }
@@ -197,6 +188,11 @@ bool FactoryDebugView::isPageOpen() const
     return m_usbTestView != nullptr || m_usbEyeTestView != nullptr || m_ncmTestView != nullptr
         || m_keyColorView != nullptr || m_vendorDataView != nullptr || m_alsTestView != nullptr
         || m_productView != nullptr || m_sysCtrlView != nullptr || m_panelView != nullptr;
+}
+
+bool FactoryDebugView::isMenuHidden() const
+{
+    return m_buttons.first()->isHidden();
 }
 
 void FactoryDebugView::closeActivity()

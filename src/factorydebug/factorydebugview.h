@@ -3,6 +3,7 @@
 #include "kvwidget/kvwidget.h"
 
 #include <QList>
+#include <QPointer>
 
 class CDevsInfoPage;
 class CSetupALSTest;
@@ -85,6 +86,7 @@ private:
 
     KvIconButton *createMenuButton(const QRect &rect, const char *label, const char *id);
     bool isPageOpen() const;
+    bool isMenuHidden() const;
 
     void leavePage();
     void closeActivity();
@@ -94,15 +96,16 @@ private:
 
     StatusBar *m_statusBar;
     QList<KvIconButton *> m_buttons;
-    USBTestView *m_usbTestView;
-    USBEyeTestView *m_usbEyeTestView;
-    NCMTestView *m_ncmTestView;
-    CSetupKeyLight *m_keyColorView;
-    VendorDataView *m_vendorDataView;
-    CSetupALSTest *m_alsTestView;
-    CDevsInfoPage *m_productView;
-    CSysCtrlPage *m_sysCtrlView;
-    CSetupPanelForm *m_panelView;
+    // A page may delete itself.
+    QPointer<USBTestView> m_usbTestView;
+    QPointer<USBEyeTestView> m_usbEyeTestView;
+    QPointer<NCMTestView> m_ncmTestView;
+    QPointer<CSetupKeyLight> m_keyColorView;
+    QPointer<VendorDataView> m_vendorDataView;
+    QPointer<CSetupALSTest> m_alsTestView;
+    QPointer<CDevsInfoPage> m_productView;
+    QPointer<CSysCtrlPage> m_sysCtrlView;
+    QPointer<CSetupPanelForm> m_panelView;
     KvBackgroundImage *m_shade;
     PopupView *m_capturePopup;
 };
