@@ -1,0 +1,2 @@
+// Nothing but the precompiled header.
+int main() {}
