@@ -8,6 +8,7 @@
 KvHorStrButton::KvHorStrButton(QWidget *parent)
     : KvTouchButton(parent)
 {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
 void KvHorStrButton::setButtonId(const QString &id)
@@ -69,11 +70,15 @@ QSize KvHorStrButton::faceSize() const
     return m_normalPixmap.size();
 }
 
-void KvHorStrButton::fingerLifted(bool inside)
+QRect KvHorStrButton::touchArea() const
 {
-    if (inside) {
-        emit clicked(m_buttonId);
-    }
+    const int high = qMin(height(), qMax(sizeHint().height(), minimumHeight()));
+    return QRect(0, (height() - high) / 2, width(), high);
+}
+
+void KvHorStrButton::fingerLifted()
+{
+    emit clicked(m_buttonId);
 }
 
 void KvHorStrButton::paintEvent(QPaintEvent *event)

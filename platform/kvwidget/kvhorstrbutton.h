@@ -7,6 +7,8 @@
 
 /// A push button for rows of controls: one image for each state and a short text on it, in the
 /// widget's own font and colour. The button may be larger than its image, which lies in its middle.
+/// It has a fixed height, its image's or its minimum's; where it is made higher all the same, only
+/// that height in its middle takes touches.
 class KV_API KvHorStrButton : public KvTouchButton
 {
     Q_OBJECT
@@ -45,7 +47,8 @@ signals:
 
 protected:
     QSize faceSize() const override;
-    void fingerLifted(bool inside) override;
+    QRect touchArea() const override;
+    void fingerLifted() override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

@@ -59,12 +59,12 @@ bool KvIconButton::takesTouches() const
     return !m_disableState && KvImageButton::takesTouches();
 }
 
-void KvIconButton::fingerLifted(bool inside)
+void KvIconButton::fingerLifted()
 {
     const QString id = buttonID();
     const QPointer<KvIconButton> self(this);
     emit btnReleased(id);
-    if (inside && self) {
+    if (self) {
         emit btnClicked(id);
     }
 }

@@ -39,14 +39,14 @@ public:
     bool disableState() const;
 
 signals:
-    /// A finger that went down on the button was lifted over it. Follows btnReleased().
+    /// A finger that went down on the button was lifted over it: first btnReleased() tells it, then
+    /// btnClicked().
     void btnClicked(QString id);
-    /// A finger that went down on the button was lifted, wherever.
     void btnReleased(QString id);
 
 protected:
     bool takesTouches() const override;
-    void fingerLifted(bool inside) override;
+    void fingerLifted() override;
     QPixmap precedingImage() const override;
 
 private:

@@ -16,11 +16,8 @@ bool KvLockButton::isDown() const
     return m_latched || isUnderFinger();
 }
 
-void KvLockButton::fingerLifted(bool inside)
+void KvLockButton::fingerLifted()
 {
-    if (!inside) {
-        return;
-    }
     setIsDown(true);
     emit btnReleased(buttonID());
 }

@@ -24,7 +24,7 @@ signals:
     void btnReleased(QString id);
 
 protected:
-    void fingerLifted(bool inside) override;
+    void fingerLifted() override;
     bool showsPressed() const override;
 
 private:

@@ -24,7 +24,10 @@ private slots:
     void row_data();
     void row();
     void rowsAreAligned();
+    void readingFillsItsPlace();
     void buttonsShowAndPress();
+    void buttonsAreTouchedAtTheirPictures_data();
+    void buttonsAreTouchedAtTheirPictures();
     void switchIsWhollyVisibleAndTouchable();
 
     void openingWritesBothThresholds();
@@ -139,9 +142,16 @@ void TestCSetupALSTest::rowsAreAligned()
     screen.open();
     for (const AdjustRow &row : rows) {
         RUN_CHECK(checkAlignment(screen.page, row, rows[0]));
-        QCOMPARE(screen.widget<QWidget>(row.nameLabel)->x(),
-                 screen.widget<QWidget>("labCurrentVal")->x());
     }
+}
+
+void TestCSetupALSTest::readingFillsItsPlace()
+{
+    Screen screen;
+    screen.open();
+    const auto *reading = screen.widget<QLabel>("labCurrentVal");
+    // As wide as a label here may be, and all of it between the two spacers.
+    QCOMPARE(reading->size(), QSize(400, 35));
 }
 
 void TestCSetupALSTest::buttonsShowAndPress()
@@ -150,6 +160,34 @@ void TestCSetupALSTest::buttonsShowAndPress()
     screen.open();
     for (const char *name : {"decreaseNight", "increaseNight"}) {
         RUN_CHECK(checkShowsAndPresses(screen.unit, screen.page, name));
+    }
+}
+
+void TestCSetupALSTest::buttonsAreTouchedAtTheirPictures_data()
+{
+    QTest::addColumn<int>("fromMiddle");
+    QTest::addColumn<bool>("touched");
+    // The picture is 56 pixels high, and the row leaves the button more.
+    QTest::newRow("above") << -29 << false;
+    QTest::newRow("at the upper edge") << -27 << true;
+    QTest::newRow("at the lower edge") << 27 << true;
+    QTest::newRow("below") << 29 << false;
+}
+
+void TestCSetupALSTest::buttonsAreTouchedAtTheirPictures()
+{
+    QFETCH(int, fromMiddle);
+    QFETCH(bool, touched);
+    Screen screen;
+    screen.open();
+    for (const AdjustRow &row : rows) {
+        for (const char *name : {row.decrease, row.increase}) {
+            const auto *button = screen.widget<KvHorStrButton>(name);
+            const QPoint middle = button->mapTo(&screen.unit.screen(), button->rect().center());
+            screen.news();
+            screen.unit.tap(middle + QPoint(0, fromMiddle));
+            QCOMPARE(!screen.news(effects).isEmpty(), touched);
+        }
     }
 }
 
