@@ -11,7 +11,7 @@ KvHorStrButton::KvHorStrButton(QWidget *parent)
     setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
-void KvHorStrButton::setButtonId(const QString &id)
+void KvHorStrButton::setButtonId(QString id)
 {
     m_buttonId = id;
 }
@@ -21,7 +21,7 @@ QString KvHorStrButton::buttonId() const
     return m_buttonId;
 }
 
-void KvHorStrButton::setDisplayString(const QString &text)
+void KvHorStrButton::setDisplayString(QString text)
 {
     m_displayString = text;
     update();
@@ -32,7 +32,7 @@ QString KvHorStrButton::displayString() const
     return m_displayString;
 }
 
-void KvHorStrButton::setNormalPixmap(const QPixmap &pixmap)
+void KvHorStrButton::setNormalPixmap(QPixmap pixmap)
 {
     m_normalPixmap = pixmap;
     faceSizeChanged();
@@ -43,7 +43,7 @@ QPixmap KvHorStrButton::normalPixmap() const
     return m_normalPixmap;
 }
 
-void KvHorStrButton::setPressPixmap(const QPixmap &pixmap)
+void KvHorStrButton::setPressPixmap(QPixmap pixmap)
 {
     m_pressPixmap = pixmap;
     update();
@@ -54,7 +54,7 @@ QPixmap KvHorStrButton::pressPixmap() const
     return m_pressPixmap;
 }
 
-void KvHorStrButton::setDisablePixmap(const QPixmap &pixmap)
+void KvHorStrButton::setDisablePixmap(QPixmap pixmap)
 {
     m_disablePixmap = pixmap;
     update();

@@ -23,22 +23,22 @@ public:
     explicit KvHorStrButton(QWidget *parent = nullptr);
 
     /// The id that clicked() carries.
-    void setButtonId(const QString &id);
+    void setButtonId(QString id);
     QString buttonId() const;
 
-    void setDisplayString(const QString &text);
+    void setDisplayString(QString text);
     QString displayString() const;
 
     /// The image that gives the button its size.
-    void setNormalPixmap(const QPixmap &pixmap);
+    void setNormalPixmap(QPixmap pixmap);
     QPixmap normalPixmap() const;
 
     /// Shown under the finger; without it the normal one stays.
-    void setPressPixmap(const QPixmap &pixmap);
+    void setPressPixmap(QPixmap pixmap);
     QPixmap pressPixmap() const;
 
     /// Shown while the widget is not enabled; without it the normal one is dimmed.
-    void setDisablePixmap(const QPixmap &pixmap);
+    void setDisablePixmap(QPixmap pixmap);
     QPixmap disablePixmap() const;
 
 signals:

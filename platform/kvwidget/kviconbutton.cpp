@@ -7,6 +7,11 @@ KvIconButton::KvIconButton(QWidget *parent)
 {
 }
 
+void KvIconButton::setButtonID(const QString &id)
+{
+    keepButtonID(id);
+}
+
 void KvIconButton::setOverImage(const QPixmap &image)
 {
     m_overImage = image;

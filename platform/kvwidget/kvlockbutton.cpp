@@ -5,6 +5,11 @@ KvLockButton::KvLockButton(QWidget *parent)
 {
 }
 
+void KvLockButton::setButtonID(QString id)
+{
+    keepButtonID(id);
+}
+
 void KvLockButton::setIsDown(bool down)
 {
     m_latched = down;

@@ -1,5 +1,7 @@
 #include "setup/csetupalstest.h"
 
+#include "ui_csetupalsform.h"
+
 #include "adjustrow.h"
 #include "pageonscreen.h"
 
@@ -11,6 +13,7 @@
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
+#include <QTranslator>
 
 #include <limits>
 
@@ -29,6 +32,9 @@ private slots:
     void buttonsAreTouchedAtTheirPictures_data();
     void buttonsAreTouchedAtTheirPictures();
     void switchIsWhollyVisibleAndTouchable();
+
+    void idsAreNotTranslated();
+    void retranslationSetsTheSwitchsId();
 
     void openingWritesBothThresholds();
     void buttonStepsItsThreshold_data();
@@ -81,6 +87,20 @@ QString threshold(const char *mode, int value)
 {
     return QStringLiteral("als %1 threshold %2").arg(QLatin1String(mode)).arg(value);
 }
+
+/// Translates every text into capitals.
+class ShoutingTranslator : public QTranslator
+{
+public:
+    ShoutingTranslator() { QCoreApplication::installTranslator(this); }
+    ~ShoutingTranslator() override { QCoreApplication::removeTranslator(this); }
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char *, const char *text, const char *, int) const override
+    {
+        return QString::fromLatin1(text).toUpper();
+    }
+};
 
 void setThresholds(Screen &screen, int day, int night)
 {
@@ -210,6 +230,31 @@ void TestCSetupALSTest::switchIsWhollyVisibleAndTouchable()
         screen.unit.tap(corner + point);
         QCOMPARE(released.count(), ++taps);
     }
+}
+
+void TestCSetupALSTest::idsAreNotTranslated()
+{
+    const ShoutingTranslator translator;
+    Screen screen;
+    screen.open();
+    QCOMPARE(screen.text("labDayTarget"), QStringLiteral("DAYDST [MAX:1000]"));
+    QCOMPARE(screen.widget<CBoolButton>("autoBtn")->buttonID(), QStringLiteral("id_alsbtn"));
+    for (const AdjustRow &row : rows) {
+        QCOMPARE(screen.widget<KvHorStrButton>(row.decrease)->buttonId(),
+                 QLatin1String(row.decreaseId));
+        QCOMPARE(screen.widget<KvHorStrButton>(row.increase)->buttonId(),
+                 QLatin1String(row.increaseId));
+    }
+}
+
+void TestCSetupALSTest::retranslationSetsTheSwitchsId()
+{
+    QWidget page;
+    Ui_CSetupAlsForm form;
+    form.setupUi(&page);
+    form.autoBtn->setButtonID(QStringLiteral("another"));
+    form.retranslateUi(&page);
+    QCOMPARE(form.autoBtn->buttonID(), QStringLiteral("id_alsbtn"));
 }
 
 void TestCSetupALSTest::openingWritesBothThresholds()
