@@ -52,12 +52,9 @@ ListView::ListView(QWidget *parent)
     , m_dragging(false)
     , m_pressed(false)
     , m_customBarWanted(true)
-    , m_rowsOpaque(false)
     , m_customBar(nullptr)
 {
     verticalScrollBar()->setStyleSheet(QLatin1String(nativeBarSheet));
-    // It cannot be seen, and every step would draw it anew.
-    verticalScrollBar()->setUpdatesEnabled(false);
     m_customBar = new LvScrollBar(this);
     m_customBar->setStyleSheet(QLatin1String(customBarSheet));
     placeCustomBar();
@@ -80,12 +77,6 @@ void ListView::setCustomScrollBarVisible(bool visible)
 {
     m_customBarWanted = visible;
     showCustomBarWhenNeeded();
-}
-
-void ListView::setRowsOpaque(bool opaque)
-{
-    m_rowsOpaque = opaque;
-    updateOpacity();
 }
 
 void ListView::pressedTimeoutSlot()
@@ -175,13 +166,6 @@ void ListView::click(const QModelIndex &index)
     QCoreApplication::sendEvent(parent(), &beep);
 }
 
-void ListView::updateOpacity()
-{
-    const QScrollBar *native = verticalScrollBar();
-    viewport()->setAttribute(Qt::WA_OpaquePaintEvent,
-                             m_rowsOpaque && native->maximum() > native->minimum());
-}
-
 void ListView::placeCustomBar()
 {
     m_customBar->setGeometry(QRect(QPoint(width() - 70, 16), QPoint(width() - 11, height() - 13)));
@@ -212,5 +196,4 @@ void ListView::connectBars()
     connect(native, &QScrollBar::rangeChanged, m_customBar, &QScrollBar::setRange);
     connect(m_customBar, &QScrollBar::valueChanged, native, &QScrollBar::setValue);
     connect(m_customBar, &QScrollBar::rangeChanged, native, &QScrollBar::setRange);
-    connect(native, &QScrollBar::rangeChanged, this, &ListView::updateOpacity);
 }

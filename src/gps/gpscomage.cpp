@@ -24,6 +24,7 @@ namespace
 {
 
 const char checkTask[] = "threadGpsUpdateId";
+const auto clickTone = static_cast<e_clickType>(0);
 
 enum CheckResult { FilesValid = 0, FilesInvalid = 1 };
 
@@ -146,7 +147,7 @@ void CGpsComPage::showSystemNewFwInfoSlot()
 
 void CGpsComPage::updateSlot()
 {
-    CMsgClass::getInstance()->playBeepTone(CLICK_TYPE_NORMAL);
+    CMsgClass::getInstance()->playBeepTone(clickTone);
     if (m_bootloaderPath.isEmpty() || m_firmwarePath.isEmpty()) {
         return;
     }

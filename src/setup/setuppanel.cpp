@@ -16,6 +16,12 @@ const int saturationIndex = 3;
 const float saturationStep = 0.01f;
 const double saturationMax = 1.99;
 
+// Where the vendor data has the four items.
+const auto brightnessPosition = static_cast<VendorDataControl::VendorPos>(2);
+const auto huePosition = static_cast<VendorDataControl::VendorPos>(3);
+const auto saturationPosition = static_cast<VendorDataControl::VendorPos>(4);
+const auto contrastPosition = static_cast<VendorDataControl::VendorPos>(5);
+
 struct StepButton
 {
     const char *id;
@@ -93,22 +99,22 @@ void CSetupPanelForm::setValue(int index, float value)
     switch (index) {
     case 0:
         ui->brightnessText->setText(text);
-        keepValue(VendorDataControl::PosPanelBrightness, int(value));
+        keepValue(brightnessPosition, int(value));
         break;
     case 1:
         ui->ConstastText->setText(text);
-        keepValue(VendorDataControl::PosPanelContrast, int(value));
+        keepValue(contrastPosition, int(value));
         break;
     case 2:
         ui->HueText->setText(text);
-        keepValue(VendorDataControl::PosPanelHue, int(value));
+        keepValue(huePosition, int(value));
         break;
     case saturationIndex:
         ui->SaturationText->setText(QString::number(double(value), 'f', 2));
-        keepValue(VendorDataControl::PosPanelSaturation, int(value * 100.0f));
+        keepValue(saturationPosition, int(value * 100.0f));
         break;
     default:
-        keepValue(VendorDataControl::PosPanelBrightness, int(value));
+        keepValue(brightnessPosition, int(value));
         break;
     }
 }

@@ -23,6 +23,9 @@ const char packageName[] = "ORRERY_PACK.BIN";
 const char errorPath[] = "/error_path/";
 const int showTimeoutMs = 30000;
 
+/// Where the vendor data has what the boot loader is told of an update.
+const auto updatePosition = static_cast<VendorDataControl::VendorPos>(0);
+
 const int mcuBufferSize = 32;
 const unsigned char updateMessage[] = {0xFF, 0x66, 0x05, 0x1B, 0x8E, 0x05, 0x00, 0x00, 0xFF};
 
@@ -215,8 +218,7 @@ bool UserUpdateDialog::handOver(const QString &language) const
     int offset = 0;
     int length = 0;
     if (data.isEmpty()
-        || VendorDataControl::getVendorPosOffset(VendorDataControl::PosUserUpdate, offset, length)
-            != 0) {
+        || VendorDataControl::getVendorPosOffset(updatePosition, offset, length) != 0) {
         return false;
     }
     VendorDataControl::saveVendorDataString(data.data(), offset, qMin(data.size(), length));

@@ -24,6 +24,12 @@ enum Parameter { Swing = 0, Disconnect = 1 };
 enum Speed { HighSpeed = 0, FullSpeed = 1 };
 enum Pattern { PatternEye = 0, PatternJ = 1, PatternK = 2, PatternSe0 = 3, PatternNone = 4 };
 
+// The test selectors of USB 2.0 (section 9.4.9, table 9-7).
+const auto testJ = static_cast<UsbControl::UsbTestMode>(1);
+const auto testK = static_cast<UsbControl::UsbTestMode>(2);
+const auto testSe0Nak = static_cast<UsbControl::UsbTestMode>(3);
+const auto testPacket = static_cast<UsbControl::UsbTestMode>(4);
+
 const unsigned int pageMask = 0xFFF;
 const unsigned int byteMask = 0xFF;
 
@@ -317,24 +323,24 @@ void USBEyeTestView::speedClicked()
 
 void USBEyeTestView::TEST_EYE()
 {
-    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestPacket);
+    UsbControl::getInstance()->setUsbTestMode(testPacket);
     FACTORY_TRACE << "TEST_EYE";
 }
 
 void USBEyeTestView::TEST_J()
 {
-    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestJ);
+    UsbControl::getInstance()->setUsbTestMode(testJ);
     FACTORY_TRACE << "TEST_J";
 }
 
 void USBEyeTestView::TEST_K()
 {
-    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestK);
+    UsbControl::getInstance()->setUsbTestMode(testK);
     FACTORY_TRACE << "TEST_K";
 }
 
 void USBEyeTestView::TEST_SE0()
 {
-    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestSe0Nak);
+    UsbControl::getInstance()->setUsbTestMode(testSe0Nak);
     FACTORY_TRACE << "TEST_SE0";
 }

@@ -89,7 +89,7 @@ void TestCMsgClass::rebootReachesThePower()
 void TestCMsgClass::beepAndUpdateReadyAreJournalled()
 {
     TestUnit unit;
-    CMsgClass::getInstance()->playBeepTone(CLICK_TYPE_NORMAL);
+    CMsgClass::getInstance()->playBeepTone(e_clickType(0));
     CMsgClass::getInstance()->setUpdateReadyState(true);
     CMsgClass::getInstance()->setUpdateReadyState(false);
     QCOMPARE(unit.journal(QStringLiteral("/^mcu /")),
