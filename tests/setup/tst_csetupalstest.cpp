@@ -1,7 +1,5 @@
 #include "setup/csetupalstest.h"
 
-#include "ui_csetupalsform.h"
-
 #include "adjustrow.h"
 #include "pageonscreen.h"
 
@@ -34,7 +32,6 @@ private slots:
     void switchIsWhollyVisibleAndTouchable();
 
     void idsAreNotTranslated();
-    void retranslationSetsTheSwitchsId();
 
     void openingWritesBothThresholds();
     void buttonStepsItsThreshold_data();
@@ -245,16 +242,6 @@ void TestCSetupALSTest::idsAreNotTranslated()
         QCOMPARE(screen.widget<KvHorStrButton>(row.increase)->buttonId(),
                  QLatin1String(row.increaseId));
     }
-}
-
-void TestCSetupALSTest::retranslationSetsTheSwitchsId()
-{
-    QWidget page;
-    Ui_CSetupAlsForm form;
-    form.setupUi(&page);
-    form.autoBtn->setButtonID(QStringLiteral("another"));
-    form.retranslateUi(&page);
-    QCOMPARE(form.autoBtn->buttonID(), QStringLiteral("id_alsbtn"));
 }
 
 void TestCSetupALSTest::openingWritesBothThresholds()
