@@ -7,11 +7,11 @@
 namespace
 {
 
-const int rowHeight = 83;
-const int textPixelSize = 30;
-const int titleLeft = 34;
-const int valueRightMargin = 137; // The arrow and what is beside it.
-const int arrowLeft = 662;
+constexpr int rowHeight = 83;
+constexpr int textPixelSize = 30;
+constexpr int titleLeft = 34;
+constexpr int valueRightMargin = 137; // The arrow and what is beside it.
+constexpr int arrowLeft = 662;
 
 QColor textColor(bool isCurrent)
 {

@@ -11,9 +11,9 @@
 namespace
 {
 
-const int dragDistance = 5; // A finger that moves further drags.
+constexpr int dragDistance = 5; // A finger that moves further drags.
 
-const char nativeBarSheet[] =
+constexpr char nativeBarSheet[] =
     "QScrollBar:vertical{width:1px;background:rgba(0,0,0,0%);}"
     "QScrollBar::handle:vertical{width:1px;background:rgba(0,0,0,0%);}"
     "QScrollBar::add-line:vertical,QScrollBar::sub-line:vertical{background:rgba(0,0,0,"
@@ -21,7 +21,7 @@ const char nativeBarSheet[] =
     "QScrollBar::add-page:vertical,QScrollBar::sub-page:vertical{background:rgba(0,0,0,"
     "0%);}";
 
-const char customBarSheet[] =
+constexpr char customBarSheet[] =
     "QScrollBar:vertical{width:60px;background:rgba(0,0,0,0%);"
     "background-image: url(:/images/bg_scrollbar.png);margin-top:0px;margin-bottom:0px;"
     "margin-left:0px;margin-right:0px;padding-left:0px;padding-right:0px;padding-top:56px;"
@@ -43,7 +43,8 @@ const char customBarSheet[] =
     "QScrollBar::down-arrow:vertical:pressed{"
     "border-image:url(:/images/btn_scrollbar_down_p.png);}";
 
-const char listSheet[] = "QListView{background-color:transparent;color:transparent;border:null;}";
+constexpr char listSheet[] =
+    "QListView{background-color:transparent;color:transparent;border:null;}";
 
 } // namespace
 

@@ -1,13 +1,13 @@
 #include "lvscrollbar.h"
 
-#include "factorydebug/trace.h"
+#include "common/trace.h"
 
 #include <QMouseEvent>
 
 namespace
 {
 
-const int dragDistance = 6;
+constexpr int dragDistance = 6;
 
 } // namespace
 

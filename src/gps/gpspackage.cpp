@@ -13,18 +13,18 @@
 namespace
 {
 
-const std::uint32_t headerSize = 32;
-const std::uint16_t headerCrcLength = 28;
-const std::size_t sumOffset = 4;
-const std::size_t lengthOffset = 12;
-const std::size_t crcOffset = 28;
-const int dumpColumns = 16;
+constexpr std::uint32_t headerSize = 32;
+constexpr std::uint16_t headerCrcLength = 28;
+constexpr std::size_t sumOffset = 4;
+constexpr std::size_t lengthOffset = 12;
+constexpr std::size_t crcOffset = 28;
+constexpr int dumpColumns = 16;
 
-const std::size_t payloadBufferSize = 4096;
-const std::uint32_t readSize = 1024;
+constexpr std::size_t payloadBufferSize = 4096;
+constexpr std::uint32_t readSize = 1024;
 
 /// The stream's own buffer, so large that the calls of the system cost little beside the sum.
-const std::size_t streamBufferSize = 65536;
+constexpr std::size_t streamBufferSize = 65536;
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE *)>;
 

@@ -2,6 +2,8 @@
 
 #include "ui_cdevsinfoform.h"
 
+#include "common/blackpage.h"
+
 #include "mcu/cmsgclass.h"
 
 #include <cstdio>
@@ -12,8 +14,7 @@ CDevsInfoPage::CDevsInfoPage(QRect rect, KvWidget *parent)
 {
     setGeometry(rect);
     ui->setupUi(this);
-    setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0);"));
+    makeBlackPage(this);
     showGpsVersion();
     showBluetoothVersion();
     showAlsProduct();

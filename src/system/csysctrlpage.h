@@ -56,7 +56,7 @@ private:
     void openTouchPage();
 
     QScopedPointer<Ui_CSysCtrlForm> ui;
-    QString m_rootPath;
+    QString rootPath;
     // The page may be deleted by whoever owns the screen.
-    QPointer<CTouchCheckPage> m_touchPage;
+    QPointer<CTouchCheckPage> touchPage;
 };

@@ -10,7 +10,7 @@
 namespace
 {
 
-const std::size_t mapSize = 4096;
+constexpr std::size_t mapSize = 4096;
 
 int memoryDevice = 0;
 

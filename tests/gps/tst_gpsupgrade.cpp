@@ -1,3 +1,4 @@
+#include "gps/gpsfilecheck.h"
 #include "gps/gpsupgrade.h"
 
 #include "conversation.h"
