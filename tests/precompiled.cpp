@@ -1,2 +1,4 @@
 // Nothing but the precompiled header.
-int main() {}
+int main()
+{
+}
