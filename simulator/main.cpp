@@ -68,13 +68,13 @@ int main(int argc, char *argv[])
 
     Console console(simulator.graphicalThread());
     addAllCommands(console, simulator);
-    ScriptRunner script(console, unit.journal().end());
+    ScriptRunner script(console, unit.journal());
     if (!options.script.isEmpty() && !script.open(options.script, &error)) {
         return fail(ExitWrongUsage, error);
     }
     ConsoleServer server(console);
     if (options.socket
-        && !server.listen(consoleSocketName(options.unitFolder), unit.journal().end(), &error)) {
+        && !server.listen(consoleSocketName(options.unitFolder), unit.journal(), &error)) {
         return fail(ExitUnitFolder, error);
     }
     QObject::connect(&script, &ScriptRunner::over, application.data(), [](bool successful) {

@@ -6,6 +6,7 @@
 #include "simulator/simulator.h"
 
 #include "hardware/gate/gate.h"
+#include "hardware/journalreader.h"
 #include "hardware/unit.h"
 
 #include <QTemporaryDir>
@@ -41,7 +42,7 @@ struct Bench
         , gate(unit)
         , simulator(unit, QString())
         , console(simulator.graphicalThread())
-        , session(position)
+        , session(reader)
     {
         simulator::addSystemCommands(console, simulator);
         simulator::addStorageCommands(console, simulator);
@@ -56,7 +57,7 @@ struct Bench
     hardware::Gate gate;
     simulator::Simulator simulator;
     simulator::Console console;
-    simulator::JournalPosition position{0};
+    hardware::JournalReader reader{unit.journal()};
     simulator::ConsoleSession session;
 };
 
