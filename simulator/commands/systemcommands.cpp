@@ -82,8 +82,10 @@ ConsoleResult version(Simulator &simulator, const QStringList &arguments, Consol
                                          .arg(arguments.first(), names.join(QLatin1String(", "))));
     }
     if (arguments.size() > 1) {
-        versions.setValue(arguments.first(), arguments.at(1));
-        return ConsoleResult::done();
+        QString error;
+        return versions.setValue(arguments.first(), arguments.at(1), &error)
+            ? ConsoleResult::done()
+            : ConsoleResult::failed(error);
     }
     return ConsoleResult::done({versions.value(arguments.first())});
 }
