@@ -16,6 +16,7 @@ private slots:
     void aWrongTableIsRefused_data();
     void aWrongTableIsRefused();
     void aVersionKeepsEveryCharacter();
+    void wrongValuesAreRefusedUnlessMarked();
     void nothingUnreadIsForgotten();
     void whatWasUnreadIsNotAbsent();
     void timesAreTheUnits();
@@ -163,6 +164,19 @@ void TestUnitFiles::aVersionKeepsEveryCharacter()
     run.write(QStringLiteral("/versions.ini"),
               "[versions]\ngps=GNSS 2.0, beta; 3\nbluetooth=BT = [5]\nalsProduct=1\ndabSdk=\n");
     RUN_SCENARIO(run, QStringLiteral("version-kept.txt"));
+}
+
+void TestUnitFiles::wrongValuesAreRefusedUnlessMarked()
+{
+    HeadunitRun run;
+    RUN_SCENARIO(run, QStringLiteral("wrong-on-purpose.txt"));
+    for (const char *command : {"version alsProduct abc", "panel brightness 99", "dab 99"}) {
+        run.write(QStringLiteral("/script.txt"), command);
+        const HeadunitRun::End end =
+            run.start({QStringLiteral("--script"), run.path(QStringLiteral("/script.txt"))});
+        QCOMPARE(end.status, 1);
+        QVERIFY2(end.error.contains(QLatin1String("script.txt:1: ")), qPrintable(end.error));
+    }
 }
 
 void TestUnitFiles::nothingUnreadIsForgotten()
