@@ -252,6 +252,11 @@ bool Storage::mount(const Stick &stick, QString *error) const
     }
     const QString link = m_folder.path(stick.mountRoot);
     std::error_code failure;
+    if (std::filesystem::is_symlink(hostPath(link), failure)
+        && std::filesystem::equivalent(hostPath(link), hostPath(folder), failure)) {
+        // It leads to the stick already, be it by another name.
+        std::filesystem::remove(hostPath(link), failure);
+    }
     std::filesystem::create_directory_symlink(hostPath(linkTarget(stick.slot, stick.folder)),
                                               hostPath(link), failure);
     if (failure) {
