@@ -1,16 +1,17 @@
 #include "consoleconnection.h"
 
 #include "console.h"
+#include "consolesession.h"
 
 #include <QLocalSocket>
 
 namespace simulator
 {
 
-ConsoleConnection::ConsoleConnection(const Console &console, JournalPosition &position,
+ConsoleConnection::ConsoleConnection(const Console &console, hardware::JournalReader &reader,
                                      quintptr descriptor)
     : m_console(console)
-    , m_position(position)
+    , m_reader(reader)
     , m_descriptor(descriptor)
 {
 }
@@ -23,7 +24,7 @@ ConsoleConnection::~ConsoleConnection()
 
 void ConsoleConnection::run()
 {
-    ConsoleSession session(m_position);
+    ConsoleSession session(m_reader);
     QLocalSocket socket;
     connect(
         &socket, &QLocalSocket::readyRead, &socket,

@@ -11,6 +11,7 @@ enum ExitStatus {
     ExitPlugin = 3,
     ExitUnitFolder = 4,
     ExitDisplay = 5,
+    ExitNotKept = 6,
 };
 
 } // namespace simulator

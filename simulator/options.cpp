@@ -30,7 +30,8 @@ const char description[] =
     "  2  the command line or the script's name is wrong\n"
     "  3  the plug-in cannot be used\n"
     "  4  the unit's folder cannot be used, or another headunit uses it\n"
-    "  5  there is no display, or its font is missing";
+    "  5  there is no display, or its font is missing\n"
+    "  6  a file of the unit could not be written";
 
 /// Where the build puts the plug-in, seen from this program.
 QString builtPlugin()

@@ -46,7 +46,9 @@ struct Page
 
     void set(const char *name, const QString &value)
     {
-        unit.unit().versions().setValue(QString::fromLatin1(name), value);
+        QString error;
+        QVERIFY2(unit.unit().versions().setValue(QString::fromLatin1(name), value, &error),
+                 qPrintable(error));
     }
 
     QLabel *label(const char *name) const
@@ -187,8 +189,10 @@ void TestCDevsInfoPage::reopeningReadsAfresh()
              QStringLiteral("BLUETOOTH Version: BT 5.0.17"));
     view.buttonClicked(QStringLiteral("return"));
 
-    unit.unit().versions().setValue(QStringLiteral("bluetooth"), QStringLiteral("BT 5.2.0"));
-    unit.unit().versions().setValue(QStringLiteral("alsProduct"), QStringLiteral("5"));
+    QString error;
+    unit.unit().versions().setValue(QStringLiteral("bluetooth"), QStringLiteral("BT 5.2.0"),
+                                    &error);
+    unit.unit().versions().setValue(QStringLiteral("alsProduct"), QStringLiteral("5"), &error);
     view.buttonClicked(QStringLiteral("pdtVer"));
 
     QCOMPARE(view.findChild<QLabel *>(QStringLiteral("label_bt"))->text(),
