@@ -27,6 +27,11 @@ int Clock::hostMs(int unitMs) const
     return int(qBound(1.0, hostMs, double(std::numeric_limits<int>::max())));
 }
 
+qint64 Clock::unitMs(qint64 hostMs) const
+{
+    return std::llround(double(hostMs) * m_factor);
+}
+
 void Clock::sleep(qint64 unitMicroseconds) const
 {
     if (unitMicroseconds <= 0) {

@@ -18,6 +18,9 @@ public:
     /// time.
     int hostMs(int unitMs) const;
 
+    /// Milliseconds of the unit that \a hostMs milliseconds of the host are.
+    qint64 unitMs(qint64 hostMs) const;
+
     /// Blocks the calling thread for \a unitMicroseconds of the unit's time.
     void sleep(qint64 unitMicroseconds) const;
 

@@ -1,9 +1,11 @@
 #include "daynight.h"
 
 #include "journal.h"
+#include "tablerow.h"
 
 #include <QMutexLocker>
-#include <QSettings>
+
+#include <limits>
 
 namespace hardware
 {
@@ -13,43 +15,28 @@ namespace
 
 const char *const modeNames[] = {"day", "night"};
 const auto source = QStringLiteral("als");
-const auto automaticKey = QStringLiteral("daynight/automatic");
+const auto automaticField = QStringLiteral("automatic");
+const auto yes = QStringLiteral("true");
+const auto no = QStringLiteral("false");
 
 QString nameOf(DayNight::Mode mode)
 {
     return QLatin1String(modeNames[mode]);
 }
 
-QString thresholdKey(DayNight::Mode mode)
-{
-    return QStringLiteral("daynight/") + nameOf(mode);
-}
-
 } // namespace
 
 DayNight::DayNight(Journal &journal)
     : m_journal(journal)
+    , m_state(QStringLiteral("daynight"), {nameOf(Day), nameOf(Night), automaticField}, journal)
 {
 }
 
 bool DayNight::open(const QString &file, QString *error)
 {
-    const QSettings state(file, QSettings::IniFormat);
-    // QSettings looks at the lines when it is first asked for a key.
-    state.allKeys();
-    if (state.status() != QSettings::NoError || !state.isWritable()) {
-        *error = QStringLiteral("The thresholds of day and night, \"%1\", cannot be read and "
-                                "written.")
-                     .arg(file);
-        return false;
-    }
     const QMutexLocker locker(&m_mutex);
-    m_file = file;
-    for (const Mode mode : {Day, Night}) {
-        m_thresholds[mode] = state.value(thresholdKey(mode)).toInt();
-    }
-    m_automatic = state.value(automaticKey).toBool();
-    return true;
+    return m_state.open(
+        file, [this](const TableRow &row) { return read(row); }, error);
 }
 
 int DayNight::threshold(Mode mode) const
@@ -64,7 +51,7 @@ void DayNight::setThreshold(Mode mode, int value)
     {
         const QMutexLocker locker(&m_mutex);
         m_thresholds[mode] = value;
-        keep(thresholdKey(mode), value);
+        m_state.setValue(nameOf(mode), QString::number(value));
         m_journal.write(source, QStringLiteral("%1 threshold %2").arg(nameOf(mode)).arg(value));
         changed = detect();
     }
@@ -85,7 +72,7 @@ void DayNight::setAutomatic(bool automatic)
     {
         const QMutexLocker locker(&m_mutex);
         m_automatic = automatic;
-        keep(automaticKey, automatic);
+        m_state.setValue(automaticField, automatic ? yes : no);
         m_journal.write(source, QStringLiteral("automatic %1").arg(int(automatic)));
         changed = detect();
     }
@@ -124,9 +111,21 @@ QStringList DayNight::description() const
     };
 }
 
-void DayNight::keep(const QString &key, const QVariant &value) const
+bool DayNight::read(const TableRow &row)
 {
-    QSettings(m_file, QSettings::IniFormat).setValue(key, value);
+    if (!row.hasFields({nameOf(Day), nameOf(Night), automaticField})) {
+        return false;
+    }
+    for (const Mode mode : {Day, Night}) {
+        if (!row.readNumber(nameOf(mode), std::numeric_limits<int>::min(),
+                            std::numeric_limits<int>::max(), &m_thresholds[mode])) {
+            return false;
+        }
+    }
+    const QString automatic = row.text(automaticField);
+    m_automatic = automatic == yes;
+    return m_automatic || automatic == no
+        || row.refuse(automaticField, QStringLiteral("allowed is true or false"));
 }
 
 /// Goes by the newest reading; true when the mode is another one now.

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "statefile.h"
+
 #include <QMutex>
 #include <QObject>
 #include <QStringList>
@@ -25,7 +27,8 @@ public:
     explicit DayNight(Journal &journal);
     Q_DISABLE_COPY(DayNight)
 
-    /// False with a sentence in \a error when the file cannot be read and written.
+    /// False with a sentence in \a error that names the file, the line, the value and what is
+    /// allowed.
     bool open(const QString &file, QString *error);
 
     int threshold(Mode mode) const;
@@ -50,12 +53,12 @@ signals:
     void modeChanged();
 
 private:
-    void keep(const QString &key, const QVariant &value) const;
+    bool read(const TableRow &row);
     bool detect();
 
     Journal &m_journal;
     mutable QMutex m_mutex;
-    QString m_file;
+    StateFile m_state;
     int m_thresholds[2] = {0, 0};
     bool m_automatic = false;
     std::optional<int> m_reading;

@@ -1,6 +1,7 @@
 #include "defaults.h"
 
 #include "tablefile.h"
+#include "tablerow.h"
 
 namespace hardware
 {
@@ -12,7 +13,12 @@ bool Defaults::open(const QString &file, QString *error)
     if (!table.read(file, error)) {
         return false;
     }
+    const QString name = QStringLiteral("defaults");
     for (const TableSection &section : table.sections()) {
+        if (section.name != name) {
+            return TableRow(table, section, QStringLiteral("section"), error)
+                .refuseName(QStringLiteral("allowed is \"%1\"").arg(name));
+        }
         for (auto field = section.fields.cbegin(); field != section.fields.cend(); ++field) {
             m_values.insert(field.key(), field->value);
         }

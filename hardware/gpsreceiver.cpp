@@ -4,6 +4,7 @@
 #include "receiverimage.h"
 #include "unitfolder.h"
 #include "versions.h"
+#include "wholefile.h"
 
 #include <QDir>
 #include <QFile>
@@ -451,9 +452,13 @@ QString GpsReceiver::imageFile(const QString &part) const
 
 bool GpsReceiver::keepImage(const QString &part, const QByteArray &image)
 {
-    QFile file(imageFile(part));
-    return QDir().mkpath(m_folder.path(imageFolder)) && file.open(QIODevice::WriteOnly)
-        && file.write(image) == image.size();
+    QDir().mkpath(m_folder.path(imageFolder));
+    QString reason;
+    if (wholefile::replace(imageFile(part), image, &reason)) {
+        return true;
+    }
+    m_journal.reportFailedWrite(imageFile(part), reason);
+    return false;
 }
 
 } // namespace hardware

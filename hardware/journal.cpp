@@ -1,7 +1,12 @@
 #include "journal.h"
 
+#include "journalreader.h"
+
 #include <QDeadlineTimer>
 #include <QMutexLocker>
+
+#include <algorithm>
+#include <cstdio>
 
 namespace hardware
 {
@@ -9,7 +14,7 @@ namespace hardware
 namespace
 {
 
-constexpr int linesInMemory = 20000;
+constexpr std::size_t linesInMemory = 20000;
 
 QString escaped(QChar character)
 {
@@ -47,6 +52,11 @@ QString onOneLine(const QString &text)
     return line;
 }
 
+QString timed(double seconds, const QString &line)
+{
+    return QStringLiteral("%1 %2").arg(seconds, 0, 'f', 3).arg(line);
+}
+
 } // namespace
 
 JournalPattern::JournalPattern(const QString &text)
@@ -80,55 +90,78 @@ bool JournalPattern::matches(const QString &line) const
     return line.contains(m_text);
 }
 
-Journal::Journal()
+Journal::Journal(const Clock &clock)
+    : m_clock(clock)
 {
-    m_clock.start();
+    m_started.start();
 }
 
 Journal::~Journal() = default;
 
-bool Journal::appendTo(const QString &file)
+bool Journal::appendTo(const QString &file, const QString &head)
 {
     const QMutexLocker locker(&m_mutex);
     m_file.close();
     m_file.setFileName(file);
-    return m_file.open(QIODevice::WriteOnly | QIODevice::Append);
+    if (!m_file.open(QIODevice::WriteOnly | QIODevice::Append)) {
+        return false;
+    }
+    const QByteArray line = head.isEmpty() ? QByteArray() : head.toUtf8() + '\n';
+    return m_file.write(line) == line.size() && m_file.flush();
 }
 
 void Journal::write(const QString &source, const QString &text)
 {
     const QString line = onOneLine(source + QLatin1Char(' ') + text);
 
+    QMutexLocker locker(&m_mutex);
+    if (append(line)) {
+        return;
+    }
+    const QString file = m_file.fileName();
+    const QString reason = m_file.errorString();
+    locker.unlock();
+    reportFailedWrite(file, reason);
+}
+
+void Journal::reportFailedWrite(const QString &file, const QString &reason)
+{
     const QMutexLocker locker(&m_mutex);
-    m_lines.append(line);
-    if (m_lines.size() > linesInMemory) {
-        m_lines.removeFirst();
-        ++m_forgotten;
+    if (m_failedFiles.contains(file)) {
+        return;
     }
-    if (m_file.isOpen()) {
-        const double seconds = m_clock.elapsed() / 1000.0;
-        m_file.write(QStringLiteral("%1 %2\n").arg(seconds, 0, 'f', 3).arg(line).toUtf8());
-        m_file.flush();
-    }
-    m_written.wakeAll();
+    m_failedFiles.insert(file);
+    std::fprintf(stderr, "The unit's file \"%s\" cannot be written: %s.\n", qUtf8Printable(file),
+                 qUtf8Printable(reason));
+    append(onOneLine(QStringLiteral("unit cannot write %1: %2").arg(file, reason)));
+}
+
+bool Journal::hasFailedWrites() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return !m_failedFiles.isEmpty();
 }
 
 qint64 Journal::end() const
 {
     const QMutexLocker locker(&m_mutex);
-    return m_forgotten + m_lines.size();
+    return m_forgotten + qint64(m_lines.size());
 }
 
 QStringList Journal::lines(const QString &pattern, qint64 from) const
 {
-    const JournalPattern wanted(pattern);
-    const QMutexLocker locker(&m_mutex);
     QStringList found;
-    for (qint64 i = qMax<qint64>(0, from - m_forgotten); i < m_lines.size(); ++i) {
-        const QString &line = m_lines.at(int(i));
-        if (wanted.matches(line)) {
-            found.append(line);
-        }
+    for (const Line &line : choose(pattern, from)) {
+        found.append(line.text);
+    }
+    return found;
+}
+
+QStringList Journal::timedLines(const QString &pattern, qint64 from) const
+{
+    QStringList found;
+    for (const Line &line : choose(pattern, from)) {
+        found.append(timed(line.seconds, line.text));
     }
     return found;
 }
@@ -146,7 +179,7 @@ qint64 Journal::waitFor(const JournalPattern &pattern, qint64 from, int hostMs) 
     qint64 found = findLocked(pattern, from);
     while (found < 0 && pattern.isValid()) {
         // Only lines that are not yet looked at, however long the journal has become.
-        from = qMax(from, m_forgotten + m_lines.size());
+        from = qMax(from, m_forgotten + qint64(m_lines.size()));
         if (!m_written.wait(&m_mutex, deadline)) {
             return findLocked(pattern, from);
         }
@@ -155,14 +188,54 @@ qint64 Journal::waitFor(const JournalPattern &pattern, qint64 from, int hostMs) 
     return found;
 }
 
+/// False when the line did not reach the file.
+bool Journal::append(const QString &text)
+{
+    const double seconds = m_clock.unitMs(m_started.elapsed()) / 1000.0;
+    m_lines.push_back({seconds, text});
+    forget();
+    m_written.wakeAll();
+    if (!m_file.isOpen()) {
+        return true;
+    }
+    const QByteArray line = timed(seconds, text).toUtf8() + '\n';
+    // A disk that has room for a part of it does not say why; the second attempt does.
+    return m_file.write(line) == line.size() && (m_file.flush() || m_file.flush());
+}
+
+void Journal::forget()
+{
+    if (m_lines.size() <= linesInMemory) {
+        return;
+    }
+    qint64 count = qint64(m_lines.size() - linesInMemory);
+    for (const JournalReader *reader : qAsConst(m_readers)) {
+        count = qMin(count, reader->m_position - m_forgotten);
+    }
+    if (count > 0) {
+        m_lines.erase(m_lines.begin(), m_lines.begin() + count);
+        m_forgotten += count;
+    }
+}
+
+QList<Journal::Line> Journal::choose(const QString &pattern, qint64 from) const
+{
+    const JournalPattern wanted(pattern);
+    const QMutexLocker locker(&m_mutex);
+    QList<Line> found;
+    const qint64 first = qBound<qint64>(0, from - m_forgotten, qint64(m_lines.size()));
+    std::copy_if(m_lines.cbegin() + first, m_lines.cend(), std::back_inserter(found),
+                 [&wanted](const Line &line) { return wanted.matches(line.text); });
+    return found;
+}
+
 qint64 Journal::findLocked(const JournalPattern &pattern, qint64 from) const
 {
-    for (qint64 i = qMax<qint64>(0, from - m_forgotten); i < m_lines.size(); ++i) {
-        if (pattern.matches(m_lines.at(int(i)))) {
-            return m_forgotten + i;
-        }
-    }
-    return -1;
+    const qint64 first = qBound<qint64>(0, from - m_forgotten, qint64(m_lines.size()));
+    const auto found =
+        std::find_if(m_lines.cbegin() + first, m_lines.cend(),
+                     [&pattern](const Line &line) { return pattern.matches(line.text); });
+    return found == m_lines.cend() ? -1 : m_forgotten + (found - m_lines.cbegin());
 }
 
 } // namespace hardware

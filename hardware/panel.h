@@ -25,6 +25,10 @@ public:
     /// meant to look.
     static constexpr int brightest = 24;
 
+    /// The largest values that items are meant to have; the smallest is 0.
+    static constexpr int largest[] = {brightest, 24, 360};
+    static constexpr double mostSaturated = 1.99;
+
     /// \a mcu restarts the panel, \a vendorData must be open by the time of powerOn().
     Panel(Journal &journal, Mcu &mcu, const VendorData &vendorData);
     Q_DISABLE_COPY(Panel)

@@ -129,6 +129,10 @@ bool PhysicalMemory::makeMemory(QString *error)
         *error = QStringLiteral("The physical memory \"%1\" cannot be read and written: %2.")
                      .arg(m_file.fileName(), m_file.errorString());
     }
+    if (isNew && !isMade) {
+        // The next start would take it for a memory that has its reset values.
+        m_file.remove();
+    }
     return isMade;
 }
 

@@ -1,6 +1,7 @@
 #include "registertable.h"
 
 #include "tablefile.h"
+#include "tablerow.h"
 
 #include <algorithm>
 
@@ -13,36 +14,6 @@ namespace
 const auto addressField = QStringLiteral("address");
 const auto resetField = QStringLiteral("reset");
 
-bool readWord(const TableFile &file, const TableSection &section, const QString &name,
-              quint32 *word, QString *error)
-{
-    const auto field = section.fields.constFind(name);
-    if (field == section.fields.constEnd()) {
-        *error = file.place(section.line)
-            + QStringLiteral("register \"%1\" has no field %2.").arg(section.name, name);
-        return false;
-    }
-    bool isWord = false;
-    *word = field->value.toUInt(&isWord, 16);
-    if (!isWord) {
-        *error = file.place(field->line)
-            + QStringLiteral("register \"%1\": %2 \"%3\" is not allowed; allowed is a hexadecimal "
-                             "number from 0 to FFFFFFFF.")
-                  .arg(section.name, name, field->value);
-    }
-    return isWord;
-}
-
-bool refuseAddress(const TableFile &file, const TableSection &section, const QString &reason,
-                   QString *error)
-{
-    const TableSection::Field field = section.fields.value(addressField);
-    *error = file.place(field.line)
-        + QStringLiteral("register \"%1\": address \"%2\" is not allowed; %3.")
-              .arg(section.name, field.value, reason);
-    return false;
-}
-
 } // namespace
 
 bool RegisterTable::read(const QString &fileName, QString *error)
@@ -53,21 +24,21 @@ bool RegisterTable::read(const QString &fileName, QString *error)
         return false;
     }
     for (const TableSection &section : file.sections()) {
+        const TableRow row(file, section, QStringLiteral("register"), error);
         MemoryRegister entry;
         entry.name = section.name;
-        if (!readWord(file, section, addressField, &entry.address, error)
-            || !readWord(file, section, resetField, &entry.reset, error)) {
+        if (!row.hasFields({addressField, resetField})
+            || !row.readWord(addressField, &entry.address)
+            || !row.readWord(resetField, &entry.reset)) {
             return false;
         }
         if (entry.address % sizeof(quint32) != 0) {
-            return refuseAddress(file, section, QStringLiteral("allowed is a multiple of 4"),
-                                 error);
+            return row.refuse(addressField, QStringLiteral("allowed is a multiple of 4"));
         }
         const MemoryRegister *other = find(entry.address);
         if (other != nullptr) {
-            return refuseAddress(
-                file, section, QStringLiteral("register \"%1\" is there already").arg(other->name),
-                error);
+            return row.refuse(addressField,
+                              QStringLiteral("register \"%1\" is there already").arg(other->name));
         }
         m_registers.append(entry);
     }

@@ -1,10 +1,11 @@
 #include "settings.h"
 
+#include "initext.h"
 #include "journal.h"
+#include "wholefile.h"
 
 #include <QFileInfo>
 #include <QMutexLocker>
-#include <QRegularExpression>
 #include <QSettings>
 #include <QStringList>
 
@@ -27,44 +28,46 @@ Settings::Settings(Journal &journal)
 {
 }
 
-Settings::~Settings() = default;
-
 bool Settings::open(const QString &file, QString *error)
 {
     const QMutexLocker locker(&m_mutex);
-    m_store.reset();
+    m_file.clear();
+    m_values.clear();
     if (QFileInfo::exists(file) && !QFileInfo(file).isFile()) {
         *error = QStringLiteral("The settings \"%1\" are no file.").arg(file);
         return false;
     }
-    QScopedPointer<QSettings> store(new QSettings(file, QSettings::IniFormat));
+    const QSettings store(file, QSettings::IniFormat);
     // QSettings looks at the lines when it is first asked for a key.
-    store->allKeys();
-    if (store->status() == QSettings::FormatError) {
+    const QStringList keys = store.allKeys();
+    if (store.status() == QSettings::FormatError) {
         *error = QStringLiteral("The settings file \"%1\" is damaged: it holds a line that is "
                                 "neither \"[group]\" nor \"key=value\". It is left as it is.")
                      .arg(file);
         return false;
     }
-    if (store->status() != QSettings::NoError || !store->isWritable()) {
+    if (store.status() != QSettings::NoError || !store.isWritable()) {
         *error = QStringLiteral("The settings file \"%1\" cannot be read and written.").arg(file);
         return false;
     }
-    m_store.swap(store);
+    for (const QString &key : keys) {
+        m_values.insert(key, store.value(key));
+    }
+    m_file = file;
     return true;
 }
 
 QVariant Settings::value(const QString &key, const QVariant &defaultValue) const
 {
     const QMutexLocker locker(&m_mutex);
-    return m_store ? m_store->value(key, defaultValue) : defaultValue;
+    return m_values.value(key, defaultValue);
 }
 
 void Settings::setValue(const QString &key, const QVariant &value)
 {
     const QMutexLocker locker(&m_mutex);
-    Q_ASSERT_X(m_store, "Settings::setValue", "open() comes first");
-    m_store->setValue(key, value);
+    Q_ASSERT_X(!m_file.isEmpty(), "Settings::setValue", "open() comes first");
+    m_values.insert(key, value);
     m_journal.write(QStringLiteral("settings"), QStringLiteral("%1 = %2").arg(key, shown(value)));
     write();
 }
@@ -72,12 +75,13 @@ void Settings::setValue(const QString &key, const QVariant &value)
 void Settings::removeGroup(const QString &group)
 {
     const QMutexLocker locker(&m_mutex);
-    Q_ASSERT_X(m_store, "Settings::removeGroup", "open() comes first");
-    const QStringList keys = m_store->allKeys().filter(QRegularExpression(
-        QLatin1Char('^') + QRegularExpression::escape(group + QLatin1Char('/'))));
+    Q_ASSERT_X(!m_file.isEmpty(), "Settings::removeGroup", "open() comes first");
+    const QStringList keys = m_values.keys();
     for (const QString &key : keys) {
-        m_store->remove(key);
-        m_journal.write(QStringLiteral("settings"), QStringLiteral("%1 removed").arg(key));
+        if (key.startsWith(group + QLatin1Char('/'))) {
+            m_values.remove(key);
+            m_journal.write(QStringLiteral("settings"), QStringLiteral("%1 removed").arg(key));
+        }
     }
     write();
 }
@@ -85,15 +89,14 @@ void Settings::removeGroup(const QString &group)
 QStringList Settings::keys() const
 {
     const QMutexLocker locker(&m_mutex);
-    return m_store ? m_store->allKeys() : QStringList();
+    return m_values.keys();
 }
 
 void Settings::write()
 {
-    m_store->sync();
-    if (m_store->status() != QSettings::NoError) {
-        m_journal.write(QStringLiteral("settings"),
-                        QStringLiteral("cannot be written to %1").arg(m_store->fileName()));
+    QString reason;
+    if (!wholefile::replace(m_file, iniText(m_values), &reason)) {
+        m_journal.reportFailedWrite(m_file, reason);
     }
 }
 

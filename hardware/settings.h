@@ -1,11 +1,10 @@
 #pragma once
 
+#include <QMap>
 #include <QMutex>
-#include <QScopedPointer>
 #include <QString>
+#include <QStringList>
 #include <QVariant>
-
-class QSettings;
 
 namespace hardware
 {
@@ -17,7 +16,6 @@ class Settings
 {
 public:
     explicit Settings(Journal &journal);
-    ~Settings();
     Q_DISABLE_COPY(Settings)
 
     /// False with a sentence in \a error when the file cannot be read or written.
@@ -26,7 +24,8 @@ public:
     /// The stored value, or \a defaultValue. Reading is not journalled.
     QVariant value(const QString &key, const QVariant &defaultValue = QVariant()) const;
 
-    /// Stores and writes the file at once. Journal: settings <key> = <value>.
+    /// Stores text, bytes, a number, a switch or a list of text, and writes the file at once; a
+    /// write that fails is reported to the journal. Journal: settings <key> = <value>.
     void setValue(const QString &key, const QVariant &value);
 
     /// Forgets every key below "<group>/". Journal, for each: settings <key> removed.
@@ -39,7 +38,8 @@ private:
 
     Journal &m_journal;
     mutable QMutex m_mutex;
-    QScopedPointer<QSettings> m_store;
+    QString m_file;
+    QMap<QString, QVariant> m_values;
 };
 
 } // namespace hardware

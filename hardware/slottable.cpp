@@ -1,6 +1,7 @@
 #include "slottable.h"
 
 #include "tablefile.h"
+#include "tablerow.h"
 
 #include <QStringList>
 
@@ -13,6 +14,7 @@ namespace
 const QString mediaTypeField = QStringLiteral("mediaType");
 const QString controllerField = QStringLiteral("controller");
 const QString mountRootField = QStringLiteral("mountRoot");
+const int largestNumber = 255;
 
 bool isFileName(const QString &name)
 {
@@ -27,82 +29,21 @@ bool isMountRoot(const QString &path)
     return path.startsWith(media) && isFileName(name) && name != QLatin1String("flash");
 }
 
-/// Reads one section of the table and says what is wrong with it.
-class SlotReader
+bool readSlot(const TableRow &row, StorageSlot *slot)
 {
-public:
-    SlotReader(const TableFile &file, const TableSection &section, QString *error)
-        : m_file(file)
-        , m_section(section)
-        , m_error(error)
-    {
+    if (!isFileName(slot->name)) {
+        return row.refuseName(QStringLiteral("allowed is a file name without \"/\""));
     }
-
-    bool read(StorageSlot *slot) const
-    {
-        slot->name = m_section.name;
-        return checkName() && checkFields() && readNumber(mediaTypeField, &slot->mediaType)
-            && readNumber(controllerField, &slot->controllerId) && readMountRoot(&slot->mountRoot);
-    }
-
-private:
-    bool refuse(int line, const QString &what, const QString &allowed) const
-    {
-        *m_error = m_file.place(line)
-            + QStringLiteral("slot \"%1\": %2 is not allowed; allowed is %3.")
-                  .arg(m_section.name, what, allowed);
+    slot->mountRoot = row.text(mountRootField);
+    if (!row.hasFields({mediaTypeField, controllerField, mountRootField})
+        || !row.readNumber(mediaTypeField, 0, largestNumber, &slot->mediaType)
+        || !row.readNumber(controllerField, 0, largestNumber, &slot->controllerId)) {
         return false;
     }
-
-    bool checkName() const
-    {
-        return isFileName(m_section.name)
-            || refuse(m_section.line, QStringLiteral("this name"),
-                      QStringLiteral("a file name without \"/\""));
-    }
-
-    bool checkFields() const
-    {
-        const QStringList known{mediaTypeField, controllerField, mountRootField};
-        for (auto field = m_section.fields.cbegin(); field != m_section.fields.cend(); ++field) {
-            if (!known.contains(field.key())) {
-                return refuse(field->line, QStringLiteral("field \"%1\"").arg(field.key()),
-                              known.join(QStringLiteral(", ")));
-            }
-        }
-        for (const QString &name : known) {
-            if (!m_section.fields.contains(name)) {
-                *m_error = m_file.place(m_section.line)
-                    + QStringLiteral("slot \"%1\" has no field %2.").arg(m_section.name, name);
-                return false;
-            }
-        }
-        return true;
-    }
-
-    bool readNumber(const QString &name, int *number) const
-    {
-        const TableSection::Field field = m_section.fields.value(name);
-        bool isNumber = false;
-        *number = field.value.toInt(&isNumber);
-        return (isNumber && *number >= 0)
-            || refuse(field.line, QStringLiteral("%1 \"%2\"").arg(name, field.value),
-                      QStringLiteral("a whole number from 0"));
-    }
-
-    bool readMountRoot(QString *mountRoot) const
-    {
-        const TableSection::Field field = m_section.fields.value(mountRootField);
-        *mountRoot = field.value;
-        return isMountRoot(field.value)
-            || refuse(field.line, QStringLiteral("mountRoot \"%1\"").arg(field.value),
-                      QStringLiteral("\"/media/\" and one name other than \"flash\""));
-    }
-
-    const TableFile &m_file;
-    const TableSection &m_section;
-    QString *m_error;
-};
+    return isMountRoot(slot->mountRoot)
+        || row.refuse(mountRootField,
+                      QStringLiteral("allowed is \"/media/\" and one name other than \"flash\""));
+}
 
 } // namespace
 
@@ -143,17 +84,16 @@ const StorageSlot *SlotTable::find(const QString &name, QString *error) const
 
 bool SlotTable::add(const TableFile &file, const TableSection &section, QString *error)
 {
+    const TableRow row(file, section, QStringLiteral("slot"), error);
     StorageSlot slot;
-    if (!SlotReader(file, section, error).read(&slot)) {
+    slot.name = section.name;
+    if (!readSlot(row, &slot)) {
         return false;
     }
     for (const StorageSlot &other : qAsConst(m_slots)) {
         if (other.mountRoot == slot.mountRoot) {
-            *error = file.place(section.fields.value(mountRootField).line)
-                + QStringLiteral("slot \"%1\": mountRoot \"%2\" is not allowed; slot \"%3\" has it "
-                                 "already.")
-                      .arg(slot.name, slot.mountRoot, other.name);
-            return false;
+            return row.refuse(mountRootField,
+                              QStringLiteral("slot \"%1\" has it already").arg(other.name));
         }
     }
     m_slots.append(slot);

@@ -13,8 +13,8 @@ struct TableSection;
 struct StorageSlot
 {
     QString name;      ///< "usb0"
-    int mediaType;     ///< the platform's media type, from 0
-    int controllerId;  ///< hardware controller behind the socket, from 0
+    int mediaType;     ///< the platform's media type, 0 to 255
+    int controllerId;  ///< hardware controller behind the socket, 0 to 255
     QString mountRoot; ///< unit path of the mount point, "/media/usb0"
 };
 

@@ -1,8 +1,10 @@
 #include "storage.h"
 
 #include "hostaccess.h"
+#include "initext.h"
 #include "journal.h"
 #include "unitfolder.h"
+#include "wholefile.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -117,9 +119,8 @@ bool Storage::pull(const QString &name, QString *error)
     }
     const Stick stick = m_sticks.takeAt(index);
     unmount(stick);
-    if (!writeSticks(error)) {
-        m_journal.write(QStringLiteral("storage"), *error);
-    }
+    QString reported;
+    writeSticks(&reported);
     m_journal.write(QStringLiteral("storage"),
                     QStringLiteral("pull %1 %2").arg(name, stick.mountRoot));
     locker.unlock();
@@ -153,12 +154,24 @@ QStringList Storage::mountRoots(int mediaType) const
 int Storage::controllerId(const QString &mountRoot) const
 {
     const QMutexLocker locker(&m_mutex);
-    for (const StorageSlot &slot : m_slots.all()) {
-        if (slot.mountRoot == mountRoot) {
-            return slot.controllerId;
-        }
-    }
-    return -1;
+    const StorageSlot *slot = slotAt(mountRoot);
+    return slot == nullptr ? -1 : slot->controllerId;
+}
+
+int Storage::mediaType(const QString &mountRoot) const
+{
+    const QMutexLocker locker(&m_mutex);
+    const StorageSlot *slot = slotAt(mountRoot);
+    return slot == nullptr ? -1 : slot->mediaType;
+}
+
+const StorageSlot *Storage::slotAt(const QString &mountRoot) const
+{
+    const QList<StorageSlot> &slotList = m_slots.all();
+    const auto found =
+        std::find_if(slotList.cbegin(), slotList.cend(),
+                     [&mountRoot](const StorageSlot &slot) { return slot.mountRoot == mountRoot; });
+    return found == slotList.cend() ? nullptr : &*found;
 }
 
 bool Storage::setFull(const QString &name, bool full, QString *error)
@@ -205,22 +218,20 @@ bool Storage::readSticks(QList<Stick> *sticks, QString *error) const
 
 bool Storage::writeSticks(QString *error) const
 {
-    QSettings file(sticksFile(), QSettings::IniFormat);
-    file.remove(stickArray);
-    file.beginWriteArray(stickArray, m_sticks.size());
+    QMap<QString, QVariant> values{{stickArray + QStringLiteral("/size"), m_sticks.size()}};
     for (int i = 0; i < m_sticks.size(); ++i) {
-        file.setArrayIndex(i);
-        file.setValue(slotField, m_sticks.at(i).slot);
-        file.setValue(folderField, m_sticks.at(i).folder);
-        file.setValue(mountRootField, m_sticks.at(i).mountRoot);
+        const QString stick = QStringLiteral("%1/%2/").arg(stickArray).arg(i + 1);
+        values.insert(stick + slotField, m_sticks.at(i).slot);
+        values.insert(stick + folderField, m_sticks.at(i).folder);
+        values.insert(stick + mountRootField, m_sticks.at(i).mountRoot);
     }
-    file.endArray();
-    file.sync();
-    if (file.status() == QSettings::NoError) {
+    QString reason;
+    if (wholefile::replace(sticksFile(), iniText(values), &reason)) {
         return true;
     }
-    *error =
-        QStringLiteral("The list of plugged sticks \"%1\" cannot be written.").arg(sticksFile());
+    m_journal.reportFailedWrite(sticksFile(), reason);
+    *error = QStringLiteral("The list of plugged sticks \"%1\" cannot be written: %2.")
+                 .arg(sticksFile(), reason);
     return false;
 }
 
@@ -253,6 +264,11 @@ bool Storage::mount(const Stick &stick, QString *error) const
     }
     const QString link = m_folder.path(stick.mountRoot);
     std::error_code failure;
+    if (std::filesystem::is_symlink(hostPath(link), failure)
+        && std::filesystem::equivalent(hostPath(link), hostPath(folder), failure)) {
+        // It leads to the stick already, be it by another name.
+        std::filesystem::remove(hostPath(link), failure);
+    }
     std::filesystem::create_directory_symlink(hostPath(linkTarget(stick.slot, stick.folder)),
                                               hostPath(link), failure);
     if (failure) {

@@ -46,8 +46,9 @@ public:
     QStringList mountRoots() const;
     QStringList mountRoots(int mediaType) const;
 
-    /// Controller behind a mount root of the table; -1 for any other path.
+    /// Controller behind, and media type of, a mount root of the table; -1 for any other path.
     int controllerId(const QString &mountRoot) const;
+    int mediaType(const QString &mountRoot) const;
 
     /// From now on the stick in the named slot takes no more bytes, or does again: a full stick
     /// still takes folders and empty files from the unit's shell. Lasts, also over a restart, until
@@ -73,6 +74,7 @@ private:
     bool mount(const Stick &stick, QString *error) const;
     void unmount(const Stick &stick) const;
     int stickIn(const QString &slot) const;
+    const StorageSlot *slotAt(const QString &mountRoot) const;
     QString sticksFile() const;
 
     const UnitFolder &m_folder;

@@ -11,6 +11,7 @@ namespace hardware
 bool TableFile::read(const QString &fileName, QString *error)
 {
     m_fileName = fileName;
+    m_lines.clear();
     m_sections.clear();
     QFile file(fileName);
     if (!file.open(QIODevice::ReadOnly | QIODevice::Text)) {
@@ -20,17 +21,36 @@ bool TableFile::read(const QString &fileName, QString *error)
     QTextStream stream(&file);
     stream.setCodec("UTF-8");
     QString text;
-    for (int line = 1; stream.readLineInto(&text); ++line) {
-        if (!readLine(text.trimmed(), line, error)) {
+    bool isEmpty = true;
+    while (stream.readLineInto(&text)) {
+        m_lines.append(text);
+        text = text.trimmed();
+        isEmpty = isEmpty && text.isEmpty();
+        if (!readLine(text, m_lines.size(), error)) {
             return false;
         }
     }
-    return true;
+    if (isEmpty) {
+        *error = QStringLiteral("%1 is empty. A file that is removed is made anew at the next "
+                                "start.")
+                     .arg(fileName);
+    }
+    return !isEmpty;
 }
 
 const QVector<TableSection> &TableFile::sections() const
 {
     return m_sections;
+}
+
+QString TableFile::fileName() const
+{
+    return m_fileName;
+}
+
+const QStringList &TableFile::lines() const
+{
+    return m_lines;
 }
 
 QString TableFile::place(int line) const
@@ -40,6 +60,10 @@ QString TableFile::place(int line) const
 
 bool TableFile::readLine(const QString &text, int line, QString *error)
 {
+    if (text.contains(QChar(QChar::Null))) {
+        *error = place(line) + QStringLiteral("a zero byte is not allowed; allowed is text.");
+        return false;
+    }
     if (text.isEmpty() || text.startsWith(QLatin1Char(';')) || text.startsWith(QLatin1Char('#'))) {
         return true;
     }
@@ -57,6 +81,10 @@ bool TableFile::readLine(const QString &text, int line, QString *error)
 
 bool TableFile::beginSection(const QString &name, int line, QString *error)
 {
+    if (name.isEmpty()) {
+        *error = place(line) + QStringLiteral("\"[]\" is not allowed; allowed is \"[name]\".");
+        return false;
+    }
     const auto earlier =
         std::find_if(m_sections.cbegin(), m_sections.cend(),
                      [&](const TableSection &other) { return other.name == name; });
@@ -65,7 +93,10 @@ bool TableFile::beginSection(const QString &name, int line, QString *error)
             + QStringLiteral("[%1] is there already, in line %2.").arg(name).arg(earlier->line);
         return false;
     }
-    m_sections.append({name, line, {}});
+    TableSection section;
+    section.name = name;
+    section.line = line;
+    m_sections.append(section);
     return true;
 }
 
@@ -83,7 +114,9 @@ bool TableFile::addField(const QString &name, const QString &value, int line, QS
             + QStringLiteral("%1 is there already, in line %2.").arg(name).arg(earlier->line);
         return false;
     }
-    fields.insert(name, {value, line});
+    TableSection::Field &field = fields[name];
+    field.value = value;
+    field.line = line;
     return true;
 }
 

@@ -2,6 +2,7 @@
 
 #include <QHash>
 #include <QString>
+#include <QStringList>
 #include <QVector>
 
 namespace hardware
@@ -13,11 +14,11 @@ struct TableSection
     struct Field
     {
         QString value;
-        int line;
+        int line = 0; ///< counted from 1
     };
 
     QString name;
-    int line;
+    int line = 0;
     QHash<QString, Field> fields;
 };
 
@@ -28,10 +29,16 @@ class TableFile
 {
 public:
     /// False with a sentence in \a error that names the file, the line and what is wrong with it.
+    /// A file without any text is refused: it is what a full disk leaves.
     bool read(const QString &fileName, QString *error);
 
     /// In the order of the file; no two have the same name.
     const QVector<TableSection> &sections() const;
+
+    QString fileName() const;
+
+    /// The whole text, line by line.
+    const QStringList &lines() const;
 
     /// The beginning of a sentence about a line: "<file>, line <number>: ".
     QString place(int line) const;
@@ -42,6 +49,7 @@ private:
     bool addField(const QString &name, const QString &value, int line, QString *error);
 
     QString m_fileName;
+    QStringList m_lines;
     QVector<TableSection> m_sections;
 };
 

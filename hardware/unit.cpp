@@ -1,5 +1,6 @@
 #include "unit.h"
 
+#include <QDateTime>
 #include <QFile>
 
 #include <cmath>
@@ -7,8 +8,22 @@
 namespace hardware
 {
 
+namespace
+{
+
+/// What tells one start in the journal's file from another.
+QString journalHead(const Clock &clock)
+{
+    return QStringLiteral("# %1, version %2, speed %3")
+        .arg(QDateTime::currentDateTime().toString(QStringLiteral("yyyy-MM-dd HH:mm:ss")),
+             QStringLiteral(FACTORYDEBUG_VERSION), QString::number(clock.factor()));
+}
+
+} // namespace
+
 Unit::Unit(const QString &root, double timeFactor)
     : m_clock(timeFactor)
+    , m_journal(m_clock)
     , m_folder(root)
     , m_settings(m_journal)
     , m_storage(m_folder, m_journal)
@@ -22,6 +37,7 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_usbPorts(m_journal)
     , m_userUpdate(m_folder, m_clock, m_journal)
     , m_vendorData(m_journal)
+    , m_versions(m_journal)
     , m_dayNight(m_journal)
     , m_keyLight(m_journal, m_mcu)
     , m_lightSensor(m_journal, m_clock, m_dayNight)
@@ -47,7 +63,7 @@ bool Unit::open(QString *error)
         return false;
     }
     const QString journalFile = m_folder.path(QStringLiteral("/journal.log"));
-    if (!m_journal.appendTo(journalFile)) {
+    if (!m_journal.appendTo(journalFile, journalHead(m_clock))) {
         *error = QStringLiteral("The journal \"%1\" cannot be written.").arg(journalFile);
         return false;
     }

@@ -1,5 +1,7 @@
 #include "unitfolder.h"
 
+#include "wholefile.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -144,22 +146,22 @@ bool UnitFolder::makeFolder(const QString &unitPath, QString *error) const
 
 bool UnitFolder::provide(const QString &unitPath, QString *error) const
 {
-    QFile file(path(unitPath));
-    if (file.exists()) {
+    const QString file = path(unitPath);
+    if (QFile::exists(file)) {
         return true;
     }
     if (!makeFolder(unitPath.left(unitPath.lastIndexOf(QLatin1Char('/'))), error)) {
         return false;
     }
-    // No QFile::copy(): it makes the copy read-only, as resources are, and waits for the disk.
     QFile resource(unitFiles + unitPath);
-    if (resource.open(QIODevice::ReadOnly) && file.open(QIODevice::WriteOnly)
-        && file.write(resource.readAll()) == resource.size()
-        && (!unitPath.startsWith(commandFolder)
-            || file.setPermissions(file.permissions() | executable))) {
+    resource.open(QIODevice::ReadOnly);
+    const bool isCommand = unitPath.startsWith(commandFolder);
+    QString reason;
+    if (wholefile::make(file, resource.readAll(), &reason,
+                        isCommand ? executable : QFileDevice::Permissions())) {
         return true;
     }
-    *error = QStringLiteral("The file \"%1\" of the unit cannot be written.").arg(file.fileName());
+    *error = QStringLiteral("The file \"%1\" of the unit cannot be written: %2.").arg(file, reason);
     return false;
 }
 

@@ -1,9 +1,9 @@
 #include "usbports.h"
 
 #include "journal.h"
+#include "tablerow.h"
 
 #include <QMutexLocker>
-#include <QSettings>
 
 namespace hardware
 {
@@ -14,11 +14,31 @@ namespace
 const char *const bcModeNames[] = {"CDP", "DCP", "SDP"};
 const unsigned int bcModes = 3;
 const unsigned int ports = 2;
-const auto certificationKey = QStringLiteral("certification");
+const auto certificationField = QStringLiteral("certification");
 
-QString portKey(unsigned int port)
+QString portField(unsigned int port)
 {
     return QStringLiteral("port%1").arg(port);
+}
+
+bool isCertification(int mode)
+{
+    return mode == 'O' || mode == 'T' || mode == 'M';
+}
+
+/// Whatever is missing was never set.
+bool check(const TableRow &row)
+{
+    int number = 0;
+    for (unsigned int port = 0; port < ports; ++port) {
+        if (row.contains(portField(port))
+            && !row.readNumber(portField(port), 0, int(bcModes) - 1, &number)) {
+            return false;
+        }
+    }
+    return !row.contains(certificationField)
+        || isCertification(row.text(certificationField).toInt())
+        || row.refuse(certificationField, QStringLiteral("allowed is 77, 79 or 84"));
 }
 
 QString bcModeName(int mode)
@@ -30,19 +50,14 @@ QString bcModeName(int mode)
 
 UsbPorts::UsbPorts(Journal &journal)
     : m_journal(journal)
+    , m_state(QStringLiteral("General"), {portField(0), portField(1), certificationField}, journal)
 {
 }
 
 bool UsbPorts::open(const QString &file, QString *error)
 {
-    const QSettings state(file, QSettings::IniFormat);
-    if (state.status() != QSettings::NoError || !state.isWritable()) {
-        *error = QStringLiteral("The state of the USB ports, \"%1\", cannot be read and written.")
-                     .arg(file);
-        return false;
-    }
-    m_file = file;
-    return true;
+    const QMutexLocker locker(&m_mutex);
+    return m_state.open(file, check, error);
 }
 
 void UsbPorts::setBcMode(unsigned int port, unsigned int mode)
@@ -52,31 +67,31 @@ void UsbPorts::setBcMode(unsigned int port, unsigned int mode)
                         QStringLiteral("refused port %1 mode %2").arg(port).arg(mode));
         return;
     }
-    keep(portKey(port), int(mode));
+    keep(portField(port), int(mode));
     m_journal.write(QStringLiteral("usb"),
                     QStringLiteral("port %1 %2").arg(port).arg(bcModeName(int(mode))));
 }
 
 int UsbPorts::bcMode(unsigned int port) const
 {
-    return qBound(0, kept(portKey(port), 0), int(bcModes) - 1);
+    return port < ports ? kept(portField(port), 0) : 0;
 }
 
 void UsbPorts::setCertification(unsigned int mode)
 {
-    if (mode != 'O' && mode != 'T' && mode != 'M') {
+    if (!isCertification(int(mode))) {
         m_journal.write(QStringLiteral("usb"),
                         QStringLiteral("refused certification %1").arg(mode));
         return;
     }
-    keep(certificationKey, int(mode));
+    keep(certificationField, int(mode));
     m_journal.write(QStringLiteral("usb"),
                     QStringLiteral("certification %1").arg(QChar(ushort(mode))));
 }
 
 int UsbPorts::certification() const
 {
-    return kept(certificationKey, 'O');
+    return kept(certificationField, 'O');
 }
 
 void UsbPorts::setTestMode(int mode)
@@ -94,16 +109,17 @@ QStringList UsbPorts::description() const
     return lines;
 }
 
-void UsbPorts::keep(const QString &key, int value)
+void UsbPorts::keep(const QString &field, int value)
 {
     const QMutexLocker locker(&m_mutex);
-    QSettings(m_file, QSettings::IniFormat).setValue(key, value);
+    m_state.setValue(field, QString::number(value));
 }
 
-int UsbPorts::kept(const QString &key, int initial) const
+int UsbPorts::kept(const QString &field, int initial) const
 {
     const QMutexLocker locker(&m_mutex);
-    return QSettings(m_file, QSettings::IniFormat).value(key, initial).toInt();
+    const QString value = m_state.value(field);
+    return value.isEmpty() ? initial : value.toInt();
 }
 
 } // namespace hardware

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "statefile.h"
+
 #include <QMutex>
 #include <QString>
 #include <QStringList>
@@ -17,7 +19,8 @@ public:
     explicit UsbPorts(Journal &journal);
     Q_DISABLE_COPY(UsbPorts)
 
-    /// False with a sentence in \a error when the file cannot be read and written.
+    /// False with a sentence in \a error that names the file, the line, the value and what is
+    /// allowed.
     bool open(const QString &file, QString *error);
 
     /// \a port is 0 or 1, \a mode 0 CDP, 1 DCP or 2 SDP; anything else is journalled as refused.
@@ -39,12 +42,12 @@ public:
     QStringList description() const;
 
 private:
-    void keep(const QString &key, int value);
-    int kept(const QString &key, int initial) const;
+    void keep(const QString &field, int value);
+    int kept(const QString &field, int initial) const;
 
     Journal &m_journal;
     mutable QMutex m_mutex;
-    QString m_file;
+    StateFile m_state;
 };
 
 } // namespace hardware

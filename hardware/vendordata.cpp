@@ -2,12 +2,15 @@
 
 #include "journal.h"
 #include "tablefile.h"
+#include "tablerow.h"
+#include "wholefile.h"
 
 #include <QFile>
 #include <QMutexLocker>
 #include <QtEndian>
 
 #include <algorithm>
+#include <limits>
 
 namespace hardware
 {
@@ -16,74 +19,76 @@ namespace
 {
 
 const auto source = QStringLiteral("vendor");
-
-/// Reads a number of a section and says what is wrong with it.
-bool readNumber(const TableFile &file, const TableSection &section, const QString &name, int limit,
-                int *number, QString *error)
-{
-    const auto field = section.fields.constFind(name);
-    if (field == section.fields.constEnd()) {
-        *error = file.place(section.line)
-            + QStringLiteral("item \"%1\" has no field %2.").arg(section.name, name);
-        return false;
-    }
-    bool isNumber = false;
-    *number = field->value.toInt(&isNumber);
-    if (!isNumber || *number < 0 || *number > limit) {
-        *error = file.place(field->line)
-            + QStringLiteral("item \"%1\": %2 \"%3\" is not allowed; allowed is a whole number "
-                             "from 0 to %4.")
-                  .arg(section.name, name, field->value)
-                  .arg(limit);
-        return false;
-    }
-    return true;
-}
+const auto positionField = QStringLiteral("position");
+const auto offsetField = QStringLiteral("offset");
+const auto lengthField = QStringLiteral("length");
+const auto initialField = QStringLiteral("initial");
 
 /// The field "initial", which may be missing: a 32-bit integer that has to fit the item.
-bool readInitial(const TableFile &file, const TableSection &section, VendorItem *item,
-                 QString *error)
+bool readInitial(const TableRow &row, VendorItem *item)
 {
-    const auto field = section.fields.constFind(QStringLiteral("initial"));
-    if (field == section.fields.constEnd()) {
+    qint32 number = 0;
+    if (!row.contains(initialField)) {
         return true;
     }
-    bool isNumber = false;
-    const qint32 number = field->value.toInt(&isNumber);
-    if (!isNumber || item->length < int(sizeof number)) {
-        *error = file.place(field->line)
-            + QStringLiteral("item \"%1\": initial \"%2\" is not allowed; allowed is a 32-bit "
-                             "integer, and a length of at least 4.")
-                  .arg(section.name, field->value);
-        return false;
+    if (item->length < int(sizeof number)) {
+        return row.refuse(initialField, QStringLiteral("it needs a length of at least 4"));
     }
     item->initial.resize(sizeof number);
+    const bool isNumber = row.readNumber(initialField, std::numeric_limits<qint32>::min(),
+                                         std::numeric_limits<qint32>::max(), &number);
     qToLittleEndian(number, item->initial.data());
-    return true;
+    return isNumber;
 }
 
-bool readItem(const TableFile &file, const TableSection &section, VendorItem *item, QString *error)
+bool readItem(const TableRow &row, VendorItem *item)
 {
-    item->name = section.name;
-    return readNumber(file, section, QStringLiteral("position"), 255, &item->position, error)
-        && readNumber(file, section, QStringLiteral("offset"), VendorData::size, &item->offset,
-                      error)
-        && readNumber(file, section, QStringLiteral("length"), VendorData::size - item->offset,
-                      &item->length, error)
-        && readInitial(file, section, item, error);
+    return row.hasFields({positionField, offsetField, lengthField}, {initialField})
+        && row.readNumber(positionField, 0, 255, &item->position)
+        && row.readNumber(offsetField, 0, VendorData::size, &item->offset)
+        && row.readNumber(lengthField, 0, VendorData::size - item->offset, &item->length)
+        && readInitial(row, item);
 }
 
-bool makeMemory(const QString &fileName, const QList<VendorItem> &items)
+bool overlap(const VendorItem &one, const VendorItem &other)
 {
-    const bool isNew = !QFile::exists(fileName);
+    return one.offset < other.offset + other.length && other.offset < one.offset + one.length;
+}
+
+/// Whether two items may stand in one table.
+bool stayApart(const TableRow &row, const VendorItem &item, const VendorItem &other)
+{
+    if (item.position == other.position) {
+        return row.refuse(positionField,
+                          QStringLiteral("item \"%1\" has it already").arg(other.name));
+    }
+    return !overlap(item, other)
+        || row.refuse(offsetField,
+                      QStringLiteral("item \"%1\" has the bytes from %2 to %3")
+                          .arg(other.name)
+                          .arg(other.offset)
+                          .arg(other.offset + other.length - 1));
+}
+
+/// Fills up a memory that is too short; a new one begins with the items' initial values.
+bool makeMemory(const QString &fileName, const QList<VendorItem> &items, QString *reason)
+{
     QFile file(fileName);
-    if (!file.open(QIODevice::ReadWrite)
-        || (file.size() < VendorData::size && !file.resize(VendorData::size))) {
+    const bool isNew = !file.exists();
+    if (!isNew && !file.open(QIODevice::ReadOnly)) {
+        *reason = file.errorString();
         return false;
     }
-    return !isNew || std::all_of(items.cbegin(), items.cend(), [&file](const VendorItem &item) {
-        return file.seek(item.offset) && file.write(item.initial) == item.initial.size();
-    });
+    if (file.size() >= VendorData::size) {
+        return true;
+    }
+    QByteArray content = isNew ? QByteArray() : file.readAll();
+    content.append(VendorData::size - content.size(), '\0');
+    for (const VendorItem &item : isNew ? items : QList<VendorItem>()) {
+        content.replace(item.offset, item.initial.size(), item.initial);
+    }
+    return isNew ? wholefile::make(fileName, content, reason)
+                 : wholefile::replace(fileName, content, reason);
 }
 
 } // namespace
@@ -101,14 +106,20 @@ bool VendorData::open(const QString &table, const QString &memory, QString *erro
         return false;
     }
     for (const TableSection &section : file.sections()) {
+        const TableRow row(file, section, QStringLiteral("item"), error);
         VendorItem item;
-        if (!readItem(file, section, &item, error)) {
+        item.name = section.name;
+        if (!readItem(row, &item)
+            || !std::all_of(m_items.cbegin(), m_items.cend(),
+                            [&](const VendorItem &other) { return stayApart(row, item, other); })) {
             return false;
         }
         m_items.append(item);
     }
-    if (!makeMemory(memory, m_items)) {
-        *error = QStringLiteral("The vendor data \"%1\" cannot be read and written.").arg(memory);
+    QString reason;
+    if (!makeMemory(memory, m_items, &reason)) {
+        *error = QStringLiteral("The vendor data \"%1\" cannot be read and written: %2.")
+                     .arg(memory, reason);
         return false;
     }
     m_memory = memory;
@@ -131,10 +142,8 @@ bool VendorData::find(int position, int *offset, int *length) const
 bool VendorData::write(int offset, const QByteArray &data)
 {
     const QMutexLocker locker(&m_mutex);
-    QFile file(m_memory);
     const bool fits = offset >= 0 && offset <= size - data.size();
-    if (m_writesRefused || !fits || !file.open(QIODevice::ReadWrite) || !file.seek(offset)
-        || file.write(data) != data.size()) {
+    if (m_writesRefused || !fits || !store(offset, data)) {
         m_journal.write(source, QStringLiteral("refused write"));
         return false;
     }
@@ -165,6 +174,19 @@ void VendorData::refuseWrites(bool refuse)
 {
     const QMutexLocker locker(&m_mutex);
     m_writesRefused = refuse;
+}
+
+bool VendorData::store(int offset, const QByteArray &data)
+{
+    QFile file(m_memory);
+    QByteArray content = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    content.append(size - content.size(), '\0');
+    QString reason;
+    if (wholefile::replace(m_memory, content.replace(offset, data.size(), data), &reason)) {
+        return true;
+    }
+    m_journal.reportFailedWrite(m_memory, reason);
+    return false;
 }
 
 const VendorItem *VendorData::itemAt(int position) const

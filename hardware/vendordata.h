@@ -50,6 +50,7 @@ public:
     void refuseWrites(bool refuse);
 
 private:
+    bool store(int offset, const QByteArray &data);
     const VendorItem *itemAt(int position) const;
 
     Journal &m_journal;

@@ -1,7 +1,10 @@
 #include "versions.h"
 
+#include "tablerow.h"
+
 #include <QMutexLocker>
-#include <QSettings>
+
+#include <algorithm>
 
 namespace hardware
 {
@@ -13,26 +16,42 @@ const auto gpsName = QStringLiteral("gps");
 const auto bluetoothName = QStringLiteral("bluetooth");
 const auto alsName = QStringLiteral("alsProduct");
 const auto dabName = QStringLiteral("dabSdk");
+const auto allowedInteger =
+    QStringLiteral("allowed is a whole number from -2147483648 to 2147483647");
+const auto allowedText = QStringLiteral("allowed is one line without blanks at its ends");
 
-QString key(const QString &name)
+bool isInteger(const QString &text)
 {
-    return QStringLiteral("versions/") + name;
+    bool isNumber = false;
+    text.toInt(&isNumber);
+    return isNumber;
+}
+
+/// Whether a table can hold it: one line without blanks at its ends.
+bool isPlain(const QString &text)
+{
+    return text == text.trimmed() && std::all_of(text.cbegin(), text.cend(), [](QChar character) {
+               return character.category() != QChar::Other_Control;
+           });
 }
 
 } // namespace
 
-Versions::Versions() = default;
+Versions::Versions(Journal &journal)
+    : m_state(QStringLiteral("versions"), names(), journal)
+{
+}
 
 bool Versions::open(const QString &file, QString *error)
 {
-    const QSettings versions(file, QSettings::IniFormat);
-    if (versions.status() != QSettings::NoError || !versions.isWritable()) {
-        *error =
-            QStringLiteral("The table of versions, \"%1\", cannot be read and written.").arg(file);
-        return false;
-    }
-    m_file = file;
-    return true;
+    const QMutexLocker locker(&m_mutex);
+    return m_state.open(
+        file,
+        [](const TableRow &row) {
+            return !row.contains(alsName) || isInteger(row.text(alsName))
+                || row.refuse(alsName, allowedInteger);
+        },
+        error);
 }
 
 QString Versions::gps() const
@@ -42,7 +61,8 @@ QString Versions::gps() const
 
 void Versions::setGps(const QString &version)
 {
-    setValue(gpsName, version);
+    const QMutexLocker locker(&m_mutex);
+    m_state.setValue(gpsName, version.trimmed());
 }
 
 QString Versions::bluetooth() const
@@ -68,13 +88,20 @@ QStringList Versions::names()
 QString Versions::value(const QString &name) const
 {
     const QMutexLocker locker(&m_mutex);
-    return QSettings(m_file, QSettings::IniFormat).value(key(name)).toString();
+    return m_state.value(name);
 }
 
-void Versions::setValue(const QString &name, const QString &value)
+bool Versions::setValue(const QString &name, const QString &value, QString *error)
 {
+    const bool isAllowed = name == alsName ? isInteger(value) : isPlain(value);
+    if (!isAllowed) {
+        *error = QStringLiteral("%1 \"%2\" is not allowed; %3")
+                     .arg(name, value, name == alsName ? allowedInteger : allowedText);
+        return false;
+    }
     const QMutexLocker locker(&m_mutex);
-    QSettings(m_file, QSettings::IniFormat).setValue(key(name), value);
+    m_state.setValue(name, value);
+    return true;
 }
 
 } // namespace hardware

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "statefile.h"
+
 #include <QMutex>
 #include <QString>
 #include <QStringList>
@@ -11,10 +13,11 @@ namespace hardware
 class Versions
 {
 public:
-    Versions();
+    explicit Versions(Journal &journal);
     Q_DISABLE_COPY(Versions)
 
-    /// False with a sentence in \a error when the file cannot be read and written.
+    /// False with a sentence in \a error that names the file, the line, the value and what is
+    /// allowed.
     bool open(const QString &file, QString *error);
 
     QString gps() const;
@@ -29,12 +32,13 @@ public:
     /// The names under which the table has the values above.
     static QStringList names();
     QString value(const QString &name) const;
-    /// The module of that name says something else from now on.
-    void setValue(const QString &name, const QString &value);
+    /// The module of that name says something else from now on. False with a sentence in \a error
+    /// for what is no line of text, and for "alsProduct" no 32-bit integer.
+    bool setValue(const QString &name, const QString &value, QString *error);
 
 private:
     mutable QMutex m_mutex;
-    QString m_file;
+    StateFile m_state;
 };
 
 } // namespace hardware

@@ -7,6 +7,7 @@
 #include "screen.h"
 
 #include <QBackingStore>
+#include <QCoreApplication>
 #include <QEvent>
 #include <QPainter>
 
@@ -71,6 +72,12 @@ QImage Bezel::lastFrame() const
 {
     QMutexLocker locker(&m_frameMutex);
     return m_frame;
+}
+
+void Bezel::paintPending()
+{
+    QEvent request(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(this, &request);
 }
 
 QRect Bezel::screenRect() const

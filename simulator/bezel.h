@@ -31,6 +31,9 @@ public:
     /// painted yet. Any thread, also while the graphical thread is blocked.
     QImage lastFrame() const;
 
+    /// Paints what was asked for, so that the frame has it. Graphical thread.
+    void paintPending();
+
     /// Where the screen lies in such a frame.
     QRect screenRect() const;
 

@@ -2,16 +2,17 @@
 
 #include "commandline.h"
 #include "console.h"
+#include "consolesession.h"
 
 #include <QLocalSocket>
 
 namespace simulator
 {
 
-ConsoleConnection::ConsoleConnection(const Console &console, JournalPosition &position,
+ConsoleConnection::ConsoleConnection(const Console &console, hardware::JournalReader &reader,
                                      quintptr descriptor)
     : m_console(console)
-    , m_position(position)
+    , m_reader(reader)
     , m_descriptor(descriptor)
 {
 }
@@ -24,7 +25,7 @@ ConsoleConnection::~ConsoleConnection()
 
 void ConsoleConnection::run()
 {
-    ConsoleSession session(m_position);
+    ConsoleSession session(m_reader);
     QLocalSocket socket;
     connect(
         &socket, &QLocalSocket::readyRead, &socket,

@@ -1,15 +1,19 @@
 #pragma once
 
-#include "consolesession.h"
-
 #include <QThread>
 
 class QLocalSocket;
+
+namespace hardware
+{
+class JournalReader;
+}
 
 namespace simulator
 {
 
 class Console;
+class ConsoleSession;
 
 /// One client of the console's socket, served on this thread until it hangs up.
 class ConsoleConnection : public QThread
@@ -17,7 +21,7 @@ class ConsoleConnection : public QThread
     Q_OBJECT
 
 public:
-    ConsoleConnection(const Console &console, JournalPosition &position, quintptr descriptor);
+    ConsoleConnection(const Console &console, hardware::JournalReader &reader, quintptr descriptor);
     /// Waits for the command that runs, if any.
     ~ConsoleConnection() override;
 
@@ -29,7 +33,7 @@ private:
     QByteArray answer(const QByteArray &line, ConsoleSession &session) const;
 
     const Console &m_console;
-    JournalPosition &m_position;
+    hardware::JournalReader &m_reader;
     const quintptr m_descriptor;
 };
 

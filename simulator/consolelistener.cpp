@@ -5,9 +5,9 @@
 namespace simulator
 {
 
-ConsoleListener::ConsoleListener(const Console &console, qint64 position)
+ConsoleListener::ConsoleListener(const Console &console, hardware::Journal &journal)
     : m_console(console)
-    , m_position(position)
+    , m_reader(journal)
 {
     setSocketOptions(UserAccessOption);
 }
@@ -19,7 +19,7 @@ ConsoleListener::~ConsoleListener()
 
 void ConsoleListener::incomingConnection(quintptr descriptor)
 {
-    auto *connection = new ConsoleConnection(m_console, m_position, descriptor);
+    auto *connection = new ConsoleConnection(m_console, m_reader, descriptor);
     m_connections.append(connection);
     connect(connection, &QThread::finished, this, [this, connection] { forget(connection); });
     connection->start();

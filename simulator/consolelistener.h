@@ -1,6 +1,6 @@
 #pragma once
 
-#include "consolesession.h"
+#include "hardware/journalreader.h"
 
 #include <QList>
 #include <QLocalServer>
@@ -17,7 +17,7 @@ class ConsoleListener : public QLocalServer
     Q_OBJECT
 
 public:
-    ConsoleListener(const Console &console, qint64 position);
+    ConsoleListener(const Console &console, hardware::Journal &journal);
     ~ConsoleListener() override;
 
 protected:
@@ -27,7 +27,7 @@ private:
     void forget(ConsoleConnection *connection);
 
     const Console &m_console;
-    JournalPosition m_position;
+    hardware::JournalReader m_reader;
     QList<ConsoleConnection *> m_connections;
 };
 

@@ -16,9 +16,9 @@ ConsoleServer::~ConsoleServer()
     m_thread.wait();
 }
 
-bool ConsoleServer::listen(const QString &name, qint64 position, QString *error)
+bool ConsoleServer::listen(const QString &name, hardware::Journal &journal, QString *error)
 {
-    auto *listener = new ConsoleListener(m_console, position);
+    auto *listener = new ConsoleListener(m_console, journal);
     listener->moveToThread(&m_thread);
     connect(&m_thread, &QThread::finished, listener, &QObject::deleteLater);
     m_thread.start();

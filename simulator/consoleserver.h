@@ -3,6 +3,11 @@
 #include <QObject>
 #include <QThread>
 
+namespace hardware
+{
+class Journal;
+}
+
 namespace simulator
 {
 
@@ -25,9 +30,9 @@ public:
     ~ConsoleServer() override;
 
     /// Listens on the socket of that name, taking over one that a crash left behind. The reading
-    /// of the journal, which all connections share, begins at \a position. False with a sentence
-    /// in \a error.
-    bool listen(const QString &name, qint64 position, QString *error);
+    /// of the journal, which all connections share, begins at its end. False with a sentence in
+    /// \a error.
+    bool listen(const QString &name, hardware::Journal &journal, QString *error);
 
     /// Host path of the socket; empty until it listens.
     QString socketFile() const;

@@ -5,15 +5,15 @@
 namespace simulator
 {
 
-ConsoleSession::ConsoleSession(JournalPosition &position)
-    : m_position(position)
+ConsoleSession::ConsoleSession(hardware::JournalReader &reader)
+    : m_reader(reader)
     , m_directory(QDir::currentPath())
 {
 }
 
-JournalPosition &ConsoleSession::position() const
+hardware::JournalReader &ConsoleSession::reader() const
 {
-    return m_position;
+    return m_reader;
 }
 
 void ConsoleSession::setDirectory(const QString &directory)

@@ -2,22 +2,23 @@
 
 #include <QString>
 
-#include <atomic>
+namespace hardware
+{
+class JournalReader;
+}
 
 namespace simulator
 {
 
-/// Number of the journal's line at which a reader goes on.
-using JournalPosition = std::atomic<qint64>;
-
 /// Where one user of the console stands: in the journal, and in the host's folders. Used by one
-/// thread at a time; several sessions may share a position.
+/// thread at a time; several sessions may share a reader.
 class ConsoleSession
 {
 public:
-    explicit ConsoleSession(JournalPosition &position);
+    explicit ConsoleSession(hardware::JournalReader &reader);
 
-    JournalPosition &position() const;
+    /// Where the session goes on reading the journal.
+    hardware::JournalReader &reader() const;
 
     /// The folder from which relative file names count; the program's own at first.
     void setDirectory(const QString &directory);
@@ -26,7 +27,7 @@ public:
     QString path(const QString &name) const;
 
 private:
-    JournalPosition &m_position;
+    hardware::JournalReader &m_reader;
     QString m_directory;
 };
 

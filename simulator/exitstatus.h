@@ -11,7 +11,8 @@ enum ExitStatus {
     ExitPlugin = 3,
     ExitUnitFolder = 4,
     ExitDisplay = 5,
-    ExitBlocked = 6,
+    ExitNotKept = 6,
+    ExitBlocked = 7,
 };
 
 } // namespace simulator

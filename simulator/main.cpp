@@ -37,6 +37,45 @@ QApplication *makeApplication(char *argv[], bool headless)
     return new QApplication(programNameOnly, argv);
 }
 
+/// Runs the unit until it is quit.
+int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
+{
+    QString error;
+    const hardware::Gate gate(unit);
+
+    Simulator simulator(unit, options.plugin);
+    end.leaveNothingOf({simulator.temporaryFolder()});
+    QObject::connect(&simulator, &Simulator::quitRequested, &end, &ProgramEnd::request,
+                     Qt::DirectConnection);
+    if (!simulator.start(&error)) {
+        return fail(ExitPlugin, error);
+    }
+
+    Console console(simulator.graphicalThread());
+    addAllCommands(console, simulator);
+    ScriptRunner script(console, unit.journal());
+    if (!options.script.isEmpty() && !script.open(options.script, &error)) {
+        return fail(ExitWrongUsage, error);
+    }
+    ConsoleServer server(console);
+    if (options.socket
+        && !server.listen(consoleSocketName(options.unitFolder), unit.journal(), &error)) {
+        return fail(ExitUnitFolder, error);
+    }
+    end.leaveNothingOf({server.socketFile()});
+    QObject::connect(&script, &ScriptRunner::over, qApp, [](bool successful) {
+        QCoreApplication::exit(successful ? ExitFine : ExitScriptFailed);
+    });
+
+    if (!options.script.isEmpty()) {
+        script.start();
+    }
+
+    const int exitStatus = QApplication::exec();
+    console.close();
+    return exitStatus;
+}
+
 } // namespace
 
 int main(int argc, char *argv[])
@@ -62,37 +101,7 @@ int main(int argc, char *argv[])
         return fail(ExitUnitFolder, error);
     }
     end.leaveNothingOf(unit.passingFiles());
-    const hardware::Gate gate(unit);
 
-    Simulator simulator(unit, options.plugin);
-    end.leaveNothingOf({simulator.temporaryFolder()});
-    QObject::connect(&simulator, &Simulator::quitRequested, &end, &ProgramEnd::request,
-                     Qt::DirectConnection);
-    if (!simulator.start(&error)) {
-        return fail(ExitPlugin, error);
-    }
-
-    Console console(simulator.graphicalThread());
-    addAllCommands(console, simulator);
-    ScriptRunner script(console, unit.journal().end());
-    if (!options.script.isEmpty() && !script.open(options.script, &error)) {
-        return fail(ExitWrongUsage, error);
-    }
-    ConsoleServer server(console);
-    if (options.socket
-        && !server.listen(consoleSocketName(options.unitFolder), unit.journal().end(), &error)) {
-        return fail(ExitUnitFolder, error);
-    }
-    end.leaveNothingOf({server.socketFile()});
-    QObject::connect(&script, &ScriptRunner::over, application.data(), [](bool successful) {
-        QCoreApplication::exit(successful ? ExitFine : ExitScriptFailed);
-    });
-
-    if (!options.script.isEmpty()) {
-        script.start();
-    }
-
-    exitStatus = QApplication::exec();
-    console.close();
-    return exitStatus;
+    exitStatus = simulate(unit, options, end);
+    return exitStatus == ExitFine && unit.journal().hasFailedWrites() ? ExitNotKept : exitStatus;
 }

@@ -31,7 +31,8 @@ const char description[] =
     "  3  the plug-in cannot be used\n"
     "  4  the unit's folder cannot be used, or another headunit uses it\n"
     "  5  there is no display, or its font is missing\n"
-    "  6  it was to end, but its screen was blocked";
+    "  6  a file of the unit could not be written\n"
+    "  7  it was to end, but its screen was blocked";
 
 /// Where the build puts the plug-in, seen from this program.
 QString builtPlugin()

@@ -19,9 +19,9 @@ void print(FILE *stream, const QString &line)
 
 } // namespace
 
-ScriptRunner::ScriptRunner(const Console &console, qint64 position)
+ScriptRunner::ScriptRunner(const Console &console, hardware::Journal &journal)
     : m_console(console)
-    , m_position(position)
+    , m_reader(journal)
 {
 }
 
@@ -39,8 +39,7 @@ bool ScriptRunner::open(const QString &file, QString *error)
 
 void ScriptRunner::run()
 {
-    JournalPosition position(m_position);
-    ConsoleSession session(position);
+    ConsoleSession session(m_reader);
     QByteArray line;
     int number = 0;
     bool successful = true;

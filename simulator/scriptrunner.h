@@ -2,6 +2,8 @@
 
 #include "scriptinput.h"
 
+#include "hardware/journalreader.h"
+
 #include <QThread>
 
 namespace simulator
@@ -18,8 +20,8 @@ class ScriptRunner : public QThread
     Q_OBJECT
 
 public:
-    /// The script's reading of the journal begins at \a position.
-    ScriptRunner(const Console &console, qint64 position);
+    /// The script's reading of the journal begins at its end.
+    ScriptRunner(const Console &console, hardware::Journal &journal);
     /// The console must be closed by then, or the script over.
     ~ScriptRunner() override;
 
@@ -37,7 +39,7 @@ private:
     bool runLine(const QByteArray &line, int number, ConsoleSession &session, bool *ended) const;
 
     const Console &m_console;
-    const qint64 m_position;
+    hardware::JournalReader m_reader;
     QString m_name;
     ScriptInput m_input;
 };

@@ -1,6 +1,6 @@
 #include "baseview.h"
 
-BaseView::BaseView(const QString &title, QWidget *parent)
+BaseView::BaseView(QString title, QWidget *parent)
     : KvWidget(parent)
     , m_title(title)
 {

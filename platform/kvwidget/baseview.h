@@ -13,7 +13,7 @@ class KV_API BaseView : public KvWidget
     Q_PROPERTY(QString title READ title CONSTANT)
 
 public:
-    explicit BaseView(const QString &title, QWidget *parent = nullptr);
+    explicit BaseView(QString title, QWidget *parent = nullptr);
 
     QString title() const;
 

@@ -66,11 +66,8 @@ QSize CBoolButton::faceSize() const
     return m_offImage.size();
 }
 
-void CBoolButton::fingerLifted(bool inside)
+void CBoolButton::fingerLifted()
 {
-    if (!inside) {
-        return;
-    }
     setState(!m_state);
     emit btnReleased(m_buttonID, m_state);
 }

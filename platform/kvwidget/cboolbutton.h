@@ -39,7 +39,7 @@ signals:
 
 protected:
     QSize faceSize() const override;
-    void fingerLifted(bool inside) override;
+    void fingerLifted() override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

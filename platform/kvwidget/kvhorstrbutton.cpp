@@ -8,9 +8,10 @@
 KvHorStrButton::KvHorStrButton(QWidget *parent)
     : KvTouchButton(parent)
 {
+    setSizePolicy(QSizePolicy::Preferred, QSizePolicy::Fixed);
 }
 
-void KvHorStrButton::setButtonId(const QString &id)
+void KvHorStrButton::setButtonId(QString id)
 {
     m_buttonId = id;
 }
@@ -20,7 +21,7 @@ QString KvHorStrButton::buttonId() const
     return m_buttonId;
 }
 
-void KvHorStrButton::setDisplayString(const QString &text)
+void KvHorStrButton::setDisplayString(QString text)
 {
     m_displayString = text;
     update();
@@ -31,7 +32,7 @@ QString KvHorStrButton::displayString() const
     return m_displayString;
 }
 
-void KvHorStrButton::setNormalPixmap(const QPixmap &pixmap)
+void KvHorStrButton::setNormalPixmap(QPixmap pixmap)
 {
     m_normalPixmap = pixmap;
     faceSizeChanged();
@@ -42,7 +43,7 @@ QPixmap KvHorStrButton::normalPixmap() const
     return m_normalPixmap;
 }
 
-void KvHorStrButton::setPressPixmap(const QPixmap &pixmap)
+void KvHorStrButton::setPressPixmap(QPixmap pixmap)
 {
     m_pressPixmap = pixmap;
     update();
@@ -53,7 +54,7 @@ QPixmap KvHorStrButton::pressPixmap() const
     return m_pressPixmap;
 }
 
-void KvHorStrButton::setDisablePixmap(const QPixmap &pixmap)
+void KvHorStrButton::setDisablePixmap(QPixmap pixmap)
 {
     m_disablePixmap = pixmap;
     update();
@@ -69,11 +70,15 @@ QSize KvHorStrButton::faceSize() const
     return m_normalPixmap.size();
 }
 
-void KvHorStrButton::fingerLifted(bool inside)
+QRect KvHorStrButton::touchArea() const
 {
-    if (inside) {
-        emit clicked(m_buttonId);
-    }
+    const int high = qMin(height(), qMax(sizeHint().height(), minimumHeight()));
+    return QRect(0, (height() - high) / 2, width(), high);
+}
+
+void KvHorStrButton::fingerLifted()
+{
+    emit clicked(m_buttonId);
 }
 
 void KvHorStrButton::paintEvent(QPaintEvent *event)

@@ -7,6 +7,8 @@
 
 /// A push button for rows of controls: one image for each state and a short text on it, in the
 /// widget's own font and colour. The button may be larger than its image, which lies in its middle.
+/// It has a fixed height, its image's or its minimum's; where it is made higher all the same, only
+/// that height in its middle takes touches.
 class KV_API KvHorStrButton : public KvTouchButton
 {
     Q_OBJECT
@@ -21,22 +23,22 @@ public:
     explicit KvHorStrButton(QWidget *parent = nullptr);
 
     /// The id that clicked() carries.
-    void setButtonId(const QString &id);
+    void setButtonId(QString id);
     QString buttonId() const;
 
-    void setDisplayString(const QString &text);
+    void setDisplayString(QString text);
     QString displayString() const;
 
     /// The image that gives the button its size.
-    void setNormalPixmap(const QPixmap &pixmap);
+    void setNormalPixmap(QPixmap pixmap);
     QPixmap normalPixmap() const;
 
     /// Shown under the finger; without it the normal one stays.
-    void setPressPixmap(const QPixmap &pixmap);
+    void setPressPixmap(QPixmap pixmap);
     QPixmap pressPixmap() const;
 
     /// Shown while the widget is not enabled; without it the normal one is dimmed.
-    void setDisablePixmap(const QPixmap &pixmap);
+    void setDisablePixmap(QPixmap pixmap);
     QPixmap disablePixmap() const;
 
 signals:
@@ -45,7 +47,8 @@ signals:
 
 protected:
     QSize faceSize() const override;
-    void fingerLifted(bool inside) override;
+    QRect touchArea() const override;
+    void fingerLifted() override;
     void paintEvent(QPaintEvent *event) override;
 
 private:

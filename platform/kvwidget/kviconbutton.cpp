@@ -7,6 +7,11 @@ KvIconButton::KvIconButton(QWidget *parent)
 {
 }
 
+void KvIconButton::setButtonID(const QString &id)
+{
+    keepButtonID(id);
+}
+
 void KvIconButton::setOverImage(const QPixmap &image)
 {
     m_overImage = image;
@@ -59,12 +64,12 @@ bool KvIconButton::takesTouches() const
     return !m_disableState && KvImageButton::takesTouches();
 }
 
-void KvIconButton::fingerLifted(bool inside)
+void KvIconButton::fingerLifted()
 {
     const QString id = buttonID();
     const QPointer<KvIconButton> self(this);
     emit btnReleased(id);
-    if (inside && self) {
+    if (self) {
         emit btnClicked(id);
     }
 }

@@ -8,6 +8,7 @@ class KV_API KvIconButton : public KvImageButton
     Q_OBJECT
     Q_DISABLE_COPY(KvIconButton)
     Q_ENUMS(DisableMode)
+    Q_PROPERTY(QString buttonID READ buttonID WRITE setButtonID)
     Q_PROPERTY(QPixmap overImage READ overImage WRITE setOverImage)
     Q_PROPERTY(QPixmap disableImage READ disableImage WRITE setDisableImage)
     Q_PROPERTY(DisableMode disableMode READ disableMode WRITE setDisableMode)
@@ -19,6 +20,8 @@ public:
     enum DisableMode { DisableNone = 0, DisableImage = 1, DisableText = 2, DisableImageText = 3 };
 
     explicit KvIconButton(QWidget *parent = nullptr);
+
+    void setButtonID(const QString &id);
 
     /// Shown under the finger; without it the pressed image is.
     void setOverImage(const QPixmap &image);
@@ -39,14 +42,14 @@ public:
     bool disableState() const;
 
 signals:
-    /// A finger that went down on the button was lifted over it. Follows btnReleased().
+    /// A finger that went down on the button was lifted over it: first btnReleased() tells it, then
+    /// btnClicked().
     void btnClicked(QString id);
-    /// A finger that went down on the button was lifted, wherever.
     void btnReleased(QString id);
 
 protected:
     bool takesTouches() const override;
-    void fingerLifted(bool inside) override;
+    void fingerLifted() override;
     QPixmap precedingImage() const override;
 
 private:

@@ -9,17 +9,12 @@ KvImageButton::KvImageButton(QWidget *parent)
 {
 }
 
-void KvImageButton::setButtonID(const QString &id)
-{
-    m_buttonID = id;
-}
-
 QString KvImageButton::buttonID() const
 {
     return m_buttonID;
 }
 
-void KvImageButton::setDisplayText(const QString &text)
+void KvImageButton::setDisplayText(QString text)
 {
     m_displayText = text;
     update();
@@ -94,6 +89,11 @@ void KvImageButton::setPressTextColor(const QColor &color)
 QColor KvImageButton::pressTextColor() const
 {
     return m_pressTextColor;
+}
+
+void KvImageButton::keepButtonID(const QString &id)
+{
+    m_buttonID = id;
 }
 
 bool KvImageButton::showsPressed() const

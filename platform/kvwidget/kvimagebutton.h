@@ -13,7 +13,6 @@ class KV_API KvImageButton : public KvTouchButton
     Q_OBJECT
     Q_DISABLE_COPY(KvImageButton)
     Q_ENUMS(ShowMode)
-    Q_PROPERTY(QString buttonID READ buttonID WRITE setButtonID)
     Q_PROPERTY(QString displayText READ displayText WRITE setDisplayText)
     Q_PROPERTY(int textSize READ textSize WRITE setTextSize)
     Q_PROPERTY(ShowMode showMode READ showMode WRITE setShowMode)
@@ -29,12 +28,11 @@ public:
     explicit KvImageButton(QWidget *parent = nullptr);
 
     /// The id that the button's signals carry.
-    void setButtonID(const QString &id);
     QString buttonID() const;
 
     /// A "\n" starts a new line. A text that is too large for the button is drawn smaller, never
     /// clipped.
-    void setDisplayText(const QString &text);
+    void setDisplayText(QString text);
     QString displayText() const;
 
     /// In pixels, at least 1. The default is 24.
@@ -60,6 +58,8 @@ public:
     QColor pressTextColor() const;
 
 protected:
+    /// For the subclasses' setButtonID(), which do not take the id alike.
+    void keepButtonID(const QString &id);
     /// Whether the pressed face is shown.
     virtual bool showsPressed() const;
     /// An image that goes before the normal and the pressed one, and is never dimmed; null where

@@ -5,6 +5,11 @@ KvLockButton::KvLockButton(QWidget *parent)
 {
 }
 
+void KvLockButton::setButtonID(QString id)
+{
+    keepButtonID(id);
+}
+
 void KvLockButton::setIsDown(bool down)
 {
     m_latched = down;
@@ -16,11 +21,8 @@ bool KvLockButton::isDown() const
     return m_latched || isUnderFinger();
 }
 
-void KvLockButton::fingerLifted(bool inside)
+void KvLockButton::fingerLifted()
 {
-    if (!inside) {
-        return;
-    }
     setIsDown(true);
     emit btnReleased(buttonID());
 }

@@ -8,10 +8,13 @@ class KV_API KvLockButton : public KvImageButton
 {
     Q_OBJECT
     Q_DISABLE_COPY(KvLockButton)
+    Q_PROPERTY(QString buttonID READ buttonID WRITE setButtonID)
     Q_PROPERTY(bool isDown READ isDown WRITE setIsDown)
 
 public:
     explicit KvLockButton(QWidget *parent = nullptr);
+
+    void setButtonID(QString id);
 
     /// Latches or releases the button without a signal.
     void setIsDown(bool down);
@@ -24,7 +27,7 @@ signals:
     void btnReleased(QString id);
 
 protected:
-    void fingerLifted(bool inside) override;
+    void fingerLifted() override;
     bool showsPressed() const override;
 
 private:

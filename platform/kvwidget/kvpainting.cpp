@@ -1,9 +1,12 @@
 #include "kvpainting.h"
 
 #include <QFontMetrics>
+#include <QImage>
 #include <QPainter>
 #include <QPixmap>
 #include <QStringList>
+#include <QtMath>
+#include <QWidget>
 
 namespace
 {
@@ -45,6 +48,38 @@ QFont kvpainting::fittedFont(QFont font, int largest, int smallest, const QStrin
     }
     font.setPixelSize(qMin(largest, smallest));
     return font;
+}
+
+QTextOption kvpainting::wrapping(Qt::Alignment alignment)
+{
+    QTextOption option(alignment);
+    option.setWrapMode(QTextOption::WrapAtWordBoundaryOrAnywhere);
+    return option;
+}
+
+int kvpainting::wrappedHeight(const QFont &font, const QString &text, int width)
+{
+    QImage paper(1, 1, QImage::Format_RGB32);
+    QPainter painter(&paper);
+    painter.setFont(font);
+    const QRectF lines(0, 0, width, QWIDGETSIZE_MAX);
+    return qCeil(painter.boundingRect(lines, text, wrapping()).height());
+}
+
+QFont kvpainting::wrappedFont(const QFont &font, int largest, int smallestWhole, int smallest,
+                              const QString &text, const QSize &area)
+{
+    QFont fitted = fittedFont(font, largest, smallestWhole, text, area, Qt::TextWordWrap);
+    if (fits(fitted, text, area, Qt::TextWordWrap)) {
+        return fitted;
+    }
+    for (int pixelSize = largest; pixelSize >= smallest; --pixelSize) {
+        fitted.setPixelSize(pixelSize);
+        if (wrappedHeight(fitted, text, area.width()) <= area.height()) {
+            break;
+        }
+    }
+    return fitted;
 }
 
 void kvpainting::drawLines(QPainter &painter, const QRect &area, int alignment, const QString &text)

@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QFont>
+#include <QTextOption>
 
 class QPainter;
 class QPixmap;
@@ -23,6 +24,17 @@ void drawImage(QPainter &painter, const QRect &area, const QPixmap &image);
 /// \a area, or \a smallest. \a flags are Qt::TextFlag; a "\n" starts a new line.
 QFont fittedFont(QFont font, int largest, int smallest, const QString &text, const QSize &area,
                  int flags = 0);
+
+/// How a text of several lines is drawn: between words, and within one that is wider than a line.
+QTextOption wrapping(Qt::Alignment alignment = Qt::AlignLeft);
+
+/// The height of \a text in lines of \a width that are broken so.
+int wrappedHeight(const QFont &font, const QString &text, int width);
+
+/// As fittedFont(), but keeps words whole only down to \a smallestWhole. Where that is not enough
+/// the lines are broken as wrapping() says, with the largest font that then fits.
+QFont wrappedFont(const QFont &font, int largest, int smallestWhole, int smallest,
+                  const QString &text, const QSize &area);
 
 /// Draws \a text with the painter's font and pen; a line that is wider than \a area ends in an
 /// ellipsis. \a alignment is Qt::Alignment.

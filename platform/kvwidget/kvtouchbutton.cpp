@@ -21,6 +21,11 @@ bool KvTouchButton::takesTouches() const
     return isEnabled();
 }
 
+QRect KvTouchButton::touchArea() const
+{
+    return rect();
+}
+
 bool KvTouchButton::isUnderFinger() const
 {
     return m_pressed && m_fingerInside;
@@ -40,14 +45,14 @@ void KvTouchButton::faceSizeChanged()
 
 void KvTouchButton::mousePressEvent(QMouseEvent *event)
 {
-    if (event->button() == Qt::LeftButton && takesTouches()) {
+    if (event->button() == Qt::LeftButton && takesTouches() && touchArea().contains(event->pos())) {
         trackFinger(true, true);
     }
 }
 
 void KvTouchButton::mouseMoveEvent(QMouseEvent *event)
 {
-    trackFinger(m_pressed, rect().contains(event->pos()));
+    trackFinger(m_pressed, touchArea().contains(event->pos()));
 }
 
 void KvTouchButton::mouseReleaseEvent(QMouseEvent *event)
@@ -56,7 +61,9 @@ void KvTouchButton::mouseReleaseEvent(QMouseEvent *event)
         return;
     }
     trackFinger(false, false);
-    fingerLifted(rect().contains(event->pos()));
+    if (touchArea().contains(event->pos())) {
+        fingerLifted();
+    }
 }
 
 void KvTouchButton::resizeEvent(QResizeEvent *event)

@@ -3,8 +3,8 @@
 #include "kvwidget.h"
 
 /// What all buttons have alike: it follows the finger that went down on the button until the finger
-/// is lifted, and it gives a button with an empty rectangle its image's size. Hiding or disabling a
-/// button forgets the finger.
+/// is lifted, and it gives a button with an empty rectangle its image's size. A finger that is
+/// lifted elsewhere does nothing; hiding or disabling a button forgets the finger.
 class KV_API KvTouchButton : public KvWidget
 {
     Q_OBJECT
@@ -21,9 +21,11 @@ protected:
     virtual QSize faceSize() const = 0;
     /// Whether a finger may press the button.
     virtual bool takesTouches() const;
-    /// A finger that went down on the button has been lifted, over the button if \a inside. Nothing
-    /// is done with the button after this call, so whoever hears of the lift may delete it.
-    virtual void fingerLifted(bool inside) = 0;
+    /// Where it may do so: the whole button, unless a subclass says otherwise.
+    virtual QRect touchArea() const;
+    /// A finger that went down on the button has been lifted over it. Nothing is done with the
+    /// button after this call, so whoever hears of the lift may delete it.
+    virtual void fingerLifted() = 0;
 
     /// True while the finger that went down on the button is down and over it.
     bool isUnderFinger() const;

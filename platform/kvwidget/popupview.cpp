@@ -7,7 +7,6 @@
 #include "simlink/simulatedunit.h"
 
 #include <QEvent>
-#include <QFontMetrics>
 #include <QPainter>
 #include <QPointer>
 #include <QTimer>
@@ -26,8 +25,12 @@ constexpr int textToButtons = 12;
 constexpr int betweenButtons = 78;
 
 constexpr int textSize = 30;
+constexpr int smallestWholeWords = 22;
 constexpr int smallestText = 12;
 constexpr int buttonTextSize = 28;
+
+/// What lies over a page that takes no touches.
+constexpr QColor shade(0, 0, 0, 150);
 
 const char okName[] = "popupview_ok";
 const char cancelName[] = "popupview_cancel";
@@ -117,7 +120,7 @@ QString PopupView::text() const
     return m_text;
 }
 
-void PopupView::setButtonDisabled(const QString &buttonName, bool disabled)
+void PopupView::setButtonDisabled(QString buttonName, bool disabled)
 {
     for (KvIconButton *button : {m_ok, m_cancel}) {
         if (button->buttonID() == buttonName) {
@@ -142,8 +145,12 @@ QSize PopupView::sizeHint() const
 
 bool PopupView::eventFilter(QObject *watched, QEvent *event)
 {
-    if (watched == parentWidget() && event->type() == QEvent::Resize) {
-        layOut();
+    if (watched == parentWidget()) {
+        if (event->type() == QEvent::Resize) {
+            layOut();
+        } else if (event->type() == QEvent::Paint) {
+            dimPage();
+        }
     }
     return KvWidget::eventFilter(watched, event);
 }
@@ -153,6 +160,7 @@ void PopupView::showEvent(QShowEvent *event)
     KvWidget::showEvent(event);
     if (parentWidget() != nullptr) {
         parentWidget()->installEventFilter(this);
+        parentWidget()->update();
     }
     layOut();
     raise();
@@ -164,6 +172,7 @@ void PopupView::hideEvent(QHideEvent *event)
     KvWidget::hideEvent(event);
     if (parentWidget() != nullptr) {
         parentWidget()->removeEventFilter(this);
+        parentWidget()->update();
     }
     m_timer->stop();
 }
@@ -175,8 +184,9 @@ void PopupView::paintEvent(QPaintEvent *event)
     painter.drawPixmap(0, 0, m_box);
     painter.setPen(QColor(240, 240, 240));
     painter.setFont(textFont());
-    const int vertical = textIsOnButtons() ? Qt::AlignBottom : Qt::AlignVCenter;
-    painter.drawText(textArea(buttonTop()), Qt::AlignHCenter | vertical | wrapFlag(), m_text);
+    const auto vertical = textIsOnButtons() ? Qt::AlignBottom : Qt::AlignVCenter;
+    painter.drawText(QRectF(textArea(buttonTop())), m_text,
+                     kvpainting::wrapping(Qt::AlignHCenter | vertical));
 }
 
 KvIconButton *PopupView::createButton(const QString &name, const QString &text)
@@ -243,6 +253,14 @@ void PopupView::startTimeout()
     }
 }
 
+/// Below the page's own style sheet, so that a page which is opaque stays as it is.
+void PopupView::dimPage()
+{
+    if (auto *page = qobject_cast<BaseView *>(parentWidget())) {
+        QPainter(page).fillRect(page->rect(), shade);
+    }
+}
+
 QSize PopupView::boxSize() const
 {
     return hasButtons() ? boxWithButtons : boxWithoutButtons;
@@ -286,9 +304,8 @@ int PopupView::buttonTop() const
     if (!textIsOnButtons()) {
         return lowestButtonTop();
     }
-    const QRect space = textArea(lowestButtonTop());
     const int textHeight =
-        QFontMetrics(textFont()).boundingRect(space, wrapFlag(), m_text).height();
+        kvpainting::wrappedHeight(textFont(), m_text, textArea(lowestButtonTop()).width());
     const int group = textHeight + textToButtons + buttonSize.height();
     return qMin(lowestButtonTop(), (height() + group) / 2 - buttonSize.height());
 }
@@ -301,14 +318,6 @@ QRect PopupView::textArea(int buttonTop) const
 
 QFont PopupView::textFont() const
 {
-    return kvpainting::fittedFont(font(), textSize, smallestText, m_text,
-                                  textArea(lowestButtonTop()).size(), Qt::TextWordWrap);
-}
-
-int PopupView::wrapFlag() const
-{
-    // A word that is too wide even in the smallest font is broken where the line ends.
-    const QRect space = textArea(lowestButtonTop());
-    const QRect bounds = QFontMetrics(textFont()).boundingRect(space, Qt::TextWordWrap, m_text);
-    return bounds.width() <= space.width() ? Qt::TextWordWrap : Qt::TextWrapAnywhere;
+    return kvpainting::wrappedFont(font(), textSize, smallestWholeWords, smallestText, m_text,
+                                   textArea(lowestButtonTop()).size());
 }

@@ -10,7 +10,8 @@ class QTimer;
 
 /// A box with a text and up to two buttons in the middle of its parent: 676 x 280 pixels, or 676 x
 /// 164 without buttons. It hides itself when a button is tapped or its time is over. The widget is
-/// the box and nothing around it, so touches beside it reach what lies there.
+/// the box and nothing around it, so touches beside it reach what lies there. A BaseView that
+/// carries the box takes them, and to show that it is dimmed, with all that is seen through it.
 class KV_API PopupView : public KvWidget
 {
     Q_OBJECT
@@ -41,12 +42,13 @@ public:
     void setOkText(const QString &text);
     void setCancelText(const QString &text);
 
-    /// Plain text. It wraps, and it is drawn smaller where it does not fit.
+    /// Plain text. It wraps, and it is drawn smaller where it does not fit; rather than that all of
+    /// it becomes hard to read, a word that is too wide is broken.
     void setText(const QString &text);
     QString text() const;
 
     /// \a buttonName is "popupview_ok" or "popupview_cancel"; other names mean nothing.
-    void setButtonDisabled(const QString &buttonName, bool disabled);
+    void setButtonDisabled(QString buttonName, bool disabled);
 
     void setVisible(bool visible) override;
     QSize sizeHint() const override;
@@ -77,6 +79,7 @@ private:
     void goAway(Signal signal);
     void goAwayWithPage(Signal signal);
     void startTimeout();
+    void dimPage();
     QSize boxSize() const;
     void loadBox();
     void layOut();
@@ -85,7 +88,6 @@ private:
     int buttonTop() const;
     QRect textArea(int buttonTop) const;
     QFont textFont() const;
-    int wrapFlag() const;
 
     QString m_id;
     QString m_text;

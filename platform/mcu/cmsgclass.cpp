@@ -17,7 +17,10 @@ hardware::Unit &unit()
 
 CMsgClass::CMsgClass()
 {
-    const auto report = [this] {
+    const auto report = [this](const QString &mountRoot) {
+        if (unit().storage().mediaType(mountRoot) != usbMediaType) {
+            return;
+        }
         QString path;
         getDevRootPath(path);
         emit sigDevRootPath(path);

@@ -5,10 +5,8 @@
 #include <QObject>
 #include <QString>
 
-/// Key tones.
-enum e_clickType {
-    CLICK_TYPE_NORMAL = 0,
-};
+/// The number of a key tone.
+enum e_clickType : int {};
 
 /// What the unit's other processors tell, and what they are asked to do. Graphical thread only.
 class KV_API CMsgClass : public QObject

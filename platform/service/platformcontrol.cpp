@@ -30,22 +30,22 @@ PlatformControl *PlatformControl::getInstance()
     return simlink::service<PlatformControl>([] { return new PlatformControl; });
 }
 
-QString PlatformControl::getCustomerVer(const QString &package) const
+QString PlatformControl::getCustomerVer(QString package) const
 {
     return userUpdate().customerVersion(package);
 }
 
-QString PlatformControl::getSDKVer(const QString &package) const
+QString PlatformControl::getSDKVer(QString package) const
 {
     return userUpdate().sdkVersion(package);
 }
 
-void PlatformControl::startVerifyChecksum(const QString &package)
+void PlatformControl::startVerifyChecksum(QString package)
 {
     userUpdate().startVerification(package);
 }
 
-QByteArray PlatformControl::getUserUpdateData(DevType device, const QString &language) const
+QByteArray PlatformControl::getUserUpdateData(DevType device, QString language) const
 {
     return userUpdate().data(device, language);
 }

@@ -25,16 +25,16 @@ public:
     ~PlatformControl() override;
 
     /// Versions in an update package; empty when the file is none.
-    QString getCustomerVer(const QString &package) const;
-    QString getSDKVer(const QString &package) const;
+    QString getCustomerVer(QString package) const;
+    QString getSDKVer(QString package) const;
 
     /// Has a package's checksum verified. Returns at once; ChecksumVerified() tells how it ended.
-    void startVerifyChecksum(const QString &package);
+    void startVerifyChecksum(QString package);
 
     /// What the vendor data has to hold for an update to begin with the next start; empty when
     /// there is nothing to update from. \a language is that of the update's screen, such as
     /// "en_GB".
-    QByteArray getUserUpdateData(DevType device, const QString &language) const;
+    QByteArray getUserUpdateData(DevType device, QString language) const;
 
     /// Restarts the unit. Returns; the restart comes from outside.
     void softWareReset();

@@ -30,7 +30,7 @@ QStringList UsbControl::getMountDevice() const
     return simlink::unit().storage().mountRoots();
 }
 
-int UsbControl::getHwCtrlId(const QString &mountRoot) const
+int UsbControl::getHwCtrlId(QString mountRoot) const
 {
     return simlink::unit().storage().controllerId(mountRoot);
 }

@@ -9,13 +9,8 @@
 class KV_API UsbControl
 {
 public:
-    /// The test selectors of USB 2.0 (section 9.4.9, table 9-7).
-    enum UsbTestMode {
-        TestJ = 1,
-        TestK = 2,
-        TestSe0Nak = 3,
-        TestPacket = 4,
-    };
+    /// A test selector of USB 2.0 (section 9.4.9, table 9-7).
+    enum UsbTestMode : int {};
 
     static UsbControl *getInstance();
 
@@ -32,7 +27,7 @@ public:
     QStringList getMountDevice() const;
 
     /// Number of the controller behind a mount root; -1 where nothing is known of it.
-    int getHwCtrlId(const QString &mountRoot) const;
+    int getHwCtrlId(QString mountRoot) const;
 
 private:
     UsbControl();

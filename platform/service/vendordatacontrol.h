@@ -7,14 +7,8 @@
 class KV_API VendorDataControl
 {
 public:
-    /// The items that have a place.
-    enum VendorPos {
-        PosUserUpdate = 0,
-        PosPanelBrightness = 2,
-        PosPanelHue = 3,
-        PosPanelSaturation = 4,
-        PosPanelContrast = 5,
-    };
+    /// The number of an item. Which items have a place is a matter of the unit's configuration.
+    enum VendorPos : int {};
 
     /// Where an item lies, in bytes from the beginning, and how many bytes it has. 0 on success;
     /// any other value leaves \a offset and \a length as they were.

@@ -2,6 +2,8 @@
 
 #include "simulator/screen.h"
 
+#include <limits>
+
 namespace simulator
 {
 
@@ -15,6 +17,30 @@ bool readNumber(const QString &word, const QString &name, int least, int most, i
     }
     *error = QStringLiteral("%1 is a whole number from %2 to %3, not \"%4\"")
                  .arg(name, QString::number(least), QString::number(most), word);
+    return false;
+}
+
+bool readWrong(const QString &word, bool *isWrong, QString *error)
+{
+    *isWrong = word == QLatin1String("wrong");
+    if (!*isWrong && !word.isEmpty()) {
+        *error = QStringLiteral("only \"wrong\" may follow here, not \"%1\"").arg(word);
+        return false;
+    }
+    return true;
+}
+
+bool readNumberOrWrong(const QString &word, const QString &name, int least, int most, bool isWrong,
+                       int *number, QString *error)
+{
+    if (isWrong) {
+        return readNumber(word, name, std::numeric_limits<int>::min(),
+                          std::numeric_limits<int>::max(), number, error);
+    }
+    if (readNumber(word, name, least, most, number, error)) {
+        return true;
+    }
+    *error += QStringLiteral("; \"wrong\" behind it allows others");
     return false;
 }
 

@@ -11,6 +11,15 @@ namespace simulator
 bool readNumber(const QString &word, const QString &name, int least, int most, int *number,
                 QString *error);
 
+/// The word that marks a value as wrong on purpose, or none. False with a sentence in \a error for
+/// any other word.
+bool readWrong(const QString &word, bool *isWrong, QString *error);
+
+/// As readNumber(); with \a isWrong any whole number is taken, without it the sentence tells of
+/// that.
+bool readNumberOrWrong(const QString &word, const QString &name, int least, int most, bool isWrong,
+                       int *number, QString *error);
+
 /// Reads a place on the screen, in pixels.
 bool readPosition(const QString &x, const QString &y, QPoint *position, QString *error);
 

@@ -6,6 +6,7 @@
 #include "simulator/consolesession.h"
 #include "simulator/simulator.h"
 
+#include "hardware/journalreader.h"
 #include "hardware/unit.h"
 
 #include <limits>
@@ -23,7 +24,7 @@ ConsoleResult journal(Simulator &simulator, const QStringList &arguments, Consol
 {
     const QString pattern = arguments.value(0);
     const hardware::JournalPattern check(pattern);
-    return check.isValid() ? ConsoleResult::done(simulator.unit().journal().lines(pattern))
+    return check.isValid() ? ConsoleResult::done(simulator.unit().journal().timedLines(pattern))
                            : ConsoleResult::failed(check.error());
 }
 
@@ -47,7 +48,7 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
         return ConsoleResult::failed(error);
     }
     const hardware::Journal &journal = simulator.unit().journal();
-    const qint64 from = session.position();
+    const qint64 from = session.reader().position();
     qint64 next = from;
     qint64 found = -1;
     simulator.graphicalThread().waitUntil(simulator.unit().clock().hostMs(ms), [&] {
@@ -65,7 +66,7 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
                 .arg(ms),
             lastLines(journal, from));
     }
-    session.position() = found + 1;
+    session.reader().goTo(found + 1);
     return ConsoleResult::done();
 }
 
@@ -76,16 +77,16 @@ ConsoleResult absent(Simulator &simulator, const QStringList &arguments, Console
         return ConsoleResult::failed(pattern.error());
     }
     const QStringList found =
-        simulator.unit().journal().lines(arguments.first(), session.position());
+        simulator.unit().journal().lines(arguments.first(), session.reader().position());
     return found.isEmpty()
         ? ConsoleResult::done()
         : ConsoleResult::failed(QStringLiteral("the journal has \"%1\":").arg(arguments.first()),
                                 found);
 }
 
-ConsoleResult mark(Simulator &simulator, const QStringList &, ConsoleSession &session)
+ConsoleResult mark(Simulator &, const QStringList &, ConsoleSession &session)
 {
-    session.position() = simulator.unit().journal().end();
+    session.reader().goToEnd();
     return ConsoleResult::done();
 }
 
@@ -97,7 +98,8 @@ void addJournalCommands(Console &console, Simulator &simulator)
     addCommands(
         console, simulator,
         {
-            {"journal", "[PATTERN]", "Lists the journal, or its lines with that text or /REGEX/.",
+            {"journal", "[PATTERN]",
+             "Lists the journal with the unit's times, or its lines with that text or /REGEX/.",
              place, journal},
             {"expect", "PATTERN [MS]",
              "Waits, for 2000 ms if not said, for a line, and reads on behind it.", place, expect},

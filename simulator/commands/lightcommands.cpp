@@ -60,17 +60,29 @@ ConsoleResult alsCurve(Simulator &simulator, const QStringList &arguments, Conso
     return ConsoleResult::done();
 }
 
-ConsoleResult setPanel(Panel &panel, const QString &item, const QString &value)
+ConsoleResult setSaturation(Panel &panel, const QString &value, bool isWrong)
+{
+    bool isNumber = false;
+    const double saturation = value.toDouble(&isNumber);
+    if (!isNumber || !std::isfinite(saturation)) {
+        return ConsoleResult::failed(
+            QStringLiteral("VALUE is a number for the saturation, not \"%1\"").arg(value));
+    }
+    if (!isWrong && (saturation < 0 || saturation > Panel::mostSaturated)) {
+        return ConsoleResult::failed(
+            QStringLiteral("VALUE is a number from 0 to %1, not \"%2\"; \"wrong\" behind it "
+                           "allows others")
+                .arg(Panel::mostSaturated)
+                .arg(value));
+    }
+    panel.setSaturation(saturation);
+    return ConsoleResult::done();
+}
+
+ConsoleResult setPanel(Panel &panel, const QString &item, const QString &value, bool isWrong)
 {
     if (item == QLatin1String("saturation")) {
-        bool isNumber = false;
-        const double saturation = value.toDouble(&isNumber);
-        if (!isNumber || !std::isfinite(saturation)) {
-            return ConsoleResult::failed(
-                QStringLiteral("VALUE is a number for the saturation, not \"%1\"").arg(value));
-        }
-        panel.setSaturation(saturation);
-        return ConsoleResult::done();
+        return setSaturation(panel, value, isWrong);
     }
     const int index = QStringList({QStringLiteral("brightness"), QStringLiteral("contrast"),
                                    QStringLiteral("hue")})
@@ -80,13 +92,14 @@ ConsoleResult setPanel(Panel &panel, const QString &item, const QString &value)
             QStringLiteral("ITEM is brightness, contrast, hue or saturation, not \"%1\"")
                 .arg(item));
     }
+    const Panel::Item which = Panel::Item(index);
     int number = 0;
     QString error;
-    if (!readNumber(value, QStringLiteral("VALUE"), std::numeric_limits<int>::min(),
-                    std::numeric_limits<int>::max(), &number, &error)) {
+    if (!readNumberOrWrong(value, QStringLiteral("VALUE"), 0, Panel::largest[which], isWrong,
+                           &number, &error)) {
         return ConsoleResult::failed(error);
     }
-    panel.setValue(Panel::Item(index), number);
+    panel.setValue(which, number);
     return ConsoleResult::done();
 }
 
@@ -96,8 +109,14 @@ ConsoleResult panel(Simulator &simulator, const QStringList &arguments, ConsoleS
     if (arguments.isEmpty()) {
         return ConsoleResult::done(panel.description());
     }
-    return arguments.size() == 2 ? setPanel(panel, arguments.at(0), arguments.at(1))
-                                 : ConsoleResult::failed(QStringLiteral("an ITEM needs a VALUE"));
+    if (arguments.size() == 1) {
+        return ConsoleResult::failed(QStringLiteral("an ITEM needs a VALUE"));
+    }
+    bool isWrong = false;
+    QString error;
+    return readWrong(arguments.value(2), &isWrong, &error)
+        ? setPanel(panel, arguments.at(0), arguments.at(1), isWrong)
+        : ConsoleResult::failed(error);
 }
 
 ConsoleResult keyLight(Simulator &simulator, const QStringList &, ConsoleSession &)
@@ -122,7 +141,9 @@ void addLightCommands(Console &console, Simulator &simulator)
              "Has the light sensor follow a day of 240 s, if not said, with RATE readings a "
              "second; 0 ends it.",
              place, alsCurve},
-            {"panel", "[ITEM] [VALUE]", "Says the panel's picture, or changes an item of it.",
+            {"panel", "[ITEM] [VALUE] [wrong]",
+             "Says the panel's picture, or changes an item of it; \"wrong\" allows a value out of "
+             "range.",
              place, panel},
             {"keylight", "", "Says the colour behind the hard keys, 0 to 100 each.", place,
              keyLight},

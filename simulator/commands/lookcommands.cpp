@@ -85,14 +85,12 @@ ConsoleResult hidden(Simulator &simulator, const QStringList &arguments, Console
                 : ConsoleResult::failed(QStringLiteral("the button \"%1\" is to be seen").arg(id));
 }
 
-/// The window as it is to look now, or, while the graphical thread is blocked, as it was painted
-/// last, which is what the glass shows.
+/// What the glass shows: the window as it was painted last, while the graphical thread is blocked
+/// too. Nothing is painted anew for it, so that a picture shows also what was forgotten to be.
 QImage frame(Simulator &simulator)
 {
-    QImage image;
-    const bool answered = simulator.graphicalThread().runWithin(
-        answerMs, [&] { image = simulator.bezel().grab().toImage(); });
-    return (answered ? image : simulator.bezel().lastFrame()).convertToFormat(QImage::Format_RGB32);
+    simulator.graphicalThread().runWithin(answerMs, [&] { simulator.bezel().paintPending(); });
+    return simulator.bezel().lastFrame().convertToFormat(QImage::Format_RGB32);
 }
 
 ConsoleResult save(const QImage &image, const QString &name, const ConsoleSession &session)

@@ -30,6 +30,12 @@ const DabFault dabFaults[] = {
 
 const int usualFaultPercent = 50;
 
+bool isToldStatus(int code)
+{
+    return code == DabTuner::Idle || code == DabTuner::Updating || code == DabTuner::UpdateFailed
+        || code == DabTuner::UpdateSucceeded;
+}
+
 ConsoleResult dab(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     DabTuner &tuner = simulator.unit().dabTuner();
@@ -38,9 +44,16 @@ ConsoleResult dab(Simulator &simulator, const QStringList &arguments, ConsoleSes
             {QStringLiteral("status %1, progress %2 %").arg(tuner.status()).arg(tuner.progress())});
     }
     int code = 0;
+    bool isWrong = false;
     QString error;
-    if (!readNumber(arguments.first(), QStringLiteral("CODE"), 0, 255, &code, &error)) {
+    if (!readWrong(arguments.value(1), &isWrong, &error)
+        || !readNumber(arguments.first(), QStringLiteral("CODE"), 0, 255, &code, &error)) {
         return ConsoleResult::failed(error);
+    }
+    if (!isWrong && !isToldStatus(code)) {
+        return ConsoleResult::failed(
+            QStringLiteral("CODE is 0, 7, 8 or 9, not \"%1\"; \"wrong\" behind it allows others")
+                .arg(arguments.first()));
     }
     tuner.setStatus(code);
     return ConsoleResult::done();
@@ -82,8 +95,10 @@ ConsoleResult version(Simulator &simulator, const QStringList &arguments, Consol
                                          .arg(arguments.first(), names.join(QLatin1String(", "))));
     }
     if (arguments.size() > 1) {
-        versions.setValue(arguments.first(), arguments.at(1));
-        return ConsoleResult::done();
+        QString error;
+        return versions.setValue(arguments.first(), arguments.at(1), &error)
+            ? ConsoleResult::done()
+            : ConsoleResult::failed(error);
     }
     return ConsoleResult::done({versions.value(arguments.first())});
 }
@@ -96,9 +111,9 @@ void addSystemCommands(Console &console, Simulator &simulator)
     addCommands(
         console, simulator,
         {
-            {"dab", "[CODE]",
+            {"dab", "[CODE] [wrong]",
              "Says the DAB tuner's update status, or has the tuner take one on and tell it: "
-             "0 idle, 7 running, 8 failed, 9 succeeded.",
+             "0 idle, 7 running, 8 failed, 9 succeeded; \"wrong\" allows other codes up to 255.",
              place, dab},
             {"dab-fault", "KIND [PERCENT]",
              "From now on a DAB update fails or stands still (\"fail\", \"stall\"; at 50 % if not "

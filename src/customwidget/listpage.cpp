@@ -3,13 +3,14 @@
 #include "listrowdelegate.h"
 #include "listview.h"
 
+#include <QCoreApplication>
+
 ListPage::ListPage(QWidget *host)
     : m_host(host)
     , m_listView((host->resize(800, 480), new ListView(host)))
 {
     m_listView->setGeometry(0, 66, 800, 414);
     m_listView->setVerticalScrollBarPolicy(Qt::ScrollBarAsNeeded);
-    m_listView->setRowsOpaque(true);
     m_listView->show();
 }
 
@@ -25,6 +26,10 @@ void ListPage::setRows(QAbstractItemModel *model, ListRowDelegate *delegate)
 {
     m_listView->setModel(model);
     m_listView->setItemDelegate(delegate);
+    // Otherwise the rows would be laid out when they are first painted, and the wide bar would come
+    // only after that.
+    m_listView->doItemsLayout();
+    QCoreApplication::sendPostedEvents(m_listView, QEvent::LayoutRequest);
     QObject::connect(m_listView.data(), &ListView::setIndexPress, delegate,
                      &ListRowDelegate::setIndexPressSlot);
 }

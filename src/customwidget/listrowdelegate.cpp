@@ -4,19 +4,14 @@
 
 #include <QPainter>
 
-#include <algorithm>
-
 namespace
 {
 
-const int rowHeight = 83;
-const int textPixelSize = 30;
-const int titleLeft = 34;
-const int valueRightMargin = 137; // The arrow and what is beside it.
-const int arrowLeft = 662;
-
-/// More than a list shows at once, with some that are pressed.
-const int mostPictures = 12;
+constexpr int rowHeight = 83;
+constexpr int textPixelSize = 30;
+constexpr int titleLeft = 34;
+constexpr int valueRightMargin = 137; // The arrow and what is beside it.
+constexpr int arrowLeft = 662;
 
 QColor textColor(bool isCurrent)
 {
@@ -38,13 +33,6 @@ const QPixmap &ListRowDelegate::Background::scaledTo(const QSize &size)
     return scaled;
 }
 
-bool ListRowDelegate::Picture::isOf(const Picture &other) const
-{
-    return row.title == other.row.title && row.isCurrent == other.row.isCurrent
-        && row.value == other.row.value && row.hasArrow == other.row.hasArrow
-        && isPressed == other.isPressed && place == other.place && font == other.font;
-}
-
 ListRowDelegate::ListRowDelegate(QObject *parent)
     : QItemDelegate(parent)
     , m_pressedRow(-1)
@@ -58,14 +46,18 @@ ListRowDelegate::ListRowDelegate(QObject *parent)
 void ListRowDelegate::paint(QPainter *painter, const QStyleOptionViewItem &option,
                             const QModelIndex &index) const
 {
-    Picture wanted;
-    wanted.row = row(index);
-    wanted.isPressed = index.row() == m_pressedRow;
-    wanted.place = option.rect.translated(0, -option.rect.top());
-    wanted.font.setPixelSize(textPixelSize);
-    if (!wanted.place.isEmpty()) {
-        painter->drawPixmap(option.rect.topLeft(), picture(wanted));
+    painter->save();
+    const Row shown = row(index);
+    drawBackground(painter, option.rect, index.row() == m_pressedRow);
+    QFont font;
+    font.setPixelSize(textPixelSize);
+    painter->setFont(font);
+    drawTitle(painter, option.rect, shown);
+    drawValue(painter, option.rect, shown.value);
+    if (shown.hasArrow) {
+        drawArrow(painter, option.rect);
     }
+    painter->restore();
 }
 
 QSize ListRowDelegate::sizeHint(const QStyleOptionViewItem &option, const QModelIndex &index) const
@@ -85,37 +77,10 @@ QString ListRowDelegate::title(const QModelIndex &index)
     return index.data(ListRowModel::TitleRole).toString();
 }
 
-/// The one that is kept; else paints it into \a wanted and keeps that.
-const QPixmap &ListRowDelegate::picture(Picture &wanted) const
+void ListRowDelegate::drawBackground(QPainter *painter, const QRect &rect, bool isPressed) const
 {
-    const auto known =
-        std::find_if(m_pictures.constBegin(), m_pictures.constEnd(),
-                     [&wanted](const Picture &picture) { return picture.isOf(wanted); });
-    if (known != m_pictures.constEnd()) {
-        return known->pixmap;
-    }
-    if (m_pictures.size() == mostPictures) {
-        m_pictures.removeFirst();
-    }
-    wanted.pixmap = painted(wanted);
-    m_pictures.append(wanted);
-    return wanted.pixmap;
-}
-
-QPixmap ListRowDelegate::painted(const Picture &picture) const
-{
-    const QRect &rect = picture.place;
-    Background &background = picture.isPressed ? m_pressedBackground : m_normalBackground;
-    QPixmap pixmap = background.scaledTo(rect.size());
-    QPainter painter(&pixmap);
-    painter.translate(-rect.left(), 0);
-    painter.setFont(picture.font);
-    drawTitle(&painter, rect, picture.row);
-    drawValue(&painter, rect, picture.row.value);
-    if (picture.row.hasArrow) {
-        drawArrow(&painter, rect);
-    }
-    return pixmap;
+    Background &background = isPressed ? m_pressedBackground : m_normalBackground;
+    painter->drawPixmap(rect.topLeft(), background.scaledTo(rect.size()));
 }
 
 void ListRowDelegate::drawTitle(QPainter *painter, const QRect &rect, const Row &row) const

@@ -1,9 +1,6 @@
 #pragma once
 
-#include <QColor>
-#include <QFont>
 #include <QItemDelegate>
-#include <QList>
 #include <QPixmap>
 
 /// Base of a list page's delegate: rows 83 pixels high, with the pressed row's background under the
@@ -51,21 +48,7 @@ private:
         QPixmap scaled;
     };
 
-    /// A row as it was painted, and all that its looks depend on. A list that is dragged paints the
-    /// same rows again and again, and a text costs as much as its background.
-    struct Picture
-    {
-        bool isOf(const Picture &other) const;
-
-        Row row;
-        bool isPressed;
-        QRect place; ///< with its top at 0: where a row lies vertically makes no difference
-        QFont font;
-        QPixmap pixmap;
-    };
-
-    const QPixmap &picture(Picture &wanted) const;
-    QPixmap painted(const Picture &picture) const;
+    void drawBackground(QPainter *painter, const QRect &rect, bool isPressed) const;
     void drawTitle(QPainter *painter, const QRect &rect, const Row &row) const;
     void drawValue(QPainter *painter, const QRect &rect, const QString &value) const;
     void drawArrow(QPainter *painter, const QRect &rect) const;
@@ -74,6 +57,5 @@ private:
     bool m_pressed; // Kept for pages; what is painted follows the row alone.
     mutable Background m_normalBackground;
     mutable Background m_pressedBackground;
-    mutable QList<Picture> m_pictures; // the oldest one first
     QPixmap m_arrow;
 };

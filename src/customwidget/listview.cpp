@@ -11,9 +11,9 @@
 namespace
 {
 
-const int dragDistance = 5; // A finger that moves further drags.
+constexpr int dragDistance = 5; // A finger that moves further drags.
 
-const char nativeBarSheet[] =
+constexpr char nativeBarSheet[] =
     "QScrollBar:vertical{width:1px;background:rgba(0,0,0,0%);}"
     "QScrollBar::handle:vertical{width:1px;background:rgba(0,0,0,0%);}"
     "QScrollBar::add-line:vertical,QScrollBar::sub-line:vertical{background:rgba(0,0,0,"
@@ -21,7 +21,7 @@ const char nativeBarSheet[] =
     "QScrollBar::add-page:vertical,QScrollBar::sub-page:vertical{background:rgba(0,0,0,"
     "0%);}";
 
-const char customBarSheet[] =
+constexpr char customBarSheet[] =
     "QScrollBar:vertical{width:60px;background:rgba(0,0,0,0%);"
     "background-image: url(:/images/bg_scrollbar.png);margin-top:0px;margin-bottom:0px;"
     "margin-left:0px;margin-right:0px;padding-left:0px;padding-right:0px;padding-top:56px;"
@@ -43,7 +43,8 @@ const char customBarSheet[] =
     "QScrollBar::down-arrow:vertical:pressed{"
     "border-image:url(:/images/btn_scrollbar_down_p.png);}";
 
-const char listSheet[] = "QListView{background-color:transparent;color:transparent;border:null;}";
+constexpr char listSheet[] =
+    "QListView{background-color:transparent;color:transparent;border:null;}";
 
 } // namespace
 
@@ -52,12 +53,9 @@ ListView::ListView(QWidget *parent)
     , m_dragging(false)
     , m_pressed(false)
     , m_customBarWanted(true)
-    , m_rowsOpaque(false)
     , m_customBar(nullptr)
 {
     verticalScrollBar()->setStyleSheet(QLatin1String(nativeBarSheet));
-    // It cannot be seen, and every step would draw it anew.
-    verticalScrollBar()->setUpdatesEnabled(false);
     m_customBar = new LvScrollBar(this);
     m_customBar->setStyleSheet(QLatin1String(customBarSheet));
     placeCustomBar();
@@ -80,12 +78,6 @@ void ListView::setCustomScrollBarVisible(bool visible)
 {
     m_customBarWanted = visible;
     showCustomBarWhenNeeded();
-}
-
-void ListView::setRowsOpaque(bool opaque)
-{
-    m_rowsOpaque = opaque;
-    updateOpacity();
 }
 
 void ListView::pressedTimeoutSlot()
@@ -175,13 +167,6 @@ void ListView::click(const QModelIndex &index)
     QCoreApplication::sendEvent(parent(), &beep);
 }
 
-void ListView::updateOpacity()
-{
-    const QScrollBar *native = verticalScrollBar();
-    viewport()->setAttribute(Qt::WA_OpaquePaintEvent,
-                             m_rowsOpaque && native->maximum() > native->minimum());
-}
-
 void ListView::placeCustomBar()
 {
     m_customBar->setGeometry(QRect(QPoint(width() - 70, 16), QPoint(width() - 11, height() - 13)));
@@ -212,5 +197,4 @@ void ListView::connectBars()
     connect(native, &QScrollBar::rangeChanged, m_customBar, &QScrollBar::setRange);
     connect(m_customBar, &QScrollBar::valueChanged, native, &QScrollBar::setValue);
     connect(m_customBar, &QScrollBar::rangeChanged, native, &QScrollBar::setRange);
-    connect(native, &QScrollBar::rangeChanged, this, &ListView::updateOpacity);
 }

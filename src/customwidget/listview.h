@@ -24,10 +24,6 @@ public:
     /// Whether the wide bar is shown while there is something to scroll; it is at first.
     void setCustomScrollBarVisible(bool visible);
 
-    /// Promises that the rows leave nothing of what is below them visible, so that a list which
-    /// they fill need not paint that first.
-    void setRowsOpaque(bool opaque);
-
 public slots:
     /// Announces the row under the finger as pressed; called at the press itself.
     void pressedTimeoutSlot();
@@ -54,7 +50,6 @@ private:
     void placeCustomBar();
     void showCustomBarWhenNeeded();
     void connectBars();
-    void updateOpacity();
     void beginDrag();
     void dragTo(int y);
     void click(const QModelIndex &index);
@@ -64,7 +59,6 @@ private:
     bool m_dragging;
     bool m_pressed;
     bool m_customBarWanted;
-    bool m_rowsOpaque;
     QModelIndex m_pressedIndex;
     LvScrollBar *m_customBar;
 };

@@ -1,23 +1,13 @@
 #include "lvscrollbar.h"
 
-#include "factorydebug/trace.h"
+#include "common/trace.h"
 
 #include <QMouseEvent>
-#include <QPainter>
-#include <QStyle>
-#include <QStyleOptionSlider>
 
 namespace
 {
 
-const int dragDistance = 6;
-
-QPixmap transparent(const QSize &size)
-{
-    QPixmap pixmap(size);
-    pixmap.fill(Qt::transparent);
-    return pixmap;
-}
+constexpr int dragDistance = 6;
 
 } // namespace
 
@@ -26,57 +16,6 @@ LvScrollBar::LvScrollBar(QWidget *parent)
     , m_dragging(false)
     , m_pressed(false)
 {
-}
-
-void LvScrollBar::paintEvent(QPaintEvent *event)
-{
-    if (m_pressed) {
-        // Only the base knows what the finger is on.
-        QScrollBar::paintEvent(event);
-        return;
-    }
-    QStyleOptionSlider option;
-    initStyleOption(&option);
-    const QRect handle =
-        style()->subControlRect(QStyle::CC_ScrollBar, &option, QStyle::SC_ScrollBarSlider, this);
-    if (m_bar.size() != size()) {
-        m_bar = drawnBar(option);
-    }
-    if (m_handle.size() != handle.size()) {
-        m_handle = drawnHandle(option, handle.size());
-    }
-    QPainter painter(this);
-    painter.drawPixmap(0, 0, m_bar);
-    painter.drawPixmap(handle.topLeft(), m_handle);
-}
-
-/// Without its handle, and without what is above and below that: it has no colour.
-QPixmap LvScrollBar::drawnBar(QStyleOptionSlider option) const
-{
-    QPixmap pixmap = transparent(size());
-    QPainter painter(&pixmap);
-    option.subControls = QStyle::SC_ScrollBarAddLine | QStyle::SC_ScrollBarSubLine;
-    style()->drawComplexControl(QStyle::CC_ScrollBar, &option, &painter, this);
-    return pixmap;
-}
-
-QPixmap LvScrollBar::drawnHandle(QStyleOptionSlider option, const QSize &size) const
-{
-    QPixmap pixmap = transparent(size);
-    if (pixmap.isNull()) { // A long list's handle has no height.
-        return pixmap;
-    }
-    QPainter painter(&pixmap);
-    option.rect = QRect(QPoint(), size);
-    style()->drawControl(QStyle::CE_ScrollBarSlider, &option, &painter, this);
-    return pixmap;
-}
-
-void LvScrollBar::changeEvent(QEvent *event)
-{
-    m_bar = QPixmap();
-    m_handle = QPixmap();
-    QScrollBar::changeEvent(event);
 }
 
 void LvScrollBar::mousePressEvent(QMouseEvent *event)

@@ -1,12 +1,11 @@
 #include "btsnoopcopy.h"
 
-#include "shelltext.h"
-#include "trace.h"
+#include "common/fileexists.h"
+#include "common/runcommand.h"
+#include "common/shelltext.h"
+#include "common/trace.h"
 
 #include <QByteArray>
-
-#include <cstdlib>
-#include <unistd.h>
 
 namespace
 {
@@ -21,7 +20,7 @@ struct LogFolder
     const char *copyLog;
 };
 
-const LogFolder logFolders[] = {
+constexpr LogFolder logFolders[] = {
     {"%s/userdata", "%s/userdata/btsnoop.log", "rm %s/userdata/btsnoop.log", "mkdir -p %s/userdata",
      "cp /media/flash/userdata/btsnoop.log %s/userdata"},
     {"%s/nvm", "%s/nvm/btsnoop.log", "rm %s/nvm/btsnoop.log", "mkdir -p %s/nvm",
@@ -40,7 +39,6 @@ public:
 private:
     bool format(const char *text);
     bool exists(const char *path);
-    void run(const char *command);
     void runThenSync(const char *command);
 
     const QByteArray m_device;
@@ -83,19 +81,15 @@ bool BtsnoopCopy::format(const char *text)
 
 bool BtsnoopCopy::exists(const char *path)
 {
-    return format(path) && access(m_buffer, F_OK) == 0;
+    return format(path) && fileExists(m_buffer);
 }
 
 void BtsnoopCopy::runThenSync(const char *command)
 {
-    run(command);
-    run("sync");
-}
-
-void BtsnoopCopy::run(const char *command)
-{
-    const int status = format(command) ? std::system(m_buffer) : -1;
-    Q_UNUSED(status);
+    if (format(command)) {
+        runCommand(m_buffer);
+    }
+    runCommand("sync");
 }
 
 } // namespace

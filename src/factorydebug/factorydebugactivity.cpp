@@ -2,7 +2,8 @@
 
 #include "factorydebugproperty.h"
 #include "factorydebugview.h"
-#include "trace.h"
+
+#include "common/trace.h"
 
 #include "kvappframework/eventprivatedata.h"
 #include "kvappframework/module.h"

@@ -1,132 +1,72 @@
 #include "factorydebugview.h"
 
 #include "btsnoopcopy.h"
+#include "menubutton.h"
 #include "statusbar.h"
-#include "trace.h"
+#include "usbmediatest.h"
 
-#include "gps/cgpscompage.h"
-#include "setup/csetupalstest.h"
-#include "setup/csetupkeylight.h"
-#include "setup/csetuppanelform.h"
-#include "system/cdevsinfopage.h"
-#include "system/csysctrlpage.h"
-#include "system/vendordataview.h"
-#include "usbtest/ncmtestview.h"
-#include "usbtest/usbeyetestview.h"
+#include "common/trace.h"
+#include "gps/gpscomage.h"
 #include "usbtest/usbteststate.h"
 #include "usbtest/usbtestview.h"
 
 #include "kvappframework/activitymanager.h"
-#include "kvappframework/modulemanager.h"
 #include "kvappframework/uimanager.h"
 #include "kvwidget/kvbackgroundimage.h"
 #include "kvwidget/kviconbutton.h"
 #include "kvwidget/popupview.h"
 #include "service/comsysconfig.h"
-#include "service/filedeviceparser.h"
-#include "service/mediaplaymodule.h"
 
 #include <QPainter>
+
+#include <algorithm>
+#include <iterator>
 
 using namespace kvappframework;
 
 namespace
 {
-
-struct MenuItem
-{
-    const char *label;
-    const char *id;
-};
-
-const MenuItem menuItems[] = {
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "USB Test"), "usbtest"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "USB Eye"), "usbeye"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "NCM Test"), "ncmtest"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "KeyColor"), "keycolor"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "Vendordata"), "vendordata"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "GPS Update"), "gps"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "ALS Test"), "als"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "Product"), "pdtVer"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "SysCtrl"), "sysCtrl"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "Panel Config"), "idPanel"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "Copy Btsnoop"), "idCopyBtsnoop"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "Capture"), "idCapture"},
-    {QT_TRANSLATE_NOOP("FactoryDebugView", "Start USB Test"), "startUSBTest"},
-};
-
-const int menuColumns = 3;
-const int captureNoticeMs = 2000;
-
-QRect viewRect()
-{
-    return QRect(QPoint(0, 0), QPoint(799, 479));
+using View = FactoryDebugView;
 }
 
-/// Below the status bar, but for the last two rows.
-QRect pageRect()
-{
-    return QRect(QPoint(0, 66), QPoint(799, 477));
-}
-
-QStringList mountedDevices()
-{
-    return FileDeviceParser::getInstance()->getMountDeviceByType(FileDeviceParser::MediaType1);
-}
-
-void setMediaplayUsbTesting()
-{
-    const auto mediaplay = qSharedPointerDynamicCast<MediaplayModulePlugin>(
-        ModuleManager::self()->getModule(QStringLiteral("mediaplay")));
-    if (!mediaplay.isNull()) {
-        mediaplay->getMediaplayModule()->setUSBTesting(true);
-    }
-}
-
-template <typename Page> void deletePage(Page *&page)
-{
-    delete page;
-    page = nullptr;
-}
-
-} // namespace
-
-const FactoryDebugView::Action FactoryDebugView::actions[] = {
-    {"return", &FactoryDebugView::leavePage, false},
-    {"exit", &FactoryDebugView::closeActivity, false},
-    {"usbtest", &FactoryDebugView::showUsbTestView, true},
-    {"usbeye", &FactoryDebugView::showUsbEyeTestView, true},
-    {"ncmtest", &FactoryDebugView::showNCMTestView, true},
-    {"keycolor", &FactoryDebugView::showKeyColorView, true},
-    {"vendordata", &FactoryDebugView::showVendorDataView, true},
-    {"gps", &FactoryDebugView::showGpsView, false},
-    {"als", &FactoryDebugView::showALSTestView, true},
-    {"pdtVer", &FactoryDebugView::showProductView, true},
-    {"sysCtrl", &FactoryDebugView::showSysCtrlView, true},
-    {"idPanel", &FactoryDebugView::showPanelView, true},
-    {"idCopyBtsnoop", &FactoryDebugView::copyBtsnoop, false},
-    {"idCapture", &FactoryDebugView::flipCapture, false},
-    {"startUSBTest", &FactoryDebugView::startUsbTest, false},
+/// In the menu's order, which is also that in which ids are compared and pages closed.
+const FactoryDebugView::MenuItem FactoryDebugView::menu[] = {
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "USB Test"), "usbtest", &View::showUsbTestView,
+     &View::hideUsbTestView, true},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "USB Eye"), "usbeye", &View::showUsbEyeTestView,
+     &View::hideUsbEyeTestView, true},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "NCM Test"), "ncmtest", &View::showNCMTestView,
+     &View::hideNCMTestView, true},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "KeyColor"), "keycolor", &View::showKeyColorView,
+     &View::hideKeyColorView, true},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "Vendordata"), "vendordata", &View::showVendorDataView,
+     &View::hideVendorDataView, true},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "GPS Update"), "gps", &View::showGpsView,
+     &View::hideGpsView, false},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "ALS Test"), "als", &View::showALSTestView,
+     &View::hideALSTestView, true},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "Product"), "pdtVer", &View::showProductView,
+     &View::hideProductView, true},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "SysCtrl"), "sysCtrl", &View::showSysCtrlView,
+     &View::hideSysCtrlView, true},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "Panel Config"), "idPanel", &View::showPanelView,
+     &View::hidePanelView, true},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "Copy Btsnoop"), "idCopyBtsnoop", &View::copyBtsnoop,
+     nullptr, false},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "Capture"), "idCapture", &View::flipCapture, nullptr,
+     false},
+    {QT_TRANSLATE_NOOP("FactoryDebugView", "Start USB Test"), "startUSBTest", &View::startUsbTest,
+     nullptr, false},
 };
 
 FactoryDebugView::FactoryDebugView(QWidget *parent)
     : KvWidget(parent)
-    , m_statusBar(nullptr)
-    , m_usbTestView(nullptr)
-    , m_usbEyeTestView(nullptr)
-    , m_ncmTestView(nullptr)
-    , m_keyColorView(nullptr)
-    , m_vendorDataView(nullptr)
-    , m_alsTestView(nullptr)
-    , m_productView(nullptr)
-    , m_sysCtrlView(nullptr)
-    , m_panelView(nullptr)
+    , m_statusBar(new StatusBar(this))
     , m_shade(nullptr)
     , m_capturePopup(nullptr)
 {
-    m_statusBar = new StatusBar(this);
     connect(m_statusBar, &StatusBar::buttonClicked, this, &FactoryDebugView::buttonClicked);
-    setGeometry(viewRect());
+    setGeometry(QRect(QPoint(0, 0), QPoint(799, 479)));
     initFactoryWidget();
 }
 
@@ -138,65 +78,53 @@ FactoryDebugView::~FactoryDebugView()
 
 void FactoryDebugView::initFactoryWidget()
 {
-    // The bottom right corner stays the first button's; a button whose rectangle comes out empty
-    // takes the size of its image.
+    // The bottom right corner stays the first button's.
     QRect rect(QPoint(65, 90), QPoint(274, 149));
-    int index = 0;
-    for (const MenuItem &item : menuItems) {
-        rect.setLeft(65 + 230 * (index % menuColumns));
-        rect.setTop(90 + 80 * (index / menuColumns));
-        m_buttons.append(createMenuButton(rect, item.label, item.id));
-        ++index;
+    for (const MenuItem &item : menu) {
+        const int columns = 3;
+        rect.setLeft(65 + 230 * (m_buttons.size() % columns));
+        rect.setTop(90 + 80 * (m_buttons.size() / columns));
+        KvIconButton *button =
+            createMenuButton(rect, tr(item.label), QString::fromLatin1(item.id), this);
+        connect(button, &KvIconButton::btnClicked, this, &FactoryDebugView::buttonClicked);
+        m_buttons.append(button);
     }
-}
-
-KvIconButton *FactoryDebugView::createMenuButton(const QRect &rect, const char *label,
-                                                 const char *id)
-{
-    const QColor textColor(240, 240, 240, 255);
-    auto *button = new KvIconButton(this);
-    button->setGeometry(rect);
-    button->setNormalImage(QPixmap(QStringLiteral(":/images/btn210x60_n.png")));
-    button->setOverImage(QPixmap(QStringLiteral(":/images/btn210x60_p.png")));
-    button->setShowMode(KvIconButton::ShowImageText);
-    button->setTextSize(28);
-    button->setNormalTextColor(textColor);
-    button->setPressTextColor(textColor);
-    button->setDisplayText(tr(label));
-    button->setButtonID(QString::fromLatin1(id));
-    connect(button, &KvIconButton::btnClicked, this, &FactoryDebugView::buttonClicked);
-    return button;
 }
 
 void FactoryDebugView::buttonClicked(QString id)
 {
     FACTORY_TRACE << "id:" << id;
-    for (const Action &action : actions) {
-        if (id == QLatin1String(action.id)) {
-            if (action.replacesPage) {
-                hideSubViewPage();
-            }
-            // The action may be the end of this view.
-            (this->*action.run)();
-            return;
+    const auto isMeant = [&id](const MenuItem &item) { return id == QLatin1String(item.id); };
+    const MenuItem *item = std::find_if(std::begin(menu), std::end(menu), isMeant);
+    if (id == QLatin1String("return")) {
+        leavePage();
+    } else if (id == QLatin1String("exit")) {
+        closeActivity();
+    } else if (item != std::end(menu)) {
+        if (item->replacesPage) {
+            hideSubViewPage();
         }
+        // The action may be the end of this view.
+        (this->*item->action)();
     }
 }
 
 void FactoryDebugView::leavePage()
 {
-    if (m_usbTestView != nullptr && usbTestListType != UsbTestTopList) {
-        m_usbTestView->statusBarButtonClicked(QStringLiteral("return"));
+    auto *usbTest = static_cast<USBTestView *>(m_pages[hostedpages::UsbTest].data());
+    if (usbTest != nullptr && usbTestListType != UsbTestTopList) {
+        usbTest->statusBarButtonClicked(QStringLiteral("return"));
     } else if (isPageOpen()) {
         showButtons();
     }
 }
 
+/// Also while the menu is hidden for a page that has deleted itself.
 bool FactoryDebugView::isPageOpen() const
 {
-    return m_usbTestView != nullptr || m_usbEyeTestView != nullptr || m_ncmTestView != nullptr
-        || m_keyColorView != nullptr || m_vendorDataView != nullptr || m_alsTestView != nullptr
-        || m_productView != nullptr || m_sysCtrlView != nullptr || m_panelView != nullptr;
+    return std::any_of(std::begin(m_pages), std::end(m_pages),
+                       [](const QPointer<QObject> &page) { return !page.isNull(); })
+        || m_buttons.first()->isHidden();
 }
 
 void FactoryDebugView::closeActivity()
@@ -228,11 +156,8 @@ void FactoryDebugView::startUsbTest()
     if (devices.isEmpty()) {
         return;
     }
-    FileDeviceParser::getInstance()->startParser(devices.last());
-    closeActivity();
-    // A framework may have deleted this view by now: nothing of it is used any more.
-    setMediaplayUsbTesting();
-    ActivityManager::self()->startActivity(QStringLiteral("usb"), 0);
+    // The framework may delete this view meanwhile.
+    startUsbMediaTest(devices.last());
 }
 
 void FactoryDebugView::captureStatusShow(bool on)
@@ -242,7 +167,7 @@ void FactoryDebugView::captureStatusShow(bool on)
         m_capturePopup->setButtonType(PopupView::NoButton);
     }
     m_capturePopup->setText(on ? tr("capture turned on") : tr("capture turned off"));
-    m_capturePopup->setShowTimeout(captureNoticeMs);
+    m_capturePopup->setShowTimeout(2000);
     m_capturePopup->show();
 }
 
@@ -275,101 +200,32 @@ void FactoryDebugView::hideButtons()
     }
 }
 
-void FactoryDebugView::hideSubViewPage()
-{
-    hideButtons();
-    hideAllSubPage();
-}
-
 void FactoryDebugView::hideAllSubPage()
 {
-    hideUsbTestView();
-    hideUsbEyeTestView();
-    hideNCMTestView();
-    hideKeyColorView();
-    hideVendorDataView();
-    hideGpsView();
-    hideALSTestView();
-    hideProductView();
-    hideSysCtrlView();
-    hidePanelView();
-}
-
-void FactoryDebugView::showUsbTestView()
-{
-    FACTORY_TRACE << "showUsbTestView";
-    if (m_usbTestView == nullptr) {
-        m_usbTestView = new USBTestView(this);
-        connect(m_usbTestView, &USBTestView::setTitle, m_statusBar, &StatusBar::interSecondary);
+    for (const MenuItem &item : menu) {
+        if (item.closePage != nullptr) {
+            (this->*item.closePage)();
+        }
     }
-    m_statusBar->interSecondary(tr("USB Test"));
 }
 
-void FactoryDebugView::hideUsbTestView()
+void FactoryDebugView::openPage(const char *operation, hostedpages::Slot slot)
 {
-    FACTORY_TRACE << "hideUsbTestView";
-    deletePage(m_usbTestView);
-}
-
-void FactoryDebugView::showUsbEyeTestView()
-{
-    FACTORY_TRACE << "showUsbEyeTestView";
-    if (m_usbEyeTestView == nullptr) {
-        m_usbEyeTestView = new USBEyeTestView(this);
+    FACTORY_TRACE << operation;
+    QPointer<QObject> &page = m_pages[slot];
+    if (page.isNull()) {
+        page = hostedpages::make(slot, this, m_statusBar);
     }
-    m_statusBar->interSecondary(tr("USB Eye Test"));
-}
-
-void FactoryDebugView::hideUsbEyeTestView()
-{
-    FACTORY_TRACE << "hideUsbEyeTestView";
-    deletePage(m_usbEyeTestView);
-}
-
-void FactoryDebugView::showNCMTestView()
-{
-    FACTORY_TRACE << "showNCMTestView";
-    if (m_ncmTestView == nullptr) {
-        m_ncmTestView = new NCMTestView(this);
+    if (auto *widget = qobject_cast<QWidget *>(page.data())) {
+        widget->show();
     }
-    m_statusBar->interSecondary(tr("NCM Test"));
+    m_statusBar->interSecondary(tr(hostedpages::title(slot)));
 }
 
-void FactoryDebugView::hideNCMTestView()
+void FactoryDebugView::closePage(const char *operation, hostedpages::Slot slot)
 {
-    FACTORY_TRACE << "hideNCMTestView";
-    deletePage(m_ncmTestView);
-}
-
-void FactoryDebugView::showKeyColorView()
-{
-    FACTORY_TRACE << "showKeyColorView";
-    if (m_keyColorView == nullptr) {
-        m_keyColorView = new CSetupKeyLight(pageRect(), this);
-    }
-    m_keyColorView->show();
-    m_statusBar->interSecondary(tr("KeyColor Set"));
-}
-
-void FactoryDebugView::hideKeyColorView()
-{
-    FACTORY_TRACE << "hideKeyColorView";
-    deletePage(m_keyColorView);
-}
-
-void FactoryDebugView::showVendorDataView()
-{
-    FACTORY_TRACE << "showVendorDataView";
-    if (m_vendorDataView == nullptr) {
-        m_vendorDataView = new VendorDataView(this);
-    }
-    m_statusBar->interSecondary(tr("VendorData Set"));
-}
-
-void FactoryDebugView::hideVendorDataView()
-{
-    FACTORY_TRACE << "hideVendorDataView";
-    deletePage(m_vendorDataView);
+    FACTORY_TRACE << operation;
+    delete m_pages[slot].data();
 }
 
 void FactoryDebugView::showGpsView()
@@ -383,72 +239,6 @@ void FactoryDebugView::showGpsView()
 void FactoryDebugView::hideGpsView()
 {
     FACTORY_TRACE << "hideGpsView";
-}
-
-void FactoryDebugView::showALSTestView()
-{
-    FACTORY_TRACE << "showALSTestView";
-    if (m_alsTestView == nullptr) {
-        m_alsTestView = new CSetupALSTest(pageRect(), this);
-    }
-    m_alsTestView->show();
-    m_statusBar->interSecondary(tr("ALS Test"));
-}
-
-void FactoryDebugView::hideALSTestView()
-{
-    FACTORY_TRACE << "hideALSTestView";
-    deletePage(m_alsTestView);
-}
-
-void FactoryDebugView::showProductView()
-{
-    FACTORY_TRACE << "showProductView";
-    if (m_productView == nullptr) {
-        m_productView = new CDevsInfoPage(pageRect(), this);
-    }
-    m_productView->show();
-    m_statusBar->interSecondary(tr("Product Version"));
-}
-
-void FactoryDebugView::hideProductView()
-{
-    FACTORY_TRACE << "hideProductView";
-    deletePage(m_productView);
-}
-
-void FactoryDebugView::showSysCtrlView()
-{
-    FACTORY_TRACE << "showSysCtrlView";
-    if (m_sysCtrlView == nullptr) {
-        m_sysCtrlView = new CSysCtrlPage(pageRect(), this);
-        connect(m_sysCtrlView, &CSysCtrlPage::sigShowMaskBg, this,
-                &FactoryDebugView::showMaskBgSlot);
-    }
-    m_sysCtrlView->show();
-    m_statusBar->interSecondary(tr("System Control"));
-}
-
-void FactoryDebugView::hideSysCtrlView()
-{
-    FACTORY_TRACE << "hideSysCtrlView";
-    deletePage(m_sysCtrlView);
-}
-
-void FactoryDebugView::showPanelView()
-{
-    FACTORY_TRACE << "showPanelView";
-    if (m_panelView == nullptr) {
-        m_panelView = new CSetupPanelForm(pageRect(), this);
-    }
-    m_panelView->show();
-    m_statusBar->interSecondary(tr("Panel Config"));
-}
-
-void FactoryDebugView::hidePanelView()
-{
-    FACTORY_TRACE << "hidePanelView";
-    deletePage(m_panelView);
 }
 
 void FactoryDebugView::paintEvent(QPaintEvent *event)

@@ -1,22 +1,16 @@
 #pragma once
 
+#include "hostedpages.h"
+
 #include "kvwidget/kvwidget.h"
 
 #include <QList>
+#include <QPointer>
 
-class CDevsInfoPage;
-class CSetupALSTest;
-class CSetupKeyLight;
-class CSetupPanelForm;
-class CSysCtrlPage;
 class KvBackgroundImage;
 class KvIconButton;
-class NCMTestView;
 class PopupView;
 class StatusBar;
-class USBEyeTestView;
-class USBTestView;
-class VendorDataView;
 
 /// The whole factory-debug screen, 800 x 480: the status bar, the menu of buttons below it, and in
 /// the menu's place at most one page at a time, made when it is opened and deleted when it is left.
@@ -34,33 +28,38 @@ public:
     void showButtons();
     void hideButtons();
     /// Hides the menu and deletes the page, to make room for another.
-    void hideSubViewPage();
+    void hideSubViewPage()
+    {
+        hideButtons();
+        hideAllSubPage();
+    }
     void hideAllSubPage();
     /// Shows for two seconds whether screen capture is on.
     void captureStatusShow(bool on);
 
-    void showUsbTestView();
-    void hideUsbTestView();
-    void showUsbEyeTestView();
-    void hideUsbEyeTestView();
-    void showNCMTestView();
-    void hideNCMTestView();
-    void showKeyColorView();
-    void hideKeyColorView();
-    void showVendorDataView();
-    void hideVendorDataView();
+    void showUsbTestView() { openPage("showUsbTestView", hostedpages::UsbTest); }
+    void showUsbEyeTestView() { openPage("showUsbEyeTestView", hostedpages::UsbEye); }
+    void showNCMTestView() { openPage("showNCMTestView", hostedpages::Ncm); }
+    void showKeyColorView() { openPage("showKeyColorView", hostedpages::KeyColor); }
+    void showVendorDataView() { openPage("showVendorDataView", hostedpages::VendorData); }
     /// Opens a page of its own over everything, a new one on every call.
     void showGpsView();
+    void showALSTestView() { openPage("showALSTestView", hostedpages::Als); }
+    void showProductView() { openPage("showProductView", hostedpages::Product); }
+    void showSysCtrlView() { openPage("showSysCtrlView", hostedpages::SysCtrl); }
+    void showPanelView() { openPage("showPanelView", hostedpages::Panel); }
+
+    void hideUsbTestView() { closePage("hideUsbTestView", hostedpages::UsbTest); }
+    void hideUsbEyeTestView() { closePage("hideUsbEyeTestView", hostedpages::UsbEye); }
+    void hideNCMTestView() { closePage("hideNCMTestView", hostedpages::Ncm); }
+    void hideKeyColorView() { closePage("hideKeyColorView", hostedpages::KeyColor); }
+    void hideVendorDataView() { closePage("hideVendorDataView", hostedpages::VendorData); }
     /// Does nothing: the GPS page closes itself.
     void hideGpsView();
-    void showALSTestView();
-    void hideALSTestView();
-    void showProductView();
-    void hideProductView();
-    void showSysCtrlView();
-    void hideSysCtrlView();
-    void showPanelView();
-    void hidePanelView();
+    void hideALSTestView() { closePage("hideALSTestView", hostedpages::Als); }
+    void hideProductView() { closePage("hideProductView", hostedpages::Product); }
+    void hideSysCtrlView() { closePage("hideSysCtrlView", hostedpages::SysCtrl); }
+    void hidePanelView() { closePage("hidePanelView", hostedpages::Panel); }
 
 public slots:
     /// Does what the button with this id stands for; an unknown id does nothing.
@@ -74,16 +73,20 @@ protected:
 private:
     Q_DISABLE_COPY(FactoryDebugView)
 
-    struct Action
+    /// A button of the menu, and what it stands for.
+    struct MenuItem
     {
+        const char *label; ///< not yet translated
         const char *id;
-        void (FactoryDebugView::*run)();
-        bool replacesPage;
+        void (FactoryDebugView::*action)();
+        void (FactoryDebugView::*closePage)(); ///< of the page that it opens; null without a page
+        bool replacesPage;                     ///< the page takes the menu's place
     };
 
-    static const Action actions[];
+    static const MenuItem menu[];
 
-    KvIconButton *createMenuButton(const QRect &rect, const char *label, const char *id);
+    void openPage(const char *operation, hostedpages::Slot slot);
+    void closePage(const char *operation, hostedpages::Slot slot);
     bool isPageOpen() const;
 
     void leavePage();
@@ -94,15 +97,8 @@ private:
 
     StatusBar *m_statusBar;
     QList<KvIconButton *> m_buttons;
-    USBTestView *m_usbTestView;
-    USBEyeTestView *m_usbEyeTestView;
-    NCMTestView *m_ncmTestView;
-    CSetupKeyLight *m_keyColorView;
-    VendorDataView *m_vendorDataView;
-    CSetupALSTest *m_alsTestView;
-    CDevsInfoPage *m_productView;
-    CSysCtrlPage *m_sysCtrlView;
-    CSetupPanelForm *m_panelView;
+    // Null where none is open; a page may delete itself.
+    QPointer<QObject> m_pages[hostedpages::SlotCount];
     KvBackgroundImage *m_shade;
     PopupView *m_capturePopup;
 };

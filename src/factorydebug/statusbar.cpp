@@ -1,7 +1,8 @@
 #include "statusbar.h"
 
-#include "trace.h"
 #include "ui_statusbar.h"
+
+#include "common/trace.h"
 
 #include "kvwidget/kviconbutton.h"
 

@@ -2,7 +2,7 @@
 
 #include "ui_gpsfwinfoform.h"
 
-#include "factorydebug/trace.h"
+#include "common/trace.h"
 
 #include "service/printlogex.h"
 

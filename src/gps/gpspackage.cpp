@@ -8,20 +8,23 @@
 #include <cstdio>
 #include <cstring>
 #include <memory>
+#include <vector>
 
 namespace
 {
 
-const std::uint32_t headerSize = 32;
-const std::uint16_t headerCrcLength = 28;
-const std::size_t sumOffset = 4;
-const std::size_t lengthOffset = 12;
-const std::size_t crcOffset = 28;
-const int dumpColumns = 16;
+constexpr std::uint32_t headerSize = 32;
+constexpr std::uint16_t headerCrcLength = 28;
+constexpr std::size_t sumOffset = 4;
+constexpr std::size_t lengthOffset = 12;
+constexpr std::size_t crcOffset = 28;
+constexpr int dumpColumns = 16;
 
-/// What one read takes from a payload: whole words, and enough of them that the calls cost little
-/// beside the sum.
-const std::uint32_t pieceSize = 65536;
+constexpr std::size_t payloadBufferSize = 4096;
+constexpr std::uint32_t readSize = 1024;
+
+/// The stream's own buffer, so large that the calls of the system cost little beside the sum.
+constexpr std::size_t streamBufferSize = 65536;
 
 using File = std::unique_ptr<std::FILE, int (*)(std::FILE *)>;
 
@@ -50,15 +53,16 @@ std::uint32_t sumOfWords(const unsigned char *bytes, std::size_t words)
 bool sumPayload(std::FILE *file, std::uint32_t length, std::uint32_t *sum)
 {
     const std::size_t wordSize = sizeof *sum;
-    unsigned char piece[pieceSize + wordSize];
+    unsigned char payload[payloadBufferSize];
     *sum = 0;
     while (length != 0) {
-        const std::size_t count = std::fread(piece, 1, std::min(length, pieceSize), file);
+        // Cleared for each reading: the last word may be a partial one.
+        std::memset(payload, 0, sizeof payload);
+        const std::size_t count = std::fread(payload, 1, std::min(length, readSize), file);
         if (count == 0) {
             return false;
         }
-        std::memset(piece + count, 0, wordSize);
-        *sum += sumOfWords(piece, (count + wordSize - 1) / wordSize);
+        *sum += sumOfWords(payload, (count + wordSize - 1) / wordSize);
         length -= static_cast<std::uint32_t>(count);
     }
     return true;
@@ -123,12 +127,14 @@ int get_file_size(const char *path)
 int check_file(const char *path, std::uint32_t magic)
 {
     static_cast<void>(magic);
+    std::vector<char> streamBuffer(streamBufferSize); // outlives the stream
     const File file(std::fopen(path, "rb"), std::fclose);
     if (file == nullptr) {
         std::printf("\n can't open this file or not exist!(errno=%d:%s) \n", errno,
                     std::strerror(errno));
         return -1;
     }
+    std::setvbuf(file.get(), streamBuffer.data(), _IOFBF, streamBuffer.size());
     const int size = get_file_size(path);
     std::printf("file size [%d]\n", size);
     if (size == 0) {

@@ -7,6 +7,7 @@
 #include <unistd.h>
 
 #include <cerrno>
+#include <cstdint>
 #include <cstdio>
 #include <cstdlib>
 #include <cstring>
@@ -16,21 +17,22 @@ int use_select_wait = 0;
 namespace
 {
 
-const char serialPort[] = "/dev/ttyS3";
+constexpr char serialPort[] = "/dev/ttyS3";
 
-const int selectTimeoutUs = 100;
-const int selectRounds = 2;
-const int selectLimit = 1024; // of descriptors
-const int pollUs = 1000;
-const int measurements = 10;
-const int lineLostStatus = -5;
+constexpr int selectTimeoutUs = 100;
+constexpr int selectRounds = 2;
+constexpr int selectLimit = 1024; // of descriptors
+constexpr int pollUs = 1000;
+constexpr int measurements = 10;
+constexpr int lineLostStatus = -5;
 
-int microsecondsSince(const timeval &begin)
+/// In 64 bits: a clock that is set meanwhile, by half an hour and more, must not overflow it.
+std::int64_t microsecondsSince(const timeval &begin)
 {
     timeval now;
     gettimeofday(&now, nullptr);
-    return static_cast<int>(now.tv_usec - begin.tv_usec)
-        + 1000000 * static_cast<int>(now.tv_sec - begin.tv_sec);
+    return std::int64_t(now.tv_usec) - begin.tv_usec
+        + 1000000 * (std::int64_t(now.tv_sec) - begin.tv_sec);
 }
 
 int selectReadable(int fd)

@@ -1,49 +1,37 @@
 #include "gpsupgrade.h"
 
-#include "deadline.h"
-#include "gpspackage.h"
 #include "gpsserial.h"
+#include "receiverdeadline.h"
 #include "xmodemsender.h"
 
-#include <sched.h>
 #include <termios.h>
 #include <unistd.h>
 
-#include <algorithm>
 #include <cctype>
-#include <cerrno>
 #include <cstdio>
 #include <cstring>
-#include <string>
-#include <vector>
 
 namespace
 {
 
-const std::uint32_t bootloaderMagic = 0xF0F1F2F3;
-const std::uint32_t firmwareMagic = 0xF3F4F5F6;
+constexpr int upgraded = 0;
+constexpr int bootloaderFailed = -3;
+constexpr int firmwareFailed = -4;
+constexpr int portClosed = -5;
 
-const int filesInvalid = -2;
-const int upgraded = 0;
-const int bootloaderFailed = -3;
-const int firmwareFailed = -4;
-const int portClosed = -5;
+constexpr unsigned int replySize = 1023;
 
-const int workerPriority = 50;
-const std::size_t mostGroups = 32;
-const unsigned int replySize = 1023;
-
-const char configurePort[] = "$CFGPRT,1,0,115200,3,3\n";
-const char queryProduct[] = "$PDTINFO\r\n";
-const char leaveLoader[] = "5\r\n";
-const char resetReceiver[] = "$RESET,hf0,hff\n";
-const char enterLoader[] = "M!T";
-const char loaderEntered[] = "YC";
-const char xmodemRequest = 'C';
-const char bootPrompt[] = "boot>";
-const char selectFlash[] = "2\r";
-const char flashSelected[] = "begin to update flash from uart";
-const char firstSentence[] = "$GNRMC";
+constexpr char configurePort[] = "$CFGPRT,1,0,115200,3,3\n";
+constexpr char queryProduct[] = "$PDTINFO\r\n";
+constexpr char leaveLoader[] = "5\r\n";
+constexpr char resetReceiver[] = "$RESET,hf0,hff\n";
+constexpr char enterLoader[] = "M!T";
+constexpr char loaderEntered[] = "YC";
+constexpr char xmodemRequest = 'C';
+constexpr char bootPrompt[] = "boot>";
+constexpr char selectFlash[] = "2\r";
+constexpr char flashSelected[] = "begin to update flash from uart";
+constexpr char firstSentence[] = "$GNRMC";
 
 void printTimeOut()
 {
@@ -140,8 +128,8 @@ bool GpsUpgrade::enterRomLoader()
 bool GpsUpgrade::waitForLoader()
 {
     const int carried = 2;
-    std::printf("waiting for YC, timeout is %d s\n", Deadline::seconds);
-    const Deadline deadline;
+    std::printf("waiting for YC, timeout is %d s\n", ReceiverDeadline::seconds);
+    const ReceiverDeadline deadline;
     while (!deadline.hasPassed()) {
         send(enterLoader);
         if (wait_readable(m_fd) <= 0) {
@@ -167,7 +155,7 @@ bool GpsUpgrade::waitForLoader()
 bool GpsUpgrade::waitForXmodemRequest()
 {
     char reply[1024];
-    const Deadline deadline;
+    const ReceiverDeadline deadline;
     while (!deadline.hasPassed()) {
         if (wait_readable(m_fd) <= 0) {
             continue;
@@ -222,7 +210,7 @@ bool GpsUpgrade::waitForFirmware()
     if (!waitForReply(firstSentence, 50000)) {
         return false;
     }
-    std::printf("\n===== THE UPGRADE IS SUCCESSFUL, reseting=====");
+    std::puts("\n===== THE UPGRADE IS SUCCESSFUL, reseting=====");
     return true;
 }
 
@@ -254,7 +242,7 @@ int GpsUpgrade::readReply()
 /// \a repeated again and again.
 bool GpsUpgrade::waitForReply(const char *wanted, useconds_t pauseUs, const char *repeated)
 {
-    const Deadline deadline;
+    const ReceiverDeadline deadline;
     while (!deadline.hasPassed()) {
         if (repeated != nullptr) {
             send(repeated);
@@ -272,67 +260,7 @@ bool GpsUpgrade::waitForReply(const char *wanted, useconds_t pauseUs, const char
     return false;
 }
 
-void takeRealTimePriority()
-{
-    sched_param parameters = sched_param();
-    parameters.sched_priority = workerPriority;
-    if (sched_setscheduler(0, SCHED_RR, &parameters) == 0) {
-        std::printf("sched_setscheduler with prio %d\n", workerPriority);
-    } else {
-        std::printf("warning: sched_setscheduler failed: %s\n", std::strerror(errno));
-    }
-}
-
-void printUser()
-{
-    std::vector<gid_t> groups(static_cast<std::size_t>(std::max(0, getgroups(0, nullptr))));
-    const int count = getgroups(static_cast<int>(groups.size()), groups.data());
-    groups.resize(std::min(static_cast<std::size_t>(std::max(0, count)), mostGroups));
-    std::string text;
-    for (const gid_t group : groups) {
-        text += ' ' + std::to_string(static_cast<int>(group));
-    }
-    std::printf("uid=%d, euid=%d, gid=%d, egid=%d, groups %s\n", static_cast<int>(getuid()),
-                static_cast<int>(geteuid()), static_cast<int>(getgid()),
-                static_cast<int>(getegid()), text.c_str());
-}
-
-bool checkBootloader(const char *path)
-{
-    std::printf("checking file: %s\n", path);
-    if (check_file(path, bootloaderMagic) != 0) {
-        std::puts("bootloader file error!");
-        return false;
-    }
-    return true;
-}
-
-bool checkFirmware(const char *path)
-{
-    std::printf("checking file: %s\n", path);
-    if (check_file(path, bootloaderMagic) != 0 && check_file(path, firmwareMagic) != 0) {
-        std::puts("firmware file error!");
-        return false;
-    }
-    return true;
-}
-
 } // namespace
-
-int checkGpsUpdateFile(const char *bootloaderPath, const char *firmwarePath)
-{
-    takeRealTimePriority();
-    printUser();
-    std::setvbuf(stdout, nullptr, _IONBF, 0);
-    std::puts("===== LODESTAR FIRMWARE UPGRADE =====");
-    if (!checkBootloader(bootloaderPath) || !checkFirmware(firmwarePath)) {
-        return filesInvalid;
-    }
-    check_select();
-    std::fflush(stdout);
-    std::fflush(stderr);
-    return 0;
-}
 
 int upgradeStart(const char *bootloaderPath, const char *firmwarePath)
 {

@@ -1,8 +1,8 @@
 #include "xmodemsender.h"
 
-#include "deadline.h"
 #include "gpspackage.h"
 #include "gpsserial.h"
+#include "receiverdeadline.h"
 
 #include <unistd.h>
 
@@ -13,21 +13,21 @@
 namespace
 {
 
-const unsigned char stx = 0x02;
-const unsigned char eot = 0x04;
-const unsigned char ack = 0x06;
-const unsigned char nak = 0x15;
-const unsigned char crcRequest = 'C';
-const unsigned char padding = 0x1A;
+constexpr unsigned char stx = 0x02;
+constexpr unsigned char eot = 0x04;
+constexpr unsigned char ack = 0x06;
+constexpr unsigned char nak = 0x15;
+constexpr unsigned char crcRequest = 'C';
+constexpr unsigned char padding = 0x1A;
 
-const std::size_t blockSize = 1024;
-const std::size_t dataOffset = 3;
-const std::size_t crcOffset = dataOffset + blockSize;
-const std::size_t frameSize = crcOffset + 2;
+constexpr std::size_t blockSize = 1024;
+constexpr std::size_t dataOffset = 3;
+constexpr std::size_t crcOffset = dataOffset + blockSize;
+constexpr std::size_t frameSize = crcOffset + 2;
 
-const int mostRetries = 10;
-const useconds_t answerPauseUs = 10000;
-const useconds_t retryPauseUs = 100;
+constexpr int mostRetries = 10;
+constexpr useconds_t answerPauseUs = 10000;
+constexpr useconds_t retryPauseUs = 100;
 
 /// One transfer of one file.
 class XmodemSender
@@ -51,7 +51,7 @@ private:
     void buildFrame();
     /// How many bytes got through; what does not is not answered, and that is what is looked at.
     int send(const unsigned char *bytes, std::size_t count);
-    bool waitForData(const Deadline &deadline);
+    bool waitForData(const ReceiverDeadline &deadline);
     void readAnswer();
 
     const int m_fd;
@@ -90,7 +90,7 @@ XmodemSender::State XmodemSender::start()
 {
     std::printf("Ready to send the file:%s\n", m_path);
     std::puts("Waiting for signal C/NAK!");
-    const Deadline deadline;
+    const ReceiverDeadline deadline;
     while (m_answer != crcRequest) {
         if (!waitForData(deadline)) {
             return timeOut();
@@ -134,7 +134,7 @@ XmodemSender::State XmodemSender::sendNextBlock()
     std::putchar('.');
     std::fflush(stdout);
 
-    if (!waitForData(Deadline())) {
+    if (!waitForData(ReceiverDeadline())) {
         return timeOut();
     }
     usleep(answerPauseUs);
@@ -156,7 +156,7 @@ XmodemSender::State XmodemSender::resendBlock()
     ++m_retries;
     const int written = send(m_frame, frameSize);
     std::printf("Retry for ACK,%d,%d...", m_block, written);
-    if (!waitForData(Deadline())) {
+    if (!waitForData(ReceiverDeadline())) {
         return timeOut();
     }
     usleep(retryPauseUs);
@@ -169,7 +169,7 @@ XmodemSender::State XmodemSender::finish()
 {
     m_answer = eot;
     std::puts("Complete ACK");
-    const Deadline deadline;
+    const ReceiverDeadline deadline;
     while (m_answer != ack) {
         if (deadline.hasPassed()) {
             return timeOut();
@@ -208,7 +208,7 @@ int XmodemSender::send(const unsigned char *bytes, std::size_t count)
     return static_cast<int>(write(m_fd, bytes, count));
 }
 
-bool XmodemSender::waitForData(const Deadline &deadline)
+bool XmodemSender::waitForData(const ReceiverDeadline &deadline)
 {
     while (!deadline.hasPassed()) {
         if (wait_readable(m_fd) > 0) {

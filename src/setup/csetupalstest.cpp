@@ -3,9 +3,10 @@
 #include "calcutelateval.h"
 #include "ui_csetupalsform.h"
 
+#include "common/blackpage.h"
+#include "common/storedsetting.h"
+
 #include "service/calsdevice.h"
-#include "service/datadefault.h"
-#include "service/datasavecontrol.h"
 #include "service/printlogex.h"
 #include "service/setupstridconst.h"
 
@@ -14,18 +15,16 @@
 namespace
 {
 
-const int initialValue = 50;
-const int lowestThreshold = 0;
-const int highestThreshold = 1000;
-const int dayIndex = 1;
-const int nightIndex = 2;
+constexpr int initialValue = 50;
+constexpr int lowestThreshold = 0;
+constexpr int highestThreshold = 1000;
+constexpr int dayIndex = 1;
+constexpr int nightIndex = 2;
 
 bool isDimmerAutomatic()
 {
-    const QString &key = SetupStrIdConst::setupDimmerItem;
-    const QVariant dimmer =
-        DataSaveControl::readSettingData(key, DataDefault::getDefault(key), QString());
-    return dimmer.toString() == SetupStrIdConst::setupDimmerItemAuto;
+    return storedSetting(SetupStrIdConst::setupDimmerItem).toString()
+        == SetupStrIdConst::setupDimmerItemAuto;
 }
 
 } // namespace
@@ -33,14 +32,13 @@ bool isDimmerAutomatic()
 CSetupALSTest::CSetupALSTest(QRect rect, QWidget *parent)
     : BaseView(QStringLiteral("ALS SENSOR DEBUG"), parent)
     , ui(new Ui_CSetupAlsForm)
-    , m_spare(initialValue)
-    , m_dayThreshold(initialValue)
-    , m_nightThreshold(initialValue)
+    , spare(initialValue)
+    , dayThreshold(initialValue)
+    , nightThreshold(initialValue)
 {
     setGeometry(rect);
     ui->setupUi(this);
-    setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0);"));
+    makeBlackPage(this);
     initButton();
     connect(CALSDevice::getInstance(), &CALSDevice::sigSensorValue, this,
             &CSetupALSTest::sensorValueSlot);
@@ -56,10 +54,10 @@ void CSetupALSTest::initButton()
          {ui->decreaseDay, ui->increaseDay, ui->decreaseNight, ui->increaseNight}) {
         connect(button, &KvHorStrButton::clicked, this, &CSetupALSTest::clickedAdjustItem);
     }
-    m_dayThreshold = CALSDevice::getInstance()->getCirticalValue(true);
-    m_nightThreshold = CALSDevice::getInstance()->getCirticalValue(false);
-    setValue(dayIndex, m_dayThreshold);
-    setValue(nightIndex, m_nightThreshold);
+    dayThreshold = CALSDevice::getInstance()->getCirticalValue(true);
+    nightThreshold = CALSDevice::getInstance()->getCirticalValue(false);
+    setValue(dayIndex, dayThreshold);
+    setValue(nightIndex, nightThreshold);
 }
 
 void CSetupALSTest::setValue(int index, int value)
@@ -107,14 +105,12 @@ void CSetupALSTest::clickedAdjustItem(QString id)
 
 void CSetupALSTest::stepDay(bool increase)
 {
-    m_dayThreshold =
-        CALCUTELATE_VAL(m_nightThreshold, highestThreshold, m_dayThreshold, increase, 1);
-    setValue(dayIndex, m_dayThreshold);
+    dayThreshold = CALCUTELATE_VAL(nightThreshold, highestThreshold, dayThreshold, increase, 1);
+    setValue(dayIndex, dayThreshold);
 }
 
 void CSetupALSTest::stepNight(bool increase)
 {
-    m_nightThreshold =
-        CALCUTELATE_VAL(lowestThreshold, m_dayThreshold, m_nightThreshold, increase, 1);
-    setValue(nightIndex, m_nightThreshold);
+    nightThreshold = CALCUTELATE_VAL(lowestThreshold, dayThreshold, nightThreshold, increase, 1);
+    setValue(nightIndex, nightThreshold);
 }

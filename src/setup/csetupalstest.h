@@ -38,7 +38,7 @@ private:
     void stepNight(bool increase);
 
     QScopedPointer<Ui_CSetupAlsForm> ui;
-    int m_spare;
-    int m_dayThreshold;   ///< a reading above it is day
-    int m_nightThreshold; ///< a reading below it is night
+    int spare;          ///< part of the class as the platform knows it, never read
+    int dayThreshold;   ///< a reading above it is day
+    int nightThreshold; ///< a reading below it is night
 };

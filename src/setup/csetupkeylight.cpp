@@ -3,28 +3,29 @@
 #include "calcutelateval.h"
 #include "ui_csetupkeylightform.h"
 
+#include "common/blackpage.h"
+
 #include "mcu/mcumsgmodule.h"
 #include "service/printlogex.h"
 
 namespace
 {
 
-const int initialIntensity = 50;
-const int maxIntensity = 100;
+constexpr int initialIntensity = 50;
+constexpr int maxIntensity = 100;
 
 } // namespace
 
 CSetupKeyLight::CSetupKeyLight(QRect rect, QWidget *parent)
     : BaseView(QStringLiteral("Key Led Brightness"), parent)
     , ui(new Ui_CSetupKeyLightForm)
-    , m_red(initialIntensity)
-    , m_green(initialIntensity)
-    , m_blue(initialIntensity)
+    , red(initialIntensity)
+    , green(initialIntensity)
+    , blue(initialIntensity)
 {
     setGeometry(rect);
     ui->setupUi(this);
-    setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0);"));
+    makeBlackPage(this);
     initButton();
 }
 
@@ -36,9 +37,9 @@ void CSetupKeyLight::initButton()
                                    ui->increaseGreen, ui->decreaseBlue, ui->increaseBlue}) {
         connect(button, &KvHorStrButton::clicked, this, &CSetupKeyLight::clickedAdjustItem);
     }
-    setValue(0, float(m_red));
-    setValue(1, float(m_green));
-    setValue(2, float(m_blue));
+    setValue(0, float(red));
+    setValue(1, float(green));
+    setValue(2, float(blue));
 }
 
 void CSetupKeyLight::setValue(int index, float value)
@@ -69,9 +70,9 @@ void CSetupKeyLight::sendColor() const
                                0x15,
                                0x84,
                                0xFE,
-                               static_cast<unsigned char>(m_red),
-                               static_cast<unsigned char>(m_green),
-                               static_cast<unsigned char>(m_blue),
+                               static_cast<unsigned char>(red),
+                               static_cast<unsigned char>(green),
+                               static_cast<unsigned char>(blue),
                                0xFF};
     McuMsgModule::sendMsgToMcu(message, int(sizeof message));
 }
@@ -80,17 +81,17 @@ void CSetupKeyLight::clickedAdjustItem(QString id)
 {
     printLogEx("INFO", "CSetupKeyLight", "%s %s\n", "clickedAdjustItem", qPrintable(id));
     if (id == ui->decreaseRed->buttonId()) {
-        step(0, m_red, false);
+        step(0, red, false);
     } else if (id == ui->increaseRed->buttonId()) {
-        step(0, m_red, true);
+        step(0, red, true);
     } else if (id == ui->decreaseGreen->buttonId()) {
-        step(1, m_green, false);
+        step(1, green, false);
     } else if (id == ui->increaseGreen->buttonId()) {
-        step(1, m_green, true);
+        step(1, green, true);
     } else if (id == ui->decreaseBlue->buttonId()) {
-        step(2, m_blue, false);
+        step(2, blue, false);
     } else if (id == ui->increaseBlue->buttonId()) {
-        step(2, m_blue, true);
+        step(2, blue, true);
     }
 }
 

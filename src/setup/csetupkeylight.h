@@ -34,7 +34,7 @@ private:
     void sendColor() const;
 
     QScopedPointer<Ui_CSetupKeyLightForm> ui;
-    int m_red; ///< 0 to 100, like the other two
-    int m_green;
-    int m_blue;
+    int red; ///< 0 to 100, like the other two
+    int green;
+    int blue;
 };

@@ -2,31 +2,11 @@
 
 #include "ui_cdevsinfoform.h"
 
+#include "common/blackpage.h"
+
 #include "mcu/cmsgclass.h"
 
-#include <QFontInfo>
-#include <QFontMetrics>
-
 #include <cstdio>
-
-namespace
-{
-
-const int smallestText = 12;
-
-/// Makes the label's font as much smaller as its text needs, down to 12 pixels.
-void shrinkToFit(QLabel *label)
-{
-    QFont font = label->font();
-    int pixelSize = QFontInfo(font).pixelSize();
-    while (pixelSize > smallestText
-           && QFontMetrics(font).size(0, label->text()).width() > label->width()) {
-        font.setPixelSize(--pixelSize);
-    }
-    label->setFont(font);
-}
-
-} // namespace
 
 CDevsInfoPage::CDevsInfoPage(QRect rect, KvWidget *parent)
     : KvWidget(parent)
@@ -34,8 +14,7 @@ CDevsInfoPage::CDevsInfoPage(QRect rect, KvWidget *parent)
 {
     setGeometry(rect);
     ui->setupUi(this);
-    setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0);"));
+    makeBlackPage(this);
     showGpsVersion();
     showBluetoothVersion();
     showAlsProduct();
@@ -46,7 +25,6 @@ CDevsInfoPage::~CDevsInfoPage() = default;
 void CDevsInfoPage::showGpsVersion()
 {
     ui->label_gps->setText(tr("GPS Version: ") + CMsgClass::getInstance()->getGpsVerInfo());
-    shrinkToFit(ui->label_gps);
 }
 
 void CDevsInfoPage::showBluetoothVersion()

@@ -4,15 +4,17 @@
 #include "systemlogcopy.h"
 #include "ui_csysctrlform.h"
 
+#include "common/blackpage.h"
+#include "common/runcommand.h"
+#include "common/storedsetting.h"
+
 #include "dab/dabmodule.h"
 #include "gps/cgpsmodule.h"
 #include "kvappframework/modulemanager.h"
 #include "mcu/cmsgclass.h"
-#include "service/datadefault.h"
 #include "service/datasavecontrol.h"
 #include "service/setupstridconst.h"
 
-#include <cstdlib>
 #include <unistd.h>
 
 namespace
@@ -32,7 +34,7 @@ enum CopyState {
     CopyRunning = 2,
 };
 
-const unsigned int secondsBeforeReboot = 1;
+constexpr unsigned int secondsBeforeReboot = 1;
 
 /// Null in a unit without a DAB service. The framework's module keeps it alive.
 DabModule *dabModule()
@@ -48,12 +50,6 @@ void rebootSoon()
     CMsgClass::getInstance()->setSysReboot();
 }
 
-void flushStorage()
-{
-    const int status = std::system("sync");
-    Q_UNUSED(status);
-}
-
 } // namespace
 
 CSysCtrlPage::CSysCtrlPage(QRect rect, KvWidget *parent)
@@ -62,8 +58,7 @@ CSysCtrlPage::CSysCtrlPage(QRect rect, KvWidget *parent)
 {
     setGeometry(rect);
     ui->setupUi(this);
-    setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral("background-color:rgb(0, 0, 0);"));
+    makeBlackPage(this);
     connectButtons();
     showCertification();
     initDab();
@@ -89,10 +84,8 @@ void CSysCtrlPage::connectButtons()
 
 void CSysCtrlPage::showCertification()
 {
-    const QString key = SetupStrIdConst::sysCtrlCertificationSwitch;
-    const QVariant value =
-        DataSaveControl::readSettingData(key, DataDefault::getDefault(key), QString());
-    ui->CertificationBtn->setState(value.toBool());
+    const QVariant stored = storedSetting(SetupStrIdConst::sysCtrlCertificationSwitch);
+    ui->CertificationBtn->setState(stored.toBool());
 }
 
 void CSysCtrlPage::initDab()
@@ -119,10 +112,10 @@ void CSysCtrlPage::initDab()
 void CSysCtrlPage::initStorage()
 {
     CMsgClass *msg = CMsgClass::getInstance();
-    m_rootPath.clear();
-    msg->getDevRootPath(m_rootPath);
+    rootPath.clear();
+    msg->getDevRootPath(rootPath);
     connect(msg, &CMsgClass::sigDevRootPath, this, &CSysCtrlPage::uDevRootPathSlot);
-    uDevRootPathSlot(m_rootPath);
+    uDevRootPathSlot(rootPath);
 }
 
 void CSysCtrlPage::setmCopyBtnState(int state)
@@ -151,9 +144,18 @@ void CSysCtrlPage::showDabRunning(DabModule *dab)
     setDabFace(tr("DAB updata ...\n") + dab->DAB_GetSdkVersion(), true);
 }
 
+void CSysCtrlPage::showDabEnd(const QString &outcome)
+{
+    ui->dabBtn->setDisplayText(outcome + tr("Please reboot!"));
+    // Without storage the button stays as it is.
+    if (!rootPath.isEmpty()) {
+        ui->dabBtn->setDisableState(false);
+    }
+}
+
 void CSysCtrlPage::uDevRootPathSlot(QString path)
 {
-    m_rootPath = path;
+    rootPath = path;
     setmCopyBtnState(path.isEmpty() ? CopyDisabled : CopyReady);
     DabModule *dab = dabModule();
     if (dab != nullptr && dab->m_DAB_GetCurrentStatus() != DabUpdating) {
@@ -167,7 +169,7 @@ void CSysCtrlPage::boolBtnReleasedSlot(QString id, bool state)
         return;
     }
     DataSaveControl::saveSettingData(SetupStrIdConst::sysCtrlCertificationSwitch, state, QString());
-    flushStorage();
+    runCommand("sync");
     emit sigShowMaskBg();
     rebootSoon();
 }
@@ -188,14 +190,14 @@ void CSysCtrlPage::btnReleasedSlot(QString id)
 void CSysCtrlPage::resetGps()
 {
     CGpsModule::getInstance()->clearGpsConfig();
-    flushStorage();
+    runCommand("sync");
     rebootSoon();
 }
 
 void CSysCtrlPage::copyLogs()
 {
     setmCopyBtnState(CopyRunning);
-    checkOutSystemLog2UDisk(m_rootPath.toLocal8Bit().constData());
+    checkOutSystemLog2UDisk(rootPath.toLocal8Bit().constData());
     setmCopyBtnState(CopyReady);
 }
 
@@ -206,24 +208,24 @@ void CSysCtrlPage::updateDab()
         return;
     }
     showDabRunning(dab);
-    dab->m_DAB_FwUpdate(m_rootPath.toLocal8Bit().constData());
+    dab->m_DAB_FwUpdate(rootPath.toLocal8Bit().constData());
 }
 
 void CSysCtrlPage::openTouchPage()
 {
     // One that is open already is forgotten.
-    m_touchPage = new CTouchCheckPage(nullptr);
-    connect(m_touchPage.data(), &CTouchCheckPage::sigExitPage, this,
+    touchPage = new CTouchCheckPage(nullptr);
+    connect(touchPage.data(), &CTouchCheckPage::sigExitPage, this,
             &CSysCtrlPage::exitTouchPageSlot);
-    m_touchPage->show();
-    m_touchPage->raise();
+    touchPage->show();
+    touchPage->raise();
 }
 
 void CSysCtrlPage::exitTouchPageSlot()
 {
-    if (m_touchPage != nullptr) {
-        m_touchPage->deleteLater();
-        m_touchPage = nullptr;
+    if (touchPage != nullptr) {
+        touchPage->deleteLater();
+        touchPage = nullptr;
     }
 }
 
@@ -238,10 +240,10 @@ void CSysCtrlPage::doDabMsg(unsigned char code)
         showDabRunning(dab);
         break;
     case DabUpdateFailed:
-        setDabFace(tr("DAB updata Fail\n") + tr("Please reboot!"), m_rootPath.isEmpty());
+        showDabEnd(tr("DAB updata Fail\n"));
         break;
     case DabUpdateSucceeded:
-        setDabFace(tr("DAB updata ok\n") + tr("Please reboot!"), m_rootPath.isEmpty());
+        showDabEnd(tr("DAB updata ok\n"));
         break;
     default:
         break;

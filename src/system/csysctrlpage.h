@@ -49,13 +49,14 @@ private:
     void initStorage();
     void setDabFace(const QString &text, bool disabled);
     void showDabRunning(DabModule *dab);
+    void showDabEnd(const QString &outcome);
     void resetGps();
     void copyLogs();
     void updateDab();
     void openTouchPage();
 
     QScopedPointer<Ui_CSysCtrlForm> ui;
-    QString m_rootPath;
+    QString rootPath;
     // The page may be deleted by whoever owns the screen.
-    QPointer<CTouchCheckPage> m_touchPage;
+    QPointer<CTouchCheckPage> touchPage;
 };

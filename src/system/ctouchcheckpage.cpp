@@ -16,14 +16,14 @@ struct Mark
     QPoint label;
 };
 
-const Mark marks[] = {
+constexpr Mark marks[] = {
     {QPoint(30, 30), QPoint(15, 55)},     {QPoint(770, 30), QPoint(750, 55)},
     {QPoint(770, 450), QPoint(750, 435)}, {QPoint(30, 450), QPoint(15, 435)},
     {QPoint(400, 240), QPoint(385, 265)},
 };
 
-const QPoint touchLabel(300, 240);
-const int armLength = 15;
+constexpr QPoint touchLabel(300, 240);
+constexpr int armLength = 15;
 
 } // namespace
 

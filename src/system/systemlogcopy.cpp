@@ -1,43 +1,30 @@
 #include "systemlogcopy.h"
 
-#include "factorydebug/shelltext.h"
-#include "factorydebug/trace.h"
-
-#include <cstdlib>
-#include <unistd.h>
+#include "common/fileexists.h"
+#include "common/runcommand.h"
+#include "common/shelltext.h"
+#include "common/trace.h"
 
 namespace
 {
 
-const char logSource[] = "/media/flash/userdata/log_service/";
-const char crashDump[] = "/media/flash/nvm/dfb_crash.dump";
+constexpr char logSource[] = "/media/flash/userdata/log_service/";
+constexpr char crashDump[] = "/media/flash/nvm/dfb_crash.dump";
 
-const char makeTarget[] = "mkdir -p %s/QM_SYSTEMLOG";
-const char copyLogs[] = "cp -rf %s/*  %s/QM_SYSTEMLOG/";
-const char copyDump[] = "cp -rf %s  %s/QM_SYSTEMLOG/";
-const char flushStorage[] = "sync";
-
-bool exists(const char *path)
-{
-    return access(path, F_OK) == 0;
-}
-
-void run(const char *command)
-{
-    const int status = std::system(command);
-    Q_UNUSED(status);
-}
+constexpr char makeTarget[] = "mkdir -p %s/QM_SYSTEMLOG";
+constexpr char copyLogs[] = "cp -rf %s/*  %s/QM_SYSTEMLOG/";
+constexpr char copyDump[] = "cp -rf %s  %s/QM_SYSTEMLOG/";
 
 } // namespace
 
 bool hasSystemLogs()
 {
-    return exists(logSource);
+    return fileExists(logSource);
 }
 
 bool copySystemLogs(const char *rootPath)
 {
-    if (!exists(rootPath)) {
+    if (!fileExists(rootPath)) {
         return false;
     }
     char command[128];
@@ -48,14 +35,14 @@ bool copySystemLogs(const char *rootPath)
         return false;
     }
     formatCommand(command, sizeof command, makeTarget, rootPath);
-    run(command);
+    runCommand(command);
     if (!hasSystemLogs()) {
         return false;
     }
     formatCommand(command, sizeof command, copyLogs, logSource, rootPath);
-    run(command);
+    runCommand(command);
     formatCommand(command, sizeof command, copyDump, crashDump, rootPath);
-    run(command);
-    run(flushStorage);
+    runCommand(command);
+    runCommand("sync");
     return true;
 }

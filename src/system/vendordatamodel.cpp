@@ -3,9 +3,9 @@
 namespace
 {
 
-const int rows = 5;
+constexpr int rows = 5;
 
-const char *const titles[rows] = {
+constexpr const char *titles[rows] = {
     QT_TRANSLATE_NOOP("VendorDataModel", "USB0"),
     QT_TRANSLATE_NOOP("VendorDataModel", "USB1"),
     QT_TRANSLATE_NOOP("VendorDataModel", "SD0"),

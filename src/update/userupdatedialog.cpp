@@ -1,9 +1,9 @@
 #include "userupdatedialog.h"
 
+#include "common/storedsetting.h"
+
 #include "kvwidget/popupview.h"
 #include "mcu/mcumsgmodule.h"
-#include "service/datadefault.h"
-#include "service/datasavecontrol.h"
 #include "service/filedeviceparser.h"
 #include "service/platformcontrol.h"
 #include "service/setupstridconst.h"
@@ -19,12 +19,15 @@
 namespace
 {
 
-const char packageName[] = "ORRERY_PACK.BIN";
-const char errorPath[] = "/error_path/";
-const int showTimeoutMs = 30000;
+constexpr char packageName[] = "ORRERY_PACK.BIN";
+constexpr char errorPath[] = "/error_path/";
+constexpr int showTimeoutMs = 30000;
 
-const int mcuBufferSize = 32;
-const unsigned char updateMessage[] = {0xFF, 0x66, 0x05, 0x1B, 0x8E, 0x05, 0x00, 0x00, 0xFF};
+/// Where the vendor data has what the boot loader is told of an update.
+constexpr auto updatePosition = static_cast<VendorDataControl::VendorPos>(0);
+
+constexpr int mcuBufferSize = 32;
+constexpr unsigned char updateMessage[] = {0xFF, 0x66, 0x05, 0x1B, 0x8E, 0x05, 0x00, 0x00, 0xFF};
 
 /// Where a device type's storage is, and how the dialog asks for it.
 struct Device
@@ -35,7 +38,7 @@ struct Device
 };
 
 /// In the order of the device types, which is also the order in which they are tried.
-const Device devices[] = {
+constexpr Device devices[] = {
     {FileDeviceParser::MediaType1, 0,
      QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via SD0?\n")},
     {FileDeviceParser::MediaType1, 1,
@@ -104,13 +107,6 @@ QString detect(const QString &fileName, UsbControl *usb)
         }
     }
     return QString();
-}
-
-QString systemLanguage()
-{
-    const QString &key = SetupStrIdConst::setupSysLang;
-    return DataSaveControl::readSettingData(key, DataDefault::getDefault(key), QString())
-        .toString();
 }
 
 void sendUpdateMessage()
@@ -198,7 +194,7 @@ void UserUpdateDialog::ChecksumVerified(int result)
 void UserUpdateDialog::popupViewOkClicked(QString id)
 {
     Q_UNUSED(id);
-    const QString language = systemLanguage();
+    const QString language = storedSetting(SetupStrIdConst::setupSysLang).toString();
     if (!language.isEmpty() && handOver(language)) {
         sendUpdateMessage();
         PlatformControl::getInstance()->softWareReset();
@@ -215,8 +211,7 @@ bool UserUpdateDialog::handOver(const QString &language) const
     int offset = 0;
     int length = 0;
     if (data.isEmpty()
-        || VendorDataControl::getVendorPosOffset(VendorDataControl::PosUserUpdate, offset, length)
-            != 0) {
+        || VendorDataControl::getVendorPosOffset(updatePosition, offset, length) != 0) {
         return false;
     }
     VendorDataControl::saveVendorDataString(data.data(), offset, qMin(data.size(), length));

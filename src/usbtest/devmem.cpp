@@ -10,7 +10,7 @@
 namespace
 {
 
-const std::size_t mapSize = 4096;
+constexpr std::size_t mapSize = 4096;
 
 int memoryDevice = 0;
 
@@ -20,13 +20,13 @@ void devmem_main(unsigned int base, unsigned int offset, char write, unsigned in
 {
     memoryDevice = open("/dev/mem", O_RDWR | O_NONBLOCK);
     if (memoryDevice < 0) {
-        std::printf("open(/dev/mem) failed.");
+        std::puts("open(/dev/mem) failed.");
         return;
     }
     void *page = mmap(nullptr, mapSize, PROT_READ | PROT_WRITE, MAP_SHARED, memoryDevice,
                       static_cast<off_t>(base));
     if (page == MAP_FAILED) {
-        std::printf("mmap failed");
+        std::puts("mmap failed");
         return;
     }
     char *place = static_cast<char *>(page) + offset;

@@ -1,8 +1,9 @@
 #include "ncmtestview.h"
 
-#include "formwidgets.h"
-#include "runcommand.h"
 #include "ui_ncmtest.h"
+
+#include "common/formwidgets.h"
+#include "common/runcommand.h"
 
 #include "kvwidget/kvlockbutton.h"
 #include "service/kvplatformcontrol.h"
@@ -16,17 +17,17 @@ using kvplfctrl::KVPlatformControl;
 namespace
 {
 
-const char *const quietLogCommand = "logset ALOG_OUTPUT n";
-const char *const quietConsoleCommand = "echo 0 > /proc/sys/kernel/printk";
-const char *const endServerCommand = "killall as_server";
+constexpr const char *quietLogCommand = "logset ALOG_OUTPUT n";
+constexpr const char *quietConsoleCommand = "echo 0 > /proc/sys/kernel/printk";
+constexpr const char *endServerCommand = "killall as_server";
 
-const QString udpClient50Id = QStringLiteral("C_UPD50");
-const QString udpClient100Id = QStringLiteral("C_UPD100");
-const QString tcpClientId = QStringLiteral("C_TCP");
-const QString clientStopId = QStringLiteral("C_STOP");
-const QString udpServerId = QStringLiteral("S_UDP");
-const QString tcpServerId = QStringLiteral("S_TCP");
-const QString serverStopId = QStringLiteral("S_STOP");
+constexpr char udpClient50Id[] = "C_UPD50";
+constexpr char udpClient100Id[] = "C_UPD100";
+constexpr char tcpClientId[] = "C_TCP";
+constexpr char clientStopId[] = "C_STOP";
+constexpr char udpServerId[] = "S_UDP";
+constexpr char tcpServerId[] = "S_TCP";
+constexpr char serverStopId[] = "S_STOP";
 
 bool isIdOf(const QList<KvLockButton *> &buttons, const QString &id)
 {
@@ -43,14 +44,14 @@ bool isIdOf(const QList<KvLockButton *> &buttons, const QString &id)
 NCMTestView::NCMTestView(QWidget *parent)
     : QObject(parent)
     , ui(new UI_NcmTest)
-    , m_platformControl(nullptr)
-    , m_result(0)
-    , m_state(0)
+    , platformControl(nullptr)
+    , result(0)
+    , state(0)
 {
-    std::memset(m_text, 0, sizeof m_text);
+    std::memset(text, 0, sizeof text);
     ui->setupUi(parent);
-    if (m_platformControl == nullptr) {
-        m_platformControl = KVPlatformControl::GetInstance();
+    if (platformControl == nullptr) {
+        platformControl = KVPlatformControl::GetInstance();
     }
     initWidget();
     runCommand(quietLogCommand);
@@ -65,13 +66,13 @@ NCMTestView::~NCMTestView()
 
 void NCMTestView::initWidget()
 {
-    ui->clientUdp50->setButtonID(udpClient50Id);
-    ui->clientUdp100->setButtonID(udpClient100Id);
-    ui->clientTcp->setButtonID(tcpClientId);
-    ui->clientStop->setButtonID(clientStopId);
-    ui->serverUdp->setButtonID(udpServerId);
-    ui->serverTcp->setButtonID(tcpServerId);
-    ui->serverStop->setButtonID(serverStopId);
+    ui->clientUdp50->setButtonID(QString::fromLatin1(udpClient50Id));
+    ui->clientUdp100->setButtonID(QString::fromLatin1(udpClient100Id));
+    ui->clientTcp->setButtonID(QString::fromLatin1(tcpClientId));
+    ui->clientStop->setButtonID(QString::fromLatin1(clientStopId));
+    ui->serverUdp->setButtonID(QString::fromLatin1(udpServerId));
+    ui->serverTcp->setButtonID(QString::fromLatin1(tcpServerId));
+    ui->serverStop->setButtonID(QString::fromLatin1(serverStopId));
 
     connect(ui->speed, &KvLockButton::btnReleased, this, &NCMTestView::clickedSpeedOff);
     connect(ui->ncm, &KvLockButton::btnReleased, this, &NCMTestView::clickedNcmOn);
@@ -108,26 +109,26 @@ void NCMTestView::clickedNcmOn()
 void NCMTestView::clickedClient(QString id)
 {
     resetClientBtn(id);
-    if (id == udpClient50Id) {
-        m_result = m_platformControl->startUdpTestClient50();
-    } else if (id == udpClient100Id) {
-        m_result = m_platformControl->startUdpTestClient100();
-    } else if (id == tcpClientId) {
-        m_result = m_platformControl->startTcpTestClient();
-    } else if (id == clientStopId) {
-        m_result = m_platformControl->stopTest();
+    if (id == QLatin1String(udpClient50Id)) {
+        result = platformControl->startUdpTestClient50();
+    } else if (id == QLatin1String(udpClient100Id)) {
+        result = platformControl->startUdpTestClient100();
+    } else if (id == QLatin1String(tcpClientId)) {
+        result = platformControl->startTcpTestClient();
+    } else if (id == QLatin1String(clientStopId)) {
+        result = platformControl->stopTest();
     }
 }
 
 void NCMTestView::clickedServer(QString id)
 {
     resetServerBtn(id);
-    if (id == udpServerId) {
-        m_result = m_platformControl->startUdpTestServer();
-    } else if (id == tcpServerId) {
-        m_result = m_platformControl->startTcpTestServer();
-    } else if (id == serverStopId) {
-        m_result = m_platformControl->stopTest();
+    if (id == QLatin1String(udpServerId)) {
+        result = platformControl->startUdpTestServer();
+    } else if (id == QLatin1String(tcpServerId)) {
+        result = platformControl->startTcpTestServer();
+    } else if (id == QLatin1String(serverStopId)) {
+        result = platformControl->stopTest();
     }
 }
 

@@ -44,8 +44,8 @@ private:
     void releaseOthers(const QList<KvLockButton *> &pressedAmong, const QString &id);
 
     QScopedPointer<UI_NcmTest> ui;
-    kvplfctrl::KVPlatformControl *m_platformControl;
-    int m_result; // of the last test operation
-    int m_state;
-    char m_text[2000];
+    kvplfctrl::KVPlatformControl *platformControl;
+    int result; // of the last test operation; nothing looks at it
+    int state;  // part of the class as the platform knows it, never used, like the text
+    char text[2000];
 };

@@ -1,6 +1,6 @@
 #include "ui_ncmtest.h"
 
-#include "formwidgets.h"
+#include "common/formwidgets.h"
 
 #include "kvwidget/kvlockbutton.h"
 
@@ -11,7 +11,7 @@
 namespace
 {
 
-const int buttonTextSize = 24;
+constexpr int buttonTextSize = 24;
 
 QGroupBox *newGroup(QWidget *host, const char *name, const QRect &geometry)
 {

@@ -1,6 +1,6 @@
 #include "ui_usbeyetest.h"
 
-#include "formwidgets.h"
+#include "common/formwidgets.h"
 
 #include "kvwidget/kviconbutton.h"
 
@@ -14,11 +14,11 @@
 namespace
 {
 
-const int radioHeight = 48;
-const int largeText = 24;
-const int smallText = 22;
-const int shortValue = 5;     // letters that fit the value's label in large text
-const int longValueText = 15; // eight hexadecimal digits fit
+constexpr int radioHeight = 48;
+constexpr int largeText = 24;
+constexpr int smallText = 22;
+constexpr int shortValue = 5;     // letters that fit the value's label in large text
+constexpr int longValueText = 15; // eight hexadecimal digits fit
 
 /// Red text and the 48 x 48 marks for buttons of that class.
 QString markStyle(const QString &buttonClass, int textSize)

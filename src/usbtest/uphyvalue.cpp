@@ -3,13 +3,13 @@
 namespace
 {
 
-const int plusZero = 0x40;
-const int plusEnd = 0x5F;
-const int minusZero = 0x60;
-const int minusEnd = 0x7F;
-const int notSet = 0; // of a PHY that was never tuned; stepped as zero is
+constexpr int plusZero = 0x40;
+constexpr int plusEnd = 0x5F;
+constexpr int minusZero = 0x60;
+constexpr int minusEnd = 0x7F;
+constexpr int notSet = 0; // of a PHY that was never tuned; stepped as zero is
 
-const quint32 disconnectBits = 0x1F;
+constexpr quint32 disconnectBits = 0x1F;
 
 quint32 word(int value)
 {

@@ -1,13 +1,14 @@
 #include "usbeyetestview.h"
 
-#include "devmem.h"
-#include "formwidgets.h"
-#include "runcommand.h"
+#include "testpattern.h"
 #include "ui_usbeyetest.h"
 #include "uphyvalue.h"
 #include "usbregisters.h"
 
-#include "factorydebug/trace.h"
+#include "common/formwidgets.h"
+#include "common/runcommand.h"
+#include "common/trace.h"
+
 #include "kvwidget/kviconbutton.h"
 #include "service/usbcontrol.h"
 
@@ -22,36 +23,22 @@ namespace
 
 enum Parameter { Swing = 0, Disconnect = 1 };
 enum Speed { HighSpeed = 0, FullSpeed = 1 };
-enum Pattern { PatternEye = 0, PatternJ = 1, PatternK = 2, PatternSe0 = 3, PatternNone = 4 };
 
-const unsigned int pageMask = 0xFFF;
-const unsigned int byteMask = 0xFF;
+// The test selectors of USB 2.0 (section 9.4.9, table 9-7).
+constexpr auto testJ = static_cast<UsbControl::UsbTestMode>(1);
+constexpr auto testK = static_cast<UsbControl::UsbTestMode>(2);
+constexpr auto testSe0Nak = static_cast<UsbControl::UsbTestMode>(3);
+constexpr auto testPacket = static_cast<UsbControl::UsbTestMode>(4);
+
+constexpr unsigned int byteMask = 0xFF;
 
 /// By port, then by the value to write.
-const char *const speedCommands[2][2] = {
+constexpr const char *speedCommands[2][2] = {
     {"echo 0 > /sys/devices/platform/ehci-platform.1/usb_speed_switch",
      "echo 1 > /sys/devices/platform/ehci-platform.1/usb_speed_switch"},
     {"echo 0 > /sys/devices/platform/ehci-platform.2/usb_speed_switch",
      "echo 1 > /sys/devices/platform/ehci-platform.2/usb_speed_switch"},
 };
-
-/// The word there; 0 when it cannot be read.
-unsigned int readRegister(unsigned int address)
-{
-    unsigned int value = 0;
-    devmem_main(address & ~pageMask, address & pageMask, 0, &value);
-    return value;
-}
-
-void writeRegister(unsigned int address, unsigned int value)
-{
-    devmem_main(address & ~pageMask, address & pageMask, 1, &value);
-}
-
-unsigned int portRegister(unsigned int address, int port)
-{
-    return address + usbregisters::portDistance * static_cast<unsigned int>(port);
-}
 
 void switchSpeed(int port, int value)
 {
@@ -68,7 +55,7 @@ USBEyeTestView::USBEyeTestView(QWidget *parent)
     , usbPort(0)
     , usbSpeed(0)
     , testPattern(0)
-    , m_parameter(0)
+    , parameterKind(0)
     , usbUphyData(0)
     , ui(new UI_USBEyeTest)
 {
@@ -76,7 +63,7 @@ USBEyeTestView::USBEyeTestView(QWidget *parent)
     readBtnClicked();
     modeChange(ui->usePhy->checkState());
     startLogoTest();
-    m_patterns << ui->eyeDiagram << ui->testJ << ui->testK << ui->se0 << ui->none;
+    patterns << ui->eyeDiagram << ui->testJ << ui->testK << ui->se0 << ui->none;
     ui->read->hide();
     connectForm();
 }
@@ -116,7 +103,7 @@ void USBEyeTestView::startLogoTest()
 
 void USBEyeTestView::refreshUphy()
 {
-    if (m_parameter == Disconnect) {
+    if (parameterKind == Disconnect) {
         ui->showValue(uphyvalue::disconnectDigits(usbUphyData));
     } else if (uphyvalue::isMinusZero(usbUphyData)) {
         ui->showValue(tr("-0"));
@@ -140,16 +127,16 @@ void USBEyeTestView::readParameter()
 {
     usbPort = ui->port0->isChecked() ? 0 : 1;
     usbSpeed = ui->highSpeed->isChecked() ? HighSpeed : FullSpeed;
-    for (int index = 0; index < m_patterns.size(); ++index) {
-        if (m_patterns.at(index)->isChecked()) {
+    for (int index = 0; index < patterns.size(); ++index) {
+        if (patterns.at(index)->isChecked()) {
             testPattern = index;
         }
     }
-    m_parameter = ui->swing->isChecked() ? Swing : Disconnect;
+    parameterKind = ui->swing->isChecked() ? Swing : Disconnect;
     FACTORY_TRACE << "usbPort:" << usbPort;
     FACTORY_TRACE << "usbSpeed:" << usbSpeed;
     FACTORY_TRACE << "testPattern:" << testPattern;
-    FACTORY_TRACE << "useUphyPara:" << m_parameter;
+    FACTORY_TRACE << "useUphyPara:" << parameterKind;
     FACTORY_TRACE << "usbUphyData:" << usbUphyData;
 }
 
@@ -159,11 +146,14 @@ void USBEyeTestView::openIICDebug()
     if (usbPort != 0 && usbPort != 1) {
         return;
     }
-    writeRegister(portRegister(usbregisters::debugAccess, usbPort), usbregisters::debugAccessOn);
-    writeRegister(portRegister(usbregisters::testMode, usbPort), usbregisters::debugTestMode);
-    writeRegister(usbregisters::debugGate, usbregisters::debugGateOpen);
-    writeRegister(usbregisters::debugSelect,
-                  usbPort == 0 ? usbregisters::debugSelectPort0 : usbregisters::debugSelectPort1);
+    usbregisters::write(usbregisters::ofPort(usbregisters::debugAccess, usbPort),
+                        usbregisters::debugAccessOn);
+    usbregisters::write(usbregisters::ofPort(usbregisters::testMode, usbPort),
+                        usbregisters::debugTestMode);
+    usbregisters::write(usbregisters::debugGate, usbregisters::debugGateOpen);
+    usbregisters::write(usbregisters::debugSelect,
+                        usbPort == 0 ? usbregisters::debugSelectPort0
+                                     : usbregisters::debugSelectPort1);
 }
 
 void USBEyeTestView::fullToHigh(int port)
@@ -182,7 +172,7 @@ void USBEyeTestView::switchToHostMode()
 {
     ui->port1->show();
     ui->usePhy->show();
-    writeRegister(usbregisters::role, usbregisters::roleHost);
+    usbregisters::write(usbregisters::role, usbregisters::roleHost);
 }
 
 void USBEyeTestView::switchToDeviceMode()
@@ -190,8 +180,8 @@ void USBEyeTestView::switchToDeviceMode()
     ui->port0->setChecked(true);
     ui->port1->hide();
     ui->usePhy->hide();
-    writeRegister(usbregisters::role, usbregisters::roleDevice);
-    writeRegister(usbregisters::deviceControl, 0);
+    usbregisters::write(usbregisters::role, usbregisters::roleDevice);
+    usbregisters::write(usbregisters::deviceControl, 0);
 }
 
 void USBEyeTestView::modeChange(int state)
@@ -214,16 +204,16 @@ void USBEyeTestView::modeChange(int state)
 
 void USBEyeTestView::uphyAddClicked()
 {
-    usbUphyData = m_parameter == Swing ? uphyvalue::swingUp(usbUphyData)
-                                       : uphyvalue::disconnectUp(usbUphyData);
+    usbUphyData = parameterKind == Swing ? uphyvalue::swingUp(usbUphyData)
+                                         : uphyvalue::disconnectUp(usbUphyData);
     refreshUphy();
     FACTORY_TRACE << "data:" << usbUphyData;
 }
 
 void USBEyeTestView::uphyDecClicked()
 {
-    usbUphyData = m_parameter == Swing ? uphyvalue::swingDown(usbUphyData)
-                                       : uphyvalue::disconnectDown(usbUphyData);
+    usbUphyData = parameterKind == Swing ? uphyvalue::swingDown(usbUphyData)
+                                         : uphyvalue::disconnectDown(usbUphyData);
     refreshUphy();
     FACTORY_TRACE << "data:" << usbUphyData;
 }
@@ -231,12 +221,12 @@ void USBEyeTestView::uphyDecClicked()
 void USBEyeTestView::readBtnClicked()
 {
     readParameter();
-    if (m_parameter == Swing) {
-        const unsigned int word = readRegister(usbregisters::phySwing);
+    if (parameterKind == Swing) {
+        const unsigned int word = usbregisters::read(usbregisters::phySwing);
         usbUphyData = static_cast<int>((word >> (8 * usbPort)) & byteMask);
     } else {
-        const unsigned int address = portRegister(usbregisters::phyDisconnect, usbPort);
-        usbUphyData = static_cast<int>(readRegister(address));
+        const unsigned int address = usbregisters::ofPort(usbregisters::phyDisconnect, usbPort);
+        usbUphyData = static_cast<int>(usbregisters::read(address));
     }
     refreshUphy();
 }
@@ -246,7 +236,7 @@ void USBEyeTestView::writeBtnClicked()
     readParameter();
     if (!isUPHY) {
         writeTestMode();
-    } else if (m_parameter == Swing) {
+    } else if (parameterKind == Swing) {
         writeSwing();
     } else {
         writeDisconnect();
@@ -256,44 +246,29 @@ void USBEyeTestView::writeBtnClicked()
 void USBEyeTestView::writeSwing()
 {
     const int shift = 8 * usbPort;
-    unsigned int word = readRegister(usbregisters::phySwing);
+    unsigned int word = usbregisters::read(usbregisters::phySwing);
     word &= ~(byteMask << shift);
     word |= static_cast<unsigned int>(usbUphyData) << shift;
     word |= usbregisters::phySwingUpperBytes;
-    writeRegister(usbregisters::phySwing, word);
+    usbregisters::write(usbregisters::phySwing, word);
 }
 
 void USBEyeTestView::writeDisconnect()
 {
     openIICDebug();
-    writeRegister(portRegister(usbregisters::phyDisconnect, usbPort),
-                  static_cast<unsigned int>(usbUphyData));
+    usbregisters::write(usbregisters::ofPort(usbregisters::phyDisconnect, usbPort),
+                        static_cast<unsigned int>(usbUphyData));
 }
 
 void USBEyeTestView::writeTestMode()
 {
-    writeRegister(portRegister(usbregisters::testMode, usbPort), testModeCode());
-}
-
-unsigned int USBEyeTestView::testModeCode() const
-{
-    const bool isHighSpeed = usbSpeed == HighSpeed;
-    switch (testPattern) {
-    case PatternEye:
-        return isHighSpeed ? usbregisters::testEyeHighSpeed : usbregisters::testEyeFullSpeed;
-    case PatternJ:
-        return isHighSpeed ? usbregisters::testJHighSpeed : usbregisters::testJFullSpeed;
-    case PatternK:
-        return isHighSpeed ? usbregisters::testKHighSpeed : usbregisters::testKFullSpeed;
-    case PatternSe0:
-        return usbregisters::testSe0;
-    case PatternNone:
+    if (testPattern == testpattern::None) {
         FACTORY_TRACE << "nothing to do.";
-        return usbregisters::testNone;
-    default:
+    } else if (testPattern > testpattern::None) {
         FACTORY_TRACE << "not support!";
-        return usbregisters::testNone;
     }
+    usbregisters::write(usbregisters::ofPort(usbregisters::testMode, usbPort),
+                        testpattern::code(testPattern, usbSpeed == HighSpeed));
 }
 
 void USBEyeTestView::speedClicked()
@@ -317,24 +292,24 @@ void USBEyeTestView::speedClicked()
 
 void USBEyeTestView::TEST_EYE()
 {
-    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestPacket);
+    UsbControl::getInstance()->setUsbTestMode(testPacket);
     FACTORY_TRACE << "TEST_EYE";
 }
 
 void USBEyeTestView::TEST_J()
 {
-    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestJ);
+    UsbControl::getInstance()->setUsbTestMode(testJ);
     FACTORY_TRACE << "TEST_J";
 }
 
 void USBEyeTestView::TEST_K()
 {
-    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestK);
+    UsbControl::getInstance()->setUsbTestMode(testK);
     FACTORY_TRACE << "TEST_K";
 }
 
 void USBEyeTestView::TEST_SE0()
 {
-    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestSe0Nak);
+    UsbControl::getInstance()->setUsbTestMode(testSe0Nak);
     FACTORY_TRACE << "TEST_SE0";
 }

@@ -55,14 +55,13 @@ private:
     void writeSwing();
     void writeDisconnect();
     void writeTestMode();
-    unsigned int testModeCode() const;
 
     bool isUPHY;
-    int usbPort;     // 0 or 1
-    int usbSpeed;    // 0 is high, 1 full
-    int testPattern; // index in m_patterns
-    int m_parameter; // 0 is swing, 1 disconnect
+    int usbPort;       // 0 or 1
+    int usbSpeed;      // 0 is high, 1 full
+    int testPattern;   // index in patterns
+    int parameterKind; // 0 is swing, 1 disconnect
     int usbUphyData;
-    QList<QRadioButton *> m_patterns;
+    QList<QRadioButton *> patterns;
     QScopedPointer<UI_USBEyeTest> ui;
 };

@@ -3,7 +3,7 @@
 #include "usbtestmodel.h"
 #include "usbteststate.h"
 
-#include "factorydebug/trace.h"
+#include "common/trace.h"
 
 namespace
 {

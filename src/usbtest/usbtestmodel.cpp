@@ -2,30 +2,29 @@
 
 #include "usbteststate.h"
 
-#include "factorydebug/trace.h"
+#include "common/storedsetting.h"
+#include "common/trace.h"
 
-#include "service/datadefault.h"
-#include "service/datasavecontrol.h"
 #include "service/setupstridconst.h"
 
 namespace
 {
 
-const int rows = 3;
+constexpr int rows = 3;
 
-const char *const topTitles[rows] = {
+constexpr const char *topTitles[rows] = {
     QT_TRANSLATE_NOOP("USBTestModel", "USB0 BC Mode"),
     QT_TRANSLATE_NOOP("USBTestModel", "USB1 BC Mode"),
     QT_TRANSLATE_NOOP("USBTestModel", "TEST Mode"),
 };
 
-const char *const modeTexts[rows][rows] = {
+constexpr const char *modeTexts[rows][rows] = {
     {"USB 0 CDP MODE", "USB 0 DCP MODE", "USB 0 SDP MODE"},
     {"USB 1 CDP MODE", "USB 1 DCP MODE", "USB 1 SDP MODE"},
     {"Normal Mode", "USB-IF Mode", "MFI Mode"},
 };
 
-const QString *const settingKeys[rows] = {
+constexpr const QString *settingKeys[rows] = {
     &SetupStrIdConst::setupU0BCMode,
     &SetupStrIdConst::setupU1BCMode,
     &SetupStrIdConst::setupTestMode,
@@ -34,12 +33,6 @@ const QString *const settingKeys[rows] = {
 bool isRow(int row)
 {
     return row >= 0 && row < rows;
-}
-
-QString storedValue(const QString &key)
-{
-    return DataSaveControl::readSettingData(key, DataDefault::getDefault(key), QString())
-        .toString();
 }
 
 } // namespace
@@ -76,7 +69,7 @@ QString USBTestModel::topText(int row, int role)
         return tr(topTitles[row]);
     }
     if (isRow(row) && role == ValueRole) {
-        return storedValue(*settingKeys[row]);
+        return storedSetting(*settingKeys[row]).toString();
     }
     return QString();
 }

@@ -4,9 +4,9 @@
 #include "usbtestmodel.h"
 #include "usbteststate.h"
 
+#include "common/trace.h"
 #include "customwidget/listpage.h"
 #include "customwidget/listview.h"
-#include "factorydebug/trace.h"
 
 #include "service/datasavecontrol.h"
 #include "service/kvusbmanager.h"
@@ -16,16 +16,16 @@
 namespace
 {
 
-const int rows = 3;
+constexpr int rows = 3;
 
-const char *const listTitles[rows] = {
+constexpr const char *listTitles[rows] = {
     QT_TRANSLATE_NOOP("USBTestView", "USB0 BC Model"),
     QT_TRANSLATE_NOOP("USBTestView", "USB1 BC Model"),
     QT_TRANSLATE_NOOP("USBTestView", "TEST Model"),
 };
 
 /// What the USB service calls the rows of the test modes' list.
-const unsigned int certifications[rows] = {'O', 'T', 'M'};
+constexpr unsigned int certifications[rows] = {'O', 'T', 'M'};
 
 QString stored(const QString &key, const char *initial)
 {

@@ -3,6 +3,7 @@
 #include "kvappframework/sysevent.h"
 
 #include <QCoreApplication>
+#include <QScreen>
 
 namespace
 {
@@ -72,6 +73,13 @@ void FingerList::moveTo(const QPoint &point)
 void FingerList::releaseAt(const QPoint &point)
 {
     m_unit.release(listCorner + point);
+}
+
+QImage FingerList::shown()
+{
+    QCoreApplication::processEvents();
+    const QWidget &screen = m_unit.screen();
+    return screen.screen()->grabWindow(screen.winId()).toImage();
 }
 
 QStringList FingerList::takeNews()

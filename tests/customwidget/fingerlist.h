@@ -4,6 +4,7 @@
 #include "support/testunit.h"
 #include "system/vendordatadelegate.h"
 
+#include <QImage>
 #include <QStringListModel>
 
 /// A list of rows on the screen, where the pages have it: 800 x 414 at (0, 66), rows of 83 pixels.
@@ -28,6 +29,9 @@ public:
     void pressAt(const QPoint &point);
     void moveTo(const QPoint &point);
     void releaseAt(const QPoint &point);
+
+    /// What the window shows. Nothing is asked to paint itself for it.
+    QImage shown();
 
     /// What the list has sent since the last call: "press <row> <flag>", "click <row>",
     /// "needed <flag>", and "beep" for the event at its parent.

@@ -1,9 +1,11 @@
 #include "customwidget/listpage.h"
 
 #include "customwidget/listview.h"
+#include "customwidget/lvscrollbar.h"
 #include "fingerlist.h"
 
 #include <QPointer>
+#include <QScreen>
 #include <QtTest>
 
 class TestListPage : public QObject
@@ -13,6 +15,7 @@ class TestListPage : public QObject
 private slots:
     void placesTheList();
     void listTellsTheDelegateThePressedRow();
+    void firstFrameHasTheBar();
     void listGoesWithThePage();
     void pageOutlivesItsHost();
 };
@@ -50,6 +53,26 @@ void TestListPage::listTellsTheDelegateThePressedRow()
     QCOMPARE(pressed.pixel(4, 66 + 20), before.pixel(4, 66 + 20));
     unit.release(QPoint(300, 66 + 100));
     QCOMPARE(picture(), before);
+}
+
+void TestListPage::firstFrameHasTheBar()
+{
+    TestUnit unit;
+    QWidget &screen = unit.screen();
+    QWidget host(&screen);
+    host.show();
+    const auto shown = [&screen] { return screen.screen()->grabWindow(screen.winId()).toImage(); };
+    QStringListModel model(QVector<QString>(5).toList());
+    VendorDataDelegate delegate(nullptr);
+    ListPage page(&host);
+    page.setRows(&model, &delegate);
+    // What the event loop would send next.
+    QEvent update(QEvent::UpdateRequest);
+    QCoreApplication::sendEvent(&screen, &update);
+    const QImage first = shown();
+    QCoreApplication::processEvents();
+    QVERIFY(page.listView()->getVerticalScrollBar()->isVisible());
+    QCOMPARE(first, shown());
 }
 
 void TestListPage::listGoesWithThePage()

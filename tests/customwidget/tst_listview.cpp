@@ -6,7 +6,6 @@
 #include <QApplication>
 #include <QCryptographicHash>
 #include <QMetaMethod>
-#include <QScreen>
 #include <QScrollBar>
 #include <QtTest>
 
@@ -51,8 +50,6 @@ private slots:
 
     void pressedRowIsPaintedAtOnce();
     void dragPaintsTheRowUnpressed();
-    void opaqueRowsLookTheSame();
-    void opaqueRowsThatDoNotFillTheListLeaveTheRestAsItIs();
 };
 
 namespace
@@ -487,13 +484,7 @@ void TestListView::dragPaintsTheRowUnpressed()
             qobject_cast<VendorDataDelegate *>(finger.list().itemDelegate()),
             &VendorDataDelegate::setIndexPressSlot);
     leaveLastPointAt(finger, 120);
-    // What the window shows, without asking anything to paint itself.
-    const auto shown = [&finger](int y) {
-        QCoreApplication::processEvents();
-        const QWidget &screen = finger.unit().screen();
-        const QPixmap window = screen.screen()->grabWindow(screen.winId());
-        return QColor(window.toImage().pixel(4, 66 + y));
-    };
+    const auto shown = [&finger](int y) { return finger.shown().pixelColor(4, 66 + y); };
     const QColor unpressed = shown(122);
     finger.press(120);
     QVERIFY(shown(122) != unpressed);
@@ -501,38 +492,6 @@ void TestListView::dragPaintsTheRowUnpressed()
     QCOMPARE(value(finger), 10);
     QCOMPARE(shown(112), unpressed);
     finger.release(110);
-}
-
-void TestListView::opaqueRowsLookTheSame()
-{
-    // What the window shows after steps in both directions, against a picture painted from scratch.
-    FingerList finger(20);
-    finger.list().setRowsOpaque(true);
-    const auto shown = [&finger] {
-        QCoreApplication::processEvents();
-        const QWidget &screen = finger.unit().screen();
-        return screen.screen()->grabWindow(screen.winId()).toImage();
-    };
-    for (const int value : {7, 14, 300, 290, 0, 1246}) {
-        finger.list().verticalScrollBar()->setValue(value);
-        const QImage moved = shown();
-        finger.unit().screen().update();
-        QCOMPARE(moved, shown());
-    }
-}
-
-void TestListView::opaqueRowsThatDoNotFillTheListLeaveTheRestAsItIs()
-{
-    FingerList finger(3);
-    const QImage before = finger.unit().screen().grab().toImage();
-    finger.list().setRowsOpaque(true);
-    QVERIFY(!finger.list().viewport()->testAttribute(Qt::WA_OpaquePaintEvent));
-    QCOMPARE(finger.unit().screen().grab().toImage(), before);
-    finger.list().resize(800, 100);
-    QVERIFY(finger.list().viewport()->testAttribute(Qt::WA_OpaquePaintEvent));
-    finger.list().resize(800, 414);
-    QVERIFY(!finger.list().viewport()->testAttribute(Qt::WA_OpaquePaintEvent));
-    QCOMPARE(finger.unit().screen().grab().toImage(), before);
 }
 
 QTEST_MAIN(TestListView)

@@ -36,7 +36,8 @@ void TestSimDabModule::answersForTheTuner()
     unit.unit().dabTuner().setStatus(9);
     QCOMPARE(int(dab->m_DAB_GetCurrentStatus()), 9);
     QCOMPARE(dab->DAB_GetSdkVersion(), QStringLiteral("SDK 3.2.1")); // as in versions.ini
-    unit.unit().versions().setValue(QStringLiteral("dabSdk"), QString());
+    QString error;
+    QVERIFY(unit.unit().versions().setValue(QStringLiteral("dabSdk"), QString(), &error));
     QCOMPARE(dab->DAB_GetSdkVersion(), QString());
 }
 

@@ -37,6 +37,8 @@ private slots:
     void opensAPage();
     void returnDeletesThePage_data();
     void returnDeletesThePage();
+    void returnAfterAPageHasDeletedItself_data();
+    void returnAfterAPageHasDeletedItself();
     void anotherPageDeletesTheFirst();
     void pressingAButtonAgainCreatesAFreshPage();
     void pagesAreLeftInTheirOrder();
@@ -310,6 +312,49 @@ void TestFactoryDebugView::returnDeletesThePage()
     for (KvIconButton *button : menuButtons(*shown.view)) {
         QVERIFY(button->isVisible());
     }
+}
+
+void TestFactoryDebugView::returnAfterAPageHasDeletedItself_data()
+{
+    QTest::addColumn<QByteArray>("id");
+    QTest::addColumn<QByteArray>("className");
+    QTest::addColumn<QByteArray>("slot");
+    const auto row = [](const char *id, const char *className, const char *slot) {
+        QTest::addRow("%s, %s", id, slot)
+            << QByteArray(id) << QByteArray(className) << QByteArray(slot);
+    };
+    row("idPanel", "CSetupPanelForm", "clickedReturn");
+    row("idPanel", "CSetupPanelForm", "clickedExit");
+    // The others have no such slot of their own, but every object has this one.
+    row("usbtest", "USBTestView", "deleteLater");
+    row("usbeye", "USBEyeTestView", "deleteLater");
+    row("ncmtest", "NCMTestView", "deleteLater");
+    row("keycolor", "CSetupKeyLight", "deleteLater");
+    row("vendordata", "VendorDataView", "deleteLater");
+    row("als", "CSetupALSTest", "deleteLater");
+    row("pdtVer", "CDevsInfoPage", "deleteLater");
+    row("sysCtrl", "CSysCtrlPage", "deleteLater");
+}
+
+void TestFactoryDebugView::returnAfterAPageHasDeletedItself()
+{
+    QFETCH(QByteArray, id);
+    QFETCH(QByteArray, className);
+    QFETCH(QByteArray, slot);
+    ViewOnScreen shown;
+    shown.tap(id.constData());
+    const QPointer<QObject> opened = page(*shown.view, className);
+    QVERIFY(QMetaObject::invokeMethod(opened, slot.constData()));
+    QTRY_VERIFY(opened.isNull());
+
+    shown.unit.tap(returnPoint);
+
+    QCOMPARE(title(*shown.view), QStringLiteral("Factory"));
+    for (KvIconButton *button : menuButtons(*shown.view)) {
+        QVERIFY(button->isVisible());
+    }
+    shown.tap(id.constData());
+    QVERIFY(page(*shown.view, className) != nullptr);
 }
 
 void TestFactoryDebugView::anotherPageDeletesTheFirst()

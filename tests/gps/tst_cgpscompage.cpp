@@ -1,4 +1,4 @@
-#include "gps/cgpscompage.h"
+#include "gps/gpscomage.h"
 
 #include "gps/cgpsfwinfo.h"
 #include "recordedsleeps.h"
@@ -46,7 +46,8 @@ private slots:
     void cancelReactsToAClick();
     void updateReactsToARelease();
     void updateIsQueued();
-    void cancelReleasedOutsideDoesNothing();
+    void liftBesideAButtonDoesNothing_data();
+    void liftBesideAButtonDoesNothing();
     void unknownIdIsIgnored();
     void updateUpgradesAndReboots();
     void pausesOfTheCheckAndTheUpdate();
@@ -428,15 +429,24 @@ void TestCGpsComPage::cancelReactsToAClick()
     QCOMPARE(m_unit->journal(QStringLiteral("update ready")).last(), updateReady(0));
 }
 
-void TestCGpsComPage::cancelReleasedOutsideDoesNothing()
+void TestCGpsComPage::liftBesideAButtonDoesNothing_data()
 {
+    QTest::addColumn<QPoint>("button");
+    QTest::newRow("Cancel") << cancelPoint;
+    QTest::newRow("Update") << updatePoint;
+}
+
+void TestCGpsComPage::liftBesideAButtonDoesNothing()
+{
+    QFETCH(QPoint, button);
     openVerified();
-    m_unit->press(cancelPoint);
+    m_unit->press(button);
     m_unit->move(QPoint(400, 450));
     m_unit->release(QPoint(400, 450));
     QTest::qWait(50);
     QVERIFY(!m_page.isNull());
-    QVERIFY(m_unit->journal(QStringLiteral("/^log /")).isEmpty());
+    QVERIFY(asks(m_page));
+    QVERIFY(m_unit->journal(QStringLiteral("/^(log|mcu beep)/")).isEmpty());
 }
 
 void TestCGpsComPage::updateReactsToARelease()
@@ -445,11 +455,12 @@ void TestCGpsComPage::updateReactsToARelease()
     QPointer<QLabel> label = find<QLabel>(page, "label_1");
     // A missing port ends the upgrade at once.
     QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
+    auto *button = find<KvIconButton>(page, "updateButton");
+    emit button->btnClicked(button->buttonID());
     m_unit->press(updatePoint);
     QTest::qWait(20);
     QVERIFY(asks(page));
-    m_unit->move(QPoint(400, 450));
-    m_unit->release(QPoint(400, 450));
+    m_unit->release(updatePoint);
     QTRY_COMPARE(m_unit->journal(QStringLiteral("mcu reboot")).size(), 1);
     QCOMPARE(label->text(), QStringLiteral("GPS Firmware Updating..."));
     QVERIFY(shows(page, "popLoading"));

@@ -1,6 +1,7 @@
 #include "gps/gpspackage.h"
 
 #include "conversation.h"
+#include "recordedreads.h"
 #include "stdoutcapture.h"
 
 #include <QDir>
@@ -26,6 +27,7 @@ private slots:
     void checksAFile();
     void everyKindIsTested();
     void printsWhatItFinds();
+    void readsThePayloadByAKilobyteIntoAClearBuffer();
     void fileOf32BytesOrFewerPassesWithoutReadingAHeader();
     void zeroLengthFileFails();
     void wrongSumFailsAfterPrintingBothValues();
@@ -189,6 +191,24 @@ void TestGpsPackage::printsWhatItFinds()
                  + crcText.mid(6, 2) + ' ' + crcText.mid(4, 2) + " 00 00\ncrc16  [" + crcText
                  + "]\nchecksum  [00010505]\n\n");
     QCOMPARE(result, 0);
+}
+
+void TestGpsPackage::readsThePayloadByAKilobyteIntoAClearBuffer()
+{
+    // Two payload words that are not zero, in a block and a half.
+    QByteArray header(12, '\0');
+    header += QByteArray("\x02\x06\x00\x00", 4); // 1538
+    header += QByteArray(12, '\0');
+    const uint crc = get_crc16(header.constData(), 28);
+    header += char(crc);
+    header += char(crc >> 8);
+    header += QByteArray(2, '\0');
+    const QByteArray path = written(header + QByteArray(1538, 'x'));
+    const RecordedReads reads;
+    int result = 0;
+    checked(path, &result);
+    using Reads = QVector<RecordedReads::Read>;
+    QCOMPARE(reads.all(), Reads({{32, false}, {1024, true}, {514, true}}));
 }
 
 void TestGpsPackage::fileOf32BytesOrFewerPassesWithoutReadingAHeader()

@@ -1,5 +1,6 @@
 #include "gps/gpsserial.h"
 
+#include "scriptedclock.h"
 #include "scriptedselect.h"
 #include "stdoutcapture.h"
 #include "testline.h"
@@ -65,6 +66,7 @@ private slots:
     void selectIsAskedTwice();
     void pollingTellsHowManyBytes();
     void pollingLastsAMillisecond();
+    void pollingEndsWhenTheClockIsSet();
 
     void readsWhatIsThere();
     void readsAgainWhenNothingIsThere();
@@ -174,6 +176,14 @@ void TestGpsSerial::pollingLastsAMillisecond()
     clock.start();
     QCOMPARE(wait_readable(line.port()), 0);
     QVERIFY(clock.nsecsElapsed() >= 990000);
+}
+
+void TestGpsSerial::pollingEndsWhenTheClockIsSet()
+{
+    const TestLine line;
+    const ScriptedClock clock({{1000, 0}, {1000 + 40 * 60, 0}, {1000 + 100 * 60, 0}});
+    QCOMPARE(wait_readable(line.port()), 0);
+    QCOMPARE(clock.calls(), 2);
 }
 
 void TestGpsSerial::readsWhatIsThere()

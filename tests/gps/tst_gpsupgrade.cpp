@@ -1,3 +1,4 @@
+#include "gps/gpsfilecheck.h"
 #include "gps/gpsupgrade.h"
 
 #include "conversation.h"
@@ -330,7 +331,7 @@ void TestGpsUpgrade::saysWhatHappens()
                    "Download firmware success\n"
                    "$GNGGA,120000.00,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*59\r\n"
                    "$GNRMC,120000.00,A,4807.038,N,01131.000,E,0.02,31.66,230394,,,A*4E\r\n"
-                   "\n===== THE UPGRADE IS SUCCESSFUL, reseting====="));
+                   "\n===== THE UPGRADE IS SUCCESSFUL, reseting=====\n"));
 }
 
 void TestGpsUpgrade::returns_data()
@@ -343,7 +344,7 @@ void TestGpsUpgrade::returns_data()
     };
     const QByteArray noBootloader = QByteArray(timeOut) + "xmodem error!\n";
     const QByteArray noFirmware = QByteArray(timeOut) + "xmodem error! upgrade failed!\n";
-    const QByteArray success = "\n===== THE UPGRADE IS SUCCESSFUL, reseting=====";
+    const QByteArray success = "\n===== THE UPGRADE IS SUCCESSFUL, reseting=====\n";
 
     row("silence product", 0, success);
     row("silence configure", -3, QByteArray(timeOut) + '\n' + timeOut);

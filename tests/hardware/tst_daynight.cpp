@@ -21,6 +21,8 @@ private slots:
     void aThresholdGoesByTheNewestReadingAtOnce();
     void thresholdsAndSwitchAreKept();
     void anUnusableFileIsRefused();
+    void whatIsWrongIsSaid_data();
+    void whatIsWrongIsSaid();
 };
 
 void tst_DayNight::aNewUnitDetectsWithTheTablesThresholds()
@@ -127,6 +129,43 @@ void tst_DayNight::anUnusableFileIsRefused()
     hardware::Unit unit(root);
     QVERIFY(!unit.open(&error));
     QVERIFY2(error.contains(QStringLiteral("daynight.ini")), qPrintable(error));
+}
+
+void tst_DayNight::whatIsWrongIsSaid_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("letters")
+        << QByteArray("[daynight]\nday=many\nnight=1\nautomatic=true\n")
+        << "line 2: section \"daynight\": day \"many\" is not allowed; allowed "
+           "is a whole number from -2147483648 to 2147483647.";
+    QTest::newRow("neither true nor false")
+        << QByteArray("[daynight]\nday=2\nnight=1\nautomatic=maybe\n")
+        << "line 4: section \"daynight\": automatic \"maybe\" is not allowed; allowed is true or "
+           "false.";
+    QTest::newRow("missing") << QByteArray("[daynight]\nday=2\nautomatic=true\n")
+                             << "line 1: section \"daynight\" has no field night.";
+    QTest::newRow("unknown field")
+        << QByteArray("[daynight]\nday=2\nnight=1\nautomatic=true\ndusk=1\n")
+        << "line 5: section \"daynight\": field \"dusk\" is not allowed; allowed is day, night, "
+           "automatic.";
+    QTest::newRow("another section") << QByteArray("[other]\nday=2\n")
+                                     << "line 1: section \"other\": this name is not allowed; "
+                                        "allowed is \"daynight\".";
+}
+
+void tst_DayNight::whatIsWrongIsSaid()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, error);
+    const QTemporaryDir folder;
+    const QString file = folder.filePath(QStringLiteral("daynight.ini"));
+    writeFile(file, content);
+    hardware::Journal journal;
+    DayNight dayNight(journal);
+    QString said;
+    QVERIFY(!dayNight.open(file, &said));
+    QCOMPARE(said, file + QStringLiteral(", ") + error);
 }
 
 QTEST_GUILESS_MAIN(tst_DayNight)

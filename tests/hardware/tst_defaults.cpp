@@ -14,6 +14,7 @@ private slots:
     void readsTheTable();
     void unknownKeyIsInvalid();
     void missingTableIsAnError();
+    void otherSectionsAreRefused();
 };
 
 namespace
@@ -54,6 +55,19 @@ void TestDefaults::missingTableIsAnError()
     Defaults defaults;
     QVERIFY(!defaults.open(QStringLiteral("/nowhere/defaults.ini"), &error));
     QVERIFY(error.contains(QLatin1String("/nowhere/defaults.ini")));
+}
+
+void TestDefaults::otherSectionsAreRefused()
+{
+    const QTemporaryDir folder;
+    const QString file = writeTable(folder, "[defaults]\na/text = 1\n[others]\na/text = 2\n");
+    QString error;
+    Defaults defaults;
+    QVERIFY(!defaults.open(file, &error));
+    QCOMPARE(error,
+             file
+                 + QStringLiteral(", line 3: section \"others\": this name is not allowed; allowed "
+                                  "is \"defaults\"."));
 }
 
 QTEST_GUILESS_MAIN(TestDefaults)

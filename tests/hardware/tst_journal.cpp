@@ -1,5 +1,7 @@
 #include "hardware/journal.h"
 
+#include "support/fulldisk.h"
+
 #include <QRegularExpression>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -23,6 +25,9 @@ private slots:
     void theFileIsFlushedLineByLine();
     void aSecondRunAppends();
     void aFolderIsNoFileToAppendTo();
+    void theHeadIsNoLine();
+    void timesAreTheUnits();
+    void aFullDiskIsSaidOnce();
     void patternMatches_data();
     void patternMatches();
     void aWrongExpressionIsExplained();
@@ -157,6 +162,51 @@ void tst_Journal::aFolderIsNoFileToAppendTo()
     QVERIFY(!journal.appendTo(m_folder.path()));
     journal.write(QStringLiteral("still"), QStringLiteral("works"));
     QCOMPARE(journal.end(), qint64(1));
+}
+
+void tst_Journal::theHeadIsNoLine()
+{
+    Journal journal;
+    QVERIFY(journal.appendTo(file(QStringLiteral("headed")), QStringLiteral("# a start")));
+    journal.write(QStringLiteral("a"), QStringLiteral("1"));
+    QCOMPARE(journal.lines(), QStringList{QStringLiteral("a 1")});
+    QCOMPARE(fileLines(QStringLiteral("headed")).first(), QStringLiteral("# a start"));
+    QCOMPARE(fileLines(QStringLiteral("headed")).size(), 2);
+}
+
+void tst_Journal::timesAreTheUnits()
+{
+    Journal journal(hardware::Clock(1000));
+    QVERIFY(journal.appendTo(file(QStringLiteral("fast"))));
+    QTest::qSleep(20);
+    journal.write(QStringLiteral("a"), QStringLiteral("1"));
+    journal.write(QStringLiteral("b"), QStringLiteral("2"));
+    const QStringList lines = journal.timedLines(QStringLiteral("/^a/"));
+    QCOMPARE(lines.size(), 1);
+    QCOMPARE(lines.first(), fileLines(QStringLiteral("fast")).first());
+    const double seconds = lines.first().section(QLatin1Char(' '), 0, 0).toDouble();
+    QVERIFY2(seconds >= 20, qPrintable(lines.first()));
+    QVERIFY2(lines.first().endsWith(QLatin1String(" a 1")), qPrintable(lines.first()));
+}
+
+void tst_Journal::aFullDiskIsSaidOnce()
+{
+    Journal journal;
+    const QString name = file(QStringLiteral("full"));
+    QVERIFY(journal.appendTo(name));
+    journal.write(QStringLiteral("a"), QStringLiteral("1"));
+    QVERIFY(!journal.hasFailedWrites());
+    {
+        const FullDisk full(5);
+        journal.write(QStringLiteral("a"), QStringLiteral("2"));
+        journal.write(QStringLiteral("a"), QStringLiteral("3"));
+    }
+    const QString report = QStringLiteral("unit cannot write %1: File too large").arg(name);
+    QCOMPARE(journal.lines(), QStringList({"a 1", "a 2", report, "a 3"}));
+    QVERIFY(journal.hasFailedWrites());
+    // Once there is room, nothing is missing.
+    journal.write(QStringLiteral("a"), QStringLiteral("4"));
+    QCOMPARE(fileLines(QStringLiteral("full")), journal.timedLines());
 }
 
 void tst_Journal::patternMatches_data()

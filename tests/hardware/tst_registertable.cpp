@@ -83,6 +83,10 @@ void tst_RegisterTable::refuses_data()
     row("no number", "[a]\naddress=0\nreset=seven\n",
         "line 3: register \"a\": reset \"seven\" is not allowed; allowed is a hexadecimal number "
         "from 0 to FFFFFFFF.");
+    row("no name", "[]\naddress=0\nreset=0\n",
+        "line 1: \"[]\" is not allowed; allowed is \"[name]\".");
+    row("unknown field", "[a]\naddress=0\nreset=0\nvalue=1\n",
+        "line 4: register \"a\": field \"value\" is not allowed; allowed is address, reset.");
     row("too large", "[a]\naddress=100000000\nreset=0\n", "line 2: register \"a\": address");
     row("crooked address", "[a]\naddress=12\nreset=0\n",
         "line 2: register \"a\": address \"12\" is not allowed; allowed is a multiple of 4.");

@@ -2,6 +2,7 @@
 
 #include "hardware/journal.h"
 #include "openunit.h"
+#include "support/fulldisk.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -33,6 +34,7 @@ private slots:
     void aDamagedFileIsRefusedAndLeft();
     void aFolderIsRefused();
     void aFailedWriteIsJournalled();
+    void aFullDiskLeavesWhatWasThere();
     void eightThreadsKeepEveryValue();
 
 private:
@@ -227,7 +229,23 @@ void tst_Settings::aFailedWriteIsJournalled()
     QFile::remove(m_folder->path());
     QCOMPARE(journal.lines(),
              (QStringList{QStringLiteral("settings a = 1"),
-                          QStringLiteral("settings cannot be written to %1").arg(m_file)}));
+                          QStringLiteral("unit cannot write %1: Not a directory").arg(m_file)}));
+}
+
+void tst_Settings::aFullDiskLeavesWhatWasThere()
+{
+    Journal journal;
+    Settings settings(journal);
+    open(&settings);
+    settings.setValue(QStringLiteral("a"), 1);
+    const QByteArray before = readFile(m_file);
+    {
+        const FullDisk full(10);
+        settings.setValue(QStringLiteral("a"), 2);
+    }
+    QCOMPARE(readFile(m_file), before);
+    QCOMPARE(settings.value(QStringLiteral("a")), QVariant(2));
+    QVERIFY(journal.hasFailedWrites());
 }
 
 void tst_Settings::eightThreadsKeepEveryValue()

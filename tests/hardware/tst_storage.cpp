@@ -13,6 +13,8 @@
 #include <thread>
 #include <vector>
 
+#include <unistd.h>
+
 using hardware::Journal;
 using hardware::Storage;
 using hardware::StorageSlot;
@@ -56,6 +58,8 @@ private slots:
     void aFullStickIsMarkedUntilItIsNot();
     void whatIsInTheWayIsLeft_data();
     void whatIsInTheWayIsLeft();
+    void aLinkToTheStickIsTakenOver_data();
+    void aLinkToTheStickIsTakenOver();
     void whatReplacedALinkIsLeft();
     void aRestartFindsTheSticksInOrder();
     void aRestartForgetsAVanishedStick();
@@ -384,6 +388,33 @@ void tst_Storage::whatIsInTheWayIsLeft()
     }
 }
 
+void tst_Storage::aLinkToTheStickIsTakenOver_data()
+{
+    QTest::addColumn<QString>("target");
+    QTest::addColumn<QString>("folder");
+    QTest::newRow("as it is made") << "../sticks/usb0"
+                                   << "";
+    QTest::newRow("by another name") << "../sticks/./usb0"
+                                     << "";
+    QTest::newRow("a given folder") << "../../given"
+                                    << "given";
+}
+
+void tst_Storage::aLinkToTheStickIsTakenOver()
+{
+    QFETCH(QString, target);
+    QFETCH(QString, folder);
+    QVERIFY(QDir().mkpath(path(QStringLiteral("/sticks/usb0"))));
+    QVERIFY(QDir(m_temporary->path()).mkpath(QStringLiteral("given")));
+    // What a simulator leaves that dies between two steps.
+    QCOMPARE(symlink(qPrintable(target), qPrintable(path(usb0Root))), 0);
+    plug(usb0, folder.isEmpty() ? QString() : m_temporary->filePath(folder));
+    QCOMPARE(m_storage->mountRoots(), QStringList{usb0Root});
+    QVERIFY(QFileInfo(path(usb0Root)).isDir());
+    pull(usb0);
+    QVERIFY(!QFileInfo(path(usb0Root)).isSymLink());
+}
+
 void tst_Storage::whatReplacedALinkIsLeft()
 {
     plug(usb0);
@@ -506,8 +537,11 @@ void tst_Storage::aListThatCannotBeWrittenRefusesThePlug()
     QVERIFY(QDir().mkpath(file + QStringLiteral("/in the way")));
     QString error;
     QVERIFY(!m_storage->plug(usb0, QString(), &error));
-    QCOMPARE(error,
-             QStringLiteral("The list of plugged sticks \"%1\" cannot be written.").arg(file));
+    QCOMPARE(
+        error,
+        QStringLiteral("The list of plugged sticks \"%1\" cannot be written: Filename refers to "
+                       "a directory.")
+            .arg(file));
     QCOMPARE(m_storage->mountRoots(), QStringList());
     QVERIFY(!QFileInfo(path(usb0Root)).isSymLink());
 }

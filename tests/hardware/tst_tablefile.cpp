@@ -17,10 +17,11 @@ private slots:
     void aValueKeepsEveryCharacter_data();
     void aValueKeepsEveryCharacter();
     void commentsAndEmptyLinesAreSkipped();
-    void anEmptyFileHasNoSections();
     void aSecondReadStartsAnew();
     void whatIsWrongIsSaid_data();
     void whatIsWrongIsSaid();
+    void anEmptyFileIsRefused_data();
+    void anEmptyFileIsRefused();
     void aMissingFileIsNamed();
 
 private:
@@ -92,14 +93,6 @@ void tst_TableFile::commentsAndEmptyLinesAreSkipped()
     QCOMPARE(table.sections().at(0).fields.size(), 1);
 }
 
-void tst_TableFile::anEmptyFileHasNoSections()
-{
-    TableFile table;
-    QString error;
-    QVERIFY(table.read(write(QByteArray()), &error));
-    QVERIFY(table.sections().isEmpty());
-}
-
 void tst_TableFile::aSecondReadStartsAnew()
 {
     TableFile table;
@@ -116,6 +109,11 @@ void tst_TableFile::whatIsWrongIsSaid_data()
 
     QTest::newRow("no table") << QByteArray("hello\n")
                               << R"(line 1: "hello" is neither "[name]" nor "field = value".)";
+    QTest::newRow("section without name")
+        << QByteArray("[a]\n[ ]\n") << R"(line 2: "[]" is not allowed; allowed is "[name]".)";
+    const QString zero = QStringLiteral("line 3: a zero byte is not allowed; allowed is text.");
+    QTest::newRow("zero byte in a value") << QByteArray("[a]\nf=1\ng=\0\n", 13) << zero;
+    QTest::newRow("zero byte in a comment") << QByteArray("[a]\nf=1\n;\0\n", 12) << zero;
     QTest::newRow("section without end")
         << QByteArray("[a]\n[b\n") << R"(line 2: "[b" is neither "[name]" nor "field = value".)";
     QTest::newRow("field without name")
@@ -138,6 +136,26 @@ void tst_TableFile::whatIsWrongIsSaid()
     QString said;
     QVERIFY(!table.read(file, &said));
     QCOMPARE(said, file + QStringLiteral(", ") + error);
+}
+
+void tst_TableFile::anEmptyFileIsRefused_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::newRow("no byte") << QByteArray("");
+    QTest::newRow("only blanks") << QByteArray("\n  \r\n\t");
+}
+
+void tst_TableFile::anEmptyFileIsRefused()
+{
+    QFETCH(QByteArray, content);
+    const QString file = write(content);
+    TableFile table;
+    QString error;
+    QVERIFY(!table.read(file, &error));
+    QCOMPARE(error,
+             file
+                 + QStringLiteral(" is empty. A file that is removed is made anew at the next "
+                                  "start."));
 }
 
 void tst_TableFile::aMissingFileIsNamed()

@@ -2,6 +2,7 @@
 
 #include "openunit.h"
 
+#include <QDateTime>
 #include <QDir>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -19,6 +20,7 @@ private slots:
     void everyDeviceWorks();
     void aSecondStartFindsTheStateOfTheFirst();
     void theClockHasTheFactor();
+    void theJournalTellsEachStartAndTheUnitsTime();
     void openRefuses_data();
     void openRefuses();
 };
@@ -35,7 +37,7 @@ void tst_Unit::everyDeviceWorks()
              (QStringList{QStringLiteral("settings a = 1"),
                           QStringLiteral("storage plug usb0 /media/usb0"),
                           QStringLiteral("mcu beep 0"), QStringLiteral("shell sync")}));
-    QCOMPARE(readFile(unit.path(QStringLiteral("/journal.log"))).count('\n'), 4);
+    QCOMPARE(readFile(unit.path(QStringLiteral("/journal.log"))).count('\n'), 5);
     QVERIFY(QFileInfo::exists(unit.path(QStringLiteral("/settings.ini"))));
 }
 
@@ -53,13 +55,41 @@ void tst_Unit::aSecondStartFindsTheStateOfTheFirst()
     QVERIFY2(second.open(&error), qPrintable(error));
     QCOMPARE(second.settings().value(QStringLiteral("capture")).toBool(), true);
     QCOMPARE(second.storage().mountRoots(), QStringList{QStringLiteral("/media/sd1")});
-    QCOMPARE(readFile(folder.filePath(QStringLiteral("journal.log"))).count('\n'), 3);
+    QCOMPARE(readFile(folder.filePath(QStringLiteral("journal.log"))).count('\n'), 5);
 }
 
 void tst_Unit::theClockHasTheFactor()
 {
     QCOMPARE(Unit(QStringLiteral("x")).clock().factor(), 1.0);
     QCOMPARE(Unit(QStringLiteral("x"), 50).clock().factor(), 50.0);
+}
+
+void tst_Unit::theJournalTellsEachStartAndTheUnitsTime()
+{
+    const QTemporaryDir folder;
+    const QDateTime before = QDateTime::currentDateTime().addSecs(-1);
+    for (const double speed : {1.0, 500.0}) {
+        QString error;
+        Unit unit(folder.path(), speed);
+        QVERIFY2(unit.open(&error), qPrintable(error));
+        unit.clock().sleep(10000000 * speed / 500);
+        unit.mcu().beep(0);
+    }
+    const QString journal =
+        QString::fromUtf8(readFile(folder.filePath(QStringLiteral("journal.log"))));
+    const QRegularExpression lines(
+        QStringLiteral("^# (.{19}), version \\d+\\.\\d+\\.\\d+, speed 1\n"
+                       "(\\d+\\.\\d{3}) mcu beep 0\n"
+                       "# .{19}, version \\S+, speed 500\n"
+                       "(\\d+\\.\\d{3}) mcu beep 0\n$"));
+    const QRegularExpressionMatch match = lines.match(journal);
+    QVERIFY2(match.hasMatch(), qPrintable(journal));
+    const QDateTime started =
+        QDateTime::fromString(match.captured(1), QStringLiteral("yyyy-MM-dd HH:mm:ss"));
+    QVERIFY(started >= before && started <= QDateTime::currentDateTime());
+    // 20 ms of the host each: ten seconds of the fast unit.
+    QVERIFY2(match.captured(2).toDouble() < 5, qPrintable(journal));
+    QVERIFY2(match.captured(3).toDouble() >= 10, qPrintable(journal));
 }
 
 void tst_Unit::openRefuses_data()

@@ -1,6 +1,8 @@
 #include "hardware/journal.h"
 #include "hardware/usbports.h"
 
+#include "openunit.h"
+
 #include <QTemporaryDir>
 #include <QtTest>
 
@@ -18,7 +20,8 @@ private slots:
     void refusesWhatThereIsNot();
     void testModeIsJournalled();
     void descriptionTellsTheState();
-    void fileThatCannotBeWrittenIsAnError();
+    void whatIsWrongIsSaid_data();
+    void whatIsWrongIsSaid();
 
 private:
     QScopedPointer<QTemporaryDir> m_folder;
@@ -32,6 +35,7 @@ void TestUsbPorts::init()
     m_folder.reset(new QTemporaryDir);
     m_journal.reset(new Journal);
     m_ports.reset(new UsbPorts(*m_journal));
+    writeFile(m_folder->filePath(QStringLiteral("usb.ini")), "[General]\n");
     QVERIFY2(m_ports->open(m_folder->filePath(QStringLiteral("usb.ini")), &m_error),
              qPrintable(m_error));
 }
@@ -99,15 +103,32 @@ void TestUsbPorts::descriptionTellsTheState()
                           QStringLiteral("certification M")}));
 }
 
-void TestUsbPorts::fileThatCannotBeWrittenIsAnError()
+void TestUsbPorts::whatIsWrongIsSaid_data()
 {
-    // Below a file there can be no other, not even for root.
-    QFile inTheWay(m_folder->filePath(QStringLiteral("file")));
-    QVERIFY(inTheWay.open(QIODevice::WriteOnly));
-    const QString file = inTheWay.fileName() + QStringLiteral("/usb.ini");
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("port out of range")
+        << QByteArray("[General]\nport0=0\nport1=3\n")
+        << "line 3: section \"General\": port1 \"3\" is not allowed; "
+           "allowed is a whole number from 0 to 2.";
+    QTest::newRow("certification") << QByteArray("[General]\ncertification=T\n")
+                                   << "line 2: section \"General\": certification \"T\" is not "
+                                      "allowed; allowed is 77, 79 or 84.";
+    QTest::newRow("port that there is not")
+        << QByteArray("[General]\nport2=0\n")
+        << "line 2: section \"General\": field \"port2\" is not allowed; allowed is port0, port1, "
+           "certification.";
+}
+
+void TestUsbPorts::whatIsWrongIsSaid()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, error);
+    const QString file = m_folder->filePath(QStringLiteral("usb.ini"));
+    writeFile(file, content);
     UsbPorts ports(*m_journal);
     QVERIFY(!ports.open(file, &m_error));
-    QVERIFY(m_error.contains(file));
+    QCOMPARE(m_error, file + QStringLiteral(", ") + error);
 }
 
 QTEST_GUILESS_MAIN(TestUsbPorts)

@@ -1,6 +1,8 @@
 #include "hardware/journal.h"
 #include "hardware/vendordata.h"
 
+#include "support/fulldisk.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -20,6 +22,7 @@ private slots:
     void refusesToWriteOutside();
     void refusedLookUps();
     void refusedWrites();
+    void aFullDiskLeavesWhatWasThere();
     void newMemoryHoldsInitialValues();
     void badTableIsAClearError_data();
     void badTableIsAClearError();
@@ -133,6 +136,19 @@ void TestVendorData::refusedWrites()
     QVERIFY(m_data->write(16, "x"));
 }
 
+void TestVendorData::aFullDiskLeavesWhatWasThere()
+{
+    QVERIFY(m_data->write(16, "kept"));
+    const QByteArray before = memory();
+    {
+        const FullDisk full(100);
+        QVERIFY(!m_data->write(16, "lost"));
+    }
+    QCOMPARE(memory(), before);
+    QVERIFY(m_journal->hasFailedWrites());
+    QVERIFY(m_data->write(16, "then"));
+}
+
 void TestVendorData::newMemoryHoldsInitialValues()
 {
     const QByteArray initials("[first]\nposition = 0\noffset = 16\nlength = 8\ninitial = -2\n"
@@ -165,6 +181,26 @@ void TestVendorData::badTableIsAClearError_data()
     QTest::newRow("initial of letters")
         << QByteArray("[a]\nposition = 1\noffset = 0\nlength = 4\ninitial = one\n")
         << QStringLiteral("line 5: item \"a\": initial \"one\" is not allowed");
+    const QByteArray first("[a]\nposition = 1\noffset = 8\nlength = 4\n");
+    QTest::newRow("position twice")
+        << first + "[b]\nposition = 01\noffset = 0\nlength = 4\n"
+        << QStringLiteral("line 6: item \"b\": position \"01\" is not allowed; item \"a\" has it "
+                          "already.");
+    QTest::newRow("overlap from below")
+        << first + "[b]\nposition = 2\noffset = 5\nlength = 4\n"
+        << QStringLiteral("line 7: item \"b\": offset \"5\" is not allowed; item \"a\" has the "
+                          "bytes from 8 to 11.");
+    QTest::newRow("overlap from above")
+        << first + "[b]\nposition = 2\noffset = 11\nlength = 4\n"
+        << QStringLiteral("line 7: item \"b\": offset \"11\" is not allowed");
+    QTest::newRow("unknown field")
+        << first + "size = 4\n"
+        << QStringLiteral("line 5: item \"a\": field \"size\" is not allowed; allowed is position, "
+                          "offset, length, initial.");
+    QTest::newRow("initial too large")
+        << first + "initial = 2147483648\n"
+        << QStringLiteral("line 5: item \"a\": initial \"2147483648\" is not allowed; allowed is a "
+                          "whole number from -2147483648 to 2147483647.");
     QTest::newRow("negative") << QByteArray("[a]\nposition = 1\noffset = -4\nlength = 4\n")
                               << QStringLiteral("offset \"-4\" is not allowed");
 }

@@ -25,6 +25,7 @@ public:
         : KvHorStrButton(parent)
     {
         setGeometry(place);
+        setMinimumHeight(place.height());
         setButtonId("bridec");
         setNormalPixmap(plain(imagePlace.size(), normalColor));
         setPressPixmap(plain(imagePlace.size(), pressColor));
@@ -43,6 +44,7 @@ class TestKvHorStrButton : public QObject
 private slots:
     void clickedWhenLiftedInside();
     void silentWhenLiftedOutside();
+    void higherThanItsImageIsTouchedInItsMiddle();
     void slotDeletesButton();
     void imageIsCentredAndNeverDistorted_data();
     void imageIsCentredAndNeverDistorted();
@@ -83,6 +85,28 @@ void TestKvHorStrButton::silentWhenLiftedOutside()
     QCOMPARE(button.heard, QStringList());
 }
 
+void TestKvHorStrButton::higherThanItsImageIsTouchedInItsMiddle()
+{
+    TouchScreen screen;
+    Button button(&screen);
+    QCOMPARE(button.sizePolicy().verticalPolicy(), QSizePolicy::Fixed);
+    button.resize(103, 119);
+    button.setMinimumHeight(58);
+    QVERIFY(screen.turnOn());
+    // (119 - 58) / 2 = 30
+    screen.tap(QPoint(150, 129));
+    screen.tap(QPoint(150, 188));
+    QCOMPARE(button.heard, QStringList());
+    QCOMPARE(screen.touches(), 0);
+    screen.tap(QPoint(150, 130));
+    screen.tap(QPoint(150, 187));
+    QCOMPARE(button.heard, (QStringList{"bridec", "bridec"}));
+    // Nor does lifting the finger outside the middle count.
+    screen.fingerDown(QPoint(150, 160));
+    screen.fingerUp(QPoint(150, 128));
+    QCOMPARE(button.heard.size(), 2);
+}
+
 void TestKvHorStrButton::slotDeletesButton()
 {
     RUN_CHECK(checkSlotMayDelete<Button>(&KvHorStrButton::clicked, onButton));
@@ -106,6 +130,7 @@ void TestKvHorStrButton::imageIsCentredAndNeverDistorted()
     QFETCH(QRect, drawn);
     TouchScreen screen;
     Button button(&screen);
+    button.setMinimumHeight(0);
     button.resize(size);
     QVERIFY(screen.turnOn());
     QCOMPARE(screen.inkIn(screen.rect(), Qt::black), drawn);

@@ -171,6 +171,7 @@ private slots:
     void updateQuestionFits();
     void longLineWraps();
     void endlessWordIsBroken();
+    void versionOf32LettersIsBroken();
     void textIsPlain();
     void buttonTexts();
     void repaints();
@@ -186,6 +187,8 @@ private slots:
 
     void touchesBesideTheBox();
     void touchesOnTheBox();
+    void pageThatTakesTheTouchesIsDimmed();
+    void otherParentsAreNotDimmed();
 
     void baseViewGoesWithCancelAndTimeout_data();
     void baseViewGoesWithCancelAndTimeout();
@@ -428,11 +431,27 @@ void TestPopupView::endlessWordIsBroken()
 {
     TouchScreen screen;
     Popup popup(&screen);
-    // At the smallest 12 px a W takes 11 px: 55 in a line of 614, so 150 need three lines.
+    // At 21 px a W takes 20 px: 31 in a line of 614, so 150 need five lines of 24 px, for which 132
+    // are enough. At 22 px they need six of 25.
     QVERIFY(showText(screen, popup, PopupView::NoButton, QString("W").repeated(150)));
-    QCOMPARE(linesSeen(popup), 3);
+    QCOMPARE(linesSeen(popup), 5);
     const QList<bool> besideText = rowsWithText(popup, QRect(8, 8, 20, 148));
     QVERIFY(!besideText.contains(true));
+}
+
+void TestPopupView::versionOf32LettersIsBroken()
+{
+    TouchScreen screen;
+    Popup popup(&screen);
+    const QString version = QString("H").repeated(32);
+    QVERIFY(showText(screen, popup, PopupView::OkCancel,
+                     "User Update via USB0?\nNewCUSTVer:" + version + "\nNewSDKVer:" + version
+                         + "\nVerifing..."));
+    const QList<bool> rows = rowsWithText(popup, textPart(popup));
+    QCOMPARE(linesIn(rows), 6);
+    QVERIFY2(!rows.first() && !rows.last(), "the text touches the box or its buttons");
+    // Six lines of 22 px or more: five pitches of 1.149 of that, and a capital of 15 px.
+    QVERIFY(rows.lastIndexOf(true) - rows.indexOf(true) >= 5 * 25 + 15);
 }
 
 void TestPopupView::textIsPlain()
@@ -600,6 +619,34 @@ void TestPopupView::touchesOnTheBox()
     QVERIFY(popup.isVisible());
     screen.tap(QPoint(10, 10));
     QCOMPARE(screen.touches(), 1);
+}
+
+void TestPopupView::pageThatTakesTheTouchesIsDimmed()
+{
+    TouchScreen screen;
+    screen.setPalette(QPalette(Qt::white, QColor(200, 200, 200)));
+    FullPage page(&screen);
+    Popup popup(&page);
+    popup.hide();
+    QVERIFY(screen.turnOn());
+    const QPoint besideBox(10, 10);
+    QCOMPARE(screen.colorAt(besideBox).red(), 200);
+    QVERIFY(repaintsAfter(page, [&] { popup.show(); }));
+    const int dimmed = screen.colorAt(besideBox).red();
+    QVERIFY2(dimmed > 40 && dimmed < 120, qPrintable(QString::number(dimmed)));
+    QVERIFY(repaintsAfter(page, [&] { popup.hide(); }));
+    QCOMPARE(screen.colorAt(besideBox).red(), 200);
+}
+
+void TestPopupView::otherParentsAreNotDimmed()
+{
+    TouchScreen screen;
+    screen.setPalette(QPalette(Qt::white, QColor(200, 200, 200)));
+    QWidget layer(&screen);
+    layer.setGeometry(0, 0, 800, 480);
+    Popup popup(&layer);
+    QVERIFY(screen.turnOn());
+    QCOMPARE(screen.colorAt(QPoint(10, 10)).red(), 200);
 }
 
 void TestPopupView::baseViewGoesWithCancelAndTimeout_data()

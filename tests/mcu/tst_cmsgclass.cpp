@@ -37,9 +37,11 @@ void TestCMsgClass::rootPathIsTheLatestUsbStorage()
     QSignalSpy spy(CMsgClass::getInstance(), &CMsgClass::sigDevRootPath);
     QCOMPARE(rootPath(), QString());
     unit.plug(QStringLiteral("usb1"));
+    unit.plug(QStringLiteral("sd0")); // of another type: nobody hears of it
     unit.plug(QStringLiteral("usb0"));
     QCOMPARE(rootPath(), QStringLiteral("/media/usb0"));
     QString error;
+    QVERIFY(unit.unit().storage().pull(QStringLiteral("sd0"), &error));
     QVERIFY(unit.unit().storage().pull(QStringLiteral("usb0"), &error));
     QVERIFY(unit.unit().storage().pull(QStringLiteral("usb1"), &error));
     QCOMPARE(rootPath(), QString());
@@ -87,7 +89,7 @@ void TestCMsgClass::rebootReachesThePower()
 void TestCMsgClass::beepAndUpdateReadyAreJournalled()
 {
     TestUnit unit;
-    CMsgClass::getInstance()->playBeepTone(CLICK_TYPE_NORMAL);
+    CMsgClass::getInstance()->playBeepTone(e_clickType(0));
     CMsgClass::getInstance()->setUpdateReadyState(true);
     CMsgClass::getInstance()->setUpdateReadyState(false);
     QCOMPARE(unit.journal(QStringLiteral("/^mcu /")),

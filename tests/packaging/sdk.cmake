@@ -1,25 +1,40 @@
-# Makes an SDK of the stand-ins' headers and LIBRARY_FILES in WORK, and builds the plug-in against
-# it: no stand-in, simulator or test may be needed for that.
+# Makes an SDK of the stand-ins' headers and LIBRARY_FILES in WORK, and builds a copy of the plug-in's
+# sources against it: no stand-in, simulator or test may be needed for that, and what comes of it is
+# byte for byte the plug-in of this build, without a path of either.
 file(REMOVE_RECURSE "${WORK}")
-file(MAKE_DIRECTORY "${WORK}/sdk/include" "${WORK}/sdk/lib")
+file(MAKE_DIRECTORY "${WORK}/sdk/include" "${WORK}/sdk/lib" "${WORK}/source")
 file(GLOB headers RELATIVE "${SOURCE}/platform" "${SOURCE}/platform/*/*.h")
 foreach(header IN LISTS headers)
     get_filename_component(folder "${header}" DIRECTORY)
     file(COPY "${SOURCE}/platform/${header}" DESTINATION "${WORK}/sdk/include/${folder}")
 endforeach()
 file(COPY ${LIBRARY_FILES} DESTINATION "${WORK}/sdk/lib")
+file(COPY "${SOURCE}/CMakeLists.txt" "${SOURCE}/cmake" "${SOURCE}/src" DESTINATION "${WORK}/source")
 # The stand-ins are linked to libraries of their own, which an SDK's are not.
 execute_process(
-    COMMAND "${CMAKE_COMMAND}" -S "${SOURCE}" -B "${WORK}/build" -G Ninja
-            -DCMAKE_BUILD_TYPE=Release -DFACTORYDEBUG_PLATFORM_SDK=${WORK}/sdk
-            -DCMAKE_SHARED_LINKER_FLAGS=-Wl,--allow-shlib-undefined
-            -DCMAKE_MODULE_LINKER_FLAGS=-Wl,--allow-shlib-undefined
+    COMMAND "${CMAKE_COMMAND}" -S "${WORK}/source" -B "${WORK}/build" -G Ninja
+            -DCMAKE_BUILD_TYPE=${BUILD_TYPE} -DFACTORYDEBUG_PLATFORM_SDK=${WORK}/sdk
+            "-DCMAKE_MODULE_LINKER_FLAGS=${LINKER_FLAGS} -Wl,--allow-shlib-undefined"
     COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
 execute_process(COMMAND "${CMAKE_COMMAND}" --build "${WORK}/build"
                 COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND "${CMAKE_COMMAND}" --install "${WORK}/build" --prefix "${WORK}/installed"
                 COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
-file(GLOB_RECURSE plugins "${WORK}/installed/*libfactorydebug.so")
-if(NOT plugins)
-    message(FATAL_ERROR "No plug-in was installed.")
+
+file(GLOB_RECURSE installed "${WORK}/installed/*libfactorydebug.so")
+list(LENGTH installed count)
+if(NOT count EQUAL 1)
+    message(FATAL_ERROR "Not one plug-in was installed: ${installed}")
 endif()
+execute_process(COMMAND "${CMAKE_COMMAND}" -E compare_files "${installed}" "${PLUGIN}"
+                RESULT_VARIABLE different)
+if(different)
+    message(FATAL_ERROR "The builds in two folders differ: ${installed} ${PLUGIN}")
+endif()
+file(STRINGS "${installed}" texts)
+foreach(folder IN ITEMS "${SOURCE}" "${BUILD}" "${WORK}")
+    string(FIND "${texts}" "${folder}" place)
+    if(NOT place EQUAL -1)
+        message(FATAL_ERROR "The plug-in names a folder of its build: ${folder}")
+    endif()
+endforeach()

@@ -1,5 +1,7 @@
 #include "headunitrun.h"
 
+#include "support/fulldisk.h"
+
 #include <QDir>
 #include <QFile>
 #include <QFileInfo>
@@ -11,37 +13,69 @@ namespace
 
 const int patienceMs = 120000;
 
-/// The end of what the program said, where the reason is; QtTest shows no more of a long message.
-QString lastWords(QProcess &process)
+/// The program, on a disk that may be full.
+class Session : public QProcess
 {
-    return QString::fromLocal8Bit(process.readAll().right(1200));
-}
+public:
+    explicit Session(int fullDisk)
+        : m_fullDisk(fullDisk)
+    {
+    }
+
+protected:
+    void setupChildProcess() override
+    {
+        if (m_fullDisk >= 0) {
+            // Not for a scope: it lasts until the program ends.
+            new FullDisk(rlim_t(m_fullDisk));
+        }
+    }
+
+private:
+    const int m_fullDisk;
+};
 
 } // namespace
 
 HeadunitRun::HeadunitRun() = default;
 
-QString HeadunitRun::scenario(const QString &script, double speed)
+QString HeadunitRun::scenario(const QString &name, double speed)
+{
+    const End end = start({QStringLiteral("--speed"), QString::number(speed),
+                           QStringLiteral("--script"), script(name)});
+    // The end of what the program said, where the reason is; QtTest shows no more of a long
+    // message.
+    return end.status == 0 ? QString()
+                           : QStringLiteral("%1 ends with %2:\n").arg(name).arg(end.status)
+            + end.output.right(600) + end.error.right(1200);
+}
+
+HeadunitRun::End HeadunitRun::start(const QStringList &arguments, int fullDisk) const
 {
     QDir().mkpath(pictures());
-    QProcess process;
-    process.setProcessChannelMode(QProcess::MergedChannels);
-    process.setWorkingDirectory(pictures());
-    process.start(QStringLiteral(HEADUNIT),
-                  {QStringLiteral("--headless"), QStringLiteral("--unit"), path(QString()),
-                   QStringLiteral("--plugin"), QStringLiteral(FACTORYDEBUG_PLUGIN),
-                   QStringLiteral("--speed"), QString::number(speed), QStringLiteral("--script"),
-                   QStringLiteral(SCENARIOS) + QLatin1Char('/') + script});
-    if (!process.waitForFinished(patienceMs)) {
-        process.kill();
-        process.waitForFinished();
-        return QStringLiteral("%1 does not end:\n").arg(script) + lastWords(process);
+    Session session(fullDisk);
+    session.setWorkingDirectory(pictures());
+    session.start(
+        QStringLiteral(HEADUNIT),
+        QStringList({QStringLiteral("--headless"), QStringLiteral("--unit"), path(QString()),
+                     QStringLiteral("--plugin"), QStringLiteral(FACTORYDEBUG_PLUGIN)})
+            + arguments);
+    session.closeWriteChannel();
+    End end{-1, QString(), QString()};
+    if (!session.waitForFinished(patienceMs)) {
+        session.kill();
+        session.waitForFinished();
+    } else if (session.exitStatus() == QProcess::NormalExit) {
+        end.status = session.exitCode();
     }
-    if (process.exitStatus() != QProcess::NormalExit || process.exitCode() != 0) {
-        return QStringLiteral("%1 ends with %2:\n").arg(script).arg(process.exitCode())
-            + lastWords(process);
-    }
-    return QString();
+    end.output = QString::fromLocal8Bit(session.readAllStandardOutput());
+    end.error = QString::fromLocal8Bit(session.readAllStandardError());
+    return end;
+}
+
+QString HeadunitRun::script(const QString &name)
+{
+    return QStringLiteral(SCENARIOS) + QLatin1Char('/') + name;
 }
 
 QString HeadunitRun::pictures() const

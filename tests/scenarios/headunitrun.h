@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QByteArray>
+#include <QString>
 #include <QStringList>
 #include <QTemporaryDir>
 
@@ -15,6 +16,21 @@ public:
     /// what the program said, for QVERIFY2 and the like; the unit's time passes \a speed times as
     /// fast.
     QString scenario(const QString &script, double speed = 1.0);
+
+    /// How a session went.
+    struct End
+    {
+        int status; ///< -1 for one that does not end or crashes
+        QString output;
+        QString error;
+    };
+
+    /// Starts the program with more arguments; with \a fullDisk, which is how many bytes a file can
+    /// still have, on a disk without room.
+    End start(const QStringList &arguments = {}, int fullDisk = -1) const;
+
+    /// Path of a script that lies beside this file.
+    static QString script(const QString &name);
 
     /// Where the screenshots of the sessions are.
     QString pictures() const;

@@ -20,7 +20,7 @@ void TestUsbControl::callsReachThePorts()
     const TestUnit unit;
     UsbControl::getInstance()->setUsbBcMode(1, 2);
     UsbControl::getInstance()->setUsbCertification('M');
-    UsbControl::getInstance()->setUsbTestMode(UsbControl::TestPacket);
+    UsbControl::getInstance()->setUsbTestMode(UsbControl::UsbTestMode(4));
     QCOMPARE(unit.journal(QStringLiteral("/^usb /")),
              QStringList({QStringLiteral("usb port 1 SDP"), QStringLiteral("usb certification M"),
                           QStringLiteral("usb test mode 4")}));

@@ -22,9 +22,8 @@ void TestVendorDataControl::placesAreThoseOfTheTable()
     const TestUnit unit;
     int offset = -1;
     int length = -1;
-    QCOMPARE(
-        VendorDataControl::getVendorPosOffset(VendorDataControl::PosPanelContrast, offset, length),
-        0);
+    QCOMPARE(VendorDataControl::getVendorPosOffset(VendorDataControl::VendorPos(5), offset, length),
+             0);
     QCOMPARE(offset, 268);
     QCOMPARE(length, 4);
 }
@@ -35,7 +34,7 @@ void TestVendorDataControl::refusedLookUpKeepsTheArguments()
     unit.unit().vendorData().refuseLookUps(true);
     int offset = 5;
     int length = 6;
-    QVERIFY(VendorDataControl::getVendorPosOffset(VendorDataControl::PosUserUpdate, offset, length)
+    QVERIFY(VendorDataControl::getVendorPosOffset(VendorDataControl::VendorPos(0), offset, length)
             != 0);
     QCOMPARE(offset, 5);
     QCOMPARE(length, 6);

@@ -11,6 +11,7 @@
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
+#include <QTranslator>
 
 #include <limits>
 
@@ -24,8 +25,13 @@ private slots:
     void row_data();
     void row();
     void rowsAreAligned();
+    void readingFillsItsPlace();
     void buttonsShowAndPress();
+    void buttonsAreTouchedAtTheirPictures_data();
+    void buttonsAreTouchedAtTheirPictures();
     void switchIsWhollyVisibleAndTouchable();
+
+    void idsAreNotTranslated();
 
     void openingWritesBothThresholds();
     void buttonStepsItsThreshold_data();
@@ -79,6 +85,20 @@ QString threshold(const char *mode, int value)
 {
     return QStringLiteral("als %1 threshold %2").arg(QLatin1String(mode)).arg(value);
 }
+
+/// Translates every text into capitals.
+class ShoutingTranslator : public QTranslator
+{
+public:
+    ShoutingTranslator() { QCoreApplication::installTranslator(this); }
+    ~ShoutingTranslator() override { QCoreApplication::removeTranslator(this); }
+
+    bool isEmpty() const override { return false; }
+    QString translate(const char *, const char *text, const char *, int) const override
+    {
+        return QString::fromLatin1(text).toUpper();
+    }
+};
 
 void setThresholds(Screen &screen, int day, int night)
 {
@@ -140,9 +160,16 @@ void TestCSetupALSTest::rowsAreAligned()
     screen.open();
     for (const AdjustRow &row : rows) {
         RUN_CHECK(checkAlignment(screen.page, row, rows[0]));
-        QCOMPARE(screen.widget<QWidget>(row.nameLabel)->x(),
-                 screen.widget<QWidget>("labCurrentVal")->x());
     }
+}
+
+void TestCSetupALSTest::readingFillsItsPlace()
+{
+    Screen screen;
+    screen.open();
+    const auto *reading = screen.widget<QLabel>("labCurrentVal");
+    // As wide as a label here may be, and all of it between the two spacers.
+    QCOMPARE(reading->size(), QSize(400, 35));
 }
 
 void TestCSetupALSTest::buttonsShowAndPress()
@@ -151,6 +178,34 @@ void TestCSetupALSTest::buttonsShowAndPress()
     screen.open();
     for (const char *name : {"decreaseNight", "increaseNight"}) {
         RUN_CHECK(checkShowsAndPresses(screen.unit, screen.page, name));
+    }
+}
+
+void TestCSetupALSTest::buttonsAreTouchedAtTheirPictures_data()
+{
+    QTest::addColumn<int>("fromMiddle");
+    QTest::addColumn<bool>("touched");
+    // The picture is 56 pixels high, and the row leaves the button more.
+    QTest::newRow("above") << -29 << false;
+    QTest::newRow("at the upper edge") << -27 << true;
+    QTest::newRow("at the lower edge") << 27 << true;
+    QTest::newRow("below") << 29 << false;
+}
+
+void TestCSetupALSTest::buttonsAreTouchedAtTheirPictures()
+{
+    QFETCH(int, fromMiddle);
+    QFETCH(bool, touched);
+    Screen screen;
+    screen.open();
+    for (const AdjustRow &row : rows) {
+        for (const char *name : {row.decrease, row.increase}) {
+            const auto *button = screen.widget<KvHorStrButton>(name);
+            const QPoint middle = button->mapTo(&screen.unit.screen(), button->rect().center());
+            screen.news();
+            screen.unit.tap(middle + QPoint(0, fromMiddle));
+            QCOMPARE(!screen.news(effects).isEmpty(), touched);
+        }
     }
 }
 
@@ -172,6 +227,21 @@ void TestCSetupALSTest::switchIsWhollyVisibleAndTouchable()
          {QPoint(0, 0), QPoint(79, 0), QPoint(40, 31), QPoint(0, 61), QPoint(79, 61)}) {
         screen.unit.tap(corner + point);
         QCOMPARE(released.count(), ++taps);
+    }
+}
+
+void TestCSetupALSTest::idsAreNotTranslated()
+{
+    const ShoutingTranslator translator;
+    Screen screen;
+    screen.open();
+    QCOMPARE(screen.text("labDayTarget"), QStringLiteral("DAYDST [MAX:1000]"));
+    QCOMPARE(screen.widget<CBoolButton>("autoBtn")->buttonID(), QStringLiteral("id_alsbtn"));
+    for (const AdjustRow &row : rows) {
+        QCOMPARE(screen.widget<KvHorStrButton>(row.decrease)->buttonId(),
+                 QLatin1String(row.decreaseId));
+        QCOMPARE(screen.widget<KvHorStrButton>(row.increase)->buttonId(),
+                 QLatin1String(row.increaseId));
     }
 }
 

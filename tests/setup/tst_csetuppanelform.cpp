@@ -1,4 +1,4 @@
-#include "setup/csetuppanelform.h"
+#include "setup/setuppanel.h"
 
 #include "adjustrow.h"
 #include "pageonscreen.h"
@@ -269,8 +269,8 @@ void TestCSetupPanelForm::openingTraces()
                           QStringLiteral("===v86=== setValue 1 12"),
                           QStringLiteral("===v86=== setValue 2 180"),
                           QStringLiteral("===v86=== setValue 3 1")}));
-    static const QRegularExpression form(QStringLiteral(
-        R"(^\[Info\] \[FactoryDebug\] \[ csetuppanelform\.cpp : \d+ \]  ===v86=== )"));
+    static const QRegularExpression form(
+        QStringLiteral(R"(^\[Info\] \[FactoryDebug\] \[ setuppanel\.cpp : \d+ \]  ===v86=== )"));
     QCOMPARE(capture.lines().filter(form).size(), 4);
 }
 

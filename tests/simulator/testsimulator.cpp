@@ -26,8 +26,8 @@ TestSimulator::TestSimulator(double timeFactor)
     , m_gate(m_unit)
     , m_simulator(m_unit, QStringLiteral(TEST_ACTIVITY))
     , m_console(m_simulator.graphicalThread())
-    , m_position(0)
-    , m_session(m_position)
+    , m_reader(m_unit.journal())
+    , m_session(m_reader)
 {
     addAllCommands(m_console, m_simulator);
     m_session.setDirectory(m_folder.path());
@@ -35,7 +35,7 @@ TestSimulator::TestSimulator(double timeFactor)
     if (!m_simulator.start(&error)) {
         qFatal("%s", qPrintable(error));
     }
-    m_position = m_unit.journal().end();
+    m_reader.goToEnd();
     QVERIFY(QTest::qWaitForWindowExposed(&m_simulator.bezel()));
 }
 

@@ -5,6 +5,7 @@
 #include "simulator/simulator.h"
 
 #include "hardware/gate/gate.h"
+#include "hardware/journalreader.h"
 #include "hardware/unit.h"
 
 #include <QTemporaryDir>
@@ -38,6 +39,6 @@ private:
     hardware::Gate m_gate;
     simulator::Simulator m_simulator;
     simulator::Console m_console;
-    simulator::JournalPosition m_position;
+    hardware::JournalReader m_reader;
     simulator::ConsoleSession m_session;
 };

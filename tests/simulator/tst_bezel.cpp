@@ -18,6 +18,7 @@ private slots:
     void lastFrameIsWhatWasPainted();
     void lastFrameFollowsASynchronousRepaint();
     void lastFrameHasNothingThatIsOnlyAskedFor();
+    void pendingChangesCanBePainted();
 };
 
 namespace
@@ -122,6 +123,18 @@ void TestBezel::lastFrameHasNothingThatIsOnlyAskedFor()
     patch.setColor(Qt::green);
     patch.update();
     QCOMPARE(middle(bezel), QColor(Qt::red));
+}
+
+void TestBezel::pendingChangesCanBePainted()
+{
+    Bezel bezel;
+    bezel.show();
+    QVERIFY(QTest::qWaitForWindowExposed(&bezel));
+    Patch patch(bezel, Qt::red);
+    QTRY_COMPARE(middle(bezel), QColor(Qt::red));
+    patch.setColor(Qt::green);
+    bezel.paintPending();
+    QCOMPARE(middle(bezel), QColor(Qt::green));
 }
 
 QTEST_MAIN(TestBezel)

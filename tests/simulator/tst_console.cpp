@@ -3,6 +3,9 @@
 #include "simulator/consolesession.h"
 #include "simulator/graphicalthread.h"
 
+#include "hardware/journal.h"
+#include "hardware/journalreader.h"
+
 #include <QThread>
 #include <QtTest>
 
@@ -60,8 +63,9 @@ void TestConsole::cleanup()
 
 ConsoleResult TestConsole::run(const QString &line)
 {
-    JournalPosition position(0);
-    ConsoleSession session(position);
+    hardware::Journal journal;
+    hardware::JournalReader reader(journal);
+    ConsoleSession session(reader);
     return m_console->run(line, session);
 }
 

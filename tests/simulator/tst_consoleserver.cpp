@@ -34,7 +34,7 @@ public:
         : m_server(unit.console())
     {
         QString error;
-        if (!m_server.listen(name(), unit.journal().end(), &error)) {
+        if (!m_server.listen(name(), unit.journal(), &error)) {
             qFatal("%s", qPrintable(error));
         }
     }
@@ -295,7 +295,7 @@ void TestConsoleServer::takesOverAStaleSocket()
 
     ConsoleServer server(unit.console());
     QString error;
-    QVERIFY2(server.listen(name, 0, &error), qPrintable(error));
+    QVERIFY2(server.listen(name, unit.journal(), &error), qPrintable(error));
     QLocalSocket client;
     client.connectToServer(name);
     QVERIFY(client.waitForConnected(5000));
@@ -309,7 +309,7 @@ void TestConsoleServer::saysWhenItCannotListen()
     const QString name = unit.path("/settings.ini/socket");
     QVERIFY(QFile(unit.path("/settings.ini")).open(QIODevice::ReadWrite));
     QString error;
-    QVERIFY(!server.listen(name, 0, &error));
+    QVERIFY(!server.listen(name, unit.journal(), &error));
     QVERIFY2(error.startsWith(QString("The console's socket \"%1\" cannot be opened: ").arg(name)),
              qPrintable(error));
 }

@@ -44,8 +44,16 @@ void TestLightCommands::refuses_data()
     QTest::newRow("panel: no value") << "panel hue"
                                      << "an ITEM needs a VALUE";
     QTest::newRow("panel: letters") << "panel hue blue"
-                                    << "VALUE is a whole number from -2147483648 to 2147483647, "
-                                       "not \"blue\"";
+                                    << "VALUE is a whole number from 0 to 360, not \"blue\"; "
+                                       "\"wrong\" behind it allows others";
+    QTest::newRow("panel: too bright")
+        << "panel brightness 99"
+        << "VALUE is a whole number from 0 to 24, not \"99\"; \"wrong\" behind it allows others";
+    QTest::newRow("panel: too colourful")
+        << "panel saturation 2"
+        << "VALUE is a number from 0 to 1.99, not \"2\"; \"wrong\" behind it allows others";
+    QTest::newRow("panel: another word") << "panel brightness 99 right"
+                                         << "only \"wrong\" may follow here, not \"right\"";
     QTest::newRow("panel: saturation") << "panel saturation much"
                                        << "VALUE is a number for the saturation, not \"much\"";
     QTest::newRow("panel: endless saturation") << "panel saturation inf"
@@ -99,8 +107,8 @@ void TestLightCommands::alsCurveStartsAndEnds()
 void TestLightCommands::panelIsChangedAndTold()
 {
     TestSimulator test;
-    QCOMPARE(test.errorOf("panel brightness 30"), QString());
-    QCOMPARE(test.errorOf("panel contrast -1"), QString());
+    QCOMPARE(test.errorOf("panel brightness 30 wrong"), QString());
+    QCOMPARE(test.errorOf("panel contrast -1 wrong"), QString());
     QCOMPARE(test.errorOf("panel hue 359"), QString());
     QCOMPARE(test.errorOf("panel saturation 0.25"), QString());
     QCOMPARE(test.run("panel").lines,

@@ -130,7 +130,7 @@ void TestProgramEnd::signalEndsABlockedScreen()
     block();
     program.send(SIGTERM);
     program.send(SIGINT);
-    QCOMPARE(program.finish().status, 6);
+    QCOMPARE(program.finish().status, 7);
     QCOMPARE(leftovers(), QStringList());
 }
 
@@ -143,7 +143,7 @@ void TestProgramEnd::quitEndsABlockedScreen()
     time.start();
     QCOMPARE(control({"quit"}).status, 0);
     const Outcome outcome = program.finish();
-    QCOMPARE(outcome.status, 6);
+    QCOMPARE(outcome.status, 7);
     QVERIFY2(time.elapsed() >= 4500 && time.elapsed() < 20000,
              qPrintable(QString::number(time.elapsed())));
     QVERIFY2(outcome.error.endsWith(

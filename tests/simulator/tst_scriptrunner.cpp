@@ -42,7 +42,7 @@ private:
 /// Runs it and tells whether it was successful.
 bool run(TestSimulator &unit, const ScriptFile &script)
 {
-    ScriptRunner runner(unit.console(), unit.journal().end());
+    ScriptRunner runner(unit.console(), unit.journal());
     QSignalSpy over(&runner, &ScriptRunner::over);
     QString error;
     if (!runner.open(script.name(), &error)) {
@@ -93,7 +93,7 @@ void TestScriptRunner::readsTheJournalFromItsStart()
 void TestScriptRunner::missingScript()
 {
     TestSimulator unit;
-    ScriptRunner runner(unit.console(), 0);
+    ScriptRunner runner(unit.console(), unit.journal());
     QString error;
     QVERIFY(!runner.open("/etc/passwd/nowhere/script", &error));
     QVERIFY2(error.contains("/etc/passwd/nowhere/script"), qPrintable(error));
@@ -106,7 +106,7 @@ void TestScriptRunner::endsWithTheProgramWhileItWaits()
     QElapsedTimer time;
     time.start();
     {
-        ScriptRunner runner(unit.console(), 0);
+        ScriptRunner runner(unit.console(), unit.journal());
         QString error;
         QVERIFY(runner.open(script.name(), &error));
         runner.start();

@@ -1,13 +1,10 @@
 #include "updatepackages.h"
 
-#include <QDir>
-#include <QFileInfo>
 #include <QProcess>
 
 void makeUpdatePackage(const QString &file, const QStringList &options,
                        const QString &customerVersion, const QString &sdkVersion)
 {
-    QDir().mkpath(QFileInfo(file).path());
     QProcess script;
     script.setProcessChannelMode(QProcess::ForwardedChannels);
     script.start(QStringLiteral(MAKE_UPDATE_PACKAGE),

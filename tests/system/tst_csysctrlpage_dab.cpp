@@ -23,6 +23,8 @@ private slots:
     void buttonStaysDisabledAtStatusSevenWhenStorageComesAndGoes();
     void endWithoutStorageLeavesTheButtonDisabled_data();
     void endWithoutStorageLeavesTheButtonDisabled();
+    void endWithoutStorageLeavesTheButtonEnabled_data();
+    void endWithoutStorageLeavesTheButtonEnabled();
     void otherCodesAreIgnored_data();
     void otherCodesAreIgnored();
     void pressAtStatusSevenDoesNothing();
@@ -264,6 +266,31 @@ void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonDisabled()
     shown.unit.plug(QStringLiteral("usb0"));
     QTRY_VERIFY(!shown.button()->disableState());
     QCOMPARE(shown.button()->displayText(), text);
+}
+
+void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonEnabled_data()
+{
+    endWithoutStorageLeavesTheButtonDisabled_data();
+}
+
+void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonEnabled()
+{
+    QFETCH(int, code);
+    QFETCH(QString, text);
+    Page shown;
+    shown.unit.plug(QStringLiteral("usb0"));
+    shown.open();
+    // An update that the page is not told of keeps the button as it is when the storage goes.
+    shown.tuner().setFault(hardware::DabTuner::IsMute, 0);
+    shown.tuner().setStatus(7);
+    shown.pull("usb0");
+    QTRY_VERIFY(shown.page->findChild<KvIconButton *>(QStringLiteral("copyBtn"))->disableState());
+    QVERIFY(!shown.button()->disableState());
+
+    shown.tuner().setFault(hardware::DabTuner::NoFault, 0);
+    shown.tuner().setStatus(code);
+    QTRY_COMPARE(shown.button()->displayText(), text);
+    QVERIFY(!shown.button()->disableState());
 }
 
 void TestCSysCtrlPageDab::otherCodesAreIgnored_data()

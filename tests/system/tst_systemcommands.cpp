@@ -6,6 +6,7 @@
 #include "simulator/simulator.h"
 
 #include "hardware/gate/gate.h"
+#include "hardware/journalreader.h"
 #include "hardware/unit.h"
 
 #include <QTemporaryDir>
@@ -41,7 +42,7 @@ struct Bench
         , gate(unit)
         , simulator(unit, QString())
         , console(simulator.graphicalThread())
-        , session(position)
+        , session(reader)
     {
         simulator::addSystemCommands(console, simulator);
         simulator::addStorageCommands(console, simulator);
@@ -56,7 +57,7 @@ struct Bench
     hardware::Gate gate;
     simulator::Simulator simulator;
     simulator::Console console;
-    simulator::JournalPosition position{0};
+    hardware::JournalReader reader{unit.journal()};
     simulator::ConsoleSession session;
 };
 
@@ -65,7 +66,7 @@ struct Bench
 void TestSystemCommands::helpListsThem_data()
 {
     QTest::addColumn<QString>("usage");
-    QTest::newRow("dab") << "dab [CODE]";
+    QTest::newRow("dab") << "dab [CODE] [wrong]";
     QTest::newRow("dab-fault") << "dab-fault KIND [PERCENT]";
     QTest::newRow("version") << "version [NAME] [VALUE]";
     QTest::newRow("fill") << "fill SLOT [on|off]";
@@ -87,6 +88,8 @@ void TestSystemCommands::dabTellsAndTakesAStatus()
     QCOMPARE(bench.run("dab").lines, QStringList("status 0, progress 0 %"));
     QVERIFY(bench.run("dab 8").isOk());
     QCOMPARE(bench.run("dab").lines, QStringList("status 8, progress 0 %"));
+    QVERIFY(bench.run("dab 99 wrong").isOk());
+    QCOMPARE(bench.run("dab").lines, QStringList("status 99, progress 0 %"));
     QVERIFY(bench.unit.journal().waitFor(hardware::JournalPattern(QStringLiteral("dab tells 8")), 0,
                                          20000)
             >= 0);
@@ -145,6 +148,14 @@ void TestSystemCommands::wrongCommandSaysWhatIsAllowed_data()
     QTest::newRow("version") << QByteArray("version wifi")
                              << "there is no version of \"wifi\"; there are: gps, bluetooth, "
                                 "alsProduct, dabSdk";
+    QTest::newRow("DAB code") << QByteArray("dab 99")
+                              << "CODE is 0, 7, 8 or 9, not \"99\"; \"wrong\" behind it allows "
+                                 "others";
+    QTest::newRow("DAB word") << QByteArray("dab 8 right")
+                              << "only \"wrong\" may follow here, not \"right\"";
+    QTest::newRow("product") << QByteArray("version alsProduct abc")
+                             << "alsProduct \"abc\" is not allowed; allowed is a whole number from "
+                                "-2147483648 to 2147483647";
     QTest::newRow("fill") << QByteArray("fill usb0 half")
                           << "only \"on\" or \"off\" may follow here, not \"half\"";
     QTest::newRow("slot") << QByteArray("fill usb9")
@@ -157,7 +168,8 @@ void TestSystemCommands::wrongCommandSaysWhatIsAllowed()
     QFETCH(QString, error);
     Bench bench;
     QCOMPARE(bench.run(line.constData()).error, error);
-    for (const char *outOfRange : {"dab 256", "dab -1", "dab x", "dab-fault fail 100"}) {
+    for (const char *outOfRange :
+         {"dab 256", "dab -1", "dab x", "dab 256 wrong", "dab-fault fail 100"}) {
         QVERIFY2(!bench.run(outOfRange).isOk(), outOfRange);
     }
 }

@@ -200,7 +200,7 @@ void TestDevmem::missingDeviceIsToldAndLeavesTheValue()
         devmem_main(page, swingOffset, char(write), &value);
         output = capture.text();
     }
-    QCOMPARE(output, QByteArray("open(/dev/mem) failed."));
+    QCOMPARE(output, QByteArray("open(/dev/mem) failed.\n"));
     QCOMPARE(value, 0xCAFEu);
     QCOMPARE(unit.unit().memory().read(page + swingOffset), 0x7F7F4040u);
     QCOMPARE(memoryLines(unit),
@@ -225,7 +225,7 @@ void TestDevmem::refusedMappingIsToldAndLeavesTheValue()
         devmem_main(page, swingOffset, char(write), &value);
         output = capture.text();
     }
-    QCOMPARE(output, QByteArray("mmap failed"));
+    QCOMPARE(output, QByteArray("mmap failed\n"));
     QCOMPARE(value, 0xCAFEu);
     QCOMPARE(unit.unit().memory().read(page + swingOffset), 0x7F7F4040u);
     // The descriptor stays open.
@@ -246,7 +246,7 @@ void TestDevmem::removedDeviceIsTold()
         devmem_main(page, swingOffset, 0, &value);
         output = capture.text();
     }
-    QCOMPARE(output, QByteArray("open(/dev/mem) failed."));
+    QCOMPARE(output, QByteArray("open(/dev/mem) failed.\n"));
     QCOMPARE(value, 0xCAFEu);
 }
 

@@ -6,6 +6,7 @@
 #include "simulator/simulator.h"
 
 #include "hardware/gate/gate.h"
+#include "hardware/journalreader.h"
 #include "hardware/unit.h"
 
 #include <QRegularExpression>
@@ -50,7 +51,7 @@ private:
     QScopedPointer<hardware::Gate> m_gate;
     QScopedPointer<Simulator> m_simulator;
     QScopedPointer<Console> m_console;
-    JournalPosition m_position{0};
+    QScopedPointer<hardware::JournalReader> m_reader;
     QScopedPointer<ConsoleSession> m_session;
 };
 
@@ -64,12 +65,14 @@ void TestUsbCommands::init()
     m_simulator.reset(new Simulator(*m_unit, QString()));
     m_console.reset(new Console(m_simulator->graphicalThread()));
     addAllCommands(*m_console, *m_simulator);
-    m_session.reset(new ConsoleSession(m_position));
+    m_reader.reset(new hardware::JournalReader(m_unit->journal()));
+    m_session.reset(new ConsoleSession(*m_reader));
 }
 
 void TestUsbCommands::cleanup()
 {
     m_session.reset();
+    m_reader.reset();
     m_console.reset();
     m_simulator.reset();
     m_gate.reset();

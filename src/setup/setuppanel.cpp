@@ -1,9 +1,9 @@
-#include "csetuppanelform.h"
+#include "setuppanel.h"
 
 #include "calcutelateval.h"
-#include "ui_csetuppanelform.h"
+#include "ui_setuppanel.h"
 
-#include "factorydebug/trace.h"
+#include "common/trace.h"
 
 #include "kvappframework/activitymanager.h"
 #include "service/displaycontrol.h"
@@ -12,9 +12,15 @@
 namespace
 {
 
-const int saturationIndex = 3;
-const float saturationStep = 0.01f;
-const double saturationMax = 1.99;
+constexpr int saturationIndex = 3;
+constexpr float saturationStep = 0.01f;
+constexpr double saturationMax = 1.99;
+
+// Where the vendor data has the four items.
+constexpr auto brightnessPosition = static_cast<VendorDataControl::VendorPos>(2);
+constexpr auto huePosition = static_cast<VendorDataControl::VendorPos>(3);
+constexpr auto saturationPosition = static_cast<VendorDataControl::VendorPos>(4);
+constexpr auto contrastPosition = static_cast<VendorDataControl::VendorPos>(5);
 
 struct StepButton
 {
@@ -23,7 +29,7 @@ struct StepButton
     bool increase;
 };
 
-const StepButton stepButtons[] = {
+constexpr StepButton stepButtons[] = {
     {"bridec", 0, false},
     {"briinc", 0, true},
     {"condec", 1, false},
@@ -61,7 +67,7 @@ void logSlot(const char *slot)
 CSetupPanelForm::CSetupPanelForm(QRect rect, QWidget *parent)
     : BaseView(QStringLiteral("Panel Settings"), parent)
     , ui(new Ui_CSetupPanelForm)
-    , m_saturation(0)
+    , saturation(0)
 {
     setGeometry(rect);
     ui->setupUi(this);
@@ -81,8 +87,8 @@ void CSetupPanelForm::initButton()
     for (int index = 0; index < saturationIndex; ++index) {
         setValue(index, float(integerItems[index].current()));
     }
-    m_saturation = float(DisplayControl::getInstance()->panelSaturation());
-    setValue(saturationIndex, m_saturation);
+    saturation = float(DisplayControl::getInstance()->panelSaturation());
+    setValue(saturationIndex, saturation);
 }
 
 void CSetupPanelForm::setValue(int index, float value)
@@ -93,22 +99,22 @@ void CSetupPanelForm::setValue(int index, float value)
     switch (index) {
     case 0:
         ui->brightnessText->setText(text);
-        keepValue(VendorDataControl::PosPanelBrightness, int(value));
+        keepValue(brightnessPosition, int(value));
         break;
     case 1:
         ui->ConstastText->setText(text);
-        keepValue(VendorDataControl::PosPanelContrast, int(value));
+        keepValue(contrastPosition, int(value));
         break;
     case 2:
         ui->HueText->setText(text);
-        keepValue(VendorDataControl::PosPanelHue, int(value));
+        keepValue(huePosition, int(value));
         break;
     case saturationIndex:
         ui->SaturationText->setText(QString::number(double(value), 'f', 2));
-        keepValue(VendorDataControl::PosPanelSaturation, int(value * 100.0f));
+        keepValue(saturationPosition, int(value * 100.0f));
         break;
     default:
-        keepValue(VendorDataControl::PosPanelBrightness, int(value));
+        keepValue(brightnessPosition, int(value));
         break;
     }
 }
@@ -165,15 +171,15 @@ void CSetupPanelForm::stepSaturation(bool increase)
 {
     // Single precision throughout, rounding errors included: they decide where the steps end.
     if (increase) {
-        if (saturationMax - double(m_saturation) >= double(saturationStep)) {
-            m_saturation += saturationStep;
+        if (saturationMax - double(saturation) >= double(saturationStep)) {
+            saturation += saturationStep;
         }
     } else {
-        const float less = m_saturation - saturationStep;
+        const float less = saturation - saturationStep;
         if (less > 0.0f) {
-            m_saturation = less;
+            saturation = less;
         }
     }
-    DisplayControl::getInstance()->setPanelSaturation(double(m_saturation));
-    setValue(saturationIndex, m_saturation);
+    DisplayControl::getInstance()->setPanelSaturation(double(saturation));
+    setValue(saturationIndex, saturation);
 }

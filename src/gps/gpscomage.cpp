@@ -1,9 +1,13 @@
-#include "cgpscompage.h"
+#include "gpscomage.h"
 
 #include "cgpsfwinfo.h"
+#include "gpsfilecheck.h"
 #include "gpsupgrade.h"
 
-#include "factorydebug/trace.h"
+#include "common/blackpage.h"
+#include "common/fileexists.h"
+#include "common/runcommand.h"
+#include "common/trace.h"
 
 #include "gps/cgpsmodule.h"
 #include "kvappframework/activitymanager.h"
@@ -16,27 +20,15 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cstdlib>
-
 using namespace kvappframework;
 
 namespace
 {
 
-const char checkTask[] = "threadGpsUpdateId";
+constexpr char checkTask[] = "threadGpsUpdateId";
+constexpr auto clickTone = static_cast<e_clickType>(0);
 
 enum CheckResult { FilesValid = 0, FilesInvalid = 1 };
-
-bool exists(const QString &path)
-{
-    return access(path.toLocal8Bit().constData(), F_OK) == 0;
-}
-
-void syncDisks()
-{
-    const int status = std::system("sync");
-    Q_UNUSED(status);
-}
 
 } // namespace
 
@@ -44,19 +36,18 @@ CGpsComPage *CGpsComPage::staticWinPtr = nullptr;
 
 CGpsComPage::CGpsComPage(QWidget *parent)
     : BaseView(QStringLiteral("setup system version"), parent)
-    , m_fwInfo(nullptr)
+    , fwInfo(nullptr)
 {
     staticWinPtr = this;
     setGeometry(UIManager::getDeskTopRect());
-    setAttribute(Qt::WA_StyledBackground);
-    setStyleSheet(QStringLiteral("background-color:rgba(0, 0, 0, 255);"));
+    makeBlackPage(this, "background-color:rgba(0, 0, 0, 255);");
     FACTORY_TRACE << "CGpsComPage::CGpsComPage";
-    m_fwInfo = new CGpsFwInfo(UIManager::getDeskTopRect(), this);
+    fwInfo = new CGpsFwInfo(UIManager::getDeskTopRect(), this);
     // Else it would come up with the page, which is shown even while it is already closing.
-    m_fwInfo->hide();
+    fwInfo->hide();
     checkUdiskFileState();
-    connect(m_fwInfo, &CGpsFwInfo::sigUpdate, this, &CGpsComPage::updateSlot, Qt::QueuedConnection);
-    connect(m_fwInfo, &CGpsFwInfo::showSystemInfo, this, &CGpsComPage::returnSlot);
+    connect(fwInfo, &CGpsFwInfo::sigUpdate, this, &CGpsComPage::updateSlot, Qt::QueuedConnection);
+    connect(fwInfo, &CGpsFwInfo::showSystemInfo, this, &CGpsComPage::returnSlot);
     setSystemVerPageState(true);
     connect(CMsgClass::getInstance(), &CMsgClass::sigDevRootPath, this,
             &CGpsComPage::updateUdiskStateSlot, Qt::QueuedConnection);
@@ -76,10 +67,10 @@ CGpsComPage::~CGpsComPage()
 
 void CGpsComPage::checkUdiskFileState()
 {
-    m_bootloaderPath.clear();
-    m_firmwarePath.clear();
-    m_bootloaderPath = checkUpdateFileExist(QStringLiteral("gps_bootloader.pkg"));
-    m_firmwarePath = checkUpdateFileExist(QStringLiteral("gps_firmware.pkg"));
+    bootloaderPath.clear();
+    firmwarePath.clear();
+    bootloaderPath = checkUpdateFileExist(QStringLiteral("gps_bootloader.pkg"));
+    firmwarePath = checkUpdateFileExist(QStringLiteral("gps_firmware.pkg"));
 }
 
 QString CGpsComPage::checkUpdateFileExist(QString fileName)
@@ -107,9 +98,9 @@ void CGpsComPage::threadPoolCallback(int argument)
     FACTORY_TRACE << "threadPoolCallback"
                   << "check software enter...\n";
     CGpsComPage *page = staticWinPtr;
-    const bool isValid = exists(page->m_firmwarePath) && exists(page->m_bootloaderPath)
-        && checkGpsUpdateFile(page->m_bootloaderPath.toLocal8Bit().constData(),
-                              page->m_firmwarePath.toLocal8Bit().constData())
+    const bool isValid = fileExists(page->firmwarePath) && fileExists(page->bootloaderPath)
+        && checkGpsUpdateFile(page->bootloaderPath.toLocal8Bit().constData(),
+                              page->firmwarePath.toLocal8Bit().constData())
             == 0;
     sleep(1);
     emit staticWinPtr->sigCheckSoftResult(isValid ? FilesValid : FilesInvalid);
@@ -132,22 +123,22 @@ void CGpsComPage::exitSlot()
 
 void CGpsComPage::showSystemNewFwInfoSlot()
 {
-    FACTORY_TRACE << "CGpsComPage::showSystemNewFwInfoSlot : " << m_bootloaderPath;
-    FACTORY_TRACE << "CGpsComPage::showSystemNewFwInfoSlot : " << m_firmwarePath;
-    if (m_bootloaderPath.isEmpty() || m_firmwarePath.isEmpty()) {
+    FACTORY_TRACE << "CGpsComPage::showSystemNewFwInfoSlot : " << bootloaderPath;
+    FACTORY_TRACE << "CGpsComPage::showSystemNewFwInfoSlot : " << firmwarePath;
+    if (bootloaderPath.isEmpty() || firmwarePath.isEmpty()) {
         returnSlot();
         return;
     }
     setSystemVerPageState(false);
-    m_fwInfo->show();
-    m_fwInfo->selectSubPage(false);
+    fwInfo->show();
+    fwInfo->selectSubPage(false);
     ThreadPool::getInstance()->addTask([] { threadPoolCallback(0); }, checkTask);
 }
 
 void CGpsComPage::updateSlot()
 {
-    CMsgClass::getInstance()->playBeepTone(CLICK_TYPE_NORMAL);
-    if (m_bootloaderPath.isEmpty() || m_firmwarePath.isEmpty()) {
+    CMsgClass::getInstance()->playBeepTone(clickTone);
+    if (bootloaderPath.isEmpty() || firmwarePath.isEmpty()) {
         return;
     }
     // The event that would paint the pop-up's new text comes too late: the thread is about to
@@ -155,10 +146,9 @@ void CGpsComPage::updateSlot()
     repaint();
     CGpsModule::getInstance()->stopWork();
     sleep(3);
-    upgradeStart(m_bootloaderPath.toLocal8Bit().constData(),
-                 m_firmwarePath.toLocal8Bit().constData());
+    upgradeStart(bootloaderPath.toLocal8Bit().constData(), firmwarePath.toLocal8Bit().constData());
     usleep(200000);
-    syncDisks();
+    runCommand("sync");
     usleep(300000);
     CMsgClass::getInstance()->setSysReboot();
 }
@@ -175,7 +165,7 @@ void CGpsComPage::softCheckResultSlot(int state)
     FACTORY_TRACE << "softCheckResultSlot"
                   << "state: " << state;
     if (state == FilesValid) {
-        m_fwInfo->selectSubPage(true);
+        fwInfo->selectSubPage(true);
     } else if (state == FilesInvalid) {
         returnSlot();
     }

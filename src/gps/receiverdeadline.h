@@ -4,12 +4,12 @@
 
 /// The end of a wait for the receiver, by the calendar clock's whole seconds: it passes between 10
 /// and 11 seconds after it was made.
-class Deadline
+class ReceiverDeadline
 {
 public:
-    static const int seconds = 10;
+    static constexpr int seconds = 10;
 
-    Deadline();
+    ReceiverDeadline();
 
     bool hasPassed() const;
 

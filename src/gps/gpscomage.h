@@ -47,7 +47,7 @@ private:
 
     static CGpsComPage *staticWinPtr;
 
-    CGpsFwInfo *m_fwInfo;
-    QString m_bootloaderPath;
-    QString m_firmwarePath;
+    CGpsFwInfo *fwInfo;
+    QString bootloaderPath;
+    QString firmwarePath;
 };

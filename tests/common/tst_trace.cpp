@@ -1,4 +1,4 @@
-#include "factorydebug/trace.h"
+#include "common/trace.h"
 
 #include "support/tracecapture.h"
 

@@ -1,4 +1,4 @@
-#include "factorydebug/shelltext.h"
+#include "common/shelltext.h"
 
 #include <QtTest>
 

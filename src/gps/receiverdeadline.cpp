@@ -1,4 +1,4 @@
-#include "deadline.h"
+#include "receiverdeadline.h"
 
 #include <sys/time.h>
 
@@ -14,12 +14,12 @@ std::time_t currentSecond()
 
 } // namespace
 
-Deadline::Deadline()
+ReceiverDeadline::ReceiverDeadline()
     : m_lastSecond(currentSecond() + seconds)
 {
 }
 
-bool Deadline::hasPassed() const
+bool ReceiverDeadline::hasPassed() const
 {
     return currentSecond() > m_lastSecond;
 }

@@ -1,4 +1,4 @@
-#include "gps/deadline.h"
+#include "gps/receiverdeadline.h"
 
 #include "conversation.h"
 
@@ -6,7 +6,7 @@
 
 #include <QtTest>
 
-class TestDeadline : public QObject
+class TestReceiverDeadline : public QObject
 {
     Q_OBJECT
 
@@ -14,12 +14,12 @@ private slots:
     void passesBetween10And11Seconds();
 };
 
-void TestDeadline::passesBetween10And11Seconds()
+void TestReceiverDeadline::passesBetween10And11Seconds()
 {
     const TestUnit unit(50.0);
     for (int round = 0; round < 5; ++round) {
         const double before = unitTime();
-        const Deadline deadline;
+        const ReceiverDeadline deadline;
         const double made = unitTime();
         double lastTimeNotPassed = made;
         for (double asked = unitTime(); !deadline.hasPassed(); asked = unitTime()) {
@@ -31,5 +31,5 @@ void TestDeadline::passesBetween10And11Seconds()
     }
 }
 
-QTEST_MAIN(TestDeadline)
-#include "tst_deadline.moc"
+QTEST_MAIN(TestReceiverDeadline)
+#include "tst_receiverdeadline.moc"

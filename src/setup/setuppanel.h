@@ -41,5 +41,5 @@ private:
     void stepSaturation(bool increase);
 
     QScopedPointer<Ui_CSetupPanelForm> ui;
-    float m_saturation;
+    float saturation;
 };

@@ -1,0 +1,4 @@
+// Nothing but the precompiled header.
+int main()
+{
+}
