@@ -1,0 +1,12 @@
+#include "kvwidget/baseview.h"
+
+BaseView::BaseView(QString title, QWidget *parent)
+    : KvWidget(parent)
+    , m_title(title)
+{
+}
+
+QString BaseView::title() const
+{
+    return m_title;
+}
