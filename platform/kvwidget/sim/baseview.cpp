@@ -5,8 +5,3 @@ BaseView::BaseView(QString title, QWidget *parent)
     , m_title(title)
 {
 }
-
-QString BaseView::title() const
-{
-    return m_title;
-}

@@ -23,7 +23,7 @@ void CBoolButton::setButtonID(const QString &id)
     m_buttonID = id;
 }
 
-QString CBoolButton::buttonID() const
+QString CBoolButton::buttonID()
 {
     return m_buttonID;
 }
@@ -45,20 +45,10 @@ void CBoolButton::setOnImage(const QPixmap &image)
     update();
 }
 
-QPixmap CBoolButton::onImage() const
-{
-    return m_onImage;
-}
-
 void CBoolButton::setOffImage(const QPixmap &image)
 {
     m_offImage = image;
     faceSizeChanged();
-}
-
-QPixmap CBoolButton::offImage() const
-{
-    return m_offImage;
 }
 
 QSize CBoolButton::faceSize() const

@@ -17,20 +17,10 @@ void KvBackgroundImage::setPixmap(const QPixmap &pixmap)
     update();
 }
 
-QPixmap KvBackgroundImage::pixmap() const
-{
-    return m_pixmap;
-}
-
 void KvBackgroundImage::setFitPixmapSize(bool fit)
 {
     m_fitPixmapSize = fit;
     applyFit();
-}
-
-bool KvBackgroundImage::fitPixmapSize() const
-{
-    return m_fitPixmapSize;
 }
 
 QSize KvBackgroundImage::sizeHint() const

@@ -27,11 +27,6 @@ void KvDisLabel::setAdaptiveFontSize(const bool &adaptive)
     update();
 }
 
-bool KvDisLabel::adaptiveFontSize() const
-{
-    return m_adaptiveFontSize;
-}
-
 QFont KvDisLabel::shownFont() const
 {
     if (!m_adaptiveFontSize) {

@@ -27,20 +27,10 @@ void KvHorStrButton::setDisplayString(QString text)
     update();
 }
 
-QString KvHorStrButton::displayString() const
-{
-    return m_displayString;
-}
-
 void KvHorStrButton::setNormalPixmap(QPixmap pixmap)
 {
     m_normalPixmap = pixmap;
     faceSizeChanged();
-}
-
-QPixmap KvHorStrButton::normalPixmap() const
-{
-    return m_normalPixmap;
 }
 
 void KvHorStrButton::setPressPixmap(QPixmap pixmap)
@@ -49,20 +39,10 @@ void KvHorStrButton::setPressPixmap(QPixmap pixmap)
     update();
 }
 
-QPixmap KvHorStrButton::pressPixmap() const
-{
-    return m_pressPixmap;
-}
-
 void KvHorStrButton::setDisablePixmap(QPixmap pixmap)
 {
     m_disablePixmap = pixmap;
     update();
-}
-
-QPixmap KvHorStrButton::disablePixmap() const
-{
-    return m_disablePixmap;
 }
 
 QSize KvHorStrButton::faceSize() const

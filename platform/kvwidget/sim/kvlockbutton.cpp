@@ -1,13 +1,20 @@
 #include "kvwidget/kvlockbutton.h"
 
+#include <QVariant>
+
 KvLockButton::KvLockButton(QWidget *parent)
-    : KvImageButton(parent)
+    : KvIconButton(parent)
 {
 }
 
 void KvLockButton::setButtonID(QString id)
 {
-    keepButtonID(id);
+    KvIconButton::setButtonID(id);
+}
+
+QString KvLockButton::buttonID() const
+{
+    return property("buttonID").toString();
 }
 
 void KvLockButton::setIsDown(bool down)

@@ -35,22 +35,22 @@ CMsgClass *CMsgClass::getInstance()
     return simlink::service<CMsgClass>([] { return new CMsgClass; });
 }
 
-QString CMsgClass::getGpsVerInfo() const
+QString CMsgClass::getGpsVerInfo()
 {
     return unit().versions().gps();
 }
 
-QString CMsgClass::getBluetoothVersion() const
+QString CMsgClass::getBluetoothVersion()
 {
     return unit().versions().bluetooth();
 }
 
-int CMsgClass::getAlsPdtInfo() const
+int CMsgClass::getAlsPdtInfo()
 {
     return unit().versions().alsProduct();
 }
 
-void CMsgClass::getDevRootPath(QString &path) const
+void CMsgClass::getDevRootPath(QString &path)
 {
     const QStringList roots = unit().storage().mountRoots(usbMediaType);
     path = roots.isEmpty() ? QString() : roots.last();

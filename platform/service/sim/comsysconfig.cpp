@@ -15,7 +15,7 @@ ComSysConfig *ComSysConfig::getInstance()
     return simlink::service<ComSysConfig>([] { return new ComSysConfig; });
 }
 
-bool ComSysConfig::getCaptureStatus() const
+bool ComSysConfig::getCaptureStatus()
 {
     return simlink::unit().settings().value(captureKey, false).toBool();
 }

@@ -10,7 +10,7 @@ FileDeviceParser *FileDeviceParser::getInstance()
     return simlink::service<FileDeviceParser>([] { return new FileDeviceParser; });
 }
 
-QStringList FileDeviceParser::getMountDeviceByType(MediaType type) const
+QStringList FileDeviceParser::getMountDeviceByType(MediaType type)
 {
     return simlink::unit().storage().mountRoots(type);
 }

@@ -14,12 +14,12 @@ KVUsbManager *KVUsbManager::create(const std::string &version)
                             : nullptr;
 }
 
-int KVUsbManager::getPortMode(int port) const
+int KVUsbManager::getPortMode(int port)
 {
     return port == 0 || port == 1 ? simlink::unit().usbPorts().bcMode(unsigned(port)) : -1;
 }
 
-int KVUsbManager::getCertificationMode() const
+int KVUsbManager::getCertificationMode()
 {
     return simlink::unit().usbPorts().certification();
 }

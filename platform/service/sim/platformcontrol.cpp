@@ -30,12 +30,12 @@ PlatformControl *PlatformControl::getInstance()
     return simlink::service<PlatformControl>([] { return new PlatformControl; });
 }
 
-QString PlatformControl::getCustomerVer(QString package) const
+QString PlatformControl::getCustomerVer(QString package)
 {
     return userUpdate().customerVersion(package);
 }
 
-QString PlatformControl::getSDKVer(QString package) const
+QString PlatformControl::getSDKVer(QString package)
 {
     return userUpdate().sdkVersion(package);
 }
@@ -45,7 +45,7 @@ void PlatformControl::startVerifyChecksum(QString package)
     userUpdate().startVerification(package);
 }
 
-QByteArray PlatformControl::getUserUpdateData(DevType device, QString language) const
+QByteArray PlatformControl::getUserUpdateData(DevType device, QString language)
 {
     return userUpdate().data(device, language);
 }

@@ -25,12 +25,12 @@ void UsbControl::setUsbTestMode(UsbTestMode mode)
     simlink::unit().usbPorts().setTestMode(mode);
 }
 
-QStringList UsbControl::getMountDevice() const
+QStringList UsbControl::getMountDevice()
 {
     return simlink::unit().storage().mountRoots();
 }
 
-int UsbControl::getHwCtrlId(QString mountRoot) const
+int UsbControl::getHwCtrlId(QString mountRoot)
 {
     return simlink::unit().storage().controllerId(mountRoot);
 }
