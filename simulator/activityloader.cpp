@@ -1,7 +1,7 @@
 #include "activityloader.h"
 
 #include "kvappframework/activity.h"
-#include "kvappframework/simactivitymanager.h"
+#include "kvappframework/sim/simactivitymanager.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
 #include "screenreader.h"
 
-#include "kvappframework/screenlayer.h"
+#include "kvappframework/sim/screenlayer.h"
 
 #include <QAbstractItemView>
 #include <QCheckBox>

@@ -4,12 +4,12 @@
 #include "homescreen.h"
 #include "screen.h"
 
-#include "dab/simdabmodule.h"
+#include "dab/sim/simdabmodule.h"
 #include "hardware/unit.h"
-#include "kvappframework/screenlayer.h"
-#include "kvappframework/simactivitymanager.h"
-#include "kvappframework/simmodulemanager.h"
-#include "service/simmediaplaymodule.h"
+#include "kvappframework/sim/screenlayer.h"
+#include "kvappframework/sim/simactivitymanager.h"
+#include "kvappframework/sim/simmodulemanager.h"
+#include "service/sim/simmediaplaymodule.h"
 
 #include <QCoreApplication>
 #include <QTimer>

@@ -10,7 +10,7 @@
 #include "unitlights.h"
 #include "usbactivity.h"
 
-#include "kvappframework/frameworkhost.h"
+#include "kvappframework/sim/frameworkhost.h"
 #include "simlink/simulatedunit.h"
 
 #include <QObject>

@@ -3,8 +3,8 @@
 #include "usbview.h"
 
 #include "kvappframework/activityproperty.h"
-#include "kvappframework/frameworkhost.h"
-#include "kvappframework/simactivitymanager.h"
+#include "kvappframework/sim/frameworkhost.h"
+#include "kvappframework/sim/simactivitymanager.h"
 
 using namespace kvappframework;
 

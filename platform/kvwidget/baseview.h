@@ -10,12 +10,10 @@ class KV_API BaseView : public KvWidget
 {
     Q_OBJECT
     Q_DISABLE_COPY(BaseView)
-    Q_PROPERTY(QString title READ title CONSTANT)
+    Q_PROPERTY(QString title MEMBER m_title CONSTANT)
 
 public:
     explicit BaseView(QString title, QWidget *parent = nullptr);
-
-    QString title() const;
 
 private:
     QString m_title;

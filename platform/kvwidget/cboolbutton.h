@@ -12,15 +12,15 @@ class KV_API CBoolButton : public KvTouchButton
     Q_DISABLE_COPY(CBoolButton)
     Q_PROPERTY(QString buttonID READ buttonID WRITE setButtonID)
     Q_PROPERTY(bool state READ state WRITE setState)
-    Q_PROPERTY(QPixmap onImage READ onImage WRITE setOnImage)
-    Q_PROPERTY(QPixmap offImage READ offImage WRITE setOffImage)
+    Q_PROPERTY(QPixmap onImage MEMBER m_onImage WRITE setOnImage)
+    Q_PROPERTY(QPixmap offImage MEMBER m_offImage WRITE setOffImage)
 
 public:
     explicit CBoolButton(QWidget *parent = nullptr);
 
     /// The id that btnReleased() carries.
     void setButtonID(const QString &id);
-    QString buttonID() const;
+    QString buttonID();
 
     /// Switches without a signal. A new button is off.
     void setState(bool on);
@@ -29,9 +29,7 @@ public:
     /// The faces. At first they are the library's own switch of 80 x 62 pixels. The off image gives
     /// the switch its size.
     void setOnImage(const QPixmap &image);
-    QPixmap onImage() const;
     void setOffImage(const QPixmap &image);
-    QPixmap offImage() const;
 
 signals:
     /// A finger that went down on the switch was lifted over it, and the switch is in \a state now.

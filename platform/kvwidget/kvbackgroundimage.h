@@ -9,19 +9,17 @@ class KV_API KvBackgroundImage : public KvWidget
 {
     Q_OBJECT
     Q_DISABLE_COPY(KvBackgroundImage)
-    Q_PROPERTY(QPixmap pixmap READ pixmap WRITE setPixmap)
-    Q_PROPERTY(bool fitPixmapSize READ fitPixmapSize WRITE setFitPixmapSize)
+    Q_PROPERTY(QPixmap pixmap MEMBER m_pixmap WRITE setPixmap)
+    Q_PROPERTY(bool fitPixmapSize MEMBER m_fitPixmapSize WRITE setFitPixmapSize)
 
 public:
     explicit KvBackgroundImage(QWidget *parent = nullptr);
 
     /// Drawn over the whole widget, scaled where the sizes differ.
     void setPixmap(const QPixmap &pixmap);
-    QPixmap pixmap() const;
 
     /// With true the widget takes the pixmap's size and keeps it. Off at first.
     void setFitPixmapSize(bool fit);
-    bool fitPixmapSize() const;
 
     /// The pixmap's size in pixels.
     QSize sizeHint() const override;

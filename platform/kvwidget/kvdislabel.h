@@ -10,7 +10,7 @@ class KV_API KvDisLabel : public QLabel
 {
     Q_OBJECT
     Q_DISABLE_COPY(KvDisLabel)
-    Q_PROPERTY(bool adaptiveFontSize READ adaptiveFontSize WRITE setAdaptiveFontSize)
+    Q_PROPERTY(bool adaptiveFontSize MEMBER m_adaptiveFontSize WRITE setAdaptiveFontSize)
 
 public:
     explicit KvDisLabel(QWidget *parent = nullptr);
@@ -18,7 +18,6 @@ public:
     /// Off at first. The text is never drawn larger than font() and not smaller than 12 pixels;
     /// what is too wide even then ends in an ellipsis.
     void setAdaptiveFontSize(const bool &adaptive);
-    bool adaptiveFontSize() const;
 
     /// The font that the text is drawn with: font() itself, or a smaller one that fits.
     QFont shownFont() const;

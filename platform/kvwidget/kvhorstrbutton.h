@@ -14,10 +14,10 @@ class KV_API KvHorStrButton : public KvTouchButton
     Q_OBJECT
     Q_DISABLE_COPY(KvHorStrButton)
     Q_PROPERTY(QString buttonId READ buttonId WRITE setButtonId)
-    Q_PROPERTY(QString displayString READ displayString WRITE setDisplayString)
-    Q_PROPERTY(QPixmap normalPixmap READ normalPixmap WRITE setNormalPixmap)
-    Q_PROPERTY(QPixmap pressPixmap READ pressPixmap WRITE setPressPixmap)
-    Q_PROPERTY(QPixmap disablePixmap READ disablePixmap WRITE setDisablePixmap)
+    Q_PROPERTY(QString displayString MEMBER m_displayString WRITE setDisplayString)
+    Q_PROPERTY(QPixmap normalPixmap MEMBER m_normalPixmap WRITE setNormalPixmap)
+    Q_PROPERTY(QPixmap pressPixmap MEMBER m_pressPixmap WRITE setPressPixmap)
+    Q_PROPERTY(QPixmap disablePixmap MEMBER m_disablePixmap WRITE setDisablePixmap)
 
 public:
     explicit KvHorStrButton(QWidget *parent = nullptr);
@@ -27,19 +27,15 @@ public:
     QString buttonId() const;
 
     void setDisplayString(QString text);
-    QString displayString() const;
 
     /// The image that gives the button its size.
     void setNormalPixmap(QPixmap pixmap);
-    QPixmap normalPixmap() const;
 
     /// Shown under the finger; without it the normal one stays.
     void setPressPixmap(QPixmap pixmap);
-    QPixmap pressPixmap() const;
 
     /// Shown while the widget is not enabled; without it the normal one is dimmed.
     void setDisablePixmap(QPixmap pixmap);
-    QPixmap disablePixmap() const;
 
 signals:
     /// A finger that went down on the button was lifted over it.

@@ -1,20 +1,20 @@
 #pragma once
 
-#include "kvimagebutton.h"
+#include "kviconbutton.h"
 
 /// A latching button: a press latches it, and it stays down, with its pressed face, until
 /// setIsDown(false).
-class KV_API KvLockButton : public KvImageButton
+class KV_API KvLockButton : public KvIconButton
 {
     Q_OBJECT
     Q_DISABLE_COPY(KvLockButton)
-    Q_PROPERTY(QString buttonID READ buttonID WRITE setButtonID)
     Q_PROPERTY(bool isDown READ isDown WRITE setIsDown)
 
 public:
     explicit KvLockButton(QWidget *parent = nullptr);
 
     void setButtonID(QString id);
+    QString buttonID() const;
 
     /// Latches or releases the button without a signal.
     void setIsDown(bool down);

@@ -2,10 +2,10 @@
 
 #include "kvwidget.h"
 
-#include <QPixmap>
+#include <QScopedPointer>
 #include <QString>
 
-class KvIconButton;
+class PopupBox;
 class QTimer;
 
 /// A box with a text and up to two buttons in the middle of its parent: 676 x 280 pixels, or 676 x
@@ -17,7 +17,7 @@ class KV_API PopupView : public KvWidget
     Q_OBJECT
     Q_DISABLE_COPY(PopupView)
     Q_ENUMS(ButtonType ButtonPosition)
-    Q_PROPERTY(QString popupViewId READ popupViewId WRITE setPopupViewId)
+    Q_PROPERTY(QString popupViewId MEMBER m_id WRITE setPopupViewId)
     Q_PROPERTY(QString text READ text WRITE setText)
 
 public:
@@ -25,10 +25,10 @@ public:
     enum ButtonPosition { ButtonsUnderText = 0, ButtonsAtBottom = 1 };
 
     explicit PopupView(QWidget *parent = nullptr);
+    ~PopupView() override;
 
     /// The id that the signals carry.
     void setPopupViewId(const QString &id);
-    QString popupViewId() const;
 
     /// OkCancel at first.
     void setButtonType(ButtonType type);
@@ -71,31 +71,13 @@ protected:
 private:
     typedef void (PopupView::*Signal)(QString);
 
-    KvIconButton *createButton(const QString &name, const QString &text);
-    bool hasOk() const;
-    bool hasCancel() const;
-    bool hasButtons() const;
-    bool textIsOnButtons() const;
     void goAway(Signal signal);
     void goAwayWithPage(Signal signal);
     void startTimeout();
     void dimPage();
-    QSize boxSize() const;
-    void loadBox();
-    void layOut();
-    void placeButtons();
-    int lowestButtonTop() const;
-    int buttonTop() const;
-    QRect textArea(int buttonTop) const;
-    QFont textFont() const;
 
     QString m_id;
-    QString m_text;
-    QPixmap m_box;
-    ButtonType m_buttonType = OkCancel;
-    ButtonPosition m_buttonPosition = ButtonsAtBottom;
+    QScopedPointer<PopupBox> m_box;
     int m_showTimeout = 0;
-    KvIconButton *m_ok;
-    KvIconButton *m_cancel;
     QTimer *m_timer;
 };

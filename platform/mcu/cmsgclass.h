@@ -17,15 +17,15 @@ public:
     static CMsgClass *getInstance();
 
     /// Version text of the GPS receiver's firmware; empty while unknown.
-    QString getGpsVerInfo() const;
+    QString getGpsVerInfo();
     /// Version text of the Bluetooth module; empty while unknown.
-    QString getBluetoothVersion() const;
+    QString getBluetoothVersion();
     /// Product identifier of the ambient light sensor.
-    int getAlsPdtInfo() const;
+    int getAlsPdtInfo();
 
     /// Mount root of the USB storage that was plugged in last, without a trailing slash; empty when
     /// there is none.
-    void getDevRootPath(QString &path) const;
+    void getDevRootPath(QString &path);
 
     /// Tells the system whether an update may begin at any moment.
     void setUpdateReadyState(bool ready);

@@ -9,7 +9,7 @@ public:
     static ComSysConfig *getInstance();
 
     /// Whether the screen-capture function is on; kept across restarts, off at first.
-    bool getCaptureStatus() const;
+    bool getCaptureStatus();
     void setCaptureStatus(bool on);
 
 private:

@@ -18,7 +18,7 @@ public:
     static FileDeviceParser *getInstance();
 
     /// Mount roots of that kind, without a trailing slash, in the order in which they were mounted.
-    QStringList getMountDeviceByType(MediaType type) const;
+    QStringList getMountDeviceByType(MediaType type);
 
     /// Starts scanning the media below a mount root.
     void startParser(const QString &mountRoot);

@@ -19,9 +19,9 @@ public:
     static KVUsbManager *create(const std::string &version);
 
     /// The charging mode of a port, 0 or 1: 0 is CDP, 1 DCP, 2 SDP; -1 for another port.
-    int getPortMode(int port) const;
+    int getPortMode(int port);
     /// 'O', 'T' or 'M', as UsbControl::setUsbCertification() takes it.
-    int getCertificationMode() const;
+    int getCertificationMode();
 
 private:
     KVUsbManager();

@@ -25,8 +25,8 @@ public:
     ~PlatformControl() override;
 
     /// Versions in an update package; empty when the file is none.
-    QString getCustomerVer(QString package) const;
-    QString getSDKVer(QString package) const;
+    QString getCustomerVer(QString package);
+    QString getSDKVer(QString package);
 
     /// Has a package's checksum verified. Returns at once; ChecksumVerified() tells how it ended.
     void startVerifyChecksum(QString package);
@@ -34,7 +34,7 @@ public:
     /// What the vendor data has to hold for an update to begin with the next start; empty when
     /// there is nothing to update from. \a language is that of the update's screen, such as
     /// "en_GB".
-    QByteArray getUserUpdateData(DevType device, QString language) const;
+    QByteArray getUserUpdateData(DevType device, QString language);
 
     /// Restarts the unit. Returns; the restart comes from outside.
     void softWareReset();

@@ -24,10 +24,10 @@ public:
     void setUsbTestMode(UsbTestMode mode);
 
     /// Mount roots of all storage in the order in which it was mounted, without a trailing slash.
-    QStringList getMountDevice() const;
+    QStringList getMountDevice();
 
     /// Number of the controller behind a mount root; -1 where nothing is known of it.
-    int getHwCtrlId(QString mountRoot) const;
+    int getHwCtrlId(QString mountRoot);
 
 private:
     UsbControl();

@@ -1,4 +1,4 @@
-#include "dab/simdabmodule.h"
+#include "dab/sim/simdabmodule.h"
 
 #include "support/testunit.h"
 

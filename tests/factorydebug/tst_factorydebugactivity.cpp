@@ -4,7 +4,7 @@
 #include "kvappframework/activityproperty.h"
 #include "kvappframework/eventprivatedata.h"
 #include "kvappframework/module.h"
-#include "kvappframework/simmodulemanager.h"
+#include "kvappframework/sim/simmodulemanager.h"
 #include "kvappframework/sysevent.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"

@@ -3,11 +3,11 @@
 #include "usbtest/usbtestview.h"
 
 #include "kvappframework/activitymanager.h"
-#include "kvappframework/simmodulemanager.h"
+#include "kvappframework/sim/simmodulemanager.h"
 #include "kvwidget/kvbackgroundimage.h"
 #include "kvwidget/kviconbutton.h"
 #include "kvwidget/popupview.h"
-#include "service/simmediaplaymodule.h"
+#include "service/sim/simmediaplaymodule.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 

@@ -237,7 +237,7 @@ void TestCGpsComPage::formStyles()
                             "color: rgb(255, 255, 255);\n}"));
     QCOMPARE(page->styleSheet(), QStringLiteral("background-color:rgba(0, 0, 0, 255);"));
     QVERIFY(page->testAttribute(Qt::WA_StyledBackground));
-    QCOMPARE(page->title(), QStringLiteral("setup system version"));
+    QCOMPARE(page->property("title").value<QString>(), QStringLiteral("setup system version"));
     QCOMPARE(page->geometry(), QRect(0, 0, 800, 480));
     QCOMPARE(find<QWidget>(page, "gpsFWInfoForm")->windowTitle(), QStringLiteral("Form"));
 
@@ -253,8 +253,8 @@ void TestCGpsComPage::formStyles()
     QCOMPARE(find<QWidget>(page, "popEnsure")->minimumSize(), QSize(676, 280));
     for (const char *name : {"popLoading", "popEnsure"}) {
         const auto *image = find<KvBackgroundImage>(page, name);
-        QVERIFY(image->fitPixmapSize());
-        QCOMPARE(image->pixmap().size(), image->size());
+        QVERIFY(image->property("fitPixmapSize").value<bool>());
+        QCOMPARE(image->property("pixmap").value<QPixmap>().size(), image->size());
     }
 }
 
@@ -274,19 +274,19 @@ void TestCGpsComPage::buttons()
     plugBoth();
     const CGpsComPage *page = open();
     const auto check = [page](const char *name, const char *id, const char *image) {
-        const auto *button = find<KvIconButton>(page, name);
+        auto *button = find<KvIconButton>(page, name);
         const QPixmap normal(QStringLiteral(":/images/pop/%1").arg(QLatin1String(image)));
         const QPixmap over(QStringLiteral(":/images/pop/sw_popup_psh.png"));
         QCOMPARE(button->buttonID(), QString::fromLatin1(id));
-        QCOMPARE(int(button->showMode()), 1);
-        QCOMPARE(int(button->disableMode()), 3);
+        QCOMPARE(int(button->property("showMode").value<KvIconButton::ShowMode>()), 1);
+        QCOMPARE(int(button->property("disableMode").value<KvIconButton::DisableMode>()), 3);
         QVERIFY(!normal.isNull());
-        QCOMPARE(button->normalImage().toImage(), normal.toImage());
-        QCOMPARE(button->pressImage().toImage(), normal.toImage());
-        QCOMPARE(button->overImage().toImage(), over.toImage());
-        QCOMPARE(button->normalTextColor(), QColor(Qt::white));
-        QCOMPARE(button->pressTextColor(), QColor(Qt::white));
-        QCOMPARE(button->textSize(), 32);
+        QCOMPARE(button->property("normalImage").value<QPixmap>().toImage(), normal.toImage());
+        QCOMPARE(button->property("pressImage").value<QPixmap>().toImage(), normal.toImage());
+        QCOMPARE(button->property("overImage").value<QPixmap>().toImage(), over.toImage());
+        QCOMPARE(button->property("normalTextColor").value<QColor>(), QColor(Qt::white));
+        QCOMPARE(button->property("pressTextColor").value<QColor>(), QColor(Qt::white));
+        QCOMPARE(button->property("textSize").value<int>(), 32);
     };
     check("updateButton", "idUpdateBtn", "sw_popup_blue_nrm.png");
     check("cancelButton", "idCancelBtn", "sw_popup_gray_nrm.png");

@@ -1,8 +1,8 @@
-#include "kvappframework/frameworkhost.h"
+#include "kvappframework/sim/frameworkhost.h"
 
 #include "kvappframework/activitymanager.h"
 #include "kvappframework/modulemanager.h"
-#include "kvappframework/simactivitymanager.h"
+#include "kvappframework/sim/simactivitymanager.h"
 #include "kvappframework/sysevent.h"
 #include "support/testunit.h"
 

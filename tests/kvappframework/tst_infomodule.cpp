@@ -1,9 +1,9 @@
-#include "kvappframework/infomodule.h"
+#include "kvappframework/sim/infomodule.h"
 
 #include "kvappframework/eventprivatedata.h"
 #include "kvappframework/modulemanager.h"
-#include "kvappframework/simactivitymanager.h"
-#include "kvappframework/simmodulemanager.h"
+#include "kvappframework/sim/simactivitymanager.h"
+#include "kvappframework/sim/simmodulemanager.h"
 #include "kvappframework/sysevent.h"
 #include "support/testunit.h"
 #include "testactivity.h"

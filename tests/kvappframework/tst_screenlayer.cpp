@@ -1,4 +1,4 @@
-#include "kvappframework/screenlayer.h"
+#include "kvappframework/sim/screenlayer.h"
 
 #include "support/testunit.h"
 

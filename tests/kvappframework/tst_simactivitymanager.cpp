@@ -1,4 +1,4 @@
-#include "kvappframework/simactivitymanager.h"
+#include "kvappframework/sim/simactivitymanager.h"
 
 #include "support/testunit.h"
 #include "testactivity.h"

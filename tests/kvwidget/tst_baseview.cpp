@@ -19,7 +19,7 @@ void TestBaseView::keepsItsTitleAsProperty()
 {
     QWidget parent;
     BaseView view("setup system version", &parent);
-    QCOMPARE(view.title(), QString("setup system version"));
+    QCOMPARE(view.property("title").value<QString>(), QString("setup system version"));
     QCOMPARE(view.property("title").toString(), QString("setup system version"));
     QCOMPARE(view.parentWidget(), &parent);
     QVERIFY(BaseView("no parent").isWindow());

@@ -87,9 +87,10 @@ private slots:
 
 void TestKvIconButton::firstState()
 {
-    const KvIconButton button;
-    QCOMPARE(button.showMode(), KvIconButton::ShowImage);
-    QCOMPARE(button.disableMode(), KvIconButton::DisableNone);
+    KvIconButton button;
+    QCOMPARE(button.property("showMode").value<KvIconButton::ShowMode>(), KvIconButton::ShowImage);
+    QCOMPARE(button.property("disableMode").value<KvIconButton::DisableMode>(),
+             KvIconButton::DisableNone);
     QCOMPARE(button.disableState(), false);
     QCOMPARE(button.buttonID(), QString());
     QCOMPARE(button.displayText(), QString());
@@ -693,25 +694,27 @@ void TestKvIconButton::propertiesForForms()
     QVERIFY(set("displayText", "SYSTEMLOG"));
     QCOMPARE(button.displayText(), QString("SYSTEMLOG"));
     QVERIFY(set("textSize", 32));
-    QCOMPARE(button.textSize(), 32);
+    QCOMPARE(button.property("textSize").value<int>(), 32);
     QVERIFY(set("showMode", QVariant::fromValue(KvIconButton::ShowImageText)));
-    QCOMPARE(button.showMode(), KvIconButton::ShowImageText);
+    QCOMPARE(button.property("showMode").value<KvIconButton::ShowMode>(),
+             KvIconButton::ShowImageText);
     QVERIFY(set("disableMode", QVariant::fromValue(KvIconButton::DisableText)));
-    QCOMPARE(button.disableMode(), KvIconButton::DisableText);
+    QCOMPARE(button.property("disableMode").value<KvIconButton::DisableMode>(),
+             KvIconButton::DisableText);
     QVERIFY(set("disableState", true));
     QCOMPARE(button.disableState(), true);
     QVERIFY(set("normalTextColor", QColor(1, 2, 3)));
-    QCOMPARE(button.normalTextColor(), QColor(1, 2, 3));
+    QCOMPARE(button.property("normalTextColor").value<QColor>(), QColor(1, 2, 3));
     QVERIFY(set("pressTextColor", QColor(4, 5, 6)));
-    QCOMPARE(button.pressTextColor(), QColor(4, 5, 6));
+    QCOMPARE(button.property("pressTextColor").value<QColor>(), QColor(4, 5, 6));
     QVERIFY(set("normalImage", plain(QSize(1, 2), Qt::red)));
-    QCOMPARE(button.normalImage().size(), QSize(1, 2));
+    QCOMPARE(button.property("normalImage").value<QPixmap>().size(), QSize(1, 2));
     QVERIFY(set("pressImage", plain(QSize(3, 4), Qt::red)));
-    QCOMPARE(button.pressImage().size(), QSize(3, 4));
+    QCOMPARE(button.property("pressImage").value<QPixmap>().size(), QSize(3, 4));
     QVERIFY(set("overImage", plain(QSize(5, 6), Qt::red)));
-    QCOMPARE(button.overImage().size(), QSize(5, 6));
+    QCOMPARE(button.property("overImage").value<QPixmap>().size(), QSize(5, 6));
     QVERIFY(set("disableImage", plain(QSize(7, 8), Qt::red)));
-    QCOMPARE(button.disableImage().size(), QSize(7, 8));
+    QCOMPARE(button.property("disableImage").value<QPixmap>().size(), QSize(7, 8));
 }
 
 void TestKvIconButton::styleSheetPaints()

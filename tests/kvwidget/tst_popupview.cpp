@@ -471,7 +471,8 @@ void TestPopupView::buttonTexts()
     popup.setCancelText("No");
     QCOMPARE(popup.button(okName)->displayText(), QString("Yes"));
     QCOMPARE(popup.button(cancelName)->displayText(), QString("No"));
-    QCOMPARE(popup.button(okName)->showMode(), KvIconButton::ShowImageText);
+    QCOMPARE(popup.button(okName)->property("showMode").value<KvIconButton::ShowMode>(),
+             KvIconButton::ShowImageText);
 }
 
 void TestPopupView::repaints()
@@ -576,7 +577,7 @@ void TestPopupView::settersAreSilent()
     Popup popup(&screen);
     QVERIFY(screen.turnOn());
     QVERIFY(popup.setProperty("popupViewId", "other"));
-    QCOMPARE(popup.popupViewId(), QString("other"));
+    QCOMPARE(popup.property("popupViewId").value<QString>(), QString("other"));
     QVERIFY(popup.setProperty("text", "text"));
     QCOMPARE(popup.text(), QString("text"));
     popup.setButtonType(PopupView::CancelOnly);

@@ -1,12 +1,11 @@
-# Makes an SDK of the stand-ins' headers and LIBRARY_FILES in WORK, and builds a copy of the plug-in's
-# sources against it: no stand-in, simulator or test may be needed for that, and what comes of it is
-# byte for byte the plug-in of this build, without a path of either.
+# Makes an SDK of the faces of LIBRARIES and of LIBRARY_FILES in WORK, and builds a copy of the plug-in's
+# sources against it: no stand-in, simulator or test may be needed for that, or be within reach, and what
+# comes of it is byte for byte the plug-in of this build, without a path of either.
 file(REMOVE_RECURSE "${WORK}")
 file(MAKE_DIRECTORY "${WORK}/sdk/include" "${WORK}/sdk/lib" "${WORK}/source")
-file(GLOB headers RELATIVE "${SOURCE}/platform" "${SOURCE}/platform/*/*.h")
-foreach(header IN LISTS headers)
-    get_filename_component(folder "${header}" DIRECTORY)
-    file(COPY "${SOURCE}/platform/${header}" DESTINATION "${WORK}/sdk/include/${folder}")
+foreach(library IN LISTS LIBRARIES ITEMS kvglobal)
+    file(GLOB faces "${SOURCE}/platform/${library}/*.h")
+    file(COPY ${faces} DESTINATION "${WORK}/sdk/include/${library}")
 endforeach()
 file(COPY ${LIBRARY_FILES} DESTINATION "${WORK}/sdk/lib")
 file(COPY "${SOURCE}/CMakeLists.txt" "${SOURCE}/cmake" "${SOURCE}/src" DESTINATION "${WORK}/source")
@@ -20,6 +19,10 @@ execute_process(COMMAND "${CMAKE_COMMAND}" --build "${WORK}/build"
                 COMMAND_ERROR_IS_FATAL ANY)
 execute_process(COMMAND "${CMAKE_COMMAND}" --install "${WORK}/build" --prefix "${WORK}/installed"
                 COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
+execute_process(
+    COMMAND "${CMAKE_COMMAND}" -DSOURCE=${SOURCE} -DBUILD=${WORK}/build -DWORK=${WORK} -DCXX=${CXX}
+            -P "${CMAKE_CURRENT_LIST_DIR}/visible.cmake"
+    COMMAND_ERROR_IS_FATAL ANY)
 
 file(GLOB_RECURSE installed "${WORK}/installed/*libfactorydebug.so")
 list(LENGTH installed count)

@@ -35,7 +35,7 @@ void TestKvUsbManager::otherVersionsHaveNone()
 void TestKvUsbManager::tellsWhatThePortsAreSetTo()
 {
     TestUnit unit;
-    const KVUsbManager *manager = KVUsbManager::GetInstance();
+    KVUsbManager *manager = KVUsbManager::GetInstance();
     QCOMPARE(manager->getPortMode(0), 0);
     QCOMPARE(manager->getCertificationMode(), int('O'));
     unit.unit().usbPorts().setBcMode(0, 1);

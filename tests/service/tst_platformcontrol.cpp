@@ -36,7 +36,7 @@ void plugPackage(TestUnit &unit, const QStringList &options = QStringList())
 void TestPlatformControl::versionsOfAPackage()
 {
     TestUnit unit;
-    const PlatformControl *platform = PlatformControl::getInstance();
+    PlatformControl *platform = PlatformControl::getInstance();
     QCOMPARE(platform->getCustomerVer(package), QString());
     plugPackage(unit);
     QCOMPARE(platform->getCustomerVer(package), QStringLiteral("CUST 2.10.0"));
@@ -86,7 +86,7 @@ void TestPlatformControl::unitMayGoWhileAPackageIsVerified()
 void TestPlatformControl::updateData()
 {
     TestUnit unit;
-    const PlatformControl *platform = PlatformControl::getInstance();
+    PlatformControl *platform = PlatformControl::getInstance();
     QCOMPARE(platform->getUserUpdateData(PlatformControl::DevUsb1, QStringLiteral("fr")),
              QByteArray("UPD1\x03\x02"
                         "fr/ORRERY_PACK.BIN"));

@@ -1,4 +1,4 @@
-#include "service/simmediaplaymodule.h"
+#include "service/sim/simmediaplaymodule.h"
 
 #include "support/testunit.h"
 

@@ -14,10 +14,10 @@ void checkButton(const BaseView *page, const char *name, const char *id)
 {
     const auto *button = widgetOf<KvHorStrButton>(page, name);
     QCOMPARE(button->buttonId(), QLatin1String(id));
-    QCOMPARE(button->displayString(), QString());
-    QVERIFY(!button->normalPixmap().isNull());
-    QVERIFY(!button->pressPixmap().isNull());
-    QVERIFY(!button->disablePixmap().isNull());
+    QCOMPARE(button->property("displayString").value<QString>(), QString());
+    QVERIFY(!button->property("normalPixmap").value<QPixmap>().isNull());
+    QVERIFY(!button->property("pressPixmap").value<QPixmap>().isNull());
+    QVERIFY(!button->property("disablePixmap").value<QPixmap>().isNull());
 }
 
 /// Without what two pictures may differ in that look the same.
@@ -32,7 +32,7 @@ void checkForm(const BaseView *page, const QRect &geometry, const QString &title
                const QRect &layoutGeometry)
 {
     QCOMPARE(page->geometry(), geometry);
-    QCOMPARE(page->title(), title);
+    QCOMPARE(page->property("title").value<QString>(), title);
     QCOMPARE(page->windowTitle(), QStringLiteral("Form"));
     QCOMPARE(widgetOf<QWidget>(page, "layoutWidget")->geometry(), layoutGeometry);
 }

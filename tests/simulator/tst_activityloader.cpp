@@ -1,8 +1,8 @@
 #include "simulator/activityloader.h"
 
 #include "hardware/unit.h"
-#include "kvappframework/frameworkhost.h"
-#include "kvappframework/simactivitymanager.h"
+#include "kvappframework/sim/frameworkhost.h"
+#include "kvappframework/sim/simactivitymanager.h"
 #include "simlink/simulatedunit.h"
 
 #include <QLabel>

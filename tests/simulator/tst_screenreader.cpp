@@ -2,7 +2,7 @@
 
 #include "simulator/screen.h"
 
-#include "kvappframework/screenlayer.h"
+#include "kvappframework/sim/screenlayer.h"
 
 #include <QCheckBox>
 #include <QLabel>

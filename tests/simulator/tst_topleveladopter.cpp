@@ -4,7 +4,7 @@
 #include "simulator/finger.h"
 #include "simulator/screen.h"
 
-#include "kvappframework/screenlayer.h"
+#include "kvappframework/sim/screenlayer.h"
 
 #include <QMenu>
 #include <QPushButton>

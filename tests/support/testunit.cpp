@@ -1,8 +1,8 @@
 #include "testunit.h"
 
-#include "dab/simdabmodule.h"
-#include "kvappframework/simmodulemanager.h"
-#include "service/simmediaplaymodule.h"
+#include "dab/sim/simdabmodule.h"
+#include "kvappframework/sim/simmodulemanager.h"
+#include "service/sim/simmediaplaymodule.h"
 
 #include <QDir>
 #include <QFile>

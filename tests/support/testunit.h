@@ -2,7 +2,7 @@
 
 #include "hardware/gate/gate.h"
 #include "hardware/unit.h"
-#include "kvappframework/frameworkhost.h"
+#include "kvappframework/sim/frameworkhost.h"
 #include "simlink/simulatedunit.h"
 
 #include <QTemporaryDir>

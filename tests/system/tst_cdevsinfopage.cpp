@@ -95,7 +95,7 @@ void TestCDevsInfoPage::laysOutThreeRows()
     }
     const auto *bluetooth = qobject_cast<const KvDisLabel *>(shown.label("label_bt"));
     QVERIFY(bluetooth != nullptr);
-    QVERIFY(bluetooth->adaptiveFontSize());
+    QVERIFY(bluetooth->property("adaptiveFontSize").value<bool>());
 }
 
 void TestCDevsInfoPage::backgroundIsBlack()

@@ -218,23 +218,26 @@ void TestCSysCtrlPage::button()
     QFETCH(bool, hasDisabledFace);
     Page shown;
     shown.open();
-    const KvIconButton *button = shown.icon(qPrintable(name));
+    auto *button = shown.icon(qPrintable(name));
     QCOMPARE(button->geometry(), QRect(left, 100, 140, 60));
     QCOMPARE(button->buttonID(), id);
     QCOMPARE(button->displayText(), text);
-    QCOMPARE(button->showMode(), KvIconButton::ShowImageText);
+    QCOMPARE(button->property("showMode").value<KvIconButton::ShowMode>(),
+             KvIconButton::ShowImageText);
     const auto sameAs = [](const QPixmap &pixmap, const char *path) {
         const QImage image = QPixmap(QString::fromLatin1(path)).toImage();
         return !image.isNull() && pixmap.toImage() == image;
     };
     const char normal[] = ":/images/pop/sw_popup_gray_nrm.png";
-    QVERIFY(sameAs(button->normalImage(), normal));
-    QVERIFY(sameAs(button->pressImage(), normal));
-    QVERIFY(sameAs(button->overImage(), ":/images/pop/sw_popup_psh.png"));
-    QCOMPARE(button->disableImage().isNull(), !hasDisabledFace);
+    QVERIFY(sameAs(button->property("normalImage").value<QPixmap>(), normal));
+    QVERIFY(sameAs(button->property("pressImage").value<QPixmap>(), normal));
+    QVERIFY(
+        sameAs(button->property("overImage").value<QPixmap>(), ":/images/pop/sw_popup_psh.png"));
+    QCOMPARE(button->property("disableImage").value<QPixmap>().isNull(), !hasDisabledFace);
     if (hasDisabledFace) {
-        QVERIFY(sameAs(button->disableImage(), ":/images/pop/sw_popup_gray_dis.png"));
-        QCOMPARE(int(button->disableMode()), 1);
+        QVERIFY(sameAs(button->property("disableImage").value<QPixmap>(),
+                       ":/images/pop/sw_popup_gray_dis.png"));
+        QCOMPARE(int(button->property("disableMode").value<KvIconButton::DisableMode>()), 1);
     }
 }
 
@@ -258,13 +261,14 @@ void TestCSysCtrlPage::switchButton()
     QFETCH(QRect, row);
     Page shown;
     shown.open();
-    const auto *button = shown.view->findChild<CBoolButton *>(name);
+    auto *button = shown.view->findChild<CBoolButton *>(name);
     QCOMPARE(button->geometry(), QRect(631, 10, 80, 62));
     QCOMPARE(button->parentWidget()->geometry(), row);
     QCOMPARE(button->buttonID(), id);
-    QCOMPARE(button->onImage().size(), QSize(80, 62));
-    QCOMPARE(button->offImage().size(), QSize(80, 62));
-    QVERIFY(button->onImage().toImage() != button->offImage().toImage());
+    QCOMPARE(button->property("onImage").value<QPixmap>().size(), QSize(80, 62));
+    QCOMPARE(button->property("offImage").value<QPixmap>().size(), QSize(80, 62));
+    QVERIFY(button->property("onImage").value<QPixmap>().toImage()
+            != button->property("offImage").value<QPixmap>().toImage());
 }
 
 void TestCSysCtrlPage::labels()

@@ -1,8 +1,8 @@
 #include "system/csysctrlpage.h"
 
 #include "dab/dabmodule.h"
-#include "dab/simdabmodule.h"
-#include "kvappframework/simmodulemanager.h"
+#include "dab/sim/simdabmodule.h"
+#include "kvappframework/sim/simmodulemanager.h"
 #include "kvwidget/kviconbutton.h"
 #include "support/testunit.h"
 

@@ -323,9 +323,10 @@ void TestCTouchCheckPage::backButtonIsHiddenAndItsOwn()
         QCOMPARE(button->buttonID(), QStringLiteral("idBackBtn"));
         QCOMPARE(button->geometry(), QRect(0, 0, 80, 65));
         QCOMPARE(button->minimumSize(), QSize(80, 65));
-        QCOMPARE(button->normalImage().size(), QSize(80, 65));
-        QCOMPARE(button->pressImage().size(), QSize(80, 65));
-        QCOMPARE(button->showMode(), KvIconButton::ShowImageText);
+        QCOMPARE(button->property("normalImage").value<QPixmap>().size(), QSize(80, 65));
+        QCOMPARE(button->property("pressImage").value<QPixmap>().size(), QSize(80, 65));
+        QCOMPARE(button->property("showMode").value<KvIconButton::ShowMode>(),
+                 KvIconButton::ShowImageText);
     }
     QVERIFY(button.isNull());
 }

@@ -147,12 +147,12 @@ void TestUserUpdateDialog::construction()
 {
     Desk desk;
     const Dialog *dialog = desk.open(0);
-    QCOMPARE(dialog->title(), QStringLiteral("setup UserUpdate"));
+    QCOMPARE(dialog->property("title").value<QString>(), QStringLiteral("setup UserUpdate"));
     QCOMPARE(dialog->geometry(), screen);
     QVERIFY(dialog->isVisible());
     const auto *popup = dialog->findChild<PopupView *>();
     QCOMPARE(popup->parentWidget(), static_cast<const QWidget *>(dialog));
-    QCOMPARE(popup->popupViewId(), QStringLiteral("userdata"));
+    QCOMPARE(popup->property("popupViewId").value<QString>(), QStringLiteral("userdata"));
     QVERIFY(popup->isVisible());
     QCOMPARE(button(dialog, "popupview_ok")->displayText(), QStringLiteral("OK"));
     QCOMPARE(button(dialog, "popupview_cancel")->displayText(), QStringLiteral("Cancel"));

@@ -219,10 +219,12 @@ void TestNcmTestView::buttonFaces()
     Page page(unit);
     const auto *button = page.find<KvLockButton>(QTest::currentDataTag());
     const QString image = QStringLiteral(":/images/btn%1x60_%2.png").arg(width);
-    QCOMPARE(button->normalImage().toImage(), QPixmap(image.arg(QLatin1Char('n'))).toImage());
-    QCOMPARE(button->pressImage().toImage(), QPixmap(image.arg(QLatin1Char('p'))).toImage());
-    QCOMPARE(button->textSize(), 24);
-    QCOMPARE(int(button->showMode()), 1);
+    QCOMPARE(button->property("normalImage").value<QPixmap>().toImage(),
+             QPixmap(image.arg(QLatin1Char('n'))).toImage());
+    QCOMPARE(button->property("pressImage").value<QPixmap>().toImage(),
+             QPixmap(image.arg(QLatin1Char('p'))).toImage());
+    QCOMPARE(button->property("textSize").value<int>(), 24);
+    QCOMPARE(int(button->property("showMode").value<KvIconButton::ShowMode>()), 1);
     QVERIFY(!button->isDown());
 }
 

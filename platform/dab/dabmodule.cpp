@@ -1,7 +1,0 @@
-#include "dabmodule.h"
-
-DabModule::DabModule() = default;
-
-DabModule::~DabModule() = default;
-
-DabModulePlugin::~DabModulePlugin() = default;

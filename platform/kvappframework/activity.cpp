@@ -1,8 +1,0 @@
-#include "activity.h"
-
-namespace kvappframework
-{
-
-Activity::~Activity() = default;
-
-} // namespace kvappframework

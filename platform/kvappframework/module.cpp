@@ -1,8 +1,0 @@
-#include "module.h"
-
-namespace kvappframework
-{
-
-Module::~Module() = default;
-
-} // namespace kvappframework

@@ -1,0 +1,8 @@
+#include "kvappframework/activity.h"
+
+namespace kvappframework
+{
+
+Activity::~Activity() = default;
+
+} // namespace kvappframework

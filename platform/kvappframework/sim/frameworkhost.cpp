@@ -1,0 +1,101 @@
+#include "frameworkhost.h"
+
+#include "infomodule.h"
+#include "kvappframework/sysevent.h"
+#include "screenlayer.h"
+#include "simactivitymanager.h"
+#include "simmodulemanager.h"
+
+#include "hardware/unit.h"
+#include "simlink/simulatedunit.h"
+
+#include <QCoreApplication>
+#include <QWidget>
+
+namespace kvappframework
+{
+
+namespace
+{
+FrameworkHost *currentHost = nullptr;
+const int keyTone = 0;
+} // namespace
+
+FrameworkHost::FrameworkHost(QWidget *screen)
+    : m_screen(screen)
+    , m_activities(QSharedPointer<SimActivityManager>::create())
+    , m_modules(QSharedPointer<SimModuleManager>::create())
+    , m_info(QSharedPointer<InfoModule>::create())
+{
+    for (int layer = UI_HERARCHY_BACKGROUND; layer <= UI_HERARCHY_POPUP; ++layer) {
+        m_layers.append(new ScreenLayer(screen));
+    }
+    m_modules->add(QStringLiteral("info"), m_info);
+    qApp->installEventFilter(this);
+    currentHost = this;
+}
+
+FrameworkHost::~FrameworkHost()
+{
+    m_activities->closeAll();
+    qDeleteAll(m_layers);
+    currentHost = nullptr;
+}
+
+FrameworkHost *FrameworkHost::current()
+{
+    if (currentHost == nullptr) {
+        qFatal("The framework was called before it was started.");
+    }
+    return currentHost;
+}
+
+SimActivityManager &FrameworkHost::activities()
+{
+    return *m_activities;
+}
+
+SimModuleManager &FrameworkHost::modules()
+{
+    return *m_modules;
+}
+
+void FrameworkHost::requestFactoryDebug()
+{
+    m_info->trigger();
+}
+
+void FrameworkHost::setActivityManager(const QSharedPointer<ActivityManager> &manager)
+{
+    m_otherManager = manager;
+}
+
+QSharedPointer<ActivityManager> FrameworkHost::activityManager() const
+{
+    return m_otherManager ? m_otherManager : m_activities;
+}
+
+QSharedPointer<ModuleManager> FrameworkHost::moduleManager() const
+{
+    return m_modules;
+}
+
+QWidget *FrameworkHost::layer(UIHerarchy herarchy) const
+{
+    return m_layers.at(herarchy);
+}
+
+QRect FrameworkHost::desktopRect() const
+{
+    return m_screen->rect();
+}
+
+bool FrameworkHost::eventFilter(QObject *watched, QEvent *event)
+{
+    if (event->type() == EventType_Beep) {
+        simlink::unit().mcu().beep(keyTone);
+    }
+    return QObject::eventFilter(watched, event);
+}
+
+} // namespace kvappframework

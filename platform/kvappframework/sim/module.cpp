@@ -1,0 +1,8 @@
+#include "kvappframework/module.h"
+
+namespace kvappframework
+{
+
+Module::~Module() = default;
+
+} // namespace kvappframework

@@ -1,9 +1,0 @@
-#include "datadefault.h"
-
-#include "hardware/unit.h"
-#include "simlink/simulatedunit.h"
-
-QVariant DataDefault::getDefault(QString key)
-{
-    return simlink::unit().defaults().value(key);
-}

@@ -1,5 +1,0 @@
-#include "mediaplaymodule.h"
-
-MediaplayModule::~MediaplayModule() = default;
-
-MediaplayModulePlugin::~MediaplayModulePlugin() = default;

@@ -1,0 +1,9 @@
+#include "service/datadefault.h"
+
+#include "hardware/unit.h"
+#include "simlink/simulatedunit.h"
+
+QVariant DataDefault::getDefault(QString key)
+{
+    return simlink::unit().defaults().value(key);
+}

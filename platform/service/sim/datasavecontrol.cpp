@@ -1,0 +1,26 @@
+#include "service/datasavecontrol.h"
+
+#include "hardware/unit.h"
+#include "simlink/simulatedunit.h"
+
+namespace
+{
+
+QString path(const QString &key, const QString &group)
+{
+    return group.isEmpty() ? key : group + QLatin1Char('/') + key;
+}
+
+} // namespace
+
+QVariant DataSaveControl::readSettingData(const QString &key, const QVariant &defaultValue,
+                                          const QString &group)
+{
+    return simlink::unit().settings().value(path(key, group), defaultValue);
+}
+
+void DataSaveControl::saveSettingData(const QString &key, const QVariant &value,
+                                      const QString &group)
+{
+    simlink::unit().settings().setValue(path(key, group), value);
+}

@@ -1,0 +1,27 @@
+#include "service/kvusbmanager.h"
+
+#include "hardware/unit.h"
+#include "simlink/simulatedunit.h"
+
+namespace kv_usb
+{
+
+KVUsbManager::KVUsbManager() = default;
+
+KVUsbManager *KVUsbManager::create(const std::string &version)
+{
+    return version == "2.9" ? simlink::service<KVUsbManager>([] { return new KVUsbManager; })
+                            : nullptr;
+}
+
+int KVUsbManager::getPortMode(int port)
+{
+    return port == 0 || port == 1 ? simlink::unit().usbPorts().bcMode(unsigned(port)) : -1;
+}
+
+int KVUsbManager::getCertificationMode()
+{
+    return simlink::unit().usbPorts().certification();
+}
+
+} // namespace kv_usb

@@ -1,0 +1,5 @@
+#include "service/mediaplaymodule.h"
+
+MediaplayModule::~MediaplayModule() = default;
+
+MediaplayModulePlugin::~MediaplayModulePlugin() = default;
