@@ -2,6 +2,7 @@
 
 #include "customwidget/lvscrollbar.h"
 #include "fingerlist.h"
+#include "support/testmain.h"
 
 #include <QApplication>
 #include <QCryptographicHash>
@@ -494,5 +495,5 @@ void TestListView::dragPaintsTheRowUnpressed()
     finger.release(110);
 }
 
-QTEST_MAIN(TestListView)
+FACTORY_TEST_MAIN(TestListView)
 #include "tst_listview.moc"

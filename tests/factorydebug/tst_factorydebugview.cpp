@@ -8,6 +8,7 @@
 #include "kvwidget/kviconbutton.h"
 #include "kvwidget/popupview.h"
 #include "service/simmediaplaymodule.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 
@@ -643,5 +644,5 @@ void TestFactoryDebugView::traces()
     QVERIFY(capture.texts().contains(QStringLiteral("~FactoryDebugView")));
 }
 
-QTEST_MAIN(TestFactoryDebugView)
+FACTORY_TEST_MAIN(TestFactoryDebugView)
 #include "tst_factorydebugview.moc"

@@ -4,6 +4,7 @@
 #include "recordedsleeps.h"
 #include "stdoutcapture.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 
@@ -706,5 +707,5 @@ void TestCGpsComPage::traces()
              }));
 }
 
-QTEST_MAIN(TestCGpsComPage)
+FACTORY_TEST_MAIN(TestCGpsComPage)
 #include "tst_cgpscompage.moc"

@@ -2,6 +2,7 @@
 
 #include "conversation.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -31,5 +32,5 @@ void TestDeadline::passesBetween10And11Seconds()
     }
 }
 
-QTEST_MAIN(TestDeadline)
+FACTORY_TEST_MAIN(TestDeadline)
 #include "tst_deadline.moc"

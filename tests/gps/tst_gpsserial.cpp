@@ -5,6 +5,7 @@
 #include "stdoutcapture.h"
 #include "testline.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QApplication>
@@ -429,6 +430,7 @@ int main(int argc, char *argv[])
     if (argc == 3 && qstrcmp(argv[1], "--read-line") == 0) {
         return readLine(argv[2]);
     }
+    prepareScreen();
     QApplication application(argc, argv);
     TestGpsSerial test;
     return QTest::qExec(&test, argc, argv);

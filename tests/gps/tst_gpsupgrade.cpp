@@ -5,6 +5,7 @@
 #include "recordedsleeps.h"
 #include "testline.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QApplication>
@@ -561,6 +562,7 @@ int upgradeWith(const QString &fault)
 
 int main(int argc, char *argv[])
 {
+    prepareScreen();
     QApplication application(argc, argv);
     if (argc == 3 && qstrcmp(argv[1], "--upgrade") == 0) {
         return upgradeWith(QString::fromLatin1(argv[2]));

@@ -7,6 +7,7 @@
 #include "stdoutcapture.h"
 #include "testline.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QFile>
@@ -395,5 +396,5 @@ void TestXmodemSender::pausesBeforeItReadsAnAnswer()
     QCOMPARE(sleeps.all(), QVector<qint64>({10000, 10000, 100, 10000}));
 }
 
-QTEST_MAIN(TestXmodemSender)
+FACTORY_TEST_MAIN(TestXmodemSender)
 #include "tst_xmodemsender.moc"

@@ -3,6 +3,8 @@
 #include "buttonchecks.h"
 #include "testpagebutton.h"
 
+#include "support/testmain.h"
+
 #include <QPointer>
 #include <QSignalSpy>
 #include <QtTest>
@@ -723,5 +725,5 @@ void TestKvIconButton::styleSheetPaints()
     QCOMPARE(screen.colorAt(onButton), normalColor);
 }
 
-QTEST_MAIN(TestKvIconButton)
+FACTORY_TEST_MAIN(TestKvIconButton)
 #include "tst_kviconbutton.moc"

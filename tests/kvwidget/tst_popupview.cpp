@@ -6,6 +6,7 @@
 
 #include "hardware/unit.h"
 #include "simlink/simulatedunit.h"
+#include "support/testmain.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -911,5 +912,5 @@ void TestPopupView::slotDeletes()
     }
 }
 
-QTEST_MAIN(TestPopupView)
+FACTORY_TEST_MAIN(TestPopupView)
 #include "tst_popupview.moc"

@@ -8,6 +8,7 @@
 #include "service/calsdevice.h"
 #include "service/datasavecontrol.h"
 #include "service/setupstridconst.h"
+#include "support/testmain.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -549,5 +550,5 @@ void TestCSetupALSTest::modeFollowsTheThresholdsThatThePageSets()
     QCOMPARE(dayNight.mode(), DayNight::Day);
 }
 
-QTEST_MAIN(TestCSetupALSTest)
+FACTORY_TEST_MAIN(TestCSetupALSTest)
 #include "tst_csetupalstest.moc"

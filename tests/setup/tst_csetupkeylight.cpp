@@ -3,6 +3,8 @@
 #include "adjustrow.h"
 #include "pageonscreen.h"
 
+#include "support/testmain.h"
+
 class TestCSetupKeyLight : public QObject
 {
     Q_OBJECT
@@ -275,5 +277,5 @@ void TestCSetupKeyLight::theKeysShineInTheColour()
     QCOMPARE(color.blue, 49);
 }
 
-QTEST_MAIN(TestCSetupKeyLight)
+FACTORY_TEST_MAIN(TestCSetupKeyLight)
 #include "tst_csetupkeylight.moc"

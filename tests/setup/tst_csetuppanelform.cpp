@@ -3,6 +3,7 @@
 #include "adjustrow.h"
 #include "pageonscreen.h"
 #include "saturationwalk.h"
+#include "support/testmain.h"
 #include "support/tracecapture.h"
 
 #include "kvwidget/kvhorstrbutton.h"
@@ -268,8 +269,8 @@ void TestCSetupPanelForm::openingTraces()
                           QStringLiteral("===v86=== setValue 1 12"),
                           QStringLiteral("===v86=== setValue 2 180"),
                           QStringLiteral("===v86=== setValue 3 1")}));
-    static const QRegularExpression form(QStringLiteral(
-        R"(^\[Info\] \[FactoryDebug\] \[ setuppanel\.cpp : \d+ \]  ===v86=== )"));
+    static const QRegularExpression form(
+        QStringLiteral(R"(^\[Info\] \[FactoryDebug\] \[ setuppanel\.cpp : \d+ \]  ===v86=== )"));
     QCOMPARE(capture.lines().filter(form).size(), 4);
 }
 
@@ -539,5 +540,5 @@ void TestCSetupPanelForm::clickedExitClosesSetup()
     QVERIFY(screen.page.isNull());
 }
 
-QTEST_MAIN(TestCSetupPanelForm)
+FACTORY_TEST_MAIN(TestCSetupPanelForm)
 #include "tst_csetuppanelform.moc"

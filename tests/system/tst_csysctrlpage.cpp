@@ -4,6 +4,7 @@
 #include "kvwidget/cboolbutton.h"
 #include "kvwidget/kvbackgroundimage.h"
 #include "kvwidget/kviconbutton.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "system/ctouchcheckpage.h"
 
@@ -639,5 +640,5 @@ void TestCSysCtrlPage::unknownIdDoesNothing()
     QCOMPARE(touchPages().size(), 0);
 }
 
-QTEST_MAIN(TestCSysCtrlPage)
+FACTORY_TEST_MAIN(TestCSysCtrlPage)
 #include "tst_csysctrlpage.moc"

@@ -4,6 +4,7 @@
 #include "dab/simdabmodule.h"
 #include "kvappframework/simmodulemanager.h"
 #include "kvwidget/kviconbutton.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -415,5 +416,5 @@ void TestCSysCtrlPageDab::withoutModuleTheButtonIsOutOfUse()
     QCOMPARE(shown.unit.journal(QStringLiteral("dab update")), QStringList());
 }
 
-QTEST_MAIN(TestCSysCtrlPageDab)
+FACTORY_TEST_MAIN(TestCSysCtrlPageDab)
 #include "tst_csysctrlpage_dab.moc"

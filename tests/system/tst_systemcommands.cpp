@@ -7,6 +7,7 @@
 
 #include "hardware/gate/gate.h"
 #include "hardware/unit.h"
+#include "support/testmain.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -162,5 +163,5 @@ void TestSystemCommands::wrongCommandSaysWhatIsAllowed()
     }
 }
 
-QTEST_MAIN(TestSystemCommands)
+FACTORY_TEST_MAIN(TestSystemCommands)
 #include "tst_systemcommands.moc"

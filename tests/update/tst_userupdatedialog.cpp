@@ -4,6 +4,7 @@
 #include "kvwidget/popupview.h"
 #include "service/platformcontrol.h"
 #include "service/setupstridconst.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/updatepackages.h"
 
@@ -548,5 +549,5 @@ void TestUserUpdateDialog::timeOutLeavesTheDialogButThePageIsUsableAgain()
     QCOMPARE(desk.handOver(), QStringList());
 }
 
-QTEST_MAIN(TestUserUpdateDialog)
+FACTORY_TEST_MAIN(TestUserUpdateDialog)
 #include "tst_userupdatedialog.moc"

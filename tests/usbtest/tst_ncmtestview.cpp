@@ -4,6 +4,7 @@
 
 #include "kvwidget/kvlockbutton.h"
 #include "support/runcheck.h"
+#include "support/testmain.h"
 
 #include <QGroupBox>
 #include <QLabel>
@@ -482,5 +483,5 @@ void TestNcmTestView::destructorTakesTheFormOffTheHostAndLetsTheTestRun()
     QCOMPARE(readFile(unit.path(QStringLiteral("/proc/sys/kernel/printk"))), QByteArray("0\n"));
 }
 
-QTEST_MAIN(TestNcmTestView)
+FACTORY_TEST_MAIN(TestNcmTestView)
 #include "tst_ncmtestview.moc"

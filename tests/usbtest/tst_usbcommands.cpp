@@ -7,6 +7,7 @@
 
 #include "hardware/gate/gate.h"
 #include "hardware/unit.h"
+#include "support/testmain.h"
 
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -220,5 +221,5 @@ void TestUsbCommands::theyAnswerOnAnyThread()
     QCOMPARE(ncm.lines.size(), 1);
 }
 
-QTEST_MAIN(TestUsbCommands)
+FACTORY_TEST_MAIN(TestUsbCommands)
 #include "tst_usbcommands.moc"

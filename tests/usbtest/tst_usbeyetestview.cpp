@@ -6,6 +6,7 @@
 
 #include "kvwidget/kviconbutton.h"
 #include "support/runcheck.h"
+#include "support/testmain.h"
 #include "support/tracecapture.h"
 
 #include <QCheckBox>
@@ -1042,5 +1043,5 @@ void TestUsbEyeTestView::traces()
     QVERIFY(capture.lines().first().contains(QLatin1String("[ usbeyetestview.cpp : ")));
 }
 
-QTEST_MAIN(TestUsbEyeTestView)
+FACTORY_TEST_MAIN(TestUsbEyeTestView)
 #include "tst_usbeyetestview.moc"
