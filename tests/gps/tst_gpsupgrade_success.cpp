@@ -1,0 +1,81 @@
+#include "gps/gpsupgrade.h"
+
+#include "upgradetest.h"
+
+#include "support/testmain.h"
+
+#include <QtTest>
+
+/// Upgrades that succeed in spite of the receiver's faults.
+class TestGpsUpgradeSuccess : public QObject, private UpgradeTest
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+
+    void returns_data();
+    void returns();
+    void withYcTheSeparateWaitForCIsSkipped();
+    void splitYcIsFound();
+    void zeroBytesDoNotHideYc();
+};
+
+void TestGpsUpgradeSuccess::cleanup()
+{
+    switchOff();
+}
+
+void TestGpsUpgradeSuccess::returns_data()
+{
+    addFaultColumns();
+    const QByteArray success = "\n===== THE UPGRADE IS SUCCESSFUL, reseting=====\n";
+    for (const char *words : {"silence product", "no-yc", "split-yc", "noise 3", "late-eot 12000",
+                              "nak 3 2", "nak 11 1"}) {
+        addFaultRow(words, 0, success);
+    }
+}
+
+void TestGpsUpgradeSuccess::returns()
+{
+    checkReturn();
+}
+
+void TestGpsUpgradeSuccess::withYcTheSeparateWaitForCIsSkipped()
+{
+    switchOn();
+    const QByteArray found = "###read xmodem start character 'C'.\n";
+    QVERIFY(!upgrade().output.contains(found));
+    m_unit->unit().mcu().reboot();
+    m_unit->unit().gpsReceiver().setServiceReading(false);
+    fault(QStringLiteral("no-yc"));
+    const Conversation outcome = upgrade();
+    QVERIFY2(outcome.output.contains(QByteArray(timeOut) + '\n' + found),
+             outcome.output.constData());
+    QCOMPARE(outcome.result, 0);
+}
+
+void TestGpsUpgradeSuccess::splitYcIsFound()
+{
+    switchOn(2); // Both letters are 300 ms apart.
+    fault(QStringLiteral("split-yc"));
+    const Conversation outcome = upgrade();
+    QCOMPARE(outcome.result, 0);
+    // The two bytes in front of each reading are shown with it: "$P" and then "PY".
+    QVERIFY2(outcome.output.contains("10 s\n$PYPYC\n"), outcome.output.constData());
+}
+
+void TestGpsUpgradeSuccess::zeroBytesDoNotHideYc()
+{
+    switchOn();
+    // No product reply: the two bytes in front of the first reading are zero.
+    fault(QStringLiteral("silence product"));
+    const Conversation outcome = upgrade();
+    QCOMPARE(outcome.result, 0);
+    QVERIFY2(outcome.output.startsWith("rByte = 0...\nwaiting for YC, timeout is 10 s\n"
+                                       "\\01\\01YC\ndownload"),
+             outcome.output.constData());
+}
+
+FACTORY_TEST_MAIN(TestGpsUpgradeSuccess)
+#include "tst_gpsupgrade_success.moc"
