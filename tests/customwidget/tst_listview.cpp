@@ -1,8 +1,8 @@
 #include "customwidget/listview.h"
 
+#include "customwidget/lvscrollbar.h"
 #include "fingerlist.h"
 #include "listfinger.h"
-#include "customwidget/lvscrollbar.h"
 #include "support/testmain.h"
 
 #include <QCryptographicHash>
@@ -34,6 +34,8 @@ private slots:
     void moveWithoutAPressDoesNothing();
     void pressedRowIsAnnouncedOnlyWhilePressed();
     void secondTapAtOnceClicksAgain();
+
+    void halfVisibleRowDoesNotJump();
 
     void pressedRowIsPaintedAtOnce();
     void dragPaintsTheRowUnpressed();
@@ -266,6 +268,19 @@ void TestListView::secondTapAtOnceClicksAgain()
     QTest::mouseDClick(finger.unit().screen().windowHandle(), Qt::LeftButton, Qt::NoModifier,
                        QPoint(300, 76));
     QVERIFY(finger.takeNews().contains(QStringLiteral("click 0")));
+}
+
+void TestListView::halfVisibleRowDoesNotJump()
+{
+    FingerList finger(20);
+    finger.list().verticalScrollBar()->setValue(40);
+    finger.press(10);
+    finger.release(10);
+    QCOMPARE(value(finger), 40);
+    finger.press(405);
+    finger.release(405);
+    QTest::qWait(QApplication::doubleClickInterval() + 200);
+    QCOMPARE(value(finger), 40);
 }
 
 void TestListView::pressedRowIsPaintedAtOnce()

@@ -20,7 +20,6 @@ private slots:
     void firstStepIsMeasuredFromTheOriginInTheFirstGesture();
     void firstStepIsMeasuredFromThePreviousGesturesLastPoint();
     void scrollingStopsAtMinimumAndMaximum();
-    void halfVisibleRowDoesNotJump();
 
     void bothBarsGoInStep();
     void customBarCopiesTheNativeOne();
@@ -92,19 +91,6 @@ void TestListViewScrolling::scrollingStopsAtMinimumAndMaximum()
     finger.move(400);
     QCOMPARE(value(finger), 0);
     finger.release(400);
-}
-
-void TestListViewScrolling::halfVisibleRowDoesNotJump()
-{
-    FingerList finger(20);
-    finger.list().verticalScrollBar()->setValue(40);
-    finger.press(10);
-    finger.release(10);
-    QCOMPARE(value(finger), 40);
-    finger.press(405);
-    finger.release(405);
-    QTest::qWait(QApplication::doubleClickInterval() + 200);
-    QCOMPARE(value(finger), 40);
 }
 
 void TestListViewScrolling::bothBarsGoInStep()
