@@ -210,6 +210,7 @@ void TestCGpsComPageUpdate::updateWithoutPathsOnlyBeeps()
 
 void TestCGpsComPageUpdate::stickPulledWhileVerifying()
 {
+    switchOn(1); // A second, before the worker's result comes.
     plugBoth();
     CGpsComPage *page = open();
     QString error;

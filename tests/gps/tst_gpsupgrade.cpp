@@ -203,7 +203,7 @@ void TestGpsUpgrade::bytesSpeedsAndPauses()
 
 void TestGpsUpgrade::saysWhatHappens()
 {
-    switchOn(2);
+    switchOn(1);
     QByteArray output = upgrade().output;
     // What the receiver sends before the port has followed to its new speed is unreadable.
     const QByteArray success = "Download firmware success\n";

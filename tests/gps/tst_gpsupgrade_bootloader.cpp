@@ -31,11 +31,9 @@ void TestGpsUpgradeBootloader::returns_data()
     const QByteArray noBootloader = QByteArray(timeOut) + "xmodem error!\n";
     addFaultRow("silence configure", failed, QByteArray(timeOut) + '\n' + timeOut, hasty);
     addFaultRow("silence loader", failed, QByteArray(timeOut) + '\n' + timeOut, hasty);
-    addFaultRow("silence bootloader", failed, noBootloader);
+    addFaultRow("silence bootloader", failed, noBootloader, hasty);
     addFaultRow("silence bootloader 2", failed, noBootloader);
     addFaultRow("silence prompt", failed, QByteArray("Send file successful!!!\n") + timeOut);
-    // Both parts are 300 ms apart, and each is read 50 ms after it has come.
-    addFaultRow("split-prompt", failed, timeOut, 2);
     addFaultRow("nak 12 1", failed, QByteArray("Retry too many times,Quit!\n") + timeOut);
     addFaultRow("garbage 1", failed, "ACK Error!\n0x7E\nFatal Error! 126\nxmodem error!\n");
 }

@@ -17,7 +17,6 @@ private slots:
     void returns_data();
     void returns();
     void withYcTheSeparateWaitForCIsSkipped();
-    void splitYcIsFound();
     void zeroBytesDoNotHideYc();
 };
 
@@ -30,8 +29,8 @@ void TestGpsUpgradeSuccess::returns_data()
 {
     addFaultColumns();
     const QByteArray success = "\n===== THE UPGRADE IS SUCCESSFUL, reseting=====\n";
-    for (const char *words : {"silence product", "no-yc", "split-yc", "noise 3", "late-eot 12000",
-                              "nak 3 2", "nak 11 1"}) {
+    for (const char *words :
+         {"silence product", "no-yc", "noise 3", "late-eot 12000", "nak 3 2", "nak 11 1"}) {
         addFaultRow(words, 0, success);
     }
 }
@@ -53,16 +52,6 @@ void TestGpsUpgradeSuccess::withYcTheSeparateWaitForCIsSkipped()
     QVERIFY2(outcome.output.contains(QByteArray(timeOut) + '\n' + found),
              outcome.output.constData());
     QCOMPARE(outcome.result, 0);
-}
-
-void TestGpsUpgradeSuccess::splitYcIsFound()
-{
-    switchOn(2); // Both letters are 300 ms apart.
-    fault(QStringLiteral("split-yc"));
-    const Conversation outcome = upgrade();
-    QCOMPARE(outcome.result, 0);
-    // The two bytes in front of each reading are shown with it: "$P" and then "PY".
-    QVERIFY2(outcome.output.contains("10 s\n$PYPYC\n"), outcome.output.constData());
 }
 
 void TestGpsUpgradeSuccess::zeroBytesDoNotHideYc()
