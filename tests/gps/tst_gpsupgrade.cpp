@@ -9,6 +9,7 @@
 
 #include <QtTest>
 
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
@@ -45,6 +46,17 @@ public:
     }
 
     QByteArray hear(int count) const { return m_line.hear(count); }
+
+    /// Once the sender has read what was said before: else it would read this along with that.
+    void requestFrame() const
+    {
+        int unread = 1;
+        for (int time = 0; time < 100 && unread > 0; ++time) {
+            usleep(100000);
+            ioctl(m_line.port(), FIONREAD, &unread);
+        }
+        m_line.say("C");
+    }
 
     /// What comes before a frame, which it takes as well.
     QByteArray hearUntilFrame() const
@@ -155,15 +167,13 @@ void TestGpsUpgrade::bytesSpeedsAndPauses()
         reset = receiver.hear(30);
         enter = receiver.hear(6);
         line.say("YC");
-        usleep(100000);
-        line.say("C");
+        receiver.requestFrame();
         enter += receiver.hearUntilFrame();
         receiver.acceptBlock();
         line.say("boot>");
         select = receiver.hear(4);
         line.say("begin to update flash from uart\r\n");
-        usleep(300000);
-        line.say("C");
+        receiver.requestFrame();
         select += receiver.hearUntilFrame();
         receiver.acceptBlock();
         end = receiver.hear(9);

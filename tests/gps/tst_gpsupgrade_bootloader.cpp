@@ -32,8 +32,9 @@ void TestGpsUpgradeBootloader::returns_data()
     addFaultRow("silence configure", failed, QByteArray(timeOut) + '\n' + timeOut, hasty);
     addFaultRow("silence loader", failed, QByteArray(timeOut) + '\n' + timeOut, hasty);
     addFaultRow("silence bootloader", failed, noBootloader, hasty);
-    addFaultRow("silence bootloader 2", failed, noBootloader);
-    addFaultRow("silence prompt", failed, QByteArray("Send file successful!!!\n") + timeOut);
+    addFaultRow("silence bootloader 2", failed, noBootloader, careful);
+    addFaultRow("silence prompt", failed, QByteArray("Send file successful!!!\n") + timeOut,
+                careful);
     addFaultRow("nak 12 1", failed, QByteArray("Retry too many times,Quit!\n") + timeOut);
     addFaultRow("garbage 1", failed, "ACK Error!\n0x7E\nFatal Error! 126\nxmodem error!\n");
 }

@@ -28,15 +28,15 @@ void TestGpsUpgradeFirmware::returns_data()
     addFaultColumns();
     const int failed = -4;
     const QByteArray noFirmware = QByteArray(timeOut) + "xmodem error! upgrade failed!\n";
-    addFaultRow("silence menu", failed, QByteArray("Download firmware...\n") + timeOut);
-    addFaultRow("silence firmware", failed, noFirmware);
+    addFaultRow("silence menu", failed, QByteArray("Download firmware...\n") + timeOut, hasty);
+    addFaultRow("silence firmware", failed, noFirmware, hasty);
     addFaultRow("silence firmware 1", failed, noFirmware);
     addFaultRow("silence sentences", failed, timeOut);
     addFaultRow("no-rmc", failed, timeOut);
     // Only the firmware has a third block; its sender gives up, and no firmware starts.
-    addFaultRow("nak 12 3", failed, timeOut);
+    addFaultRow("nak 12 3", failed, timeOut, careful);
     addFaultRow("garbage 3", failed,
-                "ACK Error!\n0x7E\nFatal Error! 126\nxmodem error! upgrade failed!\n");
+                "ACK Error!\n0x7E\nFatal Error! 126\nxmodem error! upgrade failed!\n", careful);
 }
 
 void TestGpsUpgradeFirmware::returns()

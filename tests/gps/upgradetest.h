@@ -18,6 +18,9 @@ protected:
     /// The time factor with which a host that stands still for 0.2 s changes nothing: the receiver
     /// asks again each second.
     static const int steady = 4;
+    /// For when it matters which block an answer is for: the host may stand still for 0.4 s. When
+    /// the receiver has asked twice, each answer is taken for that to the block behind.
+    static const int careful = 2;
     /// For when there is only silence to be waited for.
     static const int hasty = 10;
 
