@@ -30,6 +30,7 @@ private slots:
     void filesThatAreGone_data();
     void filesThatAreGone();
     void portCannotBeOpened();
+    void withYcTheSeparateWaitForCIsSkipped();
     void repliesAreNoFormatStrings();
 };
 
@@ -288,6 +289,19 @@ void TestGpsUpgrade::portCannotBeOpened()
     QCOMPARE(outcome.output,
              QByteArray("Can't open serial port!(errno=2:No such file or directory) \n"
                         "Can't open COM\n"));
+}
+
+void TestGpsUpgrade::withYcTheSeparateWaitForCIsSkipped()
+{
+    const QByteArray found = "###read xmodem start character 'C'.\n";
+    QVERIFY(!upgrade().output.contains(found));
+    m_unit->unit().mcu().reboot();
+    m_unit->unit().gpsReceiver().setServiceReading(false);
+    fault(QStringLiteral("no-yc"));
+    const Conversation outcome = upgrade();
+    QVERIFY2(outcome.output.contains(QByteArray(timeOut) + '\n' + found),
+             outcome.output.constData());
+    QCOMPARE(outcome.result, 0);
 }
 
 void TestGpsUpgrade::repliesAreNoFormatStrings()

@@ -16,7 +16,6 @@ private slots:
 
     void returns_data();
     void returns();
-    void withYcTheSeparateWaitForCIsSkipped();
     void zeroBytesDoNotHideYc();
 };
 
@@ -40,20 +39,6 @@ void TestGpsUpgradeSuccess::returns_data()
 void TestGpsUpgradeSuccess::returns()
 {
     checkReturn();
-}
-
-void TestGpsUpgradeSuccess::withYcTheSeparateWaitForCIsSkipped()
-{
-    switchOn();
-    const QByteArray found = "###read xmodem start character 'C'.\n";
-    QVERIFY(!upgrade().output.contains(found));
-    m_unit->unit().mcu().reboot();
-    m_unit->unit().gpsReceiver().setServiceReading(false);
-    fault(QStringLiteral("no-yc"));
-    const Conversation outcome = upgrade();
-    QVERIFY2(outcome.output.contains(QByteArray(timeOut) + '\n' + found),
-             outcome.output.constData());
-    QCOMPARE(outcome.result, 0);
 }
 
 void TestGpsUpgradeSuccess::zeroBytesDoNotHideYc()
