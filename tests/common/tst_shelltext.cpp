@@ -1,5 +1,7 @@
 #include "common/shelltext.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 class TestShellText : public QObject
@@ -76,5 +78,5 @@ void TestShellText::zeroesTheBufferWhenTheTextIsTooLong()
     QCOMPARE(QByteArray(buffer, sizeof buffer), QByteArray(8, '\0'));
 }
 
-QTEST_GUILESS_MAIN(TestShellText)
+FACTORY_TEST_GUILESS_MAIN(TestShellText)
 #include "tst_shelltext.moc"

@@ -1,5 +1,6 @@
 #include "common/trace.h"
 
+#include "support/testmain.h"
 #include "support/tracecapture.h"
 
 #include <QtTest>
@@ -50,5 +51,5 @@ void TestTrace::fileNameIsTheLastPartOfThePath()
     QCOMPARE(QByteArray(traceFileName(path.constData(), path.constData())), name);
 }
 
-QTEST_GUILESS_MAIN(TestTrace)
+FACTORY_TEST_GUILESS_MAIN(TestTrace)
 #include "tst_trace.moc"

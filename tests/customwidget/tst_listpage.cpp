@@ -3,6 +3,7 @@
 #include "customwidget/listview.h"
 #include "customwidget/lvscrollbar.h"
 #include "fingerlist.h"
+#include "support/testmain.h"
 
 #include <QPointer>
 #include <QScreen>
@@ -100,5 +101,5 @@ void TestListPage::pageOutlivesItsHost()
     QVERIFY(page.listView() == nullptr);
 }
 
-QTEST_MAIN(TestListPage)
+FACTORY_TEST_MAIN(TestListPage)
 #include "tst_listpage.moc"

@@ -1,5 +1,7 @@
 #include "customwidget/listrowdelegate.h"
 
+#include "support/testmain.h"
+
 #include <QPainter>
 #include <QStringListModel>
 #include <QStyleOptionViewItem>
@@ -187,5 +189,5 @@ void TestListRowDelegate::rowThatLiesElsewhereIsPaintedThere()
     QCOMPARE(beside.copy(50, 0, 700, 83), expected.copy(0, 0, 700, 83));
 }
 
-QTEST_MAIN(TestListRowDelegate)
+FACTORY_TEST_MAIN(TestListRowDelegate)
 #include "tst_listrowdelegate.moc"

@@ -1,5 +1,7 @@
 #include "customwidget/listrowmodel.h"
 
+#include "support/testmain.h"
+
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -57,5 +59,5 @@ void TestListRowModel::rolesAreThePages()
     QCOMPARE(int(ListRowModel::ValueRole), 259);
 }
 
-QTEST_MAIN(TestListRowModel)
+FACTORY_TEST_MAIN(TestListRowModel)
 #include "tst_listrowmodel.moc"

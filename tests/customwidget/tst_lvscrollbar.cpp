@@ -2,6 +2,7 @@
 
 #include "customwidget/listview.h"
 #include "fingerlist.h"
+#include "support/testmain.h"
 #include "support/tracecapture.h"
 
 #include <QScrollBar>
@@ -260,5 +261,5 @@ void TestLvScrollBar::arrowUnderTheFingerLooksPressed()
     QCOMPARE(shown(), before);
 }
 
-QTEST_MAIN(TestLvScrollBar)
+FACTORY_TEST_MAIN(TestLvScrollBar)
 #include "tst_lvscrollbar.moc"

@@ -1,5 +1,6 @@
 #include "factorydebug/btsnoopcopy.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 
@@ -161,5 +162,5 @@ void TestBtsnoopCopy::deviceOneByteTooLongRunsNothing()
     QVERIFY(QDir(unit.path(QString::fromLatin1(device))).isEmpty());
 }
 
-QTEST_MAIN(TestBtsnoopCopy)
+FACTORY_TEST_MAIN(TestBtsnoopCopy)
 #include "tst_btsnoopcopy.moc"

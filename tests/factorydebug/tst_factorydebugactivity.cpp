@@ -6,6 +6,7 @@
 #include "kvappframework/module.h"
 #include "kvappframework/sim/simmodulemanager.h"
 #include "kvappframework/sysevent.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 
@@ -221,5 +222,5 @@ void TestFactoryDebugActivity::virtualSlotOrder()
     QCOMPARE(reinterpret_cast<Property>(table[6])(part), activity.getProperty());
 }
 
-QTEST_MAIN(TestFactoryDebugActivity)
+FACTORY_TEST_MAIN(TestFactoryDebugActivity)
 #include "tst_factorydebugactivity.moc"

@@ -1,5 +1,7 @@
 #include "factorydebug/factorydebugproperty.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 #include <QWidget>
 
@@ -83,5 +85,5 @@ void TestFactoryDebugProperty::virtualSlotOrder()
              QStringList(QStringLiteral("mediaplay")));
 }
 
-QTEST_MAIN(TestFactoryDebugProperty)
+FACTORY_TEST_MAIN(TestFactoryDebugProperty)
 #include "tst_factorydebugproperty.moc"

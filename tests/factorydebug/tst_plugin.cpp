@@ -1,4 +1,5 @@
 #include "kvappframework/activity.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QJsonObject>
@@ -100,5 +101,5 @@ void TestPlugin::exportsTheQtEntryPointsOnly()
                           QStringLiteral("qt_plugin_query_metadata")}));
 }
 
-QTEST_MAIN(TestPlugin)
+FACTORY_TEST_MAIN(TestPlugin)
 #include "tst_plugin.moc"

@@ -1,3 +1,5 @@
+#include "support/testmain.h"
+
 #include <QImage>
 #include <QResource>
 #include <QtTest>
@@ -73,5 +75,5 @@ void TestResources::imageIsThere()
     QCOMPARE(resource.compressionAlgorithm() != QResource::NoCompression, compressed);
 }
 
-QTEST_GUILESS_MAIN(TestResources)
+FACTORY_TEST_GUILESS_MAIN(TestResources)
 #include "tst_resources.moc"

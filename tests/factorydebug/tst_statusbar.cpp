@@ -1,6 +1,7 @@
 #include "factorydebug/statusbar.h"
 
 #include "kvwidget/kviconbutton.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 
@@ -146,5 +147,5 @@ void TestStatusBar::paintsItsColour()
     QCOMPARE(image.pixelColor(799, 65), QColor(51, 51, 53));
 }
 
-QTEST_MAIN(TestStatusBar)
+FACTORY_TEST_MAIN(TestStatusBar)
 #include "tst_statusbar.moc"

@@ -19,5 +19,6 @@ Conversation converse(const std::function<int()> &talk);
 /// Seconds of the clock that the code under test reads, with the gate's time factor.
 double unitTime();
 
-/// How many descriptors this process has open.
+/// How many files and devices this process has open. What its threads open for themselves while
+/// they start, which may be at any time, does not count.
 int openFiles();

@@ -9,7 +9,6 @@ namespace
 {
 
 std::atomic<RecordedSleeps *> recorder(nullptr);
-const int speed = 10;
 
 template <typename Call> Call next(const char *name)
 {
@@ -18,8 +17,10 @@ template <typename Call> Call next(const char *name)
 
 } // namespace
 
-RecordedSleeps::RecordedSleeps()
+RecordedSleeps::RecordedSleeps(int parts, const std::function<void()> &watch)
     : m_thread(std::this_thread::get_id())
+    , m_parts(parts)
+    , m_watch(watch)
 {
     recorder = this;
 }
@@ -40,6 +41,9 @@ bool RecordedSleeps::take(qint64 microseconds)
         return false;
     }
     m_all.append(microseconds);
+    if (m_watch) {
+        m_watch();
+    }
     return true;
 }
 
@@ -48,7 +52,7 @@ extern "C" int usleep(useconds_t microseconds)
     static const auto original = next<int (*)(useconds_t)>("usleep");
     RecordedSleeps *sleeps = recorder;
     const bool isTaken = sleeps != nullptr && sleeps->take(microseconds);
-    return original(isTaken ? microseconds / speed : microseconds);
+    return original(isTaken ? microseconds / useconds_t(sleeps->parts()) : microseconds);
 }
 
 extern "C" unsigned int sleep(unsigned int seconds)
@@ -58,6 +62,6 @@ extern "C" unsigned int sleep(unsigned int seconds)
     if (sleeps == nullptr || !sleeps->take(seconds * qint64(1000000))) {
         return original(seconds);
     }
-    next<int (*)(useconds_t)>("usleep")(seconds * 1000000 / speed);
+    next<int (*)(useconds_t)>("usleep")(seconds * 1000000 / useconds_t(sleeps->parts()));
     return 0;
 }

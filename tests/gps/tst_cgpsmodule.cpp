@@ -1,5 +1,6 @@
 #include "gps/cgpsmodule.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -22,5 +23,5 @@ void TestCGpsModule::operationsAreJournalled()
                           QStringLiteral("gps configuration cleared")}));
 }
 
-QTEST_MAIN(TestCGpsModule)
+FACTORY_TEST_MAIN(TestCGpsModule)
 #include "tst_cgpsmodule.moc"

@@ -4,6 +4,8 @@
 #include "recordedreads.h"
 #include "stdoutcapture.h"
 
+#include "support/testmain.h"
+
 #include <QDir>
 #include <QFile>
 #include <QProcess>
@@ -291,5 +293,5 @@ void TestGpsPackage::corpusTerminates()
     }
 }
 
-QTEST_GUILESS_MAIN(TestGpsPackage)
+FACTORY_TEST_GUILESS_MAIN(TestGpsPackage)
 #include "tst_gpspackage.moc"

@@ -5,6 +5,7 @@
 #include "stdoutcapture.h"
 #include "testline.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QApplication>
@@ -19,37 +20,7 @@
 #include <cerrno>
 #include <csignal>
 #include <cstdlib>
-#include <dlfcn.h>
 #include <thread>
-
-namespace
-{
-
-/// Which of the next calls of tcgetattr() and tcsetattr() fail, the first one being 1; 0 is none.
-int failingGet = 0;
-int failingSet = 0;
-
-bool isTheOne(int &count)
-{
-    return count > 0 && --count == 0;
-}
-
-} // namespace
-
-// Ahead of the C library's: no terminal of the host fails halfway.
-extern "C" int tcgetattr(int fd, termios *options) noexcept
-{
-    static const auto original =
-        reinterpret_cast<int (*)(int, termios *)>(dlsym(RTLD_NEXT, "tcgetattr"));
-    return isTheOne(failingGet) ? -1 : original(fd, options);
-}
-
-extern "C" int tcsetattr(int fd, int actions, const termios *options) noexcept
-{
-    static const auto original =
-        reinterpret_cast<int (*)(int, int, const termios *)>(dlsym(RTLD_NEXT, "tcsetattr"));
-    return isTheOne(failingSet) ? -1 : original(fd, actions, options);
-}
 
 class TestGpsSerial : public QObject
 {
@@ -78,22 +49,11 @@ private slots:
     void coarseTimerIsNotUsed();
     void failingMeasurementsDoNotCount_data();
     void failingMeasurementsDoNotCount();
-
-    void setsTheLine_data();
-    void setsTheLine();
-    void settingFails_data();
-    void settingFails();
-    void firstApplyIsNotLookedAt();
-
-    void opensThePort();
-    void portCannotBeOpened();
 };
 
 void TestGpsSerial::cleanup()
 {
     use_select_wait = 0;
-    failingGet = 0;
-    failingSet = 0;
 }
 
 void TestGpsSerial::waitsForBytes_data()
@@ -321,90 +281,6 @@ void TestGpsSerial::failingMeasurementsDoNotCount()
     }
 }
 
-void TestGpsSerial::setsTheLine_data()
-{
-    QTest::addColumn<uint>("speed");
-    QTest::newRow("230400") << uint(B230400);
-    QTest::newRow("115200") << uint(B115200);
-    QTest::newRow("9600") << uint(B9600);
-}
-
-void TestGpsSerial::setsTheLine()
-{
-    QFETCH(uint, speed);
-    const TestLine line;
-    termios options;
-    tcgetattr(line.port(), &options);
-    options.c_cflag |= PARENB | CSTOPB;
-    options.c_lflag |= ICANON | ECHO;
-    options.c_cc[VMIN] = 1;
-    tcsetattr(line.port(), TCSANOW, &options);
-    fcntl(line.port(), F_SETFL, O_NONBLOCK);
-
-    QCOMPARE(set_baudrate(line.port(), speed), 0);
-
-    QVERIFY((fcntl(line.port(), F_GETFL) & O_NONBLOCK) == 0);
-    tcgetattr(line.port(), &options);
-    QCOMPARE(uint(cfgetospeed(&options)), speed);
-    QCOMPARE(uint(cfgetispeed(&options)), speed);
-    QCOMPARE(uint(options.c_cflag & (CSIZE | CSTOPB | PARENB)), uint(CS8));
-    QCOMPARE(uint(options.c_lflag & (ICANON | ECHO | ISIG)), 0u);
-    QCOMPARE(uint(options.c_oflag & OPOST), 0u);
-}
-
-void TestGpsSerial::settingFails_data()
-{
-    QTest::addColumn<int>("get");
-    QTest::addColumn<int>("set");
-    QTest::addColumn<QByteArray>("output");
-    QTest::newRow("first reading") << 1 << 0 << QByteArray("setup serial error!\n");
-    QTest::newRow("last reading") << 3 << 0 << QByteArray("get options error!\n");
-    QTest::newRow("last apply") << 0 << 2 << QByteArray("setup serial error!\n");
-    QTest::newRow("flags") << -1 << 0 << QByteArray("fcntl failed!\n");
-}
-
-void TestGpsSerial::settingFails()
-{
-    QFETCH(int, get);
-    QFETCH(int, set);
-    QFETCH(QByteArray, output);
-    const TestLine line;
-    const int port = get < 0 ? -1 : line.port();
-    failingGet = qMax(0, get);
-    failingSet = set;
-    const StdoutCapture actual;
-    QCOMPARE(set_baudrate(port, B9600), -1);
-    QCOMPARE(actual.text(), output);
-}
-
-void TestGpsSerial::firstApplyIsNotLookedAt()
-{
-    const TestLine line;
-    failingSet = 1;
-    QCOMPARE(set_baudrate(line.port(), B9600), 0);
-}
-
-void TestGpsSerial::opensThePort()
-{
-    const TestUnit unit;
-    const int port = initial_serialPort();
-    QVERIFY(port >= 0);
-    termios options;
-    tcgetattr(port, &options);
-    QCOMPARE(uint(cfgetospeed(&options)), uint(B230400));
-    close(port);
-}
-
-void TestGpsSerial::portCannotBeOpened()
-{
-    const TestUnit unit;
-    QVERIFY(QFile::remove(unit.path(QStringLiteral("/dev/ttyS3"))));
-    const StdoutCapture output;
-    QCOMPARE(initial_serialPort(), -1);
-    QCOMPARE(output.text(),
-             QByteArray("Can't open serial port!(errno=2:No such file or directory) \n"));
-}
-
 namespace
 {
 
@@ -429,6 +305,7 @@ int main(int argc, char *argv[])
     if (argc == 3 && qstrcmp(argv[1], "--read-line") == 0) {
         return readLine(argv[2]);
     }
+    prepareScreen();
     QApplication application(argc, argv);
     TestGpsSerial test;
     return QTest::qExec(&test, argc, argv);

@@ -1,25 +1,21 @@
-#include "gps/gpsfilecheck.h"
 #include "gps/gpsupgrade.h"
 
-#include "conversation.h"
 #include "gps/gpsserial.h"
 #include "recordedsleeps.h"
 #include "testline.h"
+#include "upgradetest.h"
 
-#include "support/testunit.h"
+#include "support/testmain.h"
 
-#include <QApplication>
-#include <QProcess>
-#include <QRegularExpression>
 #include <QtTest>
 
-#include <sched.h>
+#include <sys/ioctl.h>
 #include <termios.h>
 #include <unistd.h>
 
 #include <thread>
 
-class TestGpsUpgrade : public QObject
+class TestGpsUpgrade : public QObject, private UpgradeTest
 {
     Q_OBJECT
 
@@ -31,61 +27,36 @@ private slots:
     void secondUpgradeFollows();
     void bytesSpeedsAndPauses();
     void saysWhatHappens();
-    void returns_data();
-    void returns();
     void filesThatAreGone_data();
     void filesThatAreGone();
     void portCannotBeOpened();
-    void lostLineEndsTheProcess_data();
-    void lostLineEndsTheProcess();
     void withYcTheSeparateWaitForCIsSkipped();
-    void splitYcIsFound();
-    void zeroBytesDoNotHideYc();
     void repliesAreNoFormatStrings();
-    void serviceThatWasNotStoppedTakesTheAnswers();
-
-    void checks();
-    void checksSayWhatTheyFind_data();
-    void checksSayWhatTheyFind();
-    void checksOfFilesThatAreGone();
-
-private:
-    void fault(const QString &words);
-    Conversation upgrade();
-    Conversation check(const QByteArray &bootloader, const QByteArray &firmware);
-    QString expectedCheck() const;
-    void make(const QByteArray &file, const char *kind, const char *version, int size);
-
-    QScopedPointer<TestUnit> m_unit;
 };
 
 namespace
 {
 
-const double factor = 10;
-const char bootloader[] = "/media/flash/gps_bootloader.pkg";
-const char firmware[] = "/media/flash/gps_firmware.pkg";
-const char timeOut[] = "\ntimeout!!!\n";
-
-/// A receiver that goes by a list: it takes down what comes, and at which speed of the port.
+/// A receiver that goes by a list: it takes down what comes.
 class ListedReceiver
 {
 public:
-    struct Heard
-    {
-        QByteArray bytes;
-        speed_t speed;
-    };
-
     explicit ListedReceiver(const TestLine &line)
         : m_line(line)
     {
     }
 
-    Heard hear(int count) const
+    QByteArray hear(int count) const { return m_line.hear(count); }
+
+    /// Once the sender has read what was said before: else it would read this along with that.
+    void requestFrame() const
     {
-        const QByteArray bytes = m_line.hear(count);
-        return {bytes, speed()};
+        int unread = 1;
+        for (int time = 0; time < 100 && unread > 0; ++time) {
+            usleep(100000);
+            ioctl(m_line.port(), FIONREAD, &unread);
+        }
+        m_line.say("C");
     }
 
     /// What comes before a frame, which it takes as well.
@@ -130,69 +101,17 @@ bool isRepeated(const QByteArray &bytes, const QByteArray &text, int least)
 
 void TestGpsUpgrade::init()
 {
-    use_select_wait = 0;
-    m_unit.reset(new TestUnit(factor));
-    m_unit->unit().gpsReceiver().setServiceReading(false);
-    make(bootloader, "valid", "boot 7", 1500);
-    make(firmware, "valid", "GNSS 9.8.7", 2600);
+    switchOn();
 }
 
 void TestGpsUpgrade::cleanup()
 {
-    m_unit.reset();
-}
-
-void TestGpsUpgrade::make(const QByteArray &file, const char *kind, const char *version, int size)
-{
-    const QString path = m_unit->path(QString::fromLatin1(file));
-    QCOMPARE(QProcess::execute(QStringLiteral(MAKE_GPS_PACKAGE),
-                               {QString::fromLatin1(kind), path, QString::fromLatin1(version),
-                                QString::number(size)}),
-             0);
-}
-
-void TestGpsUpgrade::fault(const QString &words)
-{
-    QString error;
-    QVERIFY2(m_unit->unit().gpsReceiver().addFault(words.split(QLatin1Char(' ')), &error),
-             qPrintable(error));
-}
-
-Conversation TestGpsUpgrade::upgrade()
-{
-    return converse([] { return upgradeStart(bootloader, firmware); });
-}
-
-/// On a thread that keeps the real-time priority for itself.
-Conversation TestGpsUpgrade::check(const QByteArray &bootloaderFile, const QByteArray &firmwareFile)
-{
-    return converse([&] {
-        int result = 0;
-        std::thread worker([&] {
-            result = checkGpsUpdateFile(bootloaderFile.constData(), firmwareFile.constData());
-        });
-        worker.join();
-        return result;
-    });
-}
-
-/// What the check is to print, as somebody else's CRC and sum have it.
-QString TestGpsUpgrade::expectedCheck() const
-{
-    QStringList arguments(QStringLiteral(EXPECTED_CHECK));
-    for (const char *file : {bootloader, firmware}) {
-        const QString name = QString::fromLatin1(file);
-        arguments << m_unit->path(name) << name;
-    }
-    QProcess script;
-    script.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    script.start(QStringLiteral("python3"), arguments);
-    script.waitForFinished();
-    return QString::fromUtf8(script.readAllStandardOutput());
+    switchOff();
 }
 
 void TestGpsUpgrade::upgrades()
 {
+    use_select_wait = 0;
     const Conversation outcome = upgrade();
     QVERIFY2(outcome.result == 0, outcome.output.constData());
     QCOMPARE(outcome.filesLeftOpen, 0);
@@ -231,8 +150,7 @@ void TestGpsUpgrade::secondUpgradeFollows()
 
 void TestGpsUpgrade::bytesSpeedsAndPauses()
 {
-    m_unit.reset(); // Its gate scales time.
-    m_unit.reset(new TestUnit);
+    switchOn(1);
     make(bootloader, "valid", "boot 7", 500);
     make(firmware, "valid", "GNSS 9.8.7", 600);
     const TestLine line;
@@ -240,8 +158,7 @@ void TestGpsUpgrade::bytesSpeedsAndPauses()
     QVERIFY(QFile::remove(port) && QFile::link(QFile::decodeName(line.name()), port));
 
     const ListedReceiver receiver(line);
-    ListedReceiver::Heard configure, query, leave, reset, end;
-    QByteArray enter, select;
+    QByteArray configure, query, leave, reset, enter, select, end;
     std::thread thread([&] {
         configure = receiver.hear(23);
         line.say("junk"); // It comes before the speeds are equal, and is thrown away.
@@ -249,17 +166,15 @@ void TestGpsUpgrade::bytesSpeedsAndPauses()
         line.say("product\r\n");
         leave = receiver.hear(9);
         reset = receiver.hear(30);
-        enter = receiver.hear(6).bytes;
+        enter = receiver.hear(6);
         line.say("YC");
-        usleep(100000);
-        line.say("C");
+        receiver.requestFrame();
         enter += receiver.hearUntilFrame();
         receiver.acceptBlock();
         line.say("boot>");
-        select = receiver.hear(4).bytes;
+        select = receiver.hear(4);
         line.say("begin to update flash from uart\r\n");
-        usleep(300000);
-        line.say("C");
+        receiver.requestFrame();
         select += receiver.hearUntilFrame();
         receiver.acceptBlock();
         end = receiver.hear(9);
@@ -268,38 +183,45 @@ void TestGpsUpgrade::bytesSpeedsAndPauses()
         }
         line.say("$GNRMC,\r\n");
     });
-    const RecordedSleeps sleeps;
+    // In full length: the receiver is to be in time with what it says.
+    QVector<speed_t> speeds;
+    const RecordedSleeps sleeps(1, [&] { speeds.append(receiver.speed()); });
     const Conversation outcome = upgrade();
     line.portIsThrough();
     thread.join();
 
     QVERIFY2(outcome.result == 0, outcome.output.constData());
     QVERIFY2(outcome.output.startsWith("product\r\nrByte = 9...\n"), outcome.output.constData());
-    QCOMPARE(configure.bytes, QByteArray("$CFGPRT,1,0,115200,3,3\n"));
-    QCOMPARE(configure.speed, speed_t(B230400));
-    QCOMPARE(query.bytes, QByteArray("$PDTINFO\r\n"));
-    QCOMPARE(query.speed, speed_t(B115200));
-    QCOMPARE(leave.bytes, QByteArray("5\r\n5\r\n5\r\n"));
-    QCOMPARE(reset.bytes, QByteArray("$RESET,hf0,hff\n$RESET,hf0,hff\n"));
+    QCOMPARE(configure, QByteArray("$CFGPRT,1,0,115200,3,3\n"));
+    QCOMPARE(query, QByteArray("$PDTINFO\r\n"));
+    QCOMPARE(leave, QByteArray("5\r\n5\r\n5\r\n"));
+    QCOMPARE(reset, QByteArray("$RESET,hf0,hff\n$RESET,hf0,hff\n"));
     QVERIFY2(isRepeated(enter, "M!T", 2), enter.constData());
     // Once ahead of the rounds, and once in each.
     QVERIFY2(isRepeated(select, "2\r", 2), select.constData());
-    QCOMPARE(end.bytes, QByteArray("5\r\n5\r\n5\r\n"));
-    QCOMPARE(end.speed, speed_t(B115200));
+    QCOMPARE(end, QByteArray("5\r\n5\r\n5\r\n"));
     const QVector<qint64> transfer = {10000, 10000}; // ahead of "C" and of the block's answer
     QCOMPARE(sleeps.all(),
              QVector<qint64>({5000, 200000, 200000, 2000000, 50000, 50000, 50000, 50000}) + transfer
                  + QVector<qint64>({50000, 100000}) + transfer
                  + QVector<qint64>({200000, 50000, 50000, 50000, 50000}));
+    // Ahead of the line's setting and behind it, and behind the last bytes for the boot loader.
+    QCOMPARE(speeds.mid(0, 2), QVector<speed_t>(2, B230400));
+    QCOMPARE(speeds.mid(2, sleeps.all().size() - 3),
+             QVector<speed_t>(sleeps.all().size() - 3, B115200));
+    QCOMPARE(speeds.mid(sleeps.all().size() - 1), QVector<speed_t>(1, B9600));
 }
 
 void TestGpsUpgrade::saysWhatHappens()
 {
+    switchOn(1);
     QByteArray output = upgrade().output;
     // What the receiver sends before the port has followed to its new speed is unreadable.
     const QByteArray success = "Download firmware success\n";
     const int noise = output.indexOf(success) + success.size();
     output.remove(noise, output.indexOf("$GNGGA") - noise);
+    // The receiver's first request may come together with its answer to the choice.
+    output.replace("from uart\r\nC[", "from uart\r\n[");
     const QByteArray sent = "Ready to send the file:%1\n"
                             "Waiting for signal C/NAK!\n"
                             "The signal NAK: 43 ok!!!\n"
@@ -332,63 +254,6 @@ void TestGpsUpgrade::saysWhatHappens()
                    "$GNGGA,120000.00,4807.038,N,01131.000,E,1,08,0.9,545.4,M,46.9,M,,*59\r\n"
                    "$GNRMC,120000.00,A,4807.038,N,01131.000,E,0.02,31.66,230394,,,A*4E\r\n"
                    "\n===== THE UPGRADE IS SUCCESSFUL, reseting=====\n"));
-}
-
-void TestGpsUpgrade::returns_data()
-{
-    QTest::addColumn<QString>("fault");
-    QTest::addColumn<int>("result");
-    QTest::addColumn<QByteArray>("end");
-    const auto row = [](const char *words, int result, const QByteArray &end) {
-        QTest::newRow(words) << QString::fromLatin1(words) << result << end;
-    };
-    const QByteArray noBootloader = QByteArray(timeOut) + "xmodem error!\n";
-    const QByteArray noFirmware = QByteArray(timeOut) + "xmodem error! upgrade failed!\n";
-    const QByteArray success = "\n===== THE UPGRADE IS SUCCESSFUL, reseting=====\n";
-
-    row("silence product", 0, success);
-    row("silence configure", -3, QByteArray(timeOut) + '\n' + timeOut);
-    row("silence loader", -3, QByteArray(timeOut) + '\n' + timeOut);
-    row("silence bootloader", -3, noBootloader);
-    row("silence bootloader 2", -3, noBootloader);
-    row("silence prompt", -3, QByteArray("Send file successful!!!\n") + timeOut);
-    row("silence menu", -4, QByteArray("Download firmware...\n") + timeOut);
-    row("silence firmware", -4, noFirmware);
-    row("silence firmware 1", -4, noFirmware);
-    row("silence sentences", -4, timeOut);
-
-    row("no-rmc", -4, timeOut);
-    row("no-yc", 0, success);
-    row("split-yc", 0, success);
-    row("split-prompt", -3, timeOut);
-    row("noise 3", 0, success);
-    row("late-eot 12000", 0, success);
-    row("nak 3 2", 0, success);
-    row("nak 11 1", 0, success);
-    row("nak 12 1", -3, QByteArray("Retry too many times,Quit!\n") + timeOut);
-    // Only the firmware has a third block; its sender gives up, and no firmware starts.
-    row("nak 12 3", -4, timeOut);
-    row("nak 12 1 firmware", -4, timeOut);
-    row("nak 12 1; nak 3 1 bootloader; nak 2 2 firmware", -4, timeOut);
-    row("garbage 1", -3, "ACK Error!\n0x7E\nFatal Error! 126\nxmodem error!\n");
-    row("garbage 1 firmware", -4,
-        "ACK Error!\n0x7E\nFatal Error! 126\nxmodem error! upgrade failed!\n");
-    row("garbage 3", -4, "ACK Error!\n0x7E\nFatal Error! 126\nxmodem error! upgrade failed!\n");
-}
-
-void TestGpsUpgrade::returns()
-{
-    QFETCH(QString, fault);
-    QFETCH(int, result);
-    QFETCH(QByteArray, end);
-    const QStringList faults = fault.split(QStringLiteral("; "));
-    for (const QString &words : faults) {
-        this->fault(words);
-    }
-    const Conversation outcome = upgrade();
-    QVERIFY2(outcome.result == result, outcome.output.constData());
-    QVERIFY2(outcome.output.endsWith(end), outcome.output.constData());
-    QCOMPARE(outcome.filesLeftOpen, fault.startsWith(QLatin1String("garbage")) ? 1 : 0);
 }
 
 void TestGpsUpgrade::filesThatAreGone_data()
@@ -426,27 +291,6 @@ void TestGpsUpgrade::portCannotBeOpened()
                         "Can't open COM\n"));
 }
 
-void TestGpsUpgrade::lostLineEndsTheProcess_data()
-{
-    QTest::addColumn<QString>("fault");
-    for (const char *stage : {"product", "loader", "bootloader", "bootloader 2", "prompt", "menu",
-                              "firmware", "firmware 1", "sentences", "eot"}) {
-        QTest::newRow(stage) << QStringLiteral("hangup ") + QString::fromLatin1(stage);
-    }
-}
-
-void TestGpsUpgrade::lostLineEndsTheProcess()
-{
-    QFETCH(QString, fault);
-    QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--upgrade"), fault});
-    QVERIFY(process.waitForFinished());
-    const QByteArray output = process.readAllStandardOutput();
-    QCOMPARE(process.exitStatus(), QProcess::NormalExit);
-    QVERIFY2(process.exitCode() == 251, output.constData());
-    QVERIFY2(output.endsWith("please check serial device.\n"), output.constData());
-}
-
 void TestGpsUpgrade::withYcTheSeparateWaitForCIsSkipped()
 {
     const QByteArray found = "###read xmodem start character 'C'.\n";
@@ -460,26 +304,6 @@ void TestGpsUpgrade::withYcTheSeparateWaitForCIsSkipped()
     QCOMPARE(outcome.result, 0);
 }
 
-void TestGpsUpgrade::splitYcIsFound()
-{
-    fault(QStringLiteral("split-yc"));
-    const Conversation outcome = upgrade();
-    QCOMPARE(outcome.result, 0);
-    // The two bytes in front of each reading are shown with it: "$P" and then "PY".
-    QVERIFY2(outcome.output.contains("10 s\n$PYPYC\n"), outcome.output.constData());
-}
-
-void TestGpsUpgrade::zeroBytesDoNotHideYc()
-{
-    // No product reply: the two bytes in front of the first reading are zero.
-    fault(QStringLiteral("silence product"));
-    const Conversation outcome = upgrade();
-    QCOMPARE(outcome.result, 0);
-    QVERIFY2(outcome.output.startsWith("rByte = 0...\nwaiting for YC, timeout is 10 s\n"
-                                       "\\01\\01YC\ndownload"),
-             outcome.output.constData());
-}
-
 void TestGpsUpgrade::repliesAreNoFormatStrings()
 {
     m_unit->unit().versions().setGps(QStringLiteral("100%s%n%d"));
@@ -488,93 +312,5 @@ void TestGpsUpgrade::repliesAreNoFormatStrings()
     QVERIFY(outcome.output.startsWith("$PDTINFO,LODESTAR,100%s%n%d\r\nrByte = 29...\n"));
 }
 
-void TestGpsUpgrade::serviceThatWasNotStoppedTakesTheAnswers()
-{
-    m_unit->unit().gpsReceiver().setServiceReading(true);
-    QCOMPARE(upgrade().result, -3);
-}
-
-void TestGpsUpgrade::checks()
-{
-    make(firmware, "sections", "GNSS 9.8.7", 2600);
-    const Conversation outcome = check(bootloader, firmware);
-    QCOMPARE(outcome.result, 0);
-    const QByteArray measured = "check select() for 100us: ";
-    const int end = outcome.output.indexOf(measured);
-    QVERIFY2(end >= 0, outcome.output.constData());
-    QCOMPARE(QString::fromUtf8(outcome.output.left(end)), expectedCheck());
-    const QRegularExpression times(QStringLiteral("^min \\d+, max \\d+\n$"));
-    const QByteArray rest = outcome.output.mid(end + measured.size());
-    QVERIFY2(times.match(QString::fromUtf8(rest)).hasMatch(), rest.constData());
-    // The caller's own priority is what it was.
-    QCOMPARE(sched_getscheduler(0), SCHED_OTHER);
-}
-
-void TestGpsUpgrade::checksSayWhatTheyFind_data()
-{
-    QTest::addColumn<QByteArray>("spoiltFile");
-    QTest::addColumn<QByteArray>("kind");
-    for (const char *kind : {"bad-sum", "bad-header-crc", "bad-second-section", "size-0"}) {
-        QTest::addRow("boot loader, %s", kind) << QByteArray(bootloader) << QByteArray(kind);
-        QTest::addRow("firmware, %s", kind) << QByteArray(firmware) << QByteArray(kind);
-    }
-}
-
-void TestGpsUpgrade::checksSayWhatTheyFind()
-{
-    QFETCH(QByteArray, spoiltFile);
-    QFETCH(QByteArray, kind);
-    make(spoiltFile, kind.constData(), "", 0);
-    use_select_wait = 7;
-    const Conversation outcome = check(bootloader, firmware);
-    QCOMPARE(outcome.result, -2);
-    QCOMPARE(QString::fromUtf8(outcome.output), expectedCheck());
-    // select() was not measured.
-    QCOMPARE(use_select_wait, 7);
-}
-
-void TestGpsUpgrade::checksOfFilesThatAreGone()
-{
-    QVERIFY(QFile::remove(m_unit->path(QString::fromLatin1(firmware))));
-    const Conversation outcome = check(bootloader, firmware);
-    QCOMPARE(outcome.result, -2);
-    const QByteArray missing =
-        "\n can't open this file or not exist!(errno=2:No such file or directory) \n";
-    QVERIFY2(outcome.output.endsWith("checking file: " + QByteArray(firmware) + '\n' + missing
-                                     + missing + "firmware file error!\n"),
-             outcome.output.constData());
-}
-
-namespace
-{
-
-/// What the child process does: an upgrade of a unit of its own.
-int upgradeWith(const QString &fault)
-{
-    TestUnit unit(factor);
-    QString error;
-    unit.unit().gpsReceiver().setServiceReading(false);
-    if (!unit.unit().gpsReceiver().addFault(fault.split(QLatin1Char(' ')), &error)) {
-        qFatal("%s", qPrintable(error));
-    }
-    writeFile(unit.path(QString::fromLatin1(bootloader)), QByteArray(2000, 'b'));
-    writeFile(unit.path(QString::fromLatin1(firmware)), QByteArray(3000, 'f'));
-    // As the check of the files leaves it; by polling, a line that is gone has just nothing to
-    // read.
-    use_select_wait = 1;
-    return upgradeStart(bootloader, firmware);
-}
-
-} // namespace
-
-int main(int argc, char *argv[])
-{
-    QApplication application(argc, argv);
-    if (argc == 3 && qstrcmp(argv[1], "--upgrade") == 0) {
-        return upgradeWith(QString::fromLatin1(argv[2]));
-    }
-    TestGpsUpgrade test;
-    return QTest::qExec(&test, argc, argv);
-}
-
+FACTORY_TEST_MAIN(TestGpsUpgrade)
 #include "tst_gpsupgrade.moc"

@@ -4,6 +4,7 @@
 #include "stdoutcapture.h"
 #include "testline.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QStandardPaths>
@@ -222,5 +223,5 @@ void TestLrzsz::rxGetsTheFile()
     }
 }
 
-QTEST_MAIN(TestLrzsz)
+FACTORY_TEST_MAIN(TestLrzsz)
 #include "tst_lrzsz.moc"

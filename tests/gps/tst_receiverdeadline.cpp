@@ -2,6 +2,7 @@
 
 #include "conversation.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -31,5 +32,5 @@ void TestReceiverDeadline::passesBetween10And11Seconds()
     }
 }
 
-QTEST_MAIN(TestReceiverDeadline)
+FACTORY_TEST_MAIN(TestReceiverDeadline)
 #include "tst_receiverdeadline.moc"

@@ -4,6 +4,7 @@
 #include "kvappframework/modulemanager.h"
 #include "kvappframework/sim/simactivitymanager.h"
 #include "kvappframework/sysevent.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -95,5 +96,5 @@ void TestFrameworkHost::otherActivityManagerCanBePutInPlace()
     QCOMPARE(ActivityManager::self().data(), &unit.framework().activities());
 }
 
-QTEST_MAIN(TestFrameworkHost)
+FACTORY_TEST_MAIN(TestFrameworkHost)
 #include "tst_frameworkhost.moc"

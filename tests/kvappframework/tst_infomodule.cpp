@@ -5,6 +5,7 @@
 #include "kvappframework/sim/simactivitymanager.h"
 #include "kvappframework/sim/simmodulemanager.h"
 #include "kvappframework/sysevent.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "testactivity.h"
 
@@ -98,5 +99,5 @@ void TestInfoModule::otherEventsAreNoRules()
              QStringList(QStringLiteral("info ignored event %1").arg(eventId)));
 }
 
-QTEST_MAIN(TestInfoModule)
+FACTORY_TEST_MAIN(TestInfoModule)
 #include "tst_infomodule.moc"

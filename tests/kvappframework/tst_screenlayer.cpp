@@ -1,5 +1,6 @@
 #include "kvappframework/sim/screenlayer.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -71,5 +72,5 @@ void TestScreenLayer::layerFollowsItsChildren()
     QCOMPARE(hit(unit), &below);
 }
 
-QTEST_MAIN(TestScreenLayer)
+FACTORY_TEST_MAIN(TestScreenLayer)
 #include "tst_screenlayer.moc"

@@ -1,5 +1,6 @@
 #include "kvappframework/sim/simactivitymanager.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "testactivity.h"
 
@@ -226,5 +227,5 @@ void TestSimActivityManager::keepsTheArgument()
     QCOMPARE(manager.argument(oneName), 5);
 }
 
-QTEST_MAIN(TestSimActivityManager)
+FACTORY_TEST_MAIN(TestSimActivityManager)
 #include "tst_simactivitymanager.moc"

@@ -2,6 +2,8 @@
 
 #include "touchscreen.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 class TestBaseView : public QObject
@@ -57,5 +59,5 @@ void TestBaseView::paintsItsStyleSheet()
     QCOMPARE(screen.colorAt(QPoint(400, 65)), QColor(1, 2, 3));
 }
 
-QTEST_MAIN(TestBaseView)
+FACTORY_TEST_MAIN(TestBaseView)
 #include "tst_baseview.moc"

@@ -2,6 +2,8 @@
 
 #include "buttonchecks.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 namespace
@@ -214,5 +216,5 @@ void TestCBoolButton::styleSheetPaints()
     QCOMPARE(screen.colorAt(onButton), offColor);
 }
 
-QTEST_MAIN(TestCBoolButton)
+FACTORY_TEST_MAIN(TestCBoolButton)
 #include "tst_cboolbutton.moc"

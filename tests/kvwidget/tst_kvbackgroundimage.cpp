@@ -1,6 +1,7 @@
 #include "kvwidget/kvbackgroundimage.h"
 
 #include "kvwidget/kviconbutton.h"
+#include "support/testmain.h"
 #include "touchscreen.h"
 
 #include <QPainter>
@@ -200,5 +201,5 @@ void TestKvBackgroundImage::repaints()
     QVERIFY(repaintsAfter(image, [&] { image.setPixmap(QPixmap()); }));
 }
 
-QTEST_MAIN(TestKvBackgroundImage)
+FACTORY_TEST_MAIN(TestKvBackgroundImage)
 #include "tst_kvbackgroundimage.moc"

@@ -2,6 +2,8 @@
 
 #include "touchscreen.h"
 
+#include "support/testmain.h"
+
 #include <QtMath>
 #include <QtTest>
 
@@ -304,5 +306,5 @@ void TestKvDisLabel::propertiesForForms()
     QCOMPARE(label.text(), shortText);
 }
 
-QTEST_MAIN(TestKvDisLabel)
+FACTORY_TEST_MAIN(TestKvDisLabel)
 #include "tst_kvdislabel.moc"

@@ -2,6 +2,8 @@
 
 #include "buttonchecks.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 namespace
@@ -265,5 +267,5 @@ void TestKvHorStrButton::styleSheetPaints()
     QCOMPARE(screen.colorAt(onImage), normalColor);
 }
 
-QTEST_MAIN(TestKvHorStrButton)
+FACTORY_TEST_MAIN(TestKvHorStrButton)
 #include "tst_kvhorstrbutton.moc"

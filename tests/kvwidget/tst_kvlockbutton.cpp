@@ -3,6 +3,8 @@
 #include "buttonchecks.h"
 #include "testpagebutton.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 namespace
@@ -238,5 +240,5 @@ void TestKvLockButton::styleSheetPaints()
     RUN_CHECK(checkStyleSheetPaints(screen, button, faceCorner));
 }
 
-QTEST_MAIN(TestKvLockButton)
+FACTORY_TEST_MAIN(TestKvLockButton)
 #include "tst_kvlockbutton.moc"

@@ -2,6 +2,8 @@
 
 #include "touchscreen.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 namespace
@@ -87,5 +89,5 @@ void TestKvWidget::needsNoParent()
     QVERIFY(widget.isWindow());
 }
 
-QTEST_MAIN(TestKvWidget)
+FACTORY_TEST_MAIN(TestKvWidget)
 #include "tst_kvwidget.moc"

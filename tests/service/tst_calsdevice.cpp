@@ -1,5 +1,6 @@
 #include "service/calsdevice.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QSignalSpy>
@@ -80,5 +81,5 @@ void TestCALSDevice::readingBeforeTheServiceDoesNotStopThoseAfter()
     QCOMPARE(readings.at(0).at(0).toInt(), 2);
 }
 
-QTEST_MAIN(TestCALSDevice)
+FACTORY_TEST_MAIN(TestCALSDevice)
 #include "tst_calsdevice.moc"

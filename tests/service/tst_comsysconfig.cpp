@@ -1,5 +1,6 @@
 #include "service/comsysconfig.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QSettings>
@@ -31,5 +32,5 @@ void TestComSysConfig::captureIsStored()
              QStringList(QStringLiteral("settings system/capture = true")));
 }
 
-QTEST_MAIN(TestComSysConfig)
+FACTORY_TEST_MAIN(TestComSysConfig)
 #include "tst_comsysconfig.moc"

@@ -1,6 +1,7 @@
 #include "service/datadefault.h"
 #include "service/setupstridconst.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -32,5 +33,5 @@ void TestDataDefault::keyWithoutADefaultIsInvalid()
     QVERIFY(!DataDefault::getDefault(QStringLiteral("none")).isValid());
 }
 
-QTEST_MAIN(TestDataDefault)
+FACTORY_TEST_MAIN(TestDataDefault)
 #include "tst_datadefault.moc"

@@ -1,5 +1,6 @@
 #include "service/datasavecontrol.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -40,5 +41,5 @@ void TestDataSaveControl::defaultWhereNothingIsSaved()
     QCOMPARE(DataSaveControl::readSettingData(QStringLiteral("a"), 7, QString()), QVariant(7));
 }
 
-QTEST_MAIN(TestDataSaveControl)
+FACTORY_TEST_MAIN(TestDataSaveControl)
 #include "tst_datasavecontrol.moc"

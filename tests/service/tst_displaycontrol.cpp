@@ -1,5 +1,6 @@
 #include "service/displaycontrol.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -42,5 +43,5 @@ void TestDisplayControl::appliesAtOnce()
     QCOMPARE(unit.unit().panel().value(Panel::Contrast), 2);
 }
 
-QTEST_MAIN(TestDisplayControl)
+FACTORY_TEST_MAIN(TestDisplayControl)
 #include "tst_displaycontrol.moc"

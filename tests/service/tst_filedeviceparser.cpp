@@ -1,5 +1,6 @@
 #include "service/filedeviceparser.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -35,5 +36,5 @@ void TestFileDeviceParser::startParserIsJournalled()
              QStringList(QStringLiteral("media scan /media/usb1")));
 }
 
-QTEST_MAIN(TestFileDeviceParser)
+FACTORY_TEST_MAIN(TestFileDeviceParser)
 #include "tst_filedeviceparser.moc"

@@ -1,5 +1,6 @@
 #include "service/kvplatformcontrol.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -67,5 +68,5 @@ void TestKvPlatformControl::refusedStartIsNegative()
     QVERIFY(KVPlatformControl::GetInstance()->startTcpTestClient() < 0);
 }
 
-QTEST_MAIN(TestKvPlatformControl)
+FACTORY_TEST_MAIN(TestKvPlatformControl)
 #include "tst_kvplatformcontrol.moc"

@@ -1,5 +1,6 @@
 #include "service/kvusbmanager.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -53,5 +54,5 @@ void TestKvUsbManager::otherPortsHaveNoMode()
     QCOMPARE(KVUsbManager::GetInstance()->getPortMode(-1), -1);
 }
 
-QTEST_MAIN(TestKvUsbManager)
+FACTORY_TEST_MAIN(TestKvUsbManager)
 #include "tst_kvusbmanager.moc"

@@ -1,5 +1,6 @@
 #include "service/platformcontrol.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/updatepackages.h"
 
@@ -108,5 +109,5 @@ void TestPlatformControl::softWareResetRestartsTheUnit()
              QStringList(QStringLiteral("platform software reset")));
 }
 
-QTEST_MAIN(TestPlatformControl)
+FACTORY_TEST_MAIN(TestPlatformControl)
 #include "tst_platformcontrol.moc"

@@ -1,5 +1,6 @@
 #include "service/printlogex.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -22,5 +23,5 @@ void TestPrintLogEx::writesWhatTheFormatSays()
                           QStringLiteral("log INFO Page 7")}));
 }
 
-QTEST_MAIN(TestPrintLogEx)
+FACTORY_TEST_MAIN(TestPrintLogEx)
 #include "tst_printlogex.moc"

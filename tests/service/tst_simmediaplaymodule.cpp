@@ -1,5 +1,6 @@
 #include "service/sim/simmediaplaymodule.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -35,5 +36,5 @@ void TestSimMediaplayModule::isFoundByTheCastOfAModule()
     QVERIFY(module->getReceiver() != nullptr);
 }
 
-QTEST_MAIN(TestSimMediaplayModule)
+FACTORY_TEST_MAIN(TestSimMediaplayModule)
 #include "tst_simmediaplaymodule.moc"

@@ -1,5 +1,6 @@
 #include "service/threadpool.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -129,5 +130,5 @@ void TestThreadPool::endOfTheUnitWaits()
     QVERIFY(hasEnded);
 }
 
-QTEST_MAIN(TestThreadPool)
+FACTORY_TEST_MAIN(TestThreadPool)
 #include "tst_threadpool.moc"

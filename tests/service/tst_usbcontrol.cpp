@@ -1,5 +1,6 @@
 #include "service/usbcontrol.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -54,5 +55,5 @@ void TestUsbControl::controllerOfAMountRoot()
     QCOMPARE(UsbControl::getInstance()->getHwCtrlId(root), controller);
 }
 
-QTEST_MAIN(TestUsbControl)
+FACTORY_TEST_MAIN(TestUsbControl)
 #include "tst_usbcontrol.moc"

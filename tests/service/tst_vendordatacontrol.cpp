@@ -1,5 +1,6 @@
 #include "service/vendordatacontrol.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -76,5 +77,5 @@ void TestVendorDataControl::refusedWriteIsReported()
     QVERIFY(VendorDataControl::saveVendorDataInt(&value, 1, 256, 4) != 0);
 }
 
-QTEST_MAIN(TestVendorDataControl)
+FACTORY_TEST_MAIN(TestVendorDataControl)
 #include "tst_vendordatacontrol.moc"

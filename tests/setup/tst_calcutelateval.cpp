@@ -1,5 +1,7 @@
 #include "setup/calcutelateval.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 #include <limits>
@@ -59,5 +61,5 @@ void TestCalcutelateVal::step()
     QTEST(CALCUTELATE_VAL(min, max, current, increase, step), "result");
 }
 
-QTEST_GUILESS_MAIN(TestCalcutelateVal)
+FACTORY_TEST_GUILESS_MAIN(TestCalcutelateVal)
 #include "tst_calcutelateval.moc"

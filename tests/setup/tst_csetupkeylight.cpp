@@ -3,6 +3,8 @@
 #include "adjustrow.h"
 #include "pageonscreen.h"
 
+#include "support/testmain.h"
+
 class TestCSetupKeyLight : public QObject
 {
     Q_OBJECT
@@ -62,7 +64,7 @@ QString message(int index, int value)
 
 QString logged(const char *id)
 {
-    return QStringLiteral("log INFO CSetupKeyLight clickedAdjustItem ") + QLatin1String(id)
+    return QStringLiteral("log INFO CSetupKeyLight clickedAdjustItem \\n") + QLatin1String(id)
         + QLatin1String("\\n");
 }
 
@@ -276,5 +278,5 @@ void TestCSetupKeyLight::theKeysShineInTheColour()
     QCOMPARE(color.blue, 49);
 }
 
-QTEST_MAIN(TestCSetupKeyLight)
+FACTORY_TEST_MAIN(TestCSetupKeyLight)
 #include "tst_csetupkeylight.moc"

@@ -1,32 +1,18 @@
 #include "setup/setuppanel.h"
 
-#include "adjustrow.h"
-#include "pageonscreen.h"
+#include "panelpage.h"
 #include "saturationwalk.h"
+#include "support/runcheck.h"
+#include "support/testmain.h"
 #include "support/tracecapture.h"
 
-#include "kvwidget/kvhorstrbutton.h"
-
-#include <QMetaMethod>
 #include <QRegularExpression>
-
-#include <cmath>
 
 class TestCSetupPanelForm : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void endsWithTheFormsSize();
-    void isBlack();
-    void slotsAreInTheirOrder();
-    void row_data();
-    void row();
-    void rowsAreAligned();
-    void valuesAreInsideTheirLabels();
-    void buttonsShowAndPress_data();
-    void buttonsShowAndPress();
-
     void openingWritesAllFourValues();
     void openingTraces();
     void buttonStepsItsItem_data();
@@ -57,38 +43,10 @@ private slots:
 namespace
 {
 
-using Screen = PageOnScreen<CSetupPanelForm>;
 using hardware::Panel;
-
-struct Row : AdjustRow
-{
-    int max;
-    int offset; // Of its place in a new unit's vendor data.
-};
-
-const Row rows[] = {
-    {{"brightness", "label_brightness", "Brightness[0,24]", "decreaseBrightness", "bridec",
-      "brightnessText", "increaseBrightness", "briinc", 12},
-     24,
-     256},
-    {{"contrast", "label_Constast", "Constast[0,24]", "decreaseConstast", "condec", "ConstastText",
-      "increaseConstast", "coninc", 12},
-     24,
-     268},
-    {{"hue", "label_Hue", "Hue[0,360]", "decreaseHue", "huedec", "HueText", "increaseHue", "hueinc",
-      180},
-     360,
-     260},
-    {{"saturation", "label_Saturation", "Saturation[0,1.99]", "decreaseSaturation", "satdec",
-      "SaturationText", "increaseSaturation", "satinc", 100},
-     0,
-     264},
-};
-const Row &brightness = rows[0];
 const Row &hue = rows[2];
 const Row &saturation = rows[3];
 const int integerRows = 3;
-
 const QString saveError = QStringLiteral("save data error");
 const QString effects = QStringLiteral("/^(log|panel|vendor) /");
 
@@ -110,7 +68,7 @@ QString written(const Row &row, int value)
 
 QString logged(const char *id)
 {
-    return QStringLiteral("log INFO CSetupPanelForm clickedAdjustItem ") + QLatin1String(id)
+    return QStringLiteral("log INFO CSetupPanelForm clickedAdjustItem \\n") + QLatin1String(id)
         + QLatin1String("\\n");
 }
 
@@ -132,113 +90,6 @@ void call(QObject *page, const char *slot)
 }
 
 } // namespace
-
-void TestCSetupPanelForm::endsWithTheFormsSize()
-{
-    Screen screen;
-    screen.open();
-    RUN_CHECK(checkForm(screen.page, QRect(0, 66, 800, 420), QStringLiteral("Panel Settings"),
-                        QRect(0, 20, 791, 361)));
-}
-
-void TestCSetupPanelForm::isBlack()
-{
-    Screen screen;
-    screen.open();
-    RUN_CHECK(checkIsBlack(screen.unit, screen.page,
-                           {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(795, 405)}));
-}
-
-void TestCSetupPanelForm::slotsAreInTheirOrder()
-{
-    const QMetaObject &meta = CSetupPanelForm::staticMetaObject;
-    QStringList own;
-    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
-        QCOMPARE(meta.method(index).methodType(), QMetaMethod::Slot);
-        own.append(QString::fromLatin1(meta.method(index).methodSignature()));
-    }
-    QCOMPARE(own,
-             QStringList({QStringLiteral("clickedReturn()"), QStringLiteral("clickedExit()"),
-                          QStringLiteral("clickedAdjustItem(QString)")}));
-}
-
-void TestCSetupPanelForm::row_data()
-{
-    addIndexes(rows);
-}
-
-void TestCSetupPanelForm::row()
-{
-    QFETCH(int, index);
-    const Row &row = rows[index];
-    Screen screen;
-    screen.open();
-
-    RUN_CHECK(checkRow(screen.page, row,
-                       QStringLiteral("#%1{\ncolor: rgb(255, 255, 255);\nbackground-color: "
-                                      "rgba(0, 0, 0, 0);\n}")
-                           .arg(QLatin1String(row.nameLabel))));
-    RUN_CHECK(checkFixedButtons(screen.page, row, QSize(103, 60)));
-
-    const auto *value = screen.widget<QLabel>(row.valueLabel);
-    QCOMPARE(value->size(), QSize(60, 60));
-    QCOMPARE(value->minimumSize(), value->maximumSize());
-    QCOMPARE(value->font().pointSize(), 30);
-    QCOMPARE(value->alignment(), Qt::Alignment(Qt::AlignCenter));
-    QCOMPARE(value->styleSheet(),
-             QStringLiteral("#%1{\ncolor: rgb(28, 160, 248);\nbackground-color: "
-                            "rgba(0, 0, 0, 0);\n}")
-                 .arg(QLatin1String(row.valueLabel)));
-
-    for (const char *name : {row.decrease, row.increase}) {
-        QCOMPARE(screen.widget<KvHorStrButton>(name)->styleSheet(),
-                 QStringLiteral("#%1{\nbackground-color: rgba(255, 255, 255, 0);\n}")
-                     .arg(QLatin1String(name)));
-    }
-}
-
-void TestCSetupPanelForm::rowsAreAligned()
-{
-    Screen screen;
-    screen.open();
-    const auto middle = [&](const char *name) { return middleOf(screen.page, name); };
-    for (const Row &row : rows) {
-        RUN_CHECK(checkAlignmentWithValue(screen.page, row, brightness));
-        QVERIFY(qAbs(middle(row.decrease).y() - middle(row.nameLabel).y()) <= 1);
-        QVERIFY(middle(row.decrease).x() < middle(row.valueLabel).x());
-        QVERIFY(middle(row.valueLabel).x() < middle(row.increase).x());
-    }
-}
-
-void TestCSetupPanelForm::valuesAreInsideTheirLabels()
-{
-    Screen screen;
-    screen.open();
-    for (const Row &row : rows) {
-        auto *label = screen.widget<QLabel>(row.valueLabel);
-        for (const char *text : {"0", "24", "360", "1.00", "1.99"}) {
-            label->setText(QLatin1String(text));
-            QVERIFY2(isTextInside(label), text);
-        }
-    }
-}
-
-void TestCSetupPanelForm::buttonsShowAndPress_data()
-{
-    QTest::addColumn<QByteArray>("name");
-    for (const Row &row : rows) {
-        QTest::newRow(row.decrease) << QByteArray(row.decrease);
-        QTest::newRow(row.increase) << QByteArray(row.increase);
-    }
-}
-
-void TestCSetupPanelForm::buttonsShowAndPress()
-{
-    QFETCH(QByteArray, name);
-    Screen screen;
-    screen.open();
-    RUN_CHECK(checkShowsAndPresses(screen.unit, screen.page, name));
-}
 
 void TestCSetupPanelForm::openingWritesAllFourValues()
 {
@@ -541,5 +392,5 @@ void TestCSetupPanelForm::clickedExitClosesSetup()
     QVERIFY(screen.page.isNull());
 }
 
-QTEST_MAIN(TestCSetupPanelForm)
+FACTORY_TEST_MAIN(TestCSetupPanelForm)
 #include "tst_csetuppanelform.moc"

@@ -2,6 +2,7 @@
 
 #include "factorydebug/factorydebugview.h"
 #include "kvwidget/kvdislabel.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QFontInfo>
@@ -217,5 +218,5 @@ void TestCDevsInfoPage::readsAVersionThatAnUpgradeLeft()
     QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 2.00.0"));
 }
 
-QTEST_MAIN(TestCDevsInfoPage)
+FACTORY_TEST_MAIN(TestCDevsInfoPage)
 #include "tst_cdevsinfopage.moc"

@@ -1,6 +1,7 @@
 #include "system/ctouchcheckpage.h"
 
 #include "kvwidget/kviconbutton.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QApplication>
@@ -357,5 +358,5 @@ void TestCTouchCheckPage::pageAndBackButtonGoInAnyOrder()
     QVERIFY(page.isNull());
 }
 
-QTEST_MAIN(TestCTouchCheckPage)
+FACTORY_TEST_MAIN(TestCTouchCheckPage)
 #include "tst_ctouchcheckpage.moc"

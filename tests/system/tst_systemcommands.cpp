@@ -8,6 +8,7 @@
 #include "hardware/gate/gate.h"
 #include "hardware/journalreader.h"
 #include "hardware/unit.h"
+#include "support/testmain.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -174,5 +175,5 @@ void TestSystemCommands::wrongCommandSaysWhatIsAllowed()
     }
 }
 
-QTEST_MAIN(TestSystemCommands)
+FACTORY_TEST_MAIN(TestSystemCommands)
 #include "tst_systemcommands.moc"

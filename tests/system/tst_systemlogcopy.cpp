@@ -1,5 +1,6 @@
 #include "system/systemlogcopy.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 
@@ -199,5 +200,5 @@ void TestSystemLogCopy::storageOneByteTooLongRunsNothing()
     QVERIFY(QDir(unit.path(QString::fromLatin1(root))).isEmpty());
 }
 
-QTEST_MAIN(TestSystemLogCopy)
+FACTORY_TEST_MAIN(TestSystemLogCopy)
 #include "tst_systemlogcopy.moc"

@@ -1,6 +1,7 @@
 #include "system/vendordatadelegate.h"
 
 #include "support/rowpicture.h"
+#include "support/testmain.h"
 #include "system/vendordatamodel.h"
 
 #include <QPainter>
@@ -73,5 +74,5 @@ void TestVendorDataDelegate::pressedRow()
              background(":/images/list_item_bg_n.png").pixel(beside));
 }
 
-QTEST_MAIN(TestVendorDataDelegate)
+FACTORY_TEST_MAIN(TestVendorDataDelegate)
 #include "tst_vendordatadelegate.moc"

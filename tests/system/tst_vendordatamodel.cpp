@@ -1,5 +1,7 @@
 #include "system/vendordatamodel.h"
 
+#include "support/testmain.h"
+
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -56,5 +58,5 @@ void TestVendorDataModel::refreshIsAModelResetAndTheListNeverChanges()
     QCOMPARE(titles(model, 258), sources);
 }
 
-QTEST_MAIN(TestVendorDataModel)
+FACTORY_TEST_MAIN(TestVendorDataModel)
 #include "tst_vendordatamodel.moc"

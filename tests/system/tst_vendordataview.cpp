@@ -2,6 +2,7 @@
 
 #include "customwidget/listview.h"
 #include "kvwidget/popupview.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "update/userupdatedialog.h"
 
@@ -150,5 +151,5 @@ void TestVendorDataView::listGoesWithThePage()
     QVERIFY(!list);
 }
 
-QTEST_MAIN(TestVendorDataView)
+FACTORY_TEST_MAIN(TestVendorDataView)
 #include "tst_vendordataview.moc"

@@ -1,17 +1,15 @@
 #include "update/userupdatedialog.h"
 
+#include "updatedesk.h"
+
 #include "kvwidget/kviconbutton.h"
 #include "kvwidget/popupview.h"
-#include "service/platformcontrol.h"
 #include "service/setupstridconst.h"
-#include "support/testunit.h"
-#include "support/updatepackages.h"
+#include "support/testmain.h"
 
 #include <QPointer>
 #include <QSignalSpy>
 #include <QtTest>
-
-using Dialog = UserUpdateDialog;
 
 // With the unit's own slot table media type 1 is USB and media type 2 is SD, so that the dialog's
 // "SD0" is the socket usb0; a table with SD as media type 1 is used where that matters.
@@ -23,17 +21,6 @@ private slots:
     void construction();
     void question_data();
     void question();
-
-    void storageOfADevice_data();
-    void storageOfADevice();
-    void firstDeviceOfAControllerCounts();
-    void missingStorageIsTheErrorPath();
-    void typeAboveFourIsTheErrorPath();
-    void inAutomaticModeTheSdCardWins_data();
-    void inAutomaticModeTheSdCardWins();
-    void automaticModeSkipsStorageWithoutThePackage();
-    void automaticModeTakesTheLastDeviceOfAController();
-    void automaticModeSkipsOtherControllers();
 
     void withoutThePackageOkStaysDisabled();
     void versionsAreShownWhileThePackageIsVerified();
@@ -60,72 +47,6 @@ private slots:
 
 namespace
 {
-
-// A check lasts 0.15 s, and a pop-up 3 s.
-const double speed = 10;
-const QString package = QStringLiteral("/ORRERY_PACK.BIN");
-const QRect screen(0, 0, 800, 480);
-
-/// A unit, and dialogs on its screen.
-class Desk
-{
-public:
-    Desk()
-        : unit(speed)
-        , host(&unit.screen())
-    {
-        host.setGeometry(screen);
-        host.show();
-    }
-
-    /// Plugs the slot's own stick, with a package on it.
-    void plugPackage(const QString &slot, const QStringList &options = QStringList())
-    {
-        makeUpdatePackage(unit.path(QStringLiteral("/sticks/") + slot + package), options);
-        unit.plug(slot);
-    }
-
-    Dialog *open(int type)
-    {
-        auto *dialog = new Dialog(screen, static_cast<Dialog::DeviceType>(type), &host);
-        dialog->show();
-        return dialog;
-    }
-
-    /// Uses another table of slots: "<slot> <media type> <controller>" each.
-    void useSlots(const QStringList &table)
-    {
-        QByteArray text;
-        for (const QString &row : table) {
-            const QStringList fields = row.split(QLatin1Char(' '));
-            text += QStringLiteral("[%1]\nmediaType = %2\ncontroller = %3\nmountRoot = /media/%1\n")
-                        .arg(fields.at(0), fields.at(1), fields.at(2))
-                        .toUtf8();
-        }
-        writeFile(unit.path(QStringLiteral("/slots.ini")), text);
-        QString error;
-        QVERIFY2(unit.unit().storage().open(&error), qPrintable(error));
-    }
-
-    void useSdFirst()
-    {
-        useSlots({QStringLiteral("sd0 1 0"), QStringLiteral("sd1 1 1"), QStringLiteral("usb0 2 0"),
-                  QStringLiteral("usb1 2 1")});
-    }
-
-    QStringList handOver() const
-    {
-        return unit.journal(QStringLiteral("/^(update data|vendor|mcu|platform)/"));
-    }
-
-    TestUnit unit;
-    QWidget host;
-};
-
-QString text(const Dialog *dialog)
-{
-    return dialog->findChild<PopupView *>()->text();
-}
 
 KvIconButton *button(const Dialog *dialog, const char *name)
 {
@@ -178,121 +99,6 @@ void TestUserUpdateDialog::question()
     Desk desk;
     const Dialog *dialog = desk.open(0);
     QCOMPARE(dialog->getDisplayString(static_cast<Dialog::DeviceType>(type)), question);
-}
-
-void TestUserUpdateDialog::storageOfADevice_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QByteArray>("root");
-    QTest::newRow("SD0 is media type 1, controller 0") << 0 << QByteArray("/media/usb0/");
-    QTest::newRow("SD1 is media type 1, controller 1") << 1 << QByteArray("/media/usb1/");
-    QTest::newRow("USB0 is media type 2, controller 0") << 2 << QByteArray("/media/sd0/");
-    QTest::newRow("USB1 is media type 2, controller 1") << 3 << QByteArray("/media/sd1/");
-}
-
-void TestUserUpdateDialog::storageOfADevice()
-{
-    QFETCH(int, type);
-    QFETCH(QByteArray, root);
-    Desk desk;
-    const Dialog *dialog = desk.open(0);
-    for (const char *slot : {"sd1", "usb1", "sd0", "usb0"}) {
-        desk.unit.plug(QString::fromLatin1(slot));
-    }
-    QCOMPARE(dialog->getHwString(static_cast<Dialog::DeviceType>(type), "ORRERY_PACK.BIN"), root);
-}
-
-void TestUserUpdateDialog::firstDeviceOfAControllerCounts()
-{
-    Desk desk;
-    desk.useSlots({QStringLiteral("hub0 1 0"), QStringLiteral("hub1 1 0")});
-    desk.unit.plug(QStringLiteral("hub1"));
-    desk.unit.plug(QStringLiteral("hub0"));
-    QCOMPARE(desk.open(0)->getHwString(Dialog::Sd0, "x"), QByteArray("/media/hub1/"));
-}
-
-void TestUserUpdateDialog::missingStorageIsTheErrorPath()
-{
-    Desk desk;
-    const Dialog *dialog = desk.open(0);
-    desk.unit.plug(QStringLiteral("usb1"));
-    for (const int type : {0, 2, 3, 4}) {
-        QCOMPARE(dialog->getHwString(static_cast<Dialog::DeviceType>(type), "x"),
-                 QByteArray("/error_path/"));
-    }
-}
-
-void TestUserUpdateDialog::typeAboveFourIsTheErrorPath()
-{
-    Desk desk;
-    desk.plugPackage(QStringLiteral("usb0"));
-    const Dialog *dialog = desk.open(0);
-    for (const int type : {5, 6, 100, -1}) {
-        QCOMPARE(dialog->getHwString(static_cast<Dialog::DeviceType>(type), "ORRERY_PACK.BIN"),
-                 QByteArray("/error_path/"));
-    }
-}
-
-void TestUserUpdateDialog::inAutomaticModeTheSdCardWins_data()
-{
-    QTest::addColumn<QStringList>("plugged");
-    QTest::addColumn<QByteArray>("root");
-    QTest::newRow("SD0 before all")
-        << QStringList({"usb1", "usb0", "sd1", "sd0"}) << QByteArray("/media/sd0/");
-    QTest::newRow("SD1 before USB")
-        << QStringList({"usb0", "usb1", "sd1"}) << QByteArray("/media/sd1/");
-    QTest::newRow("USB0 before USB1")
-        << QStringList({"usb1", "usb0"}) << QByteArray("/media/usb0/");
-    QTest::newRow("USB1 alone") << QStringList({"usb1"}) << QByteArray("/media/usb1/");
-    QTest::newRow("an SD card and a USB stick")
-        << QStringList({"usb0", "sd1"}) << QByteArray("/media/sd1/");
-}
-
-void TestUserUpdateDialog::inAutomaticModeTheSdCardWins()
-{
-    QFETCH(QStringList, plugged);
-    QFETCH(QByteArray, root);
-    Desk desk;
-    desk.useSdFirst();
-    for (const QString &slot : plugged) {
-        desk.plugPackage(slot);
-    }
-    QCOMPARE(desk.open(4)->getHwString(Dialog::AutoDetect, "ORRERY_PACK.BIN"), root);
-}
-
-void TestUserUpdateDialog::automaticModeSkipsStorageWithoutThePackage()
-{
-    Desk desk;
-    desk.useSdFirst();
-    desk.unit.plug(QStringLiteral("sd0"));
-    desk.plugPackage(QStringLiteral("usb0"));
-    const Dialog *dialog = desk.open(4);
-    QCOMPARE(dialog->getHwString(Dialog::AutoDetect, "ORRERY_PACK.BIN"),
-             QByteArray("/media/usb0/"));
-    QCOMPARE(desk.unit.journal(QStringLiteral("update verify")),
-             QStringList(QStringLiteral("update verify /media/usb0/ORRERY_PACK.BIN")));
-}
-
-void TestUserUpdateDialog::automaticModeTakesTheLastDeviceOfAController()
-{
-    Desk desk;
-    desk.useSlots({QStringLiteral("hub0 1 0"), QStringLiteral("hub1 1 0")});
-    desk.plugPackage(QStringLiteral("hub1"));
-    desk.plugPackage(QStringLiteral("hub0"));
-    QCOMPARE(desk.open(4)->getHwString(Dialog::AutoDetect, "ORRERY_PACK.BIN"),
-             QByteArray("/media/hub0/"));
-}
-
-void TestUserUpdateDialog::automaticModeSkipsOtherControllers()
-{
-    Desk desk;
-    desk.useSlots({QStringLiteral("hub 1 2"), QStringLiteral("usb 2 1")});
-    desk.plugPackage(QStringLiteral("hub"));
-    QCOMPARE(desk.open(4)->getHwString(Dialog::AutoDetect, "ORRERY_PACK.BIN"),
-             QByteArray("/error_path/"));
-    desk.plugPackage(QStringLiteral("usb"));
-    QCOMPARE(desk.open(4)->getHwString(Dialog::AutoDetect, "ORRERY_PACK.BIN"),
-             QByteArray("/media/usb/"));
 }
 
 void TestUserUpdateDialog::withoutThePackageOkStaysDisabled()
@@ -368,7 +174,7 @@ void TestUserUpdateDialog::badPackageEndsInVerifyFailed()
 
 void TestUserUpdateDialog::packagePulledWhileVerifyingFails()
 {
-    Desk desk;
+    Desk desk(1); // A check lasts long enough to pull the stick meanwhile.
     desk.plugPackage(QStringLiteral("usb0"));
     const Dialog *dialog = desk.open(0);
     QString error;
@@ -539,14 +345,14 @@ void TestUserUpdateDialog::cancelLeavesTheDialogButThePageIsUsableAgain()
 void TestUserUpdateDialog::timeOutLeavesTheDialogButThePageIsUsableAgain()
 {
     Desk desk;
-    const QPointer<Dialog> dialog(desk.open(0));
     QElapsedTimer clock;
     clock.start();
+    const QPointer<Dialog> dialog(desk.open(0));
     QTRY_VERIFY_WITH_TIMEOUT(!dialog->isVisible(), 20000);
     QVERIFY(clock.elapsed() >= 2900);
     QVERIFY(dialog);
     QCOMPARE(desk.handOver(), QStringList());
 }
 
-QTEST_MAIN(TestUserUpdateDialog)
+FACTORY_TEST_MAIN(TestUserUpdateDialog)
 #include "tst_userupdatedialog.moc"

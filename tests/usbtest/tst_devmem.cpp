@@ -2,6 +2,7 @@
 
 #include "outputcapture.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QDir>
@@ -250,5 +251,5 @@ void TestDevmem::removedDeviceIsTold()
     QCOMPARE(value, 0xCAFEu);
 }
 
-QTEST_MAIN(TestDevmem)
+FACTORY_TEST_MAIN(TestDevmem)
 #include "tst_devmem.moc"

@@ -1,5 +1,7 @@
 #include "usbtest/uphyvalue.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 class TestUphyValue : public QObject
@@ -137,5 +139,5 @@ void TestUphyValue::disconnectDigits()
     QTEST(uphyvalue::disconnectDigits(value), "digits");
 }
 
-QTEST_GUILESS_MAIN(TestUphyValue)
+FACTORY_TEST_GUILESS_MAIN(TestUphyValue)
 #include "tst_uphyvalue.moc"

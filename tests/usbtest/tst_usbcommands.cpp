@@ -8,6 +8,7 @@
 #include "hardware/gate/gate.h"
 #include "hardware/journalreader.h"
 #include "hardware/unit.h"
+#include "support/testmain.h"
 
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -223,5 +224,5 @@ void TestUsbCommands::theyAnswerOnAnyThread()
     QCOMPARE(ncm.lines.size(), 1);
 }
 
-QTEST_MAIN(TestUsbCommands)
+FACTORY_TEST_MAIN(TestUsbCommands)
 #include "tst_usbcommands.moc"

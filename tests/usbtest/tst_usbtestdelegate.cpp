@@ -3,6 +3,7 @@
 #include "service/datasavecontrol.h"
 #include "service/setupstridconst.h"
 #include "support/rowpicture.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 #include "usbtest/usbtestmodel.h"
@@ -172,5 +173,5 @@ void TestUsbTestDelegate::traces()
     QVERIFY(texts.contains(QStringLiteral("title: \"MFI Mode\"")));
 }
 
-QTEST_MAIN(TestUsbTestDelegate)
+FACTORY_TEST_MAIN(TestUsbTestDelegate)
 #include "tst_usbtestdelegate.moc"

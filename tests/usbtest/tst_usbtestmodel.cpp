@@ -2,6 +2,7 @@
 
 #include "service/datasavecontrol.h"
 #include "service/setupstridconst.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 #include "usbtest/usbteststate.h"
@@ -167,5 +168,5 @@ void TestUsbTestModel::traces()
     QCOMPARE(traces.texts(), QStringList(QStringLiteral("dataCount: 3")));
 }
 
-QTEST_MAIN(TestUsbTestModel)
+FACTORY_TEST_MAIN(TestUsbTestModel)
 #include "tst_usbtestmodel.moc"

@@ -5,6 +5,7 @@
 #include "factorydebug/factorydebugview.h"
 #include "service/setupstridconst.h"
 #include "support/rowpicture.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 #include "support/tracecapture.h"
 #include "usbtest/usbtestmodel.h"
@@ -387,5 +388,5 @@ void TestUsbTestView::listGoesWithThePage()
     QVERIFY(!list);
 }
 
-QTEST_MAIN(TestUsbTestView)
+FACTORY_TEST_MAIN(TestUsbTestView)
 #include "tst_usbtestview.moc"

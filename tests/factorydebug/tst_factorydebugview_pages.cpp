@@ -1,0 +1,272 @@
+#include "factorydebug/factorydebugview.h"
+#include "factorydebug/statusbar.h"
+#include "usbtest/usbtestview.h"
+
+#include "viewonscreen.h"
+
+#include "kvwidget/kviconbutton.h"
+#include "support/testmain.h"
+#include "support/tracecapture.h"
+
+#include <QLabel>
+#include <QPointer>
+#include <QtTest>
+
+class TestFactoryDebugViewPages : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void cleanup();
+
+    void opensAPage_data();
+    void opensAPage();
+    void returnDeletesThePage_data();
+    void returnDeletesThePage();
+    void returnAfterAPageHasDeletedItself_data();
+    void returnAfterAPageHasDeletedItself();
+    void anotherPageDeletesTheFirst();
+    void pressingAButtonAgainCreatesAFreshPage();
+    void pagesAreLeftInTheirOrder();
+    void openPageGoesWithTheView();
+
+    void returnWithNoPageOpenLeavesTheMenuAndTheStatusBar();
+    void returnInASubListGoesBackInsideThePage();
+    void gpsPressedTwiceMakesTwoPages();
+    void gpsLeavesTheMenuAndTheOpenPage();
+};
+
+namespace
+{
+
+const QPoint returnPoint(40, 32);
+
+QString title(const FactoryDebugView &view)
+{
+    return view.findChild<StatusBar *>()->findChild<QLabel *>()->text();
+}
+
+/// The page of that class that the view hosts, or null.
+QObject *page(const FactoryDebugView &view, const QByteArray &className)
+{
+    const QObjectList children = view.children();
+    for (QObject *child : children) {
+        if (child->metaObject()->className() == className) {
+            return child;
+        }
+    }
+    return nullptr;
+}
+
+void addPages()
+{
+    QTest::addColumn<QByteArray>("id");
+    QTest::addColumn<QByteArray>("className");
+    QTest::addColumn<QString>("title");
+    const auto row = [](const char *id, const char *className, const char *title) {
+        QTest::newRow(id) << QByteArray(id) << QByteArray(className) << QString::fromLatin1(title);
+    };
+    row("usbtest", "USBTestView", "USB Test");
+    row("usbeye", "USBEyeTestView", "USB Eye Test");
+    row("ncmtest", "NCMTestView", "NCM Test");
+    row("keycolor", "CSetupKeyLight", "KeyColor Set");
+    row("vendordata", "VendorDataView", "VendorData Set");
+    row("als", "CSetupALSTest", "ALS Test");
+    row("pdtVer", "CDevsInfoPage", "Product Version");
+    row("sysCtrl", "CSysCtrlPage", "System Control");
+    row("idPanel", "CSetupPanelForm", "Panel Config");
+}
+
+} // namespace
+
+void TestFactoryDebugViewPages::cleanup()
+{
+    usbTestListType = 1;
+}
+
+void TestFactoryDebugViewPages::opensAPage_data()
+{
+    addPages();
+}
+
+void TestFactoryDebugViewPages::opensAPage()
+{
+    QFETCH(QByteArray, id);
+    QFETCH(QByteArray, className);
+    QFETCH(QString, title);
+    ViewOnScreen shown;
+
+    shown.tap(id.constData());
+
+    QVERIFY(page(*shown.view, className) != nullptr);
+    QCOMPARE(::title(*shown.view), title);
+    for (KvIconButton *button : menuButtons(*shown.view)) {
+        QVERIFY(!button->isVisible());
+    }
+    if (const auto *widget = qobject_cast<QWidget *>(page(*shown.view, className))) {
+        QVERIFY(widget->isVisible());
+        QCOMPARE(widget->pos(), QPoint(0, 66));
+    }
+}
+
+void TestFactoryDebugViewPages::returnDeletesThePage_data()
+{
+    addPages();
+}
+
+void TestFactoryDebugViewPages::returnDeletesThePage()
+{
+    QFETCH(QByteArray, id);
+    QFETCH(QByteArray, className);
+    ViewOnScreen shown;
+    shown.tap(id.constData());
+    const QPointer<QObject> opened = page(*shown.view, className);
+
+    shown.unit.tap(returnPoint);
+
+    QVERIFY(opened.isNull());
+    QCOMPARE(title(*shown.view), QStringLiteral("Factory"));
+    for (KvIconButton *button : menuButtons(*shown.view)) {
+        QVERIFY(button->isVisible());
+    }
+}
+
+void TestFactoryDebugViewPages::returnAfterAPageHasDeletedItself_data()
+{
+    QTest::addColumn<QByteArray>("id");
+    QTest::addColumn<QByteArray>("className");
+    QTest::addColumn<QByteArray>("slot");
+    const auto row = [](const char *id, const char *className, const char *slot) {
+        QTest::addRow("%s, %s", id, slot)
+            << QByteArray(id) << QByteArray(className) << QByteArray(slot);
+    };
+    row("idPanel", "CSetupPanelForm", "clickedReturn");
+    row("idPanel", "CSetupPanelForm", "clickedExit");
+    // The others have no such slot of their own, but every object has this one.
+    row("usbtest", "USBTestView", "deleteLater");
+    row("usbeye", "USBEyeTestView", "deleteLater");
+    row("ncmtest", "NCMTestView", "deleteLater");
+    row("keycolor", "CSetupKeyLight", "deleteLater");
+    row("vendordata", "VendorDataView", "deleteLater");
+    row("als", "CSetupALSTest", "deleteLater");
+    row("pdtVer", "CDevsInfoPage", "deleteLater");
+    row("sysCtrl", "CSysCtrlPage", "deleteLater");
+}
+
+void TestFactoryDebugViewPages::returnAfterAPageHasDeletedItself()
+{
+    QFETCH(QByteArray, id);
+    QFETCH(QByteArray, className);
+    QFETCH(QByteArray, slot);
+    ViewOnScreen shown;
+    shown.tap(id.constData());
+    const QPointer<QObject> opened = page(*shown.view, className);
+    QVERIFY(QMetaObject::invokeMethod(opened, slot.constData()));
+    QTRY_VERIFY(opened.isNull());
+
+    shown.unit.tap(returnPoint);
+
+    QCOMPARE(title(*shown.view), QStringLiteral("Factory"));
+    for (KvIconButton *button : menuButtons(*shown.view)) {
+        QVERIFY(button->isVisible());
+    }
+    shown.tap(id.constData());
+    QVERIFY(page(*shown.view, className) != nullptr);
+}
+
+void TestFactoryDebugViewPages::anotherPageDeletesTheFirst()
+{
+    ViewOnScreen shown;
+    shown.tap("keycolor");
+    const QPointer<QObject> first = page(*shown.view, "CSetupKeyLight");
+    shown.view->buttonClicked(QStringLiteral("idPanel"));
+    QVERIFY(first.isNull());
+    QVERIFY(page(*shown.view, "CSetupPanelForm") != nullptr);
+    QCOMPARE(title(*shown.view), QStringLiteral("Panel Config"));
+}
+
+void TestFactoryDebugViewPages::pressingAButtonAgainCreatesAFreshPage()
+{
+    ViewOnScreen shown;
+    shown.tap("als");
+    const QPointer<QObject> first = page(*shown.view, "CSetupALSTest");
+    shown.view->buttonClicked(QStringLiteral("als"));
+    QVERIFY(first.isNull());
+    QVERIFY(page(*shown.view, "CSetupALSTest") != nullptr);
+}
+
+void TestFactoryDebugViewPages::pagesAreLeftInTheirOrder()
+{
+    ViewOnScreen shown;
+    const TraceCapture capture;
+    shown.view->hideAllSubPage();
+    QCOMPARE(
+        capture.texts(),
+        QStringList({"hideUsbTestView", "hideUsbEyeTestView", "hideNCMTestView", "hideKeyColorView",
+                     "hideVendorDataView", "hideGpsView", "hideALSTestView", "hideProductView",
+                     "hideSysCtrlView", "hidePanelView"}));
+}
+
+void TestFactoryDebugViewPages::openPageGoesWithTheView()
+{
+    ViewOnScreen shown;
+    shown.tap("usbeye");
+    const QPointer<QObject> opened = page(*shown.view, "USBEyeTestView");
+    QVERIFY(!opened.isNull());
+    delete shown.view;
+    QVERIFY(opened.isNull());
+}
+
+void TestFactoryDebugViewPages::returnWithNoPageOpenLeavesTheMenuAndTheStatusBar()
+{
+    ViewOnScreen shown;
+    const TraceCapture capture;
+    shown.view->buttonClicked(QStringLiteral("return"));
+    // Neither a hide operation nor interPrimary().
+    QCOMPARE(capture.texts(), QStringList(QStringLiteral("id: \"return\"")));
+    QVERIFY(menuButtons(*shown.view).first()->isVisible());
+}
+
+void TestFactoryDebugViewPages::returnInASubListGoesBackInsideThePage()
+{
+    ViewOnScreen shown;
+    shown.tap("usbtest");
+    const QPointer<QObject> opened = page(*shown.view, "USBTestView");
+    usbTestListType = 3;
+
+    shown.unit.tap(returnPoint);
+    QVERIFY(!opened.isNull());
+    QCOMPARE(usbTestListType, 1);
+    QVERIFY(!menuButtons(*shown.view).first()->isVisible());
+
+    shown.unit.tap(returnPoint);
+    QVERIFY(opened.isNull());
+    QVERIFY(menuButtons(*shown.view).first()->isVisible());
+}
+
+void TestFactoryDebugViewPages::gpsPressedTwiceMakesTwoPages()
+{
+    ViewOnScreen shown;
+    shown.view->buttonClicked(QStringLiteral("gps"));
+    shown.view->buttonClicked(QStringLiteral("gps"));
+    QCOMPARE(gpsPages().size(), 2);
+    QVERIFY(gpsPages().first()->isWindow());
+}
+
+void TestFactoryDebugViewPages::gpsLeavesTheMenuAndTheOpenPage()
+{
+    ViewOnScreen shown;
+    shown.view->buttonClicked(QStringLiteral("keycolor"));
+    const QPointer<QObject> opened = page(*shown.view, "CSetupKeyLight");
+    shown.view->buttonClicked(QStringLiteral("gps"));
+    QVERIFY(!opened.isNull());
+    QCOMPARE(title(*shown.view), QStringLiteral("KeyColor Set"));
+
+    shown.view->buttonClicked(QStringLiteral("return"));
+    shown.view->buttonClicked(QStringLiteral("gps"));
+    QVERIFY(menuButtons(*shown.view).first()->isVisible());
+    QCOMPARE(title(*shown.view), QStringLiteral("Factory"));
+}
+
+FACTORY_TEST_MAIN(TestFactoryDebugViewPages)
+#include "tst_factorydebugview_pages.moc"

@@ -1,0 +1,269 @@
+#include "gps/gpscomage.h"
+
+#include "gps/cgpsfwinfo.h"
+#include "gpspage.h"
+#include "recordedsleeps.h"
+
+#include "support/testmain.h"
+
+#include "kvwidget/kviconbutton.h"
+
+#include <QLabel>
+#include <QPointer>
+#include <QtTest>
+
+#include <thread>
+
+class TestCGpsComPageUpdate : public QObject, private GpsPageTest
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+    void cleanup();
+
+    void cancelReactsToAClick();
+    void updateReactsToARelease();
+    void updateIsQueued();
+    void liftBesideAButtonDoesNothing_data();
+    void liftBesideAButtonDoesNothing();
+    void unknownIdIsIgnored();
+    void updateUpgradesAndReboots();
+    void pausesOfTheCheckAndTheUpdate();
+    void updatingTextIsOnTheGlassBeforeTheThreadBlocks();
+    void updateWithoutPathsOnlyBeeps();
+
+    void stickPulledWhileVerifying();
+    void stickPulledAfterVerification();
+    void stickPulledWhileUpdating();
+    void stickPluggedChangesNothing();
+};
+
+void TestCGpsComPageUpdate::init()
+{
+    switchOn();
+}
+
+void TestCGpsComPageUpdate::cleanup()
+{
+    switchOff();
+}
+
+void TestCGpsComPageUpdate::cancelReactsToAClick()
+{
+    openVerified();
+    m_unit->press(cancelPoint);
+    QTest::qWait(20);
+    QVERIFY(!m_page.isNull());
+    m_unit->release(cancelPoint);
+    QTRY_VERIFY(m_page.isNull());
+    QCOMPARE(m_unit->journal(QStringLiteral("/^log /")),
+             QStringList({QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idCancelBtn\\n"),
+                          QStringLiteral("log INFO CGpsComPage returnSlot\\n")}));
+    QCOMPARE(m_unit->journal(QStringLiteral("update ready")).last(), updateReady(0));
+}
+
+void TestCGpsComPageUpdate::liftBesideAButtonDoesNothing_data()
+{
+    QTest::addColumn<QPoint>("button");
+    QTest::newRow("Cancel") << cancelPoint;
+    QTest::newRow("Update") << updatePoint;
+}
+
+void TestCGpsComPageUpdate::liftBesideAButtonDoesNothing()
+{
+    QFETCH(QPoint, button);
+    openVerified();
+    m_unit->press(button);
+    m_unit->move(QPoint(400, 450));
+    m_unit->release(QPoint(400, 450));
+    QTest::qWait(50);
+    QVERIFY(!m_page.isNull());
+    QVERIFY(asks(m_page));
+    QVERIFY(m_unit->journal(QStringLiteral("/^(log|mcu beep)/")).isEmpty());
+}
+
+void TestCGpsComPageUpdate::updateReactsToARelease()
+{
+    const CGpsComPage *page = openVerified();
+    QPointer<QLabel> label = find<QLabel>(page, "label_1");
+    // A missing port ends the upgrade at once.
+    QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
+    auto *button = find<KvIconButton>(page, "updateButton");
+    emit button->btnClicked(button->buttonID());
+    m_unit->press(updatePoint);
+    QTest::qWait(20);
+    QVERIFY(asks(page));
+    m_unit->release(updatePoint);
+    QTRY_COMPARE(m_unit->journal(QStringLiteral("mcu reboot")).size(), 1);
+    QCOMPARE(label->text(), QStringLiteral("GPS Firmware Updating..."));
+    QVERIFY(shows(page, "popLoading"));
+    QVERIFY(!shows(page, "popEnsure"));
+}
+
+void TestCGpsComPageUpdate::updateIsQueued()
+{
+    const CGpsComPage *page = openVerified();
+    QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
+    auto *button = find<KvIconButton>(page, "updateButton");
+    emit button->btnReleased(button->buttonID());
+    QVERIFY(asks(page));
+    QTRY_VERIFY(!asks(page));
+}
+
+void TestCGpsComPageUpdate::unknownIdIsIgnored()
+{
+    const CGpsComPage *page = openVerified();
+    auto *info = page->findChild<CGpsFwInfo *>();
+    info->systemNewInfoSlot(QStringLiteral("idupdatebtn"));
+    QVERIFY(asks(page));
+    QCOMPARE(m_unit->journal(QStringLiteral("/^log /")),
+             QStringList(QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idupdatebtn\\n")));
+}
+
+void TestCGpsComPageUpdate::updateUpgradesAndReboots()
+{
+    switchOn(4); // Time for both to be in time with their answers.
+    openVerified();
+    const qint64 before = m_unit->unit().journal().end();
+    m_unit->tap(updatePoint);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_unit->journal(QStringLiteral("mcu reboot")).isEmpty(), 60000);
+    QCOMPARE(m_unit->unit().versions().gps(), QStringLiteral("GNSS 3.1"));
+    QStringList lines =
+        m_unit->unit().journal().lines(QStringLiteral("/^(log|mcu|gps|shell) /"), before);
+    QCOMPARE(lines,
+             QStringList({
+                 QStringLiteral("log INFO CGpsComPage systemNewInfoSlot, idUpdateBtn\\n"),
+                 QStringLiteral("mcu beep 0"),
+                 QStringLiteral("gps service stopped"),
+                 QStringLiteral("shell sync"),
+                 QStringLiteral("mcu reboot"),
+             }));
+}
+
+void TestCGpsComPageUpdate::pausesOfTheCheckAndTheUpdate()
+{
+    switchOn(1);
+    openVerified();
+
+    QVector<qint64> checking;
+    std::thread worker([&checking] {
+        const RecordedSleeps sleeps;
+        CGpsComPage::threadPoolCallback(0);
+        checking = sleeps.all();
+    });
+    worker.join();
+    QCOMPARE(checking, QVector<qint64>({1000000}));
+
+    // Without a line the upgrade itself ends at once.
+    QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
+    const RecordedSleeps sleeps;
+    m_unit->tap(updatePoint);
+    QTRY_VERIFY(!m_unit->journal(QStringLiteral("mcu reboot")).isEmpty());
+    QCOMPARE(sleeps.all(), QVector<qint64>({3000000, 200000, 300000}));
+}
+
+void TestCGpsComPageUpdate::updatingTextIsOnTheGlassBeforeTheThreadBlocks()
+{
+    /// Notes what the pop-up's label paints, and when.
+    class PaintWatch : public QObject
+    {
+    public:
+        explicit PaintWatch(hardware::Journal &journal)
+            : m_journal(journal)
+        {
+        }
+
+        bool eventFilter(QObject *watched, QEvent *event) override
+        {
+            if (event->type() == QEvent::Paint) {
+                m_journal.write(QStringLiteral("painted"), static_cast<QLabel *>(watched)->text());
+            }
+            return false;
+        }
+
+    private:
+        hardware::Journal &m_journal;
+    };
+
+    const CGpsComPage *page = openVerified();
+    PaintWatch watch(m_unit->unit().journal());
+    find<QLabel>(page, "label_1")->installEventFilter(&watch);
+    QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
+    page->findChild<CGpsFwInfo *>()->systemNewInfoSlot(QStringLiteral("idUpdateBtn"));
+    // The queued call comes ahead of the event that would paint.
+    QCoreApplication::sendPostedEvents(m_page, QEvent::MetaCall);
+    QVERIFY(!m_unit->journal(QStringLiteral("mcu reboot")).isEmpty());
+    QCOMPARE(m_unit->journal(QStringLiteral("/^(painted|gps)/")),
+             QStringList({QStringLiteral("painted GPS Firmware Updating..."),
+                          QStringLiteral("gps service stopped")}));
+}
+
+void TestCGpsComPageUpdate::updateWithoutPathsOnlyBeeps()
+{
+    CGpsComPage *page = new CGpsComPage(nullptr);
+    page->updateSlot();
+    QCOMPARE(m_unit->journal(QStringLiteral("mcu beep")).size(), 1);
+    QVERIFY(m_unit->journal(QStringLiteral("/^(gps|shell) /")).isEmpty());
+    delete page;
+}
+
+void TestCGpsComPageUpdate::stickPulledWhileVerifying()
+{
+    switchOn(1); // A second, before the worker's result comes.
+    plugBoth();
+    CGpsComPage *page = open();
+    QString error;
+    QVERIFY(m_unit->unit().storage().pull(QStringLiteral("usb0"), &error));
+    QTRY_COMPARE(m_unit->journal(QStringLiteral("update ready")),
+                 QStringList({updateReady(0), updateReady(1), updateReady(0)}));
+    Q_UNUSED(page);
+    // Whether the worker was faster or not: the page asks, or it has closed itself.
+    QTRY_VERIFY(m_page.isNull() || asks(m_page));
+}
+
+void TestCGpsComPageUpdate::stickPulledAfterVerification()
+{
+    const CGpsComPage *page = openVerified();
+    QString error;
+    QVERIFY(m_unit->unit().storage().pull(QStringLiteral("usb0"), &error));
+    QTRY_COMPARE(m_unit->journal(QStringLiteral("update ready")).last(), updateReady(0));
+    QVERIFY(asks(page));
+    m_unit->tap(updatePoint);
+    // The upgrade fails for want of the file, and the unit restarts all the same.
+    QTRY_VERIFY_WITH_TIMEOUT(!m_unit->journal(QStringLiteral("mcu reboot")).isEmpty(), 60000);
+    QCOMPARE(m_unit->journal(QStringLiteral("gps service stopped")).size(), 1);
+    QVERIFY(m_unit->journal(QStringLiteral("bootloader received")).isEmpty());
+    QCOMPARE(m_unit->unit().versions().gps(), QStringLiteral("GNSS 1.04.2"));
+}
+
+void TestCGpsComPageUpdate::stickPulledWhileUpdating()
+{
+    switchOn(2); // Time to pull it, before the second file is opened.
+    openVerified();
+    // Between the two transfers, by a thread beside the one that is blocked.
+    std::thread world([this] {
+        const hardware::JournalPattern received(QStringLiteral("bootloader received"));
+        m_unit->unit().journal().waitFor(received, 0, 60000);
+        QString error;
+        m_unit->unit().storage().pull(QStringLiteral("usb0"), &error);
+    });
+    m_unit->tap(updatePoint);
+    QTRY_VERIFY_WITH_TIMEOUT(!m_unit->journal(QStringLiteral("mcu reboot")).isEmpty(), 60000);
+    world.join();
+    QVERIFY(m_unit->journal(QStringLiteral("firmware received")).isEmpty());
+    QTRY_COMPARE(m_unit->journal(QStringLiteral("update ready")).last(), updateReady(0));
+}
+
+void TestCGpsComPageUpdate::stickPluggedChangesNothing()
+{
+    const CGpsComPage *page = openVerified();
+    const QStringList before = m_unit->journal(QStringLiteral("update ready"));
+    m_unit->plug(QStringLiteral("usb1"));
+    QTest::qWait(50);
+    QCOMPARE(m_unit->journal(QStringLiteral("update ready")), before);
+    QVERIFY(asks(page));
+}
+
+FACTORY_TEST_MAIN(TestCGpsComPageUpdate)
+#include "tst_cgpscompage_update.moc"

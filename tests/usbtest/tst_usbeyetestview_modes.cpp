@@ -1,0 +1,246 @@
+#include "usbtest/usbeyetestview.h"
+
+#include "eyepage.h"
+
+#include "support/testmain.h"
+#include "support/tracecapture.h"
+
+#include <QRadioButton>
+#include <QtTest>
+
+class TestUsbEyeTestViewModes : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void initTestCase();
+
+    // Test modes
+    void setTestMode_data();
+    void setTestMode();
+    void eyeDiagramCodeDiffersBySpeedAndSe0DoesNot();
+    void noneIsLogged();
+    void patternsAreSentAtOnce_data();
+    void patternsAreSentAtOnce();
+    void noneAndThePortsSendNothing();
+    void fullSpeedChecksNoneAndHidesJKAndSe0();
+    void highSpeedShowsThemAgain();
+    void speedCommands_data();
+    void speedCommands();
+    void speedClickedFromElsewhereIsIgnored();
+    void otherPortsRunNothing();
+};
+
+void TestUsbEyeTestViewModes::initTestCase()
+{
+    applyUnitsAppearance();
+}
+
+void TestUsbEyeTestViewModes::setTestMode_data()
+{
+    QTest::addColumn<QByteArray>("port");
+    QTest::addColumn<QByteArray>("speed");
+    QTest::addColumn<QByteArray>("pattern");
+    QTest::addColumn<quint32>("code");
+    for (const char *port : {"port0", "port1"}) {
+        const auto row = [port](const char *speed, const char *pattern, quint32 code) {
+            QTest::addRow("%s, %s, %s", port, speed, pattern)
+                << QByteArray(port) << QByteArray(speed) << QByteArray(pattern) << code;
+        };
+        row("highSpeed", "eyeDiagram", 1);
+        row("highSpeed", "testJ", 9);
+        row("highSpeed", "testK", 10);
+        row("highSpeed", "se0", 7);
+        row("highSpeed", "none", 0);
+        row("fullSpeed", "eyeDiagram", 4);
+        row("fullSpeed", "testJ", 11);
+        row("fullSpeed", "testK", 12);
+        row("fullSpeed", "se0", 7);
+        row("fullSpeed", "none", 0);
+    }
+}
+
+void TestUsbEyeTestViewModes::setTestMode()
+{
+    QFETCH(QByteArray, port);
+    QFETCH(QByteArray, speed);
+    QFETCH(QByteArray, pattern);
+    QFETCH(quint32, code);
+    TestUnit unit(fast);
+    Page page(unit);
+    page.tap(port.constData());
+    if (speed != "highSpeed") {
+        page.tap(speed.constData());
+    }
+    auto *button = page.find<QRadioButton>(pattern.constData());
+    if (button->isVisible()) {
+        page.tap(pattern.constData());
+    } else {
+        button->setChecked(true); // no finger reaches it at full speed
+    }
+    fill(unit);
+    page.tap("write");
+    const bool isPort0 = port == "port0";
+    QCOMPARE(writes(unit),
+             QStringList(QStringLiteral("memory write %1 A5A5A5A5 -> %2")
+                             .arg(isPort0 ? QStringLiteral("9C004A90 testMode0")
+                                          : QStringLiteral("9C004B10 testMode1"),
+                                  hardware::PhysicalMemory::hex(code))));
+}
+
+void TestUsbEyeTestViewModes::eyeDiagramCodeDiffersBySpeedAndSe0DoesNot()
+{
+    TestUnit unit(fast);
+    Page page(unit);
+    page.tap("eyeDiagram");
+    page.tap("write");
+    QCOMPARE(unit.unit().usbPhy().testMode(0), QStringLiteral("1 (eye diagram, high speed)"));
+    page.tap("se0");
+    page.tap("write");
+    QCOMPARE(unit.unit().usbPhy().testMode(0), QStringLiteral("7 (SE0)"));
+    page.tap("fullSpeed");
+    page.tap("eyeDiagram");
+    page.tap("write");
+    QCOMPARE(unit.unit().usbPhy().testMode(0), QStringLiteral("4 (eye diagram, full speed)"));
+    page.find<QRadioButton>("se0")->setChecked(true);
+    page.tap("write");
+    QCOMPARE(unit.unit().usbPhy().testMode(0), QStringLiteral("7 (SE0)"));
+}
+
+void TestUsbEyeTestViewModes::noneIsLogged()
+{
+    TestUnit unit(fast);
+    Page page(unit);
+    const TraceCapture capture;
+    page.tap("write");
+    QCOMPARE(capture.texts().mid(5), QStringList(QStringLiteral("nothing to do.")));
+    QCOMPARE(capture.texts().at(2), QStringLiteral("testPattern: 4"));
+}
+
+void TestUsbEyeTestViewModes::patternsAreSentAtOnce_data()
+{
+    QTest::addColumn<int>("mode");
+    QTest::addColumn<QString>("trace");
+    QTest::newRow("eyeDiagram") << 4 << QStringLiteral("TEST_EYE");
+    QTest::newRow("testJ") << 1 << QStringLiteral("TEST_J");
+    QTest::newRow("testK") << 2 << QStringLiteral("TEST_K");
+    QTest::newRow("se0") << 3 << QStringLiteral("TEST_SE0");
+}
+
+void TestUsbEyeTestViewModes::patternsAreSentAtOnce()
+{
+    QFETCH(int, mode);
+    QFETCH(QString, trace);
+    TestUnit unit(fast);
+    Page page(unit);
+    const int lines = unit.journal().size();
+    const TraceCapture capture;
+    page.tap(QTest::currentDataTag());
+    QCOMPARE(since(unit, lines), QStringList(QStringLiteral("usb test mode %1").arg(mode)));
+    QCOMPARE(capture.texts(), QStringList(trace));
+    // A click on a checked button counts as well.
+    page.tap(QTest::currentDataTag());
+    QCOMPARE(since(unit, lines).size(), 2);
+}
+
+void TestUsbEyeTestViewModes::noneAndThePortsSendNothing()
+{
+    TestUnit unit(fast);
+    Page page(unit);
+    const int lines = unit.journal().size();
+    const TraceCapture capture;
+    page.tap("none");
+    page.tap("port1");
+    page.tap("port0");
+    QCOMPARE(since(unit, lines), QStringList());
+    QCOMPARE(capture.texts(), QStringList());
+}
+
+void TestUsbEyeTestViewModes::fullSpeedChecksNoneAndHidesJKAndSe0()
+{
+    TestUnit unit(fast);
+    Page page(unit);
+    page.tap("testK");
+    page.tap("write");
+    page.tap("fullSpeed");
+    QVERIFY(page.isChecked("none"));
+    QVERIFY(!page.isVisible("testJ"));
+    QVERIFY(!page.isVisible("testK"));
+    QVERIFY(!page.isVisible("se0"));
+    QVERIFY(page.isVisible("eyeDiagram"));
+    fill(unit);
+    page.tap("write");
+    QCOMPARE(writes(unit).last(),
+             QStringLiteral("memory write 9C004A90 testMode0 A5A5A5A5 -> 00000000"));
+}
+
+void TestUsbEyeTestViewModes::highSpeedShowsThemAgain()
+{
+    TestUnit unit(fast);
+    Page page(unit);
+    page.tap("fullSpeed");
+    page.tap("highSpeed");
+    QVERIFY(page.isVisible("testJ"));
+    QVERIFY(page.isVisible("testK"));
+    QVERIFY(page.isVisible("se0"));
+    QVERIFY(page.isChecked("none"));
+}
+
+void TestUsbEyeTestViewModes::speedCommands_data()
+{
+    QTest::addColumn<QByteArray>("port");
+    QTest::addColumn<int>("device");
+    QTest::newRow("port 0") << QByteArray("port0") << 1;
+    QTest::newRow("port 1") << QByteArray("port1") << 2;
+}
+
+void TestUsbEyeTestViewModes::speedCommands()
+{
+    QFETCH(QByteArray, port);
+    QFETCH(int, device);
+    TestUnit unit(fast);
+    Page page(unit);
+    page.tap(port.constData());
+    const int lines = unit.journal().size();
+    const TraceCapture capture;
+    const QString command =
+        QStringLiteral("shell echo %1 > /sys/devices/platform/ehci-platform.%2/usb_speed_switch");
+    page.tap("fullSpeed");
+    QCOMPARE(since(unit, lines), QStringList(command.arg(0).arg(device)));
+    QCOMPARE(unit.unit().usbPhy().speed(device - 1), QStringLiteral("full speed"));
+    QCOMPARE(unit.unit().usbPhy().speed(2 - device), QStringLiteral("high speed"));
+    page.tap("highSpeed");
+    QCOMPARE(since(unit, lines).last(), command.arg(1).arg(device));
+    QCOMPARE(unit.unit().usbPhy().speed(device - 1), QStringLiteral("high speed"));
+    QCOMPARE(capture.texts().filter(QStringLiteral("change")),
+             QStringList({QStringLiteral("change to full speed port: %1").arg(device - 1),
+                          QStringLiteral("change to high speed port: %1").arg(device - 1)}));
+}
+
+void TestUsbEyeTestViewModes::speedClickedFromElsewhereIsIgnored()
+{
+    TestUnit unit(fast);
+    Page page(unit);
+    const int lines = unit.journal().size();
+    const TraceCapture capture;
+    page.view()->speedClicked();
+    QCOMPARE(since(unit, lines), QStringList());
+    QCOMPARE(capture.texts(), QStringList());
+}
+
+void TestUsbEyeTestViewModes::otherPortsRunNothing()
+{
+    TestUnit unit(fast);
+    Page page(unit);
+    const int lines = unit.journal().size();
+    const TraceCapture capture;
+    page.view()->fullToHigh(2);
+    page.view()->highToFull(-1);
+    QCOMPARE(since(unit, lines), QStringList());
+    QCOMPARE(capture.texts(),
+             QStringList({QStringLiteral("change to high speed port: 2"),
+                          QStringLiteral("change to full speed port: -1")}));
+}
+
+FACTORY_TEST_MAIN(TestUsbEyeTestViewModes)
+#include "tst_usbeyetestview_modes.moc"
