@@ -1,12 +1,11 @@
-// Feeds the package checker. Build and run by hand, with clang:
+// Feeds the package checker. Every build has it, and runs it on the corpus in gpspackage/; to fuzz,
+// build it with clang:
 //
-//     sanitizers=fuzzer,address,undefined
-//     clang++ -std=c++17 -g -O1 -fsanitize=$sanitizers -fno-sanitize-recover=undefined -Isrc \
-//         tests/fuzz/fuzz_gpspackage.cpp src/gps/gpspackage.cpp -o /tmp/fuzz_gpspackage
+//     cmake --preset asan -B build/fuzz -DCMAKE_CXX_COMPILER=clang++
+//     cmake --build build/fuzz --target fuzz_gpspackage
 //     mkdir -p /tmp/corpus
-//     /tmp/fuzz_gpspackage -max_len=8192 -max_total_time=600 /tmp/corpus tests/fuzz/gpspackage
-//
-// The tests run the checker on every file of gpspackage/.
+//     build/fuzz/tests/fuzz/fuzz_gpspackage -max_len=8192 -max_total_time=600 /tmp/corpus
+//     tests/fuzz/gpspackage
 
 #include "gps/gpspackage.h"
 
