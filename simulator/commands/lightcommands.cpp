@@ -3,9 +3,8 @@
 #include "arguments.h"
 #include "commandtable.h"
 
+#include "hardware/unit/unit.h"
 #include "simulator/simulator.h"
-
-#include "hardware/unit.h"
 
 #include <cmath>
 #include <limits>

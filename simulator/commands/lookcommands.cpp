@@ -2,10 +2,9 @@
 
 #include "commandtable.h"
 
-#include "simulator/consolesession.h"
+#include "hardware/unit/unit.h"
+#include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
-
-#include "hardware/unit.h"
 
 namespace simulator
 {

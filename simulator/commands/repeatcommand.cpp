@@ -2,7 +2,7 @@
 
 #include "arguments.h"
 
-#include "simulator/console.h"
+#include "simulator/console/console.h"
 
 namespace simulator
 {

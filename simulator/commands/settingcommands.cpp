@@ -2,9 +2,8 @@
 
 #include "commandtable.h"
 
+#include "hardware/unit/unit.h"
 #include "simulator/simulator.h"
-
-#include "hardware/unit.h"
 
 namespace simulator
 {

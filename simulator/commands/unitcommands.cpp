@@ -3,10 +3,9 @@
 #include "arguments.h"
 #include "commandtable.h"
 
-#include "simulator/consolesession.h"
+#include "hardware/unit/unit.h"
+#include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
-
-#include "hardware/unit.h"
 
 #include <QDir>
 

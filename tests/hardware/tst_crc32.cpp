@@ -1,4 +1,4 @@
-#include "hardware/crc32.h"
+#include "hardware/update/crc32.h"
 
 #include <QtTest>
 

@@ -1,8 +1,8 @@
-#include "hardware/storage.h"
+#include "hardware/storage/storage.h"
 
-#include "hardware/journal.h"
-#include "hardware/unitfolder.h"
-#include "openunit.h"
+#include "hardware/unit/journal.h"
+#include "hardware/unit/unitfolder.h"
+#include "support/openunit.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,6 +1,6 @@
-#include "hardware/updatepackage.h"
+#include "hardware/update/updatepackage.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 #include "support/updatepackages.h"
 
 #include <QFile>
