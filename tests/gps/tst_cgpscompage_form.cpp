@@ -150,7 +150,7 @@ void TestCGpsComPageForm::buttons()
     plugBoth();
     const CGpsComPage *page = open();
     const auto check = [page](const char *name, const char *id, const char *image) {
-        const auto *button = find<KvIconButton>(page, name);
+        auto *button = find<KvIconButton>(page, name);
         const QPixmap normal(QStringLiteral(":/images/pop/%1").arg(QLatin1String(image)));
         const QPixmap over(QStringLiteral(":/images/pop/sw_popup_psh.png"));
         QCOMPARE(button->buttonID(), QString::fromLatin1(id));

@@ -51,7 +51,7 @@ using hardware::DayNight;
 
 QString logged(const char *id)
 {
-    return QStringLiteral("log INFO CSetupALSTest clickedAdjustItem \\n") + QLatin1String(id)
+    return QStringLiteral("log INFO CSetupALSTest clickedAdjustItem ") + QLatin1String(id)
         + QLatin1String("\\n");
 }
 

@@ -64,7 +64,7 @@ QString message(int index, int value)
 
 QString logged(const char *id)
 {
-    return QStringLiteral("log INFO CSetupKeyLight clickedAdjustItem \\n") + QLatin1String(id)
+    return QStringLiteral("log INFO CSetupKeyLight clickedAdjustItem ") + QLatin1String(id)
         + QLatin1String("\\n");
 }
 

@@ -68,7 +68,7 @@ QString written(const Row &row, int value)
 
 QString logged(const char *id)
 {
-    return QStringLiteral("log INFO CSetupPanelForm clickedAdjustItem \\n") + QLatin1String(id)
+    return QStringLiteral("log INFO CSetupPanelForm clickedAdjustItem ") + QLatin1String(id)
         + QLatin1String("\\n");
 }
 
