@@ -1,10 +1,7 @@
 #pragma once
 
-#include "receiverfaults.h"
-#include "serialline.h"
-#include "xmodemreceiver.h"
-
-#include "hardware/unit/deviceloop.h"
+#include "receiverloader.h"
+#include "receiverport.h"
 
 #include <QByteArray>
 #include <QString>
@@ -57,51 +54,25 @@ public:
     QString portFile() const;
 
 private:
-    enum class Stage { Running, Resetting, Rom, Loading, BootPrompt };
-
     bool makeLine(QString *error);
     void runFirmware(int speed, bool inUse);
 
     void hearLine();
-    void hear(char byte);
     void hearSentenceByte(char byte);
     void hearSentence(const QByteArray &sentence);
     void configure(const QByteArray &sentence);
     void tellProduct();
     void reset();
-    void hearEscapeByte(char byte);
-    void enterLoader();
-    void hearMenuByte(char byte);
-    void selectFlash();
-
-    void beginTransfer(const QString &part);
-    void requestFrame();
-    void hearFrameByte(char byte);
-    void answerBlock(char usualAnswer);
-    void answerEnd();
-    void endTransfer();
-    void showPrompt();
+    void takeFirmware(const QByteArray &image);
     void startFirmware();
     void sendSentences();
 
-    bool answers(const QString &stage, int block = 0);
-    void say(const QByteArray &bytes);
-    void note(const QString &text);
-    QString imageFile(const QString &part) const;
-    bool keepImage(const QString &part, const QByteArray &image);
-
     const UnitFolder &m_folder;
-    Journal &m_journal;
     Versions &m_versions;
-    SerialLine m_line;
-    ReceiverFaults m_faults;
-    Stage m_stage = Stage::Running;
-    int m_speed = 0; // baud
-    bool m_serviceReads = true;
-    QByteArray m_heard; // of a sentence, an escape or a menu choice
-    QString m_part;     // in transfer: "bootloader" or "firmware"
-    XmodemReceiver m_transfer;
-    DeviceLoop m_loop; // the last one: its thread uses all the others
+    bool m_isRunning = true; // its firmware, and not the loader
+    QByteArray m_heard;      // of a sentence
+    ReceiverPort m_port;
+    ReceiverLoader m_loader;
 };
 
 } // namespace hardware

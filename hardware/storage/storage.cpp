@@ -1,15 +1,12 @@
 #include "storage.h"
 
 #include "hardware/unit/hostaccess.h"
-#include "hardware/unit/initext.h"
 #include "hardware/unit/journal.h"
 #include "hardware/unit/unitfolder.h"
-#include "hardware/unit/wholefile.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QMutexLocker>
-#include <QSettings>
 
 #include <algorithm>
 #include <filesystem>
@@ -19,11 +16,6 @@ namespace hardware
 
 namespace
 {
-
-const QString slotField = QStringLiteral("slot");
-const QString folderField = QStringLiteral("folder");
-const QString mountRootField = QStringLiteral("mountRoot");
-const QString stickArray = QStringLiteral("plugged");
 
 std::filesystem::path hostPath(const QString &path)
 {
@@ -42,6 +34,7 @@ QString linkTarget(const QString &slot, const QString &folder)
 Storage::Storage(const UnitFolder &folder, Journal &journal)
     : m_folder(folder)
     , m_journal(journal)
+    , m_file(folder.path(QStringLiteral("/storage.ini")), journal)
 {
 }
 
@@ -50,7 +43,7 @@ bool Storage::open(QString *error)
     const QMutexLocker locker(&m_mutex);
     QList<Stick> sticks;
     if (!m_slots.read(m_folder.path(QStringLiteral("/slots.ini")), error)
-        || !readSticks(&sticks, error)) {
+        || !m_file.read(&sticks, error)) {
         return false;
     }
     m_sticks.clear();
@@ -62,7 +55,7 @@ bool Storage::open(QString *error)
                             QStringLiteral("forgotten %1: %2").arg(stick.slot, reason));
         }
     }
-    return sticks.isEmpty() || writeSticks(error);
+    return sticks.isEmpty() || m_file.write(m_sticks, error);
 }
 
 QList<StorageSlot> Storage::slotTable() const
@@ -94,10 +87,10 @@ bool Storage::plug(const QString &name, const QString &folder, QString *error)
     // Written first: a stop between the two steps then ends with the stick mounted at the next
     // start, not with a link that nobody answers for.
     m_sticks.append(stick);
-    if (!writeSticks(error) || !mount(stick, error)) {
+    if (!m_file.write(m_sticks, error) || !mount(stick, error)) {
         m_sticks.removeLast();
         QString ignored;
-        writeSticks(&ignored);
+        m_file.write(m_sticks, &ignored);
         return false;
     }
     m_journal.write(QStringLiteral("storage"), QStringLiteral("plug %1 %2").arg(name, mountRoot));
@@ -120,7 +113,7 @@ bool Storage::pull(const QString &name, QString *error)
     const Stick stick = m_sticks.takeAt(index);
     unmount(stick);
     QString reported;
-    writeSticks(&reported);
+    m_file.write(m_sticks, &reported);
     m_journal.write(QStringLiteral("storage"),
                     QStringLiteral("pull %1 %2").arg(name, stick.mountRoot));
     locker.unlock();
@@ -196,45 +189,6 @@ bool Storage::setFull(const QString &name, bool full, QString *error)
     return true;
 }
 
-bool Storage::readSticks(QList<Stick> *sticks, QString *error) const
-{
-    QSettings file(sticksFile(), QSettings::IniFormat);
-    // QSettings looks at the lines when it is first asked for a key.
-    file.allKeys();
-    if (file.status() != QSettings::NoError) {
-        *error = QStringLiteral("The list of plugged sticks \"%1\" cannot be read or is damaged. "
-                                "It is left as it is.")
-                     .arg(sticksFile());
-        return false;
-    }
-    const int count = file.beginReadArray(stickArray);
-    for (int i = 0; i < count; ++i) {
-        file.setArrayIndex(i);
-        sticks->append({file.value(slotField).toString(), file.value(folderField).toString(),
-                        file.value(mountRootField).toString()});
-    }
-    return true;
-}
-
-bool Storage::writeSticks(QString *error) const
-{
-    QMap<QString, QVariant> values{{stickArray + QStringLiteral("/size"), m_sticks.size()}};
-    for (int i = 0; i < m_sticks.size(); ++i) {
-        const QString stick = QStringLiteral("%1/%2/").arg(stickArray).arg(i + 1);
-        values.insert(stick + slotField, m_sticks.at(i).slot);
-        values.insert(stick + folderField, m_sticks.at(i).folder);
-        values.insert(stick + mountRootField, m_sticks.at(i).mountRoot);
-    }
-    QString reason;
-    if (wholefile::replace(sticksFile(), iniText(values), &reason)) {
-        return true;
-    }
-    m_journal.reportFailedWrite(sticksFile(), reason);
-    *error = QStringLiteral("The list of plugged sticks \"%1\" cannot be written: %2.")
-                 .arg(sticksFile(), reason);
-    return false;
-}
-
 bool Storage::remount(const Stick &stick, QString *error)
 {
     const StorageSlot *slot = m_slots.find(stick.slot, error);
@@ -298,11 +252,6 @@ int Storage::stickIn(const QString &slot) const
         }
     }
     return -1;
-}
-
-QString Storage::sticksFile() const
-{
-    return m_folder.path(QStringLiteral("/storage.ini"));
 }
 
 } // namespace hardware

@@ -1,6 +1,7 @@
 #pragma once
 
 #include "slottable.h"
+#include "stickfile.h"
 
 #include <QList>
 #include <QMutex>
@@ -61,24 +62,15 @@ signals:
     void removed(const QString &mountRoot);
 
 private:
-    struct Stick
-    {
-        QString slot;
-        QString folder;    ///< empty for the slot's own
-        QString mountRoot; ///< where it is mounted, also when the table has changed since
-    };
-
-    bool readSticks(QList<Stick> *sticks, QString *error) const;
-    bool writeSticks(QString *error) const;
     bool remount(const Stick &stick, QString *error);
     bool mount(const Stick &stick, QString *error) const;
     void unmount(const Stick &stick) const;
     int stickIn(const QString &slot) const;
     const StorageSlot *slotAt(const QString &mountRoot) const;
-    QString sticksFile() const;
 
     const UnitFolder &m_folder;
     Journal &m_journal;
+    const StickFile m_file;
     mutable QMutex m_mutex;
     SlotTable m_slots;
     QList<Stick> m_sticks;

@@ -4,45 +4,22 @@
 #include "support/openunit.h"
 
 #include <QDir>
-#include <QDirIterator>
 #include <QFileInfo>
-#include <QFileSystemWatcher>
-#include <QSaveFile>
-#include <QSettings>
-#include <QStorageInfo>
-#include <QTemporaryFile>
 #include <QtTest>
 
 #include <atomic>
 #include <cerrno>
 #include <climits>
-#include <csignal>
-#include <filesystem>
-#include <fstream>
-#include <functional>
 #include <thread>
 #include <vector>
 
 #include <sys/stat.h>
-#include <sys/time.h>
-#include <sys/wait.h>
 #include <unistd.h>
 
 using hardware::Gate;
 
-using PathCheck = std::function<bool(const QString &path)>;
-Q_DECLARE_METATYPE(PathCheck)
-using Wait = std::function<int(const GateProbe &)>;
-Q_DECLARE_METATYPE(Wait)
-
 namespace
 {
-
-constexpr double fast = 100; // the time factor of the tests of time
-
-// The upper bounds of times are far off, for busy machines, and still far below what an unscaled
-// wait would last.
-constexpr int muchTooLongMs = 20000;
 
 QByteArray encoded(const QString &path)
 {
@@ -66,43 +43,9 @@ bool isSame(const timespec &left, const timespec &right)
     return left.tv_sec == right.tv_sec && left.tv_nsec == right.tv_nsec;
 }
 
-/// Interrupts the waits of its lifetime by a signal, after 200 ms and again and again in case that
-/// the wait has not begun by then.
-class Interruption
-{
-public:
-    Interruption()
-    {
-        struct sigaction action = {};
-        action.sa_handler = [](int) {};
-        sigaction(SIGALRM, &action, &m_former);
-        const itimerval twiceASecond = {{0, 500000}, {0, 500000}};
-        setitimer(ITIMER_REAL, &twiceASecond, nullptr);
-        m_timer.start();
-    }
-    ~Interruption()
-    {
-        const itimerval never = {};
-        setitimer(ITIMER_REAL, &never, nullptr);
-        sigaction(SIGALRM, &m_former, nullptr);
-    }
-    Q_DISABLE_COPY(Interruption)
-
-    /// Whether that rest of a wait of 10 000 unit seconds is right: what went by since this object
-    /// was made is the most that can be missing, and a second (10 ms) the least.
-    bool leaves(double seconds) const
-    {
-        return seconds >= 10000 - m_timer.nsecsElapsed() / 1e9 * fast && seconds <= 9999;
-    }
-
-private:
-    struct sigaction m_former = {};
-    QElapsedTimer m_timer;
-};
-
 } // namespace
 
-class tst_Gate : public QObject
+class TestGate : public QObject
 {
     Q_OBJECT
 
@@ -130,31 +73,8 @@ private slots:
     void everyPathOfTheTableIsLed();
     void errnoIsKept();
     void noPathIsTheHostsError();
-    void qtSeesTheUnit_data();
-    void qtSeesTheUnit();
-    void theStandardLibrarySeesTheUnit_data();
-    void theStandardLibrarySeesTheUnit();
     void anotherGateLeadsToItsOwnUnit();
     void eightThreadsPassTheGate();
-
-    void systemRunsInTheUnit_data();
-    void systemRunsInTheUnit();
-    void systemWithoutCommandSaysThatThereIsAShell();
-    void withoutAGateSystemIsTheHosts();
-
-    void timeOfFactorOneIsTheHosts();
-    void timeRunsFaster_data();
-    void timeRunsFaster();
-    void selectKeepsTheRestInUnitTime();
-    void selectWithoutTimeoutWaits();
-    void selectThatOnlyLooksDoesNotWait();
-    void aVeryShortWaitEnds();
-    void anInterruptedWaitKeepsTheRestInUnitTime();
-    void wrongTimesAreRefused();
-    void theClockBeginsWithTheHosts();
-    void theClockRunsFaster();
-    void theClockNeverGoesBack();
-    void theUnitsOwnClockIsNotScaledTwice();
 
 private:
     /// The file, folder or name that a call of that kind works on, made below \a folder.
@@ -171,7 +91,7 @@ private:
     QString m_area;
 };
 
-void tst_Gate::initTestCase()
+void TestGate::initTestCase()
 {
     QVERIFY2(!QFileInfo::exists(QStringLiteral("/media/flash")),
              "The tests need a host without /media/flash.");
@@ -179,18 +99,18 @@ void tst_Gate::initTestCase()
     m_unit.reset(new OpenUnit);
 }
 
-void tst_Gate::init()
+void TestGate::init()
 {
     static int count = 0;
     m_area = QStringLiteral("/media/flash/area%1").arg(++count);
 }
 
-void tst_Gate::cleanupTestCase()
+void TestGate::cleanupTestCase()
 {
     m_unit.reset();
 }
 
-void tst_Gate::prepare(ProbeCall::Kind kind, const QString &folder)
+void TestGate::prepare(ProbeCall::Kind kind, const QString &folder)
 {
     if (kind == ProbeCall::Enters || kind == ProbeCall::RemovesFolder) {
         QVERIFY(QDir().mkpath(folder + QStringLiteral("/known")));
@@ -201,14 +121,14 @@ void tst_Gate::prepare(ProbeCall::Kind kind, const QString &folder)
     }
 }
 
-int tst_Gate::run(const ProbeCall &call, const QString &folder)
+int TestGate::run(const ProbeCall &call, const QString &folder)
 {
     const QByteArray known = encoded(folder + QStringLiteral("/known"));
     const QByteArray other = encoded(folder + QStringLiteral("/other"));
     return call.run(known.constData(), other.constData());
 }
 
-void tst_Gate::check(const ProbeCall &call, const QString &folder)
+void TestGate::check(const ProbeCall &call, const QString &folder)
 {
     const QString known = folder + QStringLiteral("/known");
     const QString other = folder + QStringLiteral("/other");
@@ -246,7 +166,7 @@ void tst_Gate::check(const ProbeCall &call, const QString &folder)
     }
 }
 
-void tst_Gate::aCallLeadsIntoTheUnit()
+void TestGate::aCallLeadsIntoTheUnit()
 {
     QFETCH(QByteArray, module);
     QFETCH(int, call);
@@ -272,7 +192,7 @@ void tst_Gate::aCallLeadsIntoTheUnit()
     }
 }
 
-void tst_Gate::aCallElsewherePassesThrough()
+void TestGate::aCallElsewherePassesThrough()
 {
     QFETCH(QByteArray, module);
     QFETCH(int, call);
@@ -284,7 +204,7 @@ void tst_Gate::aCallElsewherePassesThrough()
     check(probe, outside());
 }
 
-void tst_Gate::aRelativeCallPassesThrough()
+void TestGate::aRelativeCallPassesThrough()
 {
     QFETCH(QByteArray, module);
     QFETCH(int, call);
@@ -300,7 +220,7 @@ void tst_Gate::aRelativeCallPassesThrough()
     check(probe, outside());
 }
 
-void tst_Gate::withoutAGateTheHostAnswers()
+void TestGate::withoutAGateTheHostAnswers()
 {
     QFETCH(QByteArray, module);
     QFETCH(int, call);
@@ -310,7 +230,7 @@ void tst_Gate::withoutAGateTheHostAnswers()
     QCOMPARE(run(probe, m_area), ENOENT);
 }
 
-void tst_Gate::aPathOutOfTheUnitIsDenied()
+void TestGate::aPathOutOfTheUnitIsDenied()
 {
     QFETCH(QByteArray, module);
     QFETCH(int, call);
@@ -326,7 +246,7 @@ void tst_Gate::aPathOutOfTheUnitIsDenied()
     QVERIFY(!QFileInfo::exists(outside() + QStringLiteral("/other")));
 }
 
-void tst_Gate::aSecondPathOutOfTheUnitIsDenied()
+void TestGate::aSecondPathOutOfTheUnitIsDenied()
 {
     const GateProbe &probe = probeOf("gateprobe");
     for (std::size_t i = 0; i < probe.count; ++i) {
@@ -343,7 +263,7 @@ void tst_Gate::aSecondPathOutOfTheUnitIsDenied()
     }
 }
 
-void tst_Gate::aPathThatIsTooLongIsRefused()
+void TestGate::aPathThatIsTooLongIsRefused()
 {
     QFETCH(QByteArray, module);
     QFETCH(int, call);
@@ -356,7 +276,7 @@ void tst_Gate::aPathThatIsTooLongIsRefused()
     QCOMPARE(probe.run(path.constData(), path.constData()), ENAMETOOLONG);
 }
 
-void tst_Gate::aPathOfTheUnitsFolderPassesThrough()
+void TestGate::aPathOfTheUnitsFolderPassesThrough()
 {
     OpenUnit unit;
     writeFile(unit.path(QStringLiteral("/media/flash/known")), "known");
@@ -365,7 +285,7 @@ void tst_Gate::aPathOfTheUnitsFolderPassesThrough()
     QVERIFY(!QFileInfo::exists(unit.path(unit.path(QStringLiteral("/media/flash/known")))));
 }
 
-void tst_Gate::dotsAreTakenByTheText()
+void TestGate::dotsAreTakenByTheText()
 {
     OpenUnit unit;
     const QString stick = unit.beside(QStringLiteral("stick"));
@@ -380,7 +300,7 @@ void tst_Gate::dotsAreTakenByTheText()
     QCOMPARE(readFile(QStringLiteral("/tmp/../media/flash/known")), QByteArray("known"));
 }
 
-void tst_Gate::everyPathOfTheTableIsLed_data()
+void TestGate::everyPathOfTheTableIsLed_data()
 {
     QTest::addColumn<QString>("path");
 
@@ -391,7 +311,7 @@ void tst_Gate::everyPathOfTheTableIsLed_data()
     }
 }
 
-void tst_Gate::everyPathOfTheTableIsLed()
+void TestGate::everyPathOfTheTableIsLed()
 {
     QFETCH(QString, path);
 
@@ -402,7 +322,7 @@ void tst_Gate::everyPathOfTheTableIsLed()
     QCOMPARE(readFile(path), QByteArray("the unit's"));
 }
 
-void tst_Gate::errnoIsKept()
+void TestGate::errnoIsKept()
 {
     OpenUnit unit;
     writeFile(unit.path(QStringLiteral("/media/flash/known")), "known");
@@ -414,7 +334,7 @@ void tst_Gate::errnoIsKept()
     QCOMPARE(left, 123);
 }
 
-void tst_Gate::noPathIsTheHostsError()
+void TestGate::noPathIsTheHostsError()
 {
     OpenUnit unit;
     const Gate gate(*unit);
@@ -430,158 +350,7 @@ void tst_Gate::noPathIsTheHostsError()
     }
 }
 
-void tst_Gate::qtSeesTheUnit_data()
-{
-    QTest::addColumn<PathCheck>("check");
-
-    const auto row = [](const char *name, PathCheck check) { QTest::newRow(name) << check; };
-    row("QFile reads", [](const QString &path) { return readFile(path) == "known"; });
-    row("QFile writes", [](const QString &path) {
-        writeFile(path, "other");
-        return readFile(path) == "other";
-    });
-    row("QFile appends", [](const QString &path) {
-        QFile file(path);
-        return file.open(QIODevice::Append) && file.write("!") == 1 && file.flush()
-            && readFile(path) == "known!";
-    });
-    row("QFile exists", [](const QString &path) { return QFile::exists(path); });
-    row("QFile removes",
-        [](const QString &path) { return QFile::remove(path) && !QFile::exists(path); });
-    row("QFile renames", [](const QString &path) {
-        return QFile::rename(path, path + QStringLiteral("2"))
-            && readFile(path + QStringLiteral("2")) == "known";
-    });
-    row("QFile copies", [](const QString &path) {
-        return QFile::copy(path, path + QStringLiteral("2"))
-            && readFile(path + QStringLiteral("2")) == "known";
-    });
-    row("QFile links", [](const QString &path) {
-        return QFile::link(path, path + QStringLiteral("2"))
-            && readFile(path + QStringLiteral("2")) == "known";
-    });
-    row("QFile resizes",
-        [](const QString &path) { return QFile::resize(path, 2) && readFile(path) == "kn"; });
-    row("QFile sets permissions", [](const QString &path) {
-        return QFile::setPermissions(path, QFileDevice::ReadOwner)
-            && !(QFile::permissions(path) & QFileDevice::WriteOwner);
-    });
-    row("QFileInfo", [](const QString &path) {
-        const QFileInfo info(path);
-        return info.isFile() && info.size() == 5 && info.lastModified().isValid()
-            && info.isReadable();
-    });
-    row("QFileInfo of a folder",
-        [](const QString &path) { return QFileInfo(QFileInfo(path).path()).isDir(); });
-    row("QFileInfo canonical", [](const QString &path) {
-        return readFile(QFileInfo(path).canonicalFilePath()) == "known";
-    });
-    row("QDir lists", [](const QString &path) {
-        return QFileInfo(path).dir().entryList(QDir::Files) == QStringList{QStringLiteral("known")};
-    });
-    row("QDir makes and removes", [](const QString &path) {
-        const QString folder = QFileInfo(path).path() + QStringLiteral("/a/b");
-        return QDir().mkpath(folder) && QFileInfo(folder).isDir()
-            && QDir(QFileInfo(folder).path()).removeRecursively() && !QFileInfo::exists(folder);
-    });
-    row("QDirIterator", [](const QString &path) {
-        QDirIterator iterator(QFileInfo(path).path(), {QStringLiteral("known")}, QDir::Files,
-                              QDirIterator::Subdirectories);
-        return iterator.hasNext() && iterator.next() == path;
-    });
-    row("QSaveFile", [](const QString &path) {
-        QSaveFile file(path);
-        return file.open(QIODevice::WriteOnly) && file.write("other") == 5 && file.commit()
-            && readFile(path) == "other";
-    });
-    row("QTemporaryFile", [](const QString &path) {
-        QTemporaryFile file(QFileInfo(path).path() + QStringLiteral("/XXXXXX"));
-        return file.open() && QFileInfo::exists(file.fileName());
-    });
-    row("QTemporaryFile by name", [](const QString &path) {
-        QTemporaryFile file;
-        const QString copy = path + QStringLiteral("2");
-        return file.open() && file.write("text") == 4 && file.flush() && file.rename(copy)
-            && readFile(copy) == "text";
-    });
-    row("QSettings", [](const QString &path) {
-        const QString file = path + QStringLiteral(".ini");
-        QSettings(file, QSettings::IniFormat).setValue(QStringLiteral("a"), 1);
-        return readFile(file).contains("a=1");
-    });
-    row("QStorageInfo",
-        [](const QString &path) { return QStorageInfo(QFileInfo(path).path()).bytesTotal() > 0; });
-    row("QFileSystemWatcher", [](const QString &path) {
-        QFileSystemWatcher watcher;
-        QSignalSpy changed(&watcher, &QFileSystemWatcher::fileChanged);
-        if (!watcher.addPath(path)) {
-            return false;
-        }
-        writeFile(path, "other");
-        return changed.count() > 0 || changed.wait(10000);
-    });
-}
-
-void tst_Gate::qtSeesTheUnit()
-{
-    QFETCH(PathCheck, check);
-
-    writeFile(inUnit() + QStringLiteral("/known"), "known");
-    const Gate gate(**m_unit);
-    QVERIFY(check(m_area + QStringLiteral("/known")));
-}
-
-void tst_Gate::theStandardLibrarySeesTheUnit_data()
-{
-    QTest::addColumn<PathCheck>("check");
-
-    const auto row = [](const char *name, std::function<bool(const std::string &)> check) {
-        QTest::newRow(name) << PathCheck(
-            [check](const QString &path) { return check(path.toStdString()); });
-    };
-    row("ifstream", [](const std::string &path) {
-        std::string text;
-        std::ifstream(path) >> text;
-        return text == "known";
-    });
-    row("ofstream", [](const std::string &path) {
-        std::ofstream(path) << "other";
-        return readFile(QString::fromStdString(path)) == "other";
-    });
-    row("filesystem exists", [](const std::string &path) { return std::filesystem::exists(path); });
-    row("filesystem size",
-        [](const std::string &path) { return std::filesystem::file_size(path) == 5; });
-    row("filesystem copy", [](const std::string &path) {
-        std::filesystem::copy_file(path, path + "2");
-        return std::filesystem::file_size(path + "2") == 5;
-    });
-    row("filesystem folders", [](const std::string &path) {
-        const std::filesystem::path folder = std::filesystem::path(path).parent_path();
-        std::filesystem::create_directories(folder / "a" / "b");
-        std::size_t count = 0;
-        for (const auto &entry : std::filesystem::recursive_directory_iterator(folder)) {
-            count += entry.exists() ? 1 : 0;
-        }
-        return count == 3 && std::filesystem::remove_all(folder / "a") == 2;
-    });
-    row("filesystem rename", [](const std::string &path) {
-        std::filesystem::rename(path, path + "2");
-        return std::filesystem::exists(path + "2");
-    });
-    row("filesystem space",
-        [](const std::string &path) { return std::filesystem::space(path).capacity > 0; });
-}
-
-void tst_Gate::theStandardLibrarySeesTheUnit()
-{
-    QFETCH(PathCheck, check);
-
-    writeFile(inUnit() + QStringLiteral("/known"), "known");
-    const Gate gate(**m_unit);
-    QVERIFY(check(m_area + QStringLiteral("/known")));
-}
-
-void tst_Gate::anotherGateLeadsToItsOwnUnit()
+void TestGate::anotherGateLeadsToItsOwnUnit()
 {
     OpenUnit first;
     OpenUnit second;
@@ -599,7 +368,7 @@ void tst_Gate::anotherGateLeadsToItsOwnUnit()
     QCOMPARE(readFile(path), QByteArray("second"));
 }
 
-void tst_Gate::eightThreadsPassTheGate()
+void TestGate::eightThreadsPassTheGate()
 {
     OpenUnit unit;
     const Gate gate(*unit);
@@ -622,330 +391,5 @@ void tst_Gate::eightThreadsPassTheGate()
     QCOMPARE(readFile(unit.path(QStringLiteral("/media/flash/t7"))), QByteArray("99"));
 }
 
-void tst_Gate::systemRunsInTheUnit_data()
-{
-    QTest::addColumn<QByteArray>("module");
-
-    for (const char *module : probeModules) {
-        QTest::newRow(module) << QByteArray(module);
-    }
-}
-
-void tst_Gate::systemRunsInTheUnit()
-{
-    QFETCH(QByteArray, module);
-
-    OpenUnit unit;
-    const Gate gate(*unit);
-    const GateProbe &probe = probeOf(module);
-    QCOMPARE(probe.system("echo text > /media/flash/known"), 0);
-    QCOMPARE(WEXITSTATUS(probe.system("exit 7")), 7);
-    QCOMPARE(WEXITSTATUS(probe.system("cat /dev/sda")), 126);
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/flash/known"))), QByteArray("text\n"));
-    QCOMPARE(unit->journal().lines(),
-             (QStringList{QStringLiteral("shell echo text > /media/flash/known"),
-                          QStringLiteral("shell exit 7"),
-                          QStringLiteral("shell refused cat /dev/sda")}));
-}
-
-void tst_Gate::systemWithoutCommandSaysThatThereIsAShell()
-{
-    OpenUnit unit;
-    const GateProbe &probe = probeOf("gateprobe");
-    QVERIFY(probe.system(nullptr) != 0);
-    const Gate gate(*unit);
-    QVERIFY(probe.system(nullptr) != 0);
-    QCOMPARE(unit->journal().lines(), QStringList());
-}
-
-void tst_Gate::withoutAGateSystemIsTheHosts()
-{
-    OpenUnit unit;
-    QCOMPARE(WEXITSTATUS(probeOf("gateprobe").system("test -z \"$UNIT\" && exit 5")), 5);
-    QCOMPARE(unit->journal().lines(), QStringList());
-}
-
-void tst_Gate::timeOfFactorOneIsTheHosts()
-{
-    OpenUnit unit;
-    const Gate gate(*unit);
-    const GateProbe &probe = probeOf("gateprobe");
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(probe.usleep(30000), 0);
-    QVERIFY(timer.nsecsElapsed() >= 30000000);
-
-    int pipeEnds[2];
-    QCOMPARE(pipe(pipeEnds), 0);
-    timer.restart();
-    timeval timeout = {0, 30000};
-    QCOMPARE(probe.select(pipeEnds[0], &timeout), 0);
-    QVERIFY(timer.nsecsElapsed() >= 30000000);
-    close(pipeEnds[0]);
-    close(pipeEnds[1]);
-
-    timespec host;
-    timeval shown;
-    clock_gettime(CLOCK_REALTIME, &host);
-    QCOMPARE(probe.gettimeofday(&shown), 0);
-    QVERIFY(shown.tv_sec >= host.tv_sec && shown.tv_sec < host.tv_sec + 60);
-}
-
-void tst_Gate::timeRunsFaster_data()
-{
-    QTest::addColumn<Wait>("wait");
-
-    const auto row = [](const char *name, const Wait &wait) { QTest::newRow(name) << wait; };
-    // Ten seconds of the unit's time each.
-    row("sleep", [](const GateProbe &probe) { return int(probe.sleep(10)); });
-    row("usleep", [](const GateProbe &probe) { return probe.usleep(10000000); });
-    row("nanosleep", [](const GateProbe &probe) {
-        const timespec duration = {9, 1000000000 - 1};
-        timespec remaining = {5, 5};
-        return probe.nanosleep(&duration, &remaining);
-    });
-    row("select", [](const GateProbe &probe) {
-        int pipeEnds[2];
-        timeval timeout = {10, 0};
-        int result = pipe(pipeEnds);
-        result += probe.select(pipeEnds[0], &timeout);
-        close(pipeEnds[0]);
-        close(pipeEnds[1]);
-        return result + int(timeout.tv_sec + timeout.tv_usec);
-    });
-    row("QThread", [](const GateProbe &) {
-        QThread::msleep(10000);
-        return 0;
-    });
-    row("std::this_thread", [](const GateProbe &) {
-        std::this_thread::sleep_for(std::chrono::seconds(10));
-        return 0;
-    });
-}
-
-void tst_Gate::timeRunsFaster()
-{
-    QFETCH(Wait, wait);
-
-    OpenUnit unit(fast);
-    const Gate gate(*unit);
-    for (const char *module : probeModules) {
-        const GateProbe &probe = probeOf(module);
-        QElapsedTimer timer;
-        timer.start();
-        QCOMPARE(wait(probe), 0);
-        const double elapsedMs = timer.nsecsElapsed() / 1e6;
-        QVERIFY2(elapsedMs >= 99.9, qPrintable(QString::number(elapsedMs)));
-        QVERIFY2(elapsedMs < 5000, qPrintable(QString::number(elapsedMs)));
-    }
-}
-
-void tst_Gate::selectKeepsTheRestInUnitTime()
-{
-    OpenUnit unit(fast);
-    const Gate gate(*unit);
-    int pipeEnds[2];
-    QCOMPARE(pipe(pipeEnds), 0);
-    std::thread writer([&pipeEnds, &unit] {
-        unit->clock().sleep(5000000);
-        if (write(pipeEnds[1], "x", 1) != 1) {
-            qFatal("The pipe cannot be written.");
-        }
-    });
-    timeval timeout = {10000, 0};
-    const int result = probeOf("gateprobe").select(pipeEnds[0], &timeout);
-    writer.join();
-    close(pipeEnds[0]);
-    close(pipeEnds[1]);
-    QCOMPARE(result, 1);
-    // Five seconds or more are over, and not hours.
-    const double left = timeout.tv_sec + timeout.tv_usec / 1e6;
-    QVERIFY2(left <= 9995.01 && left > 5000, qPrintable(QString::number(left)));
-    QVERIFY(timeout.tv_usec >= 0 && timeout.tv_usec < 1000000);
-}
-
-void tst_Gate::selectWithoutTimeoutWaits()
-{
-    OpenUnit unit(fast);
-    const Gate gate(*unit);
-    int pipeEnds[2];
-    QCOMPARE(pipe(pipeEnds), 0);
-    std::thread writer([&pipeEnds, &unit] {
-        unit->clock().sleep(5000000);
-        if (write(pipeEnds[1], "x", 1) != 1) {
-            qFatal("The pipe cannot be written.");
-        }
-    });
-    QElapsedTimer timer;
-    timer.start();
-    const int result = probeOf("gateprobe").select(pipeEnds[0], nullptr);
-    const qint64 elapsed = timer.elapsed();
-    writer.join();
-    close(pipeEnds[0]);
-    close(pipeEnds[1]);
-    QCOMPARE(result, 1);
-    QVERIFY2(elapsed >= 30, qPrintable(QString::number(elapsed)));
-}
-
-void tst_Gate::selectThatOnlyLooksDoesNotWait()
-{
-    OpenUnit unit(0.001);
-    const Gate gate(*unit);
-    int pipeEnds[2];
-    QCOMPARE(pipe(pipeEnds), 0);
-    QElapsedTimer timer;
-    timer.start();
-    timeval timeout = {0, 0};
-    QCOMPARE(probeOf("gateprobe").select(pipeEnds[0], &timeout), 0);
-    QVERIFY(timer.elapsed() < muchTooLongMs);
-    close(pipeEnds[0]);
-    close(pipeEnds[1]);
-}
-
-void tst_Gate::aVeryShortWaitEnds()
-{
-    OpenUnit unit(1e6);
-    const Gate gate(*unit);
-    const GateProbe &probe = probeOf("gateprobe");
-    QElapsedTimer timer;
-    timer.start();
-    QCOMPARE(probe.usleep(1), 0);
-    int pipeEnds[2];
-    QCOMPARE(pipe(pipeEnds), 0);
-    timeval timeout = {0, 1};
-    QCOMPARE(probe.select(pipeEnds[0], &timeout), 0);
-    close(pipeEnds[0]);
-    close(pipeEnds[1]);
-    // Two waits of at least a microsecond of the host's.
-    QVERIFY(timer.nsecsElapsed() >= 2000);
-    QVERIFY(timer.elapsed() < muchTooLongMs);
-}
-
-void tst_Gate::anInterruptedWaitKeepsTheRestInUnitTime()
-{
-    OpenUnit unit(fast);
-    const Gate gate(*unit);
-    const GateProbe &probe = probeOf("gateprobe");
-    {
-        const Interruption interruption;
-        const unsigned int left = probe.sleep(10000);
-        QVERIFY2(interruption.leaves(left), qPrintable(QString::number(left)));
-    }
-    {
-        const Interruption interruption;
-        const timespec duration = {10000, 0};
-        timespec left = {};
-        QCOMPARE(probe.nanosleep(&duration, &left), -1);
-        QCOMPARE(errno, EINTR);
-        const double seconds = left.tv_sec + left.tv_nsec / 1e9;
-        QVERIFY2(interruption.leaves(seconds), qPrintable(QString::number(seconds)));
-        QVERIFY(left.tv_nsec >= 0 && left.tv_nsec < 1000000000);
-    }
-    {
-        const Interruption interruption;
-        const timespec duration = {10000, 0};
-        QCOMPARE(probe.nanosleep(&duration, nullptr), -1);
-    }
-    {
-        const Interruption interruption;
-        QCOMPARE(probe.usleep(1000000000), -1);
-        QCOMPARE(errno, EINTR);
-    }
-}
-
-void tst_Gate::wrongTimesAreRefused()
-{
-    OpenUnit unit(fast);
-    const Gate gate(*unit);
-    const GateProbe &probe = probeOf("gateprobe");
-    for (const timespec wrong : {timespec{-1, 0}, timespec{0, -1}, timespec{0, 1000000000}}) {
-        errno = 0;
-        QCOMPARE(probe.nanosleep(&wrong, nullptr), -1);
-        QCOMPARE(errno, EINVAL);
-    }
-    int pipeEnds[2];
-    QCOMPARE(pipe(pipeEnds), 0);
-    for (timeval wrong : {timeval{-1, 0}, timeval{0, -1}}) {
-        errno = 0;
-        QCOMPARE(probe.select(pipeEnds[0], &wrong), -1);
-        QCOMPARE(errno, EINVAL);
-    }
-    close(pipeEnds[0]);
-    close(pipeEnds[1]);
-}
-
-void tst_Gate::theClockBeginsWithTheHosts()
-{
-    OpenUnit unit(fast);
-    timespec before;
-    clock_gettime(CLOCK_REALTIME, &before);
-    const Gate gate(*unit);
-    timeval shown;
-    QCOMPARE(probeOf("gateprobe").gettimeofday(&shown), 0);
-    // Far below a minute of the host's can have passed in between.
-    QVERIFY(shown.tv_sec >= before.tv_sec);
-    QVERIFY(shown.tv_sec < before.tv_sec + 60 * fast);
-}
-
-void tst_Gate::theClockRunsFaster()
-{
-    OpenUnit unit(fast);
-    const Gate gate(*unit);
-    const GateProbe &probe = probeOf("gateprobe");
-    const auto seconds = [&probe] {
-        timeval now;
-        probe.gettimeofday(&now);
-        return now.tv_sec + now.tv_usec / 1e6;
-    };
-    QElapsedTimer outer;
-    outer.start();
-    const double before = seconds();
-    QElapsedTimer inner;
-    inner.start();
-    unit->clock().sleep(10000000);
-    const double atLeast = inner.nsecsElapsed() / 1e9 * fast;
-    const double shown = seconds() - before;
-    const double atMost = outer.nsecsElapsed() / 1e9 * fast;
-    QVERIFY2(shown >= atLeast - 0.001 && shown <= atMost + 0.001,
-             qPrintable(QStringLiteral("%1 <= %2 <= %3").arg(atLeast).arg(shown).arg(atMost)));
-    QVERIFY(shown >= 9.9);
-}
-
-void tst_Gate::theClockNeverGoesBack()
-{
-    OpenUnit unit(fast);
-    const Gate gate(*unit);
-    const GateProbe &probe = probeOf("gateprobe");
-    std::atomic<int> failures{0};
-    std::vector<std::thread> threads;
-    for (int thread = 0; thread < 4; ++thread) {
-        threads.emplace_back([&probe, &failures] {
-            timeval last = {};
-            for (int i = 0; i < 20000; ++i) {
-                timeval now;
-                probe.gettimeofday(&now);
-                const bool isLater = now.tv_sec > last.tv_sec
-                    || (now.tv_sec == last.tv_sec && now.tv_usec >= last.tv_usec);
-                failures += isLater && now.tv_usec >= 0 && now.tv_usec < 1000000 ? 0 : 1;
-                last = now;
-            }
-        });
-    }
-    for (std::thread &thread : threads) {
-        thread.join();
-    }
-    QCOMPARE(failures.load(), 0);
-}
-
-void tst_Gate::theUnitsOwnClockIsNotScaledTwice()
-{
-    OpenUnit unit(fast);
-    const Gate gate(*unit);
-    QElapsedTimer timer;
-    timer.start();
-    unit->clock().sleep(10000000);
-    QVERIFY2(timer.nsecsElapsed() >= 99900000, qPrintable(QString::number(timer.elapsed())));
-}
-
-QTEST_GUILESS_MAIN(tst_Gate)
+QTEST_GUILESS_MAIN(TestGate)
 #include "tst_gate.moc"
