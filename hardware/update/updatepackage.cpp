@@ -4,6 +4,8 @@
 
 #include <QtEndian>
 
+#include <zlib.h>
+
 namespace hardware
 {
 
@@ -62,7 +64,7 @@ bool UpdatePackage::readOn(int bytes)
         m_state = Unreadable;
         return false;
     }
-    m_checksum.add(piece);
+    addToChecksum(piece);
     m_left -= piece.size();
     if (m_left == 0) {
         m_state = readChecksum();
@@ -104,7 +106,7 @@ UpdatePackage::Result UpdatePackage::readHeader()
         m_header.clear();
         return NoPackage;
     }
-    m_checksum.add(m_header);
+    addToChecksum(m_header);
     m_left = number(m_header, payloadLengthOffset);
     if (m_file.size() != headerLength + m_left + checksumLength) {
         return WrongLength;
@@ -118,7 +120,13 @@ UpdatePackage::Result UpdatePackage::readChecksum()
     if (checksum.size() != checksumLength) {
         return Unreadable;
     }
-    return number(checksum) == m_checksum.value() ? Good : WrongChecksum;
+    return number(checksum) == m_checksum ? Good : WrongChecksum;
+}
+
+void UpdatePackage::addToChecksum(const QByteArray &bytes)
+{
+    m_checksum = quint32(
+        crc32(m_checksum, reinterpret_cast<const Bytef *>(bytes.constData()), uInt(bytes.size())));
 }
 
 QString UpdatePackage::version(int offset) const

@@ -1,7 +1,5 @@
 #pragma once
 
-#include "crc32.h"
-
 #include <QFile>
 #include <QString>
 
@@ -17,7 +15,7 @@ namespace hardware
 ///         44       32   SDK version, likewise
 ///         76        4   n, the payload's length
 ///         80        n   payload
-///     80 + n        4   CRC-32 of all bytes before it, and nothing behind it
+///     80 + n        4   CRC-32 (zlib's) of all bytes before it, and nothing behind it
 class UpdatePackage
 {
 public:
@@ -54,13 +52,14 @@ public:
 private:
     Result readHeader();
     Result readChecksum();
+    void addToChecksum(const QByteArray &bytes);
     QString version(int offset) const;
 
     QFile m_file;
     QByteArray m_header;
     Result m_state = Unreadable;
-    qint64 m_left = 0; ///< bytes that the checksum still covers
-    Crc32 m_checksum;
+    qint64 m_left = 0;      ///< bytes that the checksum still covers
+    quint32 m_checksum = 0; ///< of what has been read so far
 };
 
 } // namespace hardware
