@@ -1,4 +1,4 @@
-#include "journalcommands.h"
+#include "allcommands.h"
 
 #include "arguments.h"
 #include "commandtable.h"

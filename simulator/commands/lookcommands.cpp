@@ -1,4 +1,4 @@
-#include "lookcommands.h"
+#include "allcommands.h"
 
 #include "commandtable.h"
 

@@ -1,4 +1,4 @@
-#include "memorycommands.h"
+#include "allcommands.h"
 
 #include "commandtable.h"
 

@@ -1,4 +1,4 @@
-#include "ncmcommands.h"
+#include "allcommands.h"
 
 #include "commandtable.h"
 

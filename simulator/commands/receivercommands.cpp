@@ -1,4 +1,4 @@
-#include "receivercommands.h"
+#include "allcommands.h"
 
 #include "commandtable.h"
 

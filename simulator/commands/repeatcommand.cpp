@@ -1,4 +1,4 @@
-#include "repeatcommand.h"
+#include "allcommands.h"
 
 #include "arguments.h"
 

@@ -1,4 +1,4 @@
-#include "settingcommands.h"
+#include "allcommands.h"
 
 #include "commandtable.h"
 

@@ -1,4 +1,4 @@
-#include "storagecommands.h"
+#include "allcommands.h"
 
 #include "commandtable.h"
 

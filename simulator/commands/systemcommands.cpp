@@ -1,4 +1,4 @@
-#include "systemcommands.h"
+#include "allcommands.h"
 
 #include "arguments.h"
 #include "commandtable.h"

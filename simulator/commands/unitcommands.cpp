@@ -1,4 +1,4 @@
-#include "unitcommands.h"
+#include "allcommands.h"
 
 #include "arguments.h"
 #include "commandtable.h"

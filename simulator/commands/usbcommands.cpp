@@ -1,4 +1,4 @@
-#include "usbcommands.h"
+#include "allcommands.h"
 
 #include "commandtable.h"
 

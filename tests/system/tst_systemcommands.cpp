@@ -1,6 +1,5 @@
-#include "simulator/commands/systemcommands.h"
+#include "simulator/commands/allcommands.h"
 
-#include "simulator/commands/storagecommands.h"
 #include "simulator/console/console.h"
 #include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
