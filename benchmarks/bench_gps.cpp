@@ -7,9 +7,9 @@
 #include "gps/xmodemsender.h"
 #include "measurement.h"
 
-#include "hardware/clock.h"
-#include "hardware/serialline.h"
-#include "hardware/xmodemreceiver.h"
+#include "hardware/receiver/serialline.h"
+#include "hardware/receiver/xmodemreceiver.h"
+#include "hardware/unit/clock.h"
 
 #include <QElapsedTimer>
 #include <QFile>

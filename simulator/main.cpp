@@ -1,17 +1,17 @@
-#include "appearance.h"
-#include "commands/allcommands.h"
-#include "console.h"
-#include "consoleserver.h"
-#include "displaycheck.h"
 #include "exitstatus.h"
 #include "options.h"
 #include "programend.h"
-#include "scriptrunner.h"
 #include "simulator.h"
-#include "unitaddress.h"
 
-#include "hardware/gate/gate.h"
-#include "hardware/unit.h"
+#include "gate/gate.h"
+#include "hardware/unit/unit.h"
+#include "simulator/commands/allcommands.h"
+#include "simulator/console/console.h"
+#include "simulator/console/consoleserver.h"
+#include "simulator/console/scriptrunner.h"
+#include "simulator/console/unitaddress.h"
+#include "simulator/window/appearance.h"
+#include "simulator/window/displaycheck.h"
 
 #include <QApplication>
 

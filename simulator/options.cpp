@@ -1,7 +1,8 @@
 #include "options.h"
 
 #include "exitstatus.h"
-#include "unitaddress.h"
+
+#include "simulator/console/unitaddress.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>

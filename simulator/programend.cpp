@@ -1,10 +1,10 @@
 #include "programend.h"
 
 #include "exitstatus.h"
-#include "graphicalthread.h"
 
-#include "hardware/hostaccess.h"
-#include "hardware/journal.h"
+#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/journal.h"
+#include "simulator/framework/graphicalthread.h"
 
 #include <QCoreApplication>
 #include <QDeadlineTimer>

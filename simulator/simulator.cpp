@@ -1,15 +1,14 @@
 #include "simulator.h"
 
-#include "hardkey.h"
-#include "homescreen.h"
-#include "screen.h"
-
 #include "dab/sim/simdabmodule.h"
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "kvappframework/sim/screenlayer.h"
 #include "kvappframework/sim/simactivitymanager.h"
 #include "kvappframework/sim/simmodulemanager.h"
 #include "service/sim/simmediaplaymodule.h"
+#include "simulator/window/hardkey.h"
+#include "simulator/window/homescreen.h"
+#include "simulator/window/screen.h"
 
 #include <QCoreApplication>
 #include <QTimer>

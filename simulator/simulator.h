@@ -1,17 +1,16 @@
 #pragma once
 
-#include "activityloader.h"
-#include "bezel.h"
-#include "finger.h"
-#include "graphicalthread.h"
-#include "screenreader.h"
-#include "topleveladopter.h"
-#include "tracejournal.h"
-#include "unitlights.h"
-#include "usbactivity.h"
-
 #include "kvappframework/sim/frameworkhost.h"
 #include "simlink/simulatedunit.h"
+#include "simulator/console/screenreader.h"
+#include "simulator/framework/activityloader.h"
+#include "simulator/framework/graphicalthread.h"
+#include "simulator/framework/topleveladopter.h"
+#include "simulator/framework/tracejournal.h"
+#include "simulator/framework/usbactivity.h"
+#include "simulator/window/bezel.h"
+#include "simulator/window/finger.h"
+#include "simulator/window/unitlights.h"
 
 #include <QObject>
 

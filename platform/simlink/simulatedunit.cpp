@@ -1,6 +1,6 @@
 #include "simulatedunit.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 
 #include <atomic>
 #include <map>

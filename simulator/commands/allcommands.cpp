@@ -1,20 +1,5 @@
 #include "allcommands.h"
 
-#include "journalcommands.h"
-#include "lightcommands.h"
-#include "lookcommands.h"
-#include "memorycommands.h"
-#include "ncmcommands.h"
-#include "receivercommands.h"
-#include "repeatcommand.h"
-#include "settingcommands.h"
-#include "storagecommands.h"
-#include "systemcommands.h"
-#include "touchcommands.h"
-#include "unitcommands.h"
-#include "usbcommands.h"
-#include "vendorcommands.h"
-
 namespace simulator
 {
 

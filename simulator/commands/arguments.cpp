@@ -1,6 +1,6 @@
 #include "arguments.h"
 
-#include "simulator/screen.h"
+#include "simulator/window/screen.h"
 
 #include <limits>
 

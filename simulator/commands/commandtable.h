@@ -1,6 +1,6 @@
 #pragma once
 
-#include "simulator/console.h"
+#include "simulator/console/console.h"
 
 #include <initializer_list>
 

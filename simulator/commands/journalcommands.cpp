@@ -1,13 +1,12 @@
-#include "journalcommands.h"
+#include "allcommands.h"
 
 #include "arguments.h"
 #include "commandtable.h"
 
-#include "simulator/consolesession.h"
+#include "hardware/unit/journalreader.h"
+#include "hardware/unit/unit.h"
+#include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
-
-#include "hardware/journalreader.h"
-#include "hardware/unit.h"
 
 #include <limits>
 

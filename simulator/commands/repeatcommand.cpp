@@ -1,8 +1,8 @@
-#include "repeatcommand.h"
+#include "allcommands.h"
 
 #include "arguments.h"
 
-#include "simulator/console.h"
+#include "simulator/console/console.h"
 
 namespace simulator
 {

@@ -1,11 +1,10 @@
-#include "storagecommands.h"
+#include "allcommands.h"
 
 #include "commandtable.h"
 
-#include "simulator/consolesession.h"
+#include "hardware/unit/unit.h"
+#include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
-
-#include "hardware/unit.h"
 
 namespace simulator
 {

@@ -1,11 +1,11 @@
-#include "touchcommands.h"
+#include "allcommands.h"
 
 #include "arguments.h"
 #include "commandtable.h"
 
-#include "simulator/hardkey.h"
-#include "simulator/screen.h"
 #include "simulator/simulator.h"
+#include "simulator/window/hardkey.h"
+#include "simulator/window/screen.h"
 
 namespace simulator
 {

@@ -1,12 +1,11 @@
-#include "unitcommands.h"
+#include "allcommands.h"
 
 #include "arguments.h"
 #include "commandtable.h"
 
-#include "simulator/consolesession.h"
+#include "hardware/unit/unit.h"
+#include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
-
-#include "hardware/unit.h"
 
 #include <QDir>
 

@@ -1,10 +1,9 @@
-#include "usbcommands.h"
+#include "allcommands.h"
 
 #include "commandtable.h"
 
+#include "hardware/unit/unit.h"
 #include "simulator/simulator.h"
-
-#include "hardware/unit.h"
 
 namespace simulator
 {

@@ -1,11 +1,10 @@
-#include "vendorcommands.h"
+#include "allcommands.h"
 
 #include "arguments.h"
 #include "commandtable.h"
 
+#include "hardware/unit/unit.h"
 #include "simulator/simulator.h"
-
-#include "hardware/unit.h"
 
 namespace simulator
 {

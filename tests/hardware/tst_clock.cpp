@@ -1,4 +1,4 @@
-#include "hardware/clock.h"
+#include "hardware/unit/clock.h"
 
 #include <QElapsedTimer>
 #include <QtTest>

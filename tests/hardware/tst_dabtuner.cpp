@@ -1,6 +1,6 @@
-#include "hardware/dabtuner.h"
+#include "hardware/radio/dabtuner.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QFile>
 #include <QSignalSpy>

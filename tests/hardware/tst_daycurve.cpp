@@ -1,4 +1,4 @@
-#include "hardware/daycurve.h"
+#include "hardware/light/daycurve.h"
 
 #include <QtTest>
 

@@ -1,6 +1,6 @@
-#include "hardware/daynight.h"
+#include "hardware/light/daynight.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QSignalSpy>
 #include <QtTest>

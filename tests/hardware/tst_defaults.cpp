@@ -1,4 +1,4 @@
-#include "hardware/defaults.h"
+#include "hardware/unit/defaults.h"
 
 #include <QFile>
 #include <QTemporaryDir>

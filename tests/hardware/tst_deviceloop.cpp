@@ -1,6 +1,6 @@
-#include "hardware/clock.h"
-#include "hardware/deviceloop.h"
-#include "hardware/hostaccess.h"
+#include "hardware/unit/clock.h"
+#include "hardware/unit/deviceloop.h"
+#include "hardware/unit/hostaccess.h"
 
 #include <QElapsedTimer>
 #include <QStringList>

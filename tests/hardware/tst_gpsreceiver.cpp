@@ -1,4 +1,4 @@
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 
 #include <QFile>
 #include <QFileInfo>

@@ -1,7 +1,7 @@
-#include "hardware/hostaccess.h"
+#include "hardware/unit/hostaccess.h"
 
-#include "hardware/gate/gate.h"
-#include "openunit.h"
+#include "gate/gate.h"
+#include "support/openunit.h"
 
 #include <QFileInfo>
 #include <QtTest>

@@ -1,6 +1,6 @@
-#include "hardware/initext.h"
+#include "hardware/unit/initext.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QSettings>
 #include <QTemporaryDir>

@@ -1,4 +1,4 @@
-#include "hardware/journal.h"
+#include "hardware/unit/journal.h"
 
 #include "support/fulldisk.h"
 

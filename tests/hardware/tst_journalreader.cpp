@@ -1,6 +1,6 @@
-#include "hardware/journalreader.h"
+#include "hardware/unit/journalreader.h"
 
-#include "hardware/journal.h"
+#include "hardware/unit/journal.h"
 
 #include <QtTest>
 

@@ -1,7 +1,7 @@
-#include "hardware/keylight.h"
+#include "hardware/light/keylight.h"
 
-#include "hardware/journal.h"
-#include "hardware/mcu.h"
+#include "hardware/unit/journal.h"
+#include "hardware/unit/mcu.h"
 
 #include <QSignalSpy>
 #include <QtTest>

@@ -1,6 +1,6 @@
-#include "hardware/lightsensor.h"
+#include "hardware/light/lightsensor.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>

@@ -1,6 +1,6 @@
-#include "hardware/mcu.h"
+#include "hardware/unit/mcu.h"
 
-#include "hardware/journal.h"
+#include "hardware/unit/journal.h"
 
 #include <QSignalSpy>
 #include <QtTest>

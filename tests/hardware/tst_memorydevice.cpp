@@ -1,11 +1,11 @@
 // The memory device as a program finds it behind the gate: its calls are those of the C library.
 
-#include "hardware/memorydevice.h"
+#include "hardware/memory/memorydevice.h"
 
-#include "hardware/gate/gate.h"
-#include "hardware/hostaccess.h"
+#include "gate/gate.h"
+#include "hardware/unit/hostaccess.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QtTest>
 

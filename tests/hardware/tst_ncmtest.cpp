@@ -1,6 +1,6 @@
-#include "hardware/ncmtest.h"
+#include "hardware/usb/ncmtest.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QtTest>
 

@@ -1,11 +1,11 @@
 // Files on storage as a program has them behind the gate, when a stick is pulled: its calls are
 // those of the C library.
 
-#include "hardware/openfiles.h"
+#include "hardware/storage/openfiles.h"
 
-#include "hardware/gate/gate.h"
+#include "gate/gate.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QtTest>
 

@@ -1,6 +1,6 @@
-#include "hardware/panel.h"
+#include "hardware/light/panel.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QSignalSpy>
 #include <QtTest>

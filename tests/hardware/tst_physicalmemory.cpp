@@ -1,6 +1,6 @@
-#include "hardware/physicalmemory.h"
+#include "hardware/memory/physicalmemory.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

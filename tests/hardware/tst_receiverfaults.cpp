@@ -1,4 +1,4 @@
-#include "hardware/receiverfaults.h"
+#include "hardware/receiver/receiverfaults.h"
 
 #include <QtTest>
 

@@ -1,5 +1,5 @@
-#include "hardware/receiverimage.h"
-#include "hardware/xmodemreceiver.h"
+#include "hardware/receiver/receiverimage.h"
+#include "hardware/receiver/xmodemreceiver.h"
 
 #include <QtEndian>
 #include <QtTest>

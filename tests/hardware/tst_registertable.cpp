@@ -1,6 +1,6 @@
-#include "hardware/registertable.h"
+#include "hardware/memory/registertable.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

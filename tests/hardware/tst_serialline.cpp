@@ -1,5 +1,5 @@
-#include "hardware/clock.h"
-#include "hardware/serialline.h"
+#include "hardware/receiver/serialline.h"
+#include "hardware/unit/clock.h"
 
 #include <QElapsedTimer>
 #include <QtTest>

@@ -1,8 +1,8 @@
-#include "hardware/settings.h"
+#include "hardware/unit/settings.h"
 
-#include "hardware/journal.h"
-#include "openunit.h"
+#include "hardware/unit/journal.h"
 #include "support/fulldisk.h"
+#include "support/openunit.h"
 
 #include <QDir>
 #include <QTemporaryDir>

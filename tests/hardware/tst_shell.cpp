@@ -1,6 +1,6 @@
-#include "hardware/shell.h"
+#include "hardware/shell/shell.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QDir>
 #include <QFileInfo>

@@ -1,4 +1,4 @@
-#include "hardware/shellcommand.h"
+#include "hardware/shell/shellcommand.h"
 
 #include <QtTest>
 

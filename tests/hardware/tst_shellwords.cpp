@@ -1,4 +1,4 @@
-#include "hardware/shellwords.h"
+#include "hardware/shell/shellwords.h"
 
 #include <QtTest>
 

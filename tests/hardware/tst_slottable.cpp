@@ -1,6 +1,6 @@
-#include "hardware/slottable.h"
+#include "hardware/storage/slottable.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

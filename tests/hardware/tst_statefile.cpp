@@ -1,9 +1,9 @@
-#include "hardware/statefile.h"
+#include "hardware/unit/statefile.h"
 
-#include "hardware/journal.h"
-#include "hardware/tablerow.h"
-#include "openunit.h"
+#include "hardware/unit/journal.h"
+#include "hardware/unit/tablerow.h"
 #include "support/fulldisk.h"
+#include "support/openunit.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

@@ -1,13 +1,10 @@
-#include "hardware/storage.h"
+#include "hardware/storage/storage.h"
 
-#include "hardware/journal.h"
-#include "hardware/unitfolder.h"
-#include "openunit.h"
+#include "storagetest.h"
 
 #include <QDir>
 #include <QFileInfo>
 #include <QSignalSpy>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <thread>
@@ -15,24 +12,10 @@
 
 #include <unistd.h>
 
-using hardware::Journal;
 using hardware::Storage;
 using hardware::StorageSlot;
-using hardware::UnitFolder;
 
-namespace
-{
-
-const QString usb0 = QStringLiteral("usb0");
-const QString usb1 = QStringLiteral("usb1");
-const QString sd0 = QStringLiteral("sd0");
-const QString usb0Root = QStringLiteral("/media/usb0");
-const QString usb1Root = QStringLiteral("/media/usb1");
-const QString sd0Root = QStringLiteral("/media/sd0");
-
-} // namespace
-
-class tst_Storage : public QObject
+class TestStorage : public QObject, private StorageTest
 {
     Q_OBJECT
 
@@ -61,65 +44,15 @@ private slots:
     void aLinkToTheStickIsTakenOver_data();
     void aLinkToTheStickIsTakenOver();
     void whatReplacedALinkIsLeft();
-    void aRestartFindsTheSticksInOrder();
-    void aRestartForgetsAVanishedStick();
-    void aRestartForgetsAStickWithoutSlot();
-    void aRestartFollowsAMovedMountRoot();
-    void aRestartMendsALostLink();
-    void aMovedUnitKeepsItsOwnSticks();
-    void aDamagedListIsRefusedAndLeft();
-    void aListThatCannotBeWrittenRefusesThePlug();
-    void aStickNameWithOddCharacters();
     void threadsPlugAndPull();
-
-private:
-    /// The storage of the unit's folder as a new start of the simulator opens it.
-    void start();
-    QString path(const QString &unitPath) const { return m_root + unitPath; }
-    void plug(const QString &slot, const QString &folder = QString());
-    void pull(const QString &slot);
-
-    QScopedPointer<QTemporaryDir> m_temporary;
-    QString m_root;
-    QScopedPointer<UnitFolder> m_folder;
-    QScopedPointer<Journal> m_journal;
-    QScopedPointer<Storage> m_storage;
 };
 
-void tst_Storage::init()
+void TestStorage::init()
 {
-    m_storage.reset();
-    m_folder.reset();
-    m_temporary.reset(new QTemporaryDir);
-    m_root = m_temporary->filePath(QStringLiteral("unit"));
-    start();
+    switchOn();
 }
 
-void tst_Storage::start()
-{
-    m_storage.reset();
-    m_folder.reset();
-    m_folder.reset(new UnitFolder(m_root));
-    m_journal.reset(new Journal);
-    m_storage.reset(new Storage(*m_folder, *m_journal));
-    QString error;
-    QVERIFY2(m_folder->open(&error), qPrintable(error));
-    QVERIFY2(m_storage->open(&error), qPrintable(error));
-}
-
-void tst_Storage::plug(const QString &slot, const QString &folder)
-{
-    QString error;
-    QVERIFY2(m_storage->plug(slot, folder, &error), qPrintable(error));
-}
-
-void tst_Storage::pull(const QString &slot)
-{
-    QString error;
-    QVERIFY2(m_storage->pull(slot, &error), qPrintable(error));
-}
-
-void tst_Storage::theDefaultTable_data()
+void TestStorage::theDefaultTable_data()
 {
     QTest::addColumn<int>("index");
     QTest::addColumn<QString>("name");
@@ -133,7 +66,7 @@ void tst_Storage::theDefaultTable_data()
     QTest::newRow("SD 1") << 3 << "sd1" << 2 << 1 << "/media/sd1";
 }
 
-void tst_Storage::theDefaultTable()
+void TestStorage::theDefaultTable()
 {
     QFETCH(int, index);
 
@@ -145,7 +78,7 @@ void tst_Storage::theDefaultTable()
     QTEST(slot.mountRoot, "mountRoot");
 }
 
-void tst_Storage::anotherTableKeepsItsOrder()
+void TestStorage::anotherTableKeepsItsOrder()
 {
     writeFile(path(QStringLiteral("/slots.ini")),
               "[z]\nmediaType=1\ncontroller=3\nmountRoot=/media/zz\n"
@@ -156,7 +89,7 @@ void tst_Storage::anotherTableKeepsItsOrder()
     QCOMPARE(m_storage->slotTable().at(1).name, QStringLiteral("a"));
 }
 
-void tst_Storage::aWrongTableIsRefused()
+void TestStorage::aWrongTableIsRefused()
 {
     writeFile(path(QStringLiteral("/slots.ini")), "[usb0]\nmediaType=1\n");
     Storage storage(*m_folder, *m_journal);
@@ -166,7 +99,7 @@ void tst_Storage::aWrongTableIsRefused()
              path(QStringLiteral("/slots.ini, line 1: slot \"usb0\" has no field controller.")));
 }
 
-void tst_Storage::aSlotsOwnStickAppears()
+void TestStorage::aSlotsOwnStickAppears()
 {
     QVERIFY(!QFileInfo::exists(path(usb0Root)));
     plug(usb0);
@@ -176,7 +109,7 @@ void tst_Storage::aSlotsOwnStickAppears()
     QCOMPARE(m_journal->lines(), QStringList{QStringLiteral("storage plug usb0 /media/usb0")});
 }
 
-void tst_Storage::aGivenFolderAppears()
+void TestStorage::aGivenFolderAppears()
 {
     const QString folder = m_temporary->filePath(QStringLiteral("a stick"));
     writeFile(folder + QStringLiteral("/known"), "bytes");
@@ -186,7 +119,7 @@ void tst_Storage::aGivenFolderAppears()
     QCOMPARE(m_journal->lines(), QStringList{QStringLiteral("storage plug usb0 /media/usb0")});
 }
 
-void tst_Storage::aRelativeFolderIsTakenFromTheCurrentOne()
+void TestStorage::aRelativeFolderIsTakenFromTheCurrentOne()
 {
     writeFile(m_temporary->filePath(QStringLiteral("stick/known")), "bytes");
     const QString former = QDir::currentPath();
@@ -196,7 +129,7 @@ void tst_Storage::aRelativeFolderIsTakenFromTheCurrentOne()
     QCOMPARE(readFile(path(QStringLiteral("/media/usb0/known"))), QByteArray("bytes"));
 }
 
-void tst_Storage::aPulledStickVanishesAndKeepsItsContent()
+void TestStorage::aPulledStickVanishesAndKeepsItsContent()
 {
     plug(usb0);
     writeFile(path(QStringLiteral("/media/usb0/known")), "bytes");
@@ -209,7 +142,7 @@ void tst_Storage::aPulledStickVanishesAndKeepsItsContent()
     QCOMPARE(readFile(path(QStringLiteral("/media/usb0/known"))), QByteArray("bytes"));
 }
 
-void tst_Storage::signalsNameTheMountRoot()
+void TestStorage::signalsNameTheMountRoot()
 {
     QSignalSpy mounted(m_storage.data(), &Storage::mounted);
     QSignalSpy removed(m_storage.data(), &Storage::removed);
@@ -228,7 +161,7 @@ void tst_Storage::signalsNameTheMountRoot()
     QCOMPARE(removed.count(), 1);
 }
 
-void tst_Storage::aListenerMayAskBack()
+void TestStorage::aListenerMayAskBack()
 {
     QStringList whenMounted;
     QStringList whenRemoved{QStringLiteral("not heard")};
@@ -240,7 +173,7 @@ void tst_Storage::aListenerMayAskBack()
     QCOMPARE(whenRemoved, QStringList());
 }
 
-void tst_Storage::mountOrderIsPlugOrder()
+void TestStorage::mountOrderIsPlugOrder()
 {
     plug(sd0);
     plug(usb1);
@@ -252,7 +185,7 @@ void tst_Storage::mountOrderIsPlugOrder()
     QCOMPARE(m_storage->mountRoots(), (QStringList{usb1Root, usb0Root, sd0Root}));
 }
 
-void tst_Storage::mountRootsOfAMediaType()
+void TestStorage::mountRootsOfAMediaType()
 {
     plug(sd0);
     plug(usb1);
@@ -262,7 +195,7 @@ void tst_Storage::mountRootsOfAMediaType()
     QCOMPARE(m_storage->mountRoots(3), QStringList());
 }
 
-void tst_Storage::controllerOfAMountRoot()
+void TestStorage::controllerOfAMountRoot()
 {
     QCOMPARE(m_storage->controllerId(usb0Root), 0);
     QCOMPARE(m_storage->controllerId(usb1Root), 1);
@@ -271,7 +204,7 @@ void tst_Storage::controllerOfAMountRoot()
     QCOMPARE(m_storage->controllerId(QString()), -1);
 }
 
-void tst_Storage::plugRefuses_data()
+void TestStorage::plugRefuses_data()
 {
     QTest::addColumn<QString>("slot");
     QTest::addColumn<QString>("folder");
@@ -297,7 +230,7 @@ void tst_Storage::plugRefuses_data()
                             << "There is no folder \"/etc/passwd\" to plug into slot \"usb0\".";
 }
 
-void tst_Storage::plugRefuses()
+void TestStorage::plugRefuses()
 {
     QFETCH(QString, slot);
     QFETCH(QString, folder);
@@ -314,7 +247,7 @@ void tst_Storage::plugRefuses()
     QCOMPARE(m_storage->mountRoots(), QStringList{usb1Root});
 }
 
-void tst_Storage::pullRefuses()
+void TestStorage::pullRefuses()
 {
     QString error;
     QVERIFY(!m_storage->pull(usb0, &error));
@@ -325,7 +258,7 @@ void tst_Storage::pullRefuses()
     QCOMPARE(m_journal->end(), qint64(0));
 }
 
-void tst_Storage::aFullStickIsMarkedUntilItIsNot()
+void TestStorage::aFullStickIsMarkedUntilItIsNot()
 {
     QString error;
     const QString mark = path(QStringLiteral("/full/usb0"));
@@ -343,7 +276,7 @@ void tst_Storage::aFullStickIsMarkedUntilItIsNot()
                           "storage free usb0"}));
 }
 
-void tst_Storage::whatIsInTheWayIsLeft_data()
+void TestStorage::whatIsInTheWayIsLeft_data()
 {
     QTest::addColumn<QString>("kind");
 
@@ -353,7 +286,7 @@ void tst_Storage::whatIsInTheWayIsLeft_data()
     QTest::newRow("dangling link") << "dangling";
 }
 
-void tst_Storage::whatIsInTheWayIsLeft()
+void TestStorage::whatIsInTheWayIsLeft()
 {
     QFETCH(QString, kind);
 
@@ -388,7 +321,7 @@ void tst_Storage::whatIsInTheWayIsLeft()
     }
 }
 
-void tst_Storage::aLinkToTheStickIsTakenOver_data()
+void TestStorage::aLinkToTheStickIsTakenOver_data()
 {
     QTest::addColumn<QString>("target");
     QTest::addColumn<QString>("folder");
@@ -400,7 +333,7 @@ void tst_Storage::aLinkToTheStickIsTakenOver_data()
                                     << "given";
 }
 
-void tst_Storage::aLinkToTheStickIsTakenOver()
+void TestStorage::aLinkToTheStickIsTakenOver()
 {
     QFETCH(QString, target);
     QFETCH(QString, folder);
@@ -415,7 +348,7 @@ void tst_Storage::aLinkToTheStickIsTakenOver()
     QVERIFY(!QFileInfo(path(usb0Root)).isSymLink());
 }
 
-void tst_Storage::whatReplacedALinkIsLeft()
+void TestStorage::whatReplacedALinkIsLeft()
 {
     plug(usb0);
     QVERIFY(QFile::remove(path(usb0Root)));
@@ -425,139 +358,7 @@ void tst_Storage::whatReplacedALinkIsLeft()
     QCOMPARE(m_storage->mountRoots(), QStringList());
 }
 
-void tst_Storage::aRestartFindsTheSticksInOrder()
-{
-    const QString folder = m_temporary->filePath(QString::fromUtf8("stick, \"odd\"; %41"));
-    writeFile(folder + QStringLiteral("/known"), "bytes");
-    plug(usb1, folder);
-    plug(sd0);
-    plug(usb0);
-    start();
-    QCOMPARE(m_storage->mountRoots(), (QStringList{usb1Root, sd0Root, usb0Root}));
-    QCOMPARE(readFile(path(QStringLiteral("/media/usb1/known"))), QByteArray("bytes"));
-    QCOMPARE(m_journal->lines(),
-             (QStringList{QStringLiteral("storage remembered usb1 /media/usb1"),
-                          QStringLiteral("storage remembered sd0 /media/sd0"),
-                          QStringLiteral("storage remembered usb0 /media/usb0")}));
-    pull(usb1);
-    pull(sd0);
-    pull(usb0);
-    start();
-    QCOMPARE(m_storage->mountRoots(), QStringList());
-}
-
-void tst_Storage::aRestartForgetsAVanishedStick()
-{
-    const QString folder = m_temporary->filePath(QStringLiteral("stick"));
-    QVERIFY(QDir().mkpath(folder));
-    plug(usb0, folder);
-    plug(usb1);
-    QVERIFY(QDir(folder).removeRecursively());
-    start();
-    QCOMPARE(m_storage->mountRoots(), QStringList{usb1Root});
-    QCOMPARE(
-        m_journal->lines(),
-        (QStringList{QStringLiteral("storage forgotten usb0: There is no folder \"%1\" to plug "
-                                    "into slot \"usb0\".")
-                         .arg(folder),
-                     QStringLiteral("storage remembered usb1 /media/usb1")}));
-    QVERIFY(!QFileInfo(path(usb0Root)).isSymLink());
-    start();
-    QCOMPARE(m_journal->lines(),
-             QStringList{QStringLiteral("storage remembered usb1 /media/usb1")});
-    plug(usb0);
-}
-
-void tst_Storage::aRestartForgetsAStickWithoutSlot()
-{
-    plug(usb0);
-    writeFile(path(QStringLiteral("/slots.ini")),
-              "[sd0]\nmediaType=1\ncontroller=0\nmountRoot=/media/sd0\n");
-    start();
-    QCOMPARE(m_storage->mountRoots(), QStringList());
-    QCOMPARE(m_journal->lines(),
-             QStringList{QStringLiteral("storage forgotten usb0: There is no slot \"usb0\"; the "
-                                        "slots are: sd0.")});
-    QVERIFY(!QFileInfo(path(usb0Root)).isSymLink());
-}
-
-void tst_Storage::aRestartFollowsAMovedMountRoot()
-{
-    plug(usb0);
-    writeFile(path(QStringLiteral("/slots.ini")),
-              "[usb0]\nmediaType=1\ncontroller=0\nmountRoot=/media/front\n");
-    start();
-    QCOMPARE(m_storage->mountRoots(), QStringList{QStringLiteral("/media/front")});
-    QVERIFY(QFileInfo(path(QStringLiteral("/media/front"))).isDir());
-    QVERIFY(!QFileInfo(path(usb0Root)).isSymLink());
-}
-
-void tst_Storage::aRestartMendsALostLink()
-{
-    plug(usb0);
-    QVERIFY(QFile::remove(path(usb0Root)));
-    start();
-    QCOMPARE(m_storage->mountRoots(), QStringList{usb0Root});
-    QVERIFY(QFileInfo(path(usb0Root)).isDir());
-}
-
-void tst_Storage::aMovedUnitKeepsItsOwnSticks()
-{
-    plug(usb0);
-    writeFile(path(QStringLiteral("/media/usb0/known")), "bytes");
-    m_storage.reset();
-    m_folder.reset();
-    const QString moved = m_temporary->filePath(QStringLiteral("moved"));
-    QVERIFY(QDir().rename(m_root, moved));
-    m_root = moved;
-    start();
-    QCOMPARE(m_storage->mountRoots(), QStringList{usb0Root});
-    QCOMPARE(readFile(path(QStringLiteral("/media/usb0/known"))), QByteArray("bytes"));
-}
-
-void tst_Storage::aDamagedListIsRefusedAndLeft()
-{
-    const QByteArray content("this is a letter\n");
-    const QString file = path(QStringLiteral("/storage.ini"));
-    writeFile(file, content);
-    Storage storage(*m_folder, *m_journal);
-    QString error;
-    QVERIFY(!storage.open(&error));
-    QCOMPARE(error,
-             QStringLiteral("The list of plugged sticks \"%1\" cannot be read or is damaged. "
-                            "It is left as it is.")
-                 .arg(file));
-    QCOMPARE(readFile(file), content);
-}
-
-void tst_Storage::aListThatCannotBeWrittenRefusesThePlug()
-{
-    const QString file = path(QStringLiteral("/storage.ini"));
-    QFile::remove(file);
-    QVERIFY(QDir().mkpath(file + QStringLiteral("/in the way")));
-    QString error;
-    QVERIFY(!m_storage->plug(usb0, QString(), &error));
-    QCOMPARE(
-        error,
-        QStringLiteral("The list of plugged sticks \"%1\" cannot be written: Filename refers to "
-                       "a directory.")
-            .arg(file));
-    QCOMPARE(m_storage->mountRoots(), QStringList());
-    QVERIFY(!QFileInfo(path(usb0Root)).isSymLink());
-}
-
-void tst_Storage::aStickNameWithOddCharacters()
-{
-    writeFile(path(QStringLiteral("/slots.ini")),
-              "[u;s$b 0]\nmediaType=1\ncontroller=0\nmountRoot=/media/a 'b' $c\n");
-    start();
-    plug(QStringLiteral("u;s$b 0"));
-    start();
-    QCOMPARE(m_storage->mountRoots(), QStringList{QStringLiteral("/media/a 'b' $c")});
-    QVERIFY(QFileInfo(path(QStringLiteral("/media/a 'b' $c"))).isDir());
-}
-
-void tst_Storage::threadsPlugAndPull()
+void TestStorage::threadsPlugAndPull()
 {
     constexpr int rounds = 10;
     std::vector<std::thread> threads;
@@ -582,5 +383,5 @@ void tst_Storage::threadsPlugAndPull()
     QCOMPARE(m_storage->mountRoots(), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_Storage)
+QTEST_GUILESS_MAIN(TestStorage)
 #include "tst_storage.moc"

@@ -1,6 +1,6 @@
-#include "hardware/tablefile.h"
+#include "hardware/unit/tablefile.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

@@ -1,6 +1,6 @@
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QDateTime>
 #include <QDir>

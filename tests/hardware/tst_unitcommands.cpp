@@ -1,6 +1,6 @@
 // The unit's own programs, as its shell finds them.
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QtTest>
 

@@ -1,6 +1,6 @@
-#include "hardware/unitfolder.h"
+#include "hardware/unit/unitfolder.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QCoreApplication>
 #include <QDir>

@@ -1,4 +1,4 @@
-#include "hardware/unitpath.h"
+#include "hardware/unit/unitpath.h"
 
 #include <QtTest>
 

@@ -1,6 +1,6 @@
-#include "hardware/updatepackage.h"
+#include "hardware/update/updatepackage.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 #include "support/updatepackages.h"
 
 #include <QFile>
@@ -24,6 +24,7 @@ private slots:
     void vanishedFileIsUnreadable();
     void piecesDoNotMatter_data();
     void piecesDoNotMatter();
+    void checksumIsReflectedAndInverted();
 
 private:
     QString package(const QStringList &options = QStringList());
@@ -157,6 +158,14 @@ void TestUpdatePackage::piecesDoNotMatter()
     QFETCH(int, bytes);
     QCOMPARE(checked(package(), bytes), UpdatePackage::Good);
     QCOMPARE(checked(package({QStringLiteral("--corrupt")}), bytes), UpdatePackage::WrongChecksum);
+}
+
+void TestUpdatePackage::checksumIsReflectedAndInverted()
+{
+    // A package without a payload; its checksum was computed bit by bit, with 0xEDB88320.
+    const QString file = m_folder.filePath(QStringLiteral("by hand"));
+    writeFile(file, QByteArray("ORRERYPK\1") + QByteArray(71, '\0') + "\x03\x3E\x48\x85");
+    QCOMPARE(checked(file), UpdatePackage::Good);
 }
 
 QTEST_GUILESS_MAIN(TestUpdatePackage)

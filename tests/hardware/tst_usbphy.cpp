@@ -1,6 +1,6 @@
-#include "hardware/usbphy.h"
+#include "hardware/usb/usbphy.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QtTest>
 

@@ -1,7 +1,7 @@
-#include "hardware/journal.h"
-#include "hardware/usbports.h"
+#include "hardware/unit/journal.h"
+#include "hardware/usb/usbports.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

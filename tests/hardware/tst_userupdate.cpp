@@ -1,6 +1,6 @@
-#include "hardware/userupdate.h"
+#include "hardware/update/userupdate.h"
 
-#include "openunit.h"
+#include "support/openunit.h"
 #include "support/updatepackages.h"
 
 #include <QThread>

@@ -1,5 +1,5 @@
-#include "hardware/journal.h"
-#include "hardware/vendordata.h"
+#include "hardware/unit/journal.h"
+#include "hardware/unit/vendordata.h"
 
 #include "support/fulldisk.h"
 

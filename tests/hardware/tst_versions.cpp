@@ -1,5 +1,5 @@
-#include "hardware/journal.h"
-#include "hardware/versions.h"
+#include "hardware/unit/journal.h"
+#include "hardware/unit/versions.h"
 
 #include <QFile>
 #include <QTemporaryDir>

@@ -1,7 +1,7 @@
-#include "hardware/wholefile.h"
+#include "hardware/unit/wholefile.h"
 
-#include "openunit.h"
 #include "support/fulldisk.h"
+#include "support/openunit.h"
 
 #include <QDir>
 #include <QTemporaryDir>

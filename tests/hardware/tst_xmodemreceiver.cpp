@@ -1,4 +1,4 @@
-#include "hardware/xmodemreceiver.h"
+#include "hardware/receiver/xmodemreceiver.h"
 
 #include <QtTest>
 

@@ -5,7 +5,7 @@
 #include "kvwidget/baseview.h"
 #include "touchscreen.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "simlink/simulatedunit.h"
 #include "support/testmain.h"
 

@@ -24,7 +24,19 @@ ALLOWED = {
     "src/setup": ["src/common"],
     "src/system": ["src/common", "src/customwidget", "src/update"],
     "src/factorydebug": ["src/common", "src/gps", "src/setup", "src/system", "src/usbtest"],
+    "hardware/unit": [],
+    "hardware/storage": ["hardware/unit"],
+    "hardware/memory": ["hardware/unit"],
+    "hardware/receiver": ["hardware/unit"],
+    "hardware/light": ["hardware/unit"],
+    "hardware/radio": ["hardware/unit"],
+    "hardware/usb": ["hardware/unit", "hardware/memory"],
+    "hardware/shell": ["hardware/unit"],
+    "hardware/update": ["hardware/unit"],
 }
+
+# Puts the devices together, and includes them all.
+WHOLE_UNIT = "hardware/unit/unit.h"
 
 # Where a class that is not named like its file is meant.
 OTHER_CLASS_NAMES = {
@@ -66,7 +78,7 @@ def text(path):
 
 
 def room(path):
-    return str(path.parent) if path.parts[0] == "src" else path.parts[0]
+    return str(path.parent) if path.parts[0] in ("src", "hardware") else path.parts[0]
 
 
 def included(path):
@@ -99,6 +111,12 @@ def arrows():
                 yield f"{path}:{number}: \"{target}\": {wrong}"
 
 
+def missing_arrow(here, there):
+    if there not in ALLOWED[here]:
+        return f"{here} may include {', '.join(ALLOWED[here]) or 'no other room'}"
+    return None
+
+
 def wrong_arrow(path, target):
     """Why the include runs the wrong way, or None."""
     there = target_room(path, target)
@@ -110,9 +128,9 @@ def wrong_arrow(path, target):
             return "a stand-in is no part of what the unit has" if is_sim(target) else None
         if not there.startswith("src/"):
             return "the plug-in sees the closed faces of platform/ and nothing else"
-        if there not in ALLOWED[room(path)]:
-            return f"{room(path)} may include {', '.join(ALLOWED[room(path)]) or 'no other room'}"
-        return None
+        return missing_arrow(room(path), there)
+    if top == "hardware" and there.startswith("hardware/"):
+        return None if str(path) == WHOLE_UNIT else missing_arrow(room(path), there)
     forbidden = {
         "platform": ("src/", "gate", "simulator", "panel"),
         "hardware": ("src/", "platform", "gate", "simulator", "panel"),

@@ -27,7 +27,9 @@ class Arrows(unittest.TestCase):
     HEADERS = {
         "src/common/trace.h": "",
         "src/factorydebug/statusbar.h": "",
+        "hardware/unit/journal.h": "",
         "hardware/unit/unit.h": "",
+        "hardware/memory/physicalmemory.h": "",
         "platform/dab/dabmodule.h": "",
         "platform/dab/sim/simdabmodule.h": "",
         "simulator/window/bezel.h": "",
@@ -40,6 +42,9 @@ class Arrows(unittest.TestCase):
         for path, include in [("src/gps/a.cpp", "common/trace.h"),
                               ("src/gps/a.cpp", "dab/dabmodule.h"),
                               ("platform/dab/sim/a.cpp", "hardware/unit/unit.h"),
+                              ("hardware/radio/a.cpp", "hardware/unit/journal.h"),
+                              ("hardware/usb/a.cpp", "hardware/memory/physicalmemory.h"),
+                              ("hardware/unit/unit.h", "hardware/memory/physicalmemory.h"),
                               ("simulator/window/a.cpp", "dab/sim/simdabmodule.h"),
                               ("tests/gps/a.cpp", "hardware/unit/unit.h")]:
             self.assertEqual(self.check(path, include), [])
@@ -50,6 +55,8 @@ class Arrows(unittest.TestCase):
                               ("src/gps/a.cpp", "hardware/unit/unit.h"),
                               ("src/gps/a.cpp", "dab/sim/simdabmodule.h"),
                               ("hardware/unit/a.cpp", "dab/dabmodule.h"),
+                              ("hardware/unit/a.cpp", "hardware/memory/physicalmemory.h"),
+                              ("hardware/radio/a.cpp", "hardware/memory/physicalmemory.h"),
                               ("platform/dab/sim/a.cpp", "simulator/window/bezel.h"),
                               ("panel/a.cpp", "hardware/unit/unit.h")]:
             said = self.check(path, include)

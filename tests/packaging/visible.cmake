@@ -4,7 +4,7 @@
 file(GLOB faces RELATIVE "${SOURCE}" "${SOURCE}/platform/*/*.h")
 list(FILTER faces EXCLUDE REGEX "^platform/simlink/")
 set(others)
-foreach(folder IN ITEMS hardware simulator platform/simlink platform/*/sim)
+foreach(folder IN ITEMS gate hardware simulator platform/simlink platform/*/sim)
     file(GLOB_RECURSE headers RELATIVE "${SOURCE}" "${SOURCE}/${folder}/*.h")
     if(NOT headers)
         message(FATAL_ERROR "There is no header in ${folder}")

@@ -1,6 +1,6 @@
 #include "headunitrun.h"
 
-#include "hardware/xmodemreceiver.h"
+#include "hardware/receiver/xmodemreceiver.h"
 
 #include <QDir>
 #include <QImage>

@@ -1,6 +1,6 @@
 #include "simlink/simulatedunit.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

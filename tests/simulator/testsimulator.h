@@ -1,12 +1,12 @@
 #pragma once
 
-#include "simulator/console.h"
-#include "simulator/consolesession.h"
+#include "simulator/console/console.h"
+#include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
 
-#include "hardware/gate/gate.h"
-#include "hardware/journalreader.h"
-#include "hardware/unit.h"
+#include "gate/gate.h"
+#include "hardware/unit/journalreader.h"
+#include "hardware/unit/unit.h"
 
 #include <QTemporaryDir>
 

@@ -1,6 +1,6 @@
-#include "simulator/activityloader.h"
+#include "simulator/framework/activityloader.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "kvappframework/sim/frameworkhost.h"
 #include "kvappframework/sim/simactivitymanager.h"
 #include "simlink/simulatedunit.h"

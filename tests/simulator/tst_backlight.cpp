@@ -1,4 +1,4 @@
-#include "simulator/backlight.h"
+#include "simulator/window/backlight.h"
 
 #include <QImage>
 #include <QPainter>

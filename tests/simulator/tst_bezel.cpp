@@ -1,7 +1,7 @@
-#include "simulator/bezel.h"
+#include "simulator/window/bezel.h"
 
-#include "simulator/hardkey.h"
-#include "simulator/screen.h"
+#include "simulator/window/hardkey.h"
+#include "simulator/window/screen.h"
 
 #include <QtTest>
 

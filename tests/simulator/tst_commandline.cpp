@@ -1,4 +1,4 @@
-#include "simulator/commandline.h"
+#include "simulator/console/commandline.h"
 
 #include <QtTest>
 

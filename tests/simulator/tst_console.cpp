@@ -1,10 +1,10 @@
-#include "simulator/console.h"
+#include "simulator/console/console.h"
 
-#include "simulator/consolesession.h"
-#include "simulator/graphicalthread.h"
+#include "simulator/console/consolesession.h"
+#include "simulator/framework/graphicalthread.h"
 
-#include "hardware/journal.h"
-#include "hardware/journalreader.h"
+#include "hardware/unit/journal.h"
+#include "hardware/unit/journalreader.h"
 
 #include <QThread>
 #include <QtTest>

@@ -1,7 +1,7 @@
-#include "simulator/consoleserver.h"
+#include "simulator/console/consoleserver.h"
 
-#include "simulator/consoleclient.h"
-#include "simulator/unitaddress.h"
+#include "simulator/console/consoleclient.h"
+#include "simulator/console/unitaddress.h"
 
 #include "testsimulator.h"
 

@@ -1,7 +1,7 @@
-#include "simulator/finger.h"
+#include "simulator/window/finger.h"
 
-#include "simulator/bezel.h"
-#include "simulator/screen.h"
+#include "simulator/window/bezel.h"
+#include "simulator/window/screen.h"
 
 #include <QMouseEvent>
 #include <QtTest>

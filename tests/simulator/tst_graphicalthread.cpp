@@ -1,4 +1,4 @@
-#include "simulator/graphicalthread.h"
+#include "simulator/framework/graphicalthread.h"
 
 #include <QElapsedTimer>
 #include <QThread>

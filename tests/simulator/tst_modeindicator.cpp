@@ -1,4 +1,4 @@
-#include "simulator/modeindicator.h"
+#include "simulator/window/modeindicator.h"
 
 #include <QtTest>
 

@@ -1,9 +1,9 @@
-#include "simulator/screen.h"
+#include "simulator/window/screen.h"
 
-#include "simulator/bootscreen.h"
-#include "simulator/homescreen.h"
+#include "simulator/window/bootscreen.h"
+#include "simulator/window/homescreen.h"
 
-#include "hardware/storage.h"
+#include "hardware/storage/storage.h"
 
 #include <QLabel>
 #include <QtTest>

@@ -1,6 +1,6 @@
-#include "simulator/screenreader.h"
+#include "simulator/console/screenreader.h"
 
-#include "simulator/screen.h"
+#include "simulator/window/screen.h"
 
 #include "kvappframework/sim/screenlayer.h"
 

@@ -1,4 +1,4 @@
-#include "simulator/scriptinput.h"
+#include "simulator/console/scriptinput.h"
 
 #include <QTemporaryDir>
 #include <QThread>

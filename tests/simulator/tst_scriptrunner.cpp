@@ -1,4 +1,4 @@
-#include "simulator/scriptrunner.h"
+#include "simulator/console/scriptrunner.h"
 
 #include "testsimulator.h"
 

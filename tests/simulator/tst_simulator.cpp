@@ -1,7 +1,7 @@
 #include "simulator/simulator.h"
 
-#include "simulator/hardkey.h"
-#include "simulator/screen.h"
+#include "simulator/window/hardkey.h"
+#include "simulator/window/screen.h"
 
 #include "testsimulator.h"
 

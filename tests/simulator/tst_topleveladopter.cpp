@@ -1,8 +1,8 @@
-#include "simulator/topleveladopter.h"
+#include "simulator/framework/topleveladopter.h"
 
-#include "simulator/bezel.h"
-#include "simulator/finger.h"
-#include "simulator/screen.h"
+#include "simulator/window/bezel.h"
+#include "simulator/window/finger.h"
+#include "simulator/window/screen.h"
 
 #include "kvappframework/sim/screenlayer.h"
 

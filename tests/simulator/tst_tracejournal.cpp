@@ -1,6 +1,6 @@
-#include "simulator/tracejournal.h"
+#include "simulator/framework/tracejournal.h"
 
-#include "hardware/journal.h"
+#include "hardware/unit/journal.h"
 
 #include <QLoggingCategory>
 #include <QtTest>

@@ -1,4 +1,4 @@
-#include "simulator/unitaddress.h"
+#include "simulator/console/unitaddress.h"
 
 #include <QDir>
 #include <QTemporaryDir>

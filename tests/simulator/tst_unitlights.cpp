@@ -1,11 +1,11 @@
-#include "simulator/unitlights.h"
+#include "simulator/window/unitlights.h"
 
-#include "simulator/backlight.h"
-#include "simulator/bezel.h"
-#include "simulator/hardkey.h"
-#include "simulator/modeindicator.h"
+#include "simulator/window/backlight.h"
+#include "simulator/window/bezel.h"
+#include "simulator/window/hardkey.h"
+#include "simulator/window/modeindicator.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 
 #include <QTemporaryDir>
 #include <QtTest>

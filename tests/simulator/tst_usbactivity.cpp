@@ -1,4 +1,4 @@
-#include "simulator/usbactivity.h"
+#include "simulator/framework/usbactivity.h"
 
 #include "testsimulator.h"
 

@@ -1,4 +1,4 @@
-#include "simulator/commands/vendorcommands.h"
+#include "simulator/commands/allcommands.h"
 
 #include "testsimulator.h"
 

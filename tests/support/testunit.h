@@ -1,7 +1,7 @@
 #pragma once
 
-#include "hardware/gate/gate.h"
-#include "hardware/unit.h"
+#include "gate/gate.h"
+#include "hardware/unit/unit.h"
 #include "kvappframework/sim/frameworkhost.h"
 #include "simlink/simulatedunit.h"
 

@@ -1,13 +1,12 @@
-#include "simulator/commands/systemcommands.h"
+#include "simulator/commands/allcommands.h"
 
-#include "simulator/commands/storagecommands.h"
-#include "simulator/console.h"
-#include "simulator/consolesession.h"
+#include "simulator/console/console.h"
+#include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
 
-#include "hardware/gate/gate.h"
-#include "hardware/journalreader.h"
-#include "hardware/unit.h"
+#include "gate/gate.h"
+#include "hardware/unit/journalreader.h"
+#include "hardware/unit/unit.h"
 #include "support/testmain.h"
 
 #include <QTemporaryDir>

@@ -1,6 +1,6 @@
 #include "formhost.h"
 
-#include "simulator/appearance.h"
+#include "simulator/window/appearance.h"
 
 #include <QPointer>
 #include <QtTest>

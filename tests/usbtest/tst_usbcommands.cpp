@@ -1,13 +1,13 @@
 // The console's commands for the hardware behind the USB pages.
 
 #include "simulator/commands/allcommands.h"
-#include "simulator/console.h"
-#include "simulator/consolesession.h"
+#include "simulator/console/console.h"
+#include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
 
-#include "hardware/gate/gate.h"
-#include "hardware/journalreader.h"
-#include "hardware/unit.h"
+#include "gate/gate.h"
+#include "hardware/unit/journalreader.h"
+#include "hardware/unit/unit.h"
 #include "support/testmain.h"
 
 #include <QRegularExpression>

@@ -1,6 +1,6 @@
 #include "simdabmodule.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "simlink/simulatedunit.h"
 
 class SimDabModule::Service : public DabModule

@@ -6,7 +6,7 @@
 #include "simactivitymanager.h"
 #include "simmodulemanager.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "simlink/simulatedunit.h"
 
 #include <QCoreApplication>

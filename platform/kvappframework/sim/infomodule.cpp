@@ -5,7 +5,7 @@
 #include "kvappframework/modulemanager.h"
 #include "kvappframework/sysevent.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "simlink/simulatedunit.h"
 
 #include <algorithm>

@@ -5,7 +5,7 @@
 #include "kvappframework/module.h"
 #include "kvappframework/modulemanager.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "simlink/simulatedunit.h"
 
 #include <QStringList>

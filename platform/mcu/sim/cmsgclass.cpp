@@ -1,6 +1,6 @@
 #include "mcu/cmsgclass.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "simlink/simulatedunit.h"
 
 namespace

@@ -1,6 +1,6 @@
 #include "mcu/mcumsgmodule.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "simlink/simulatedunit.h"
 
 int McuMsgModule::sendMsgToMcu(unsigned char *buffer, int length)

@@ -1,6 +1,6 @@
 #include "service/datadefault.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "simlink/simulatedunit.h"
 
 QVariant DataDefault::getDefault(QString key)

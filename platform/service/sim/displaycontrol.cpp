@@ -1,6 +1,6 @@
 #include "service/displaycontrol.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "simlink/simulatedunit.h"
 
 using hardware::Panel;

@@ -1,6 +1,6 @@
 #include "simmediaplaymodule.h"
 
-#include "hardware/unit.h"
+#include "hardware/unit/unit.h"
 #include "simlink/simulatedunit.h"
 
 SimMediaplayModule::SimMediaplayModule() = default;

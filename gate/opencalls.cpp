@@ -1,0 +1,181 @@
+// The calls that open a file. The unit, or its memory device, is told.
+
+#include "gate.h"
+#include "pathcalls.h"
+
+#include "hardware/unit/unit.h"
+
+#include <fcntl.h>
+#include <sys/stat.h>
+
+#include <cerrno>
+#include <cstdarg>
+#include <cstdio>
+
+using namespace hardware;
+
+namespace
+{
+
+/// Tells the unit of a file of its own that was opened; a negative descriptor is none.
+int toldUnit(const LedPath &led, int descriptor)
+{
+    if (led.unitPath() != nullptr && descriptor >= 0) {
+        Gate::current()->unit().openFiles().opened(descriptor, led.unitPath(), led.path());
+    }
+    return descriptor;
+}
+
+/// Opens a file of that path and tells the unit, or the memory device.
+template <auto *Call, typename... Others>
+int openPath(const char *name, const char *path, int flags, Others... others)
+{
+    const LedPath led(path);
+    if (!led.isValid()) {
+        return -1;
+    }
+    if (!led.isMemory()) {
+        return toldUnit(led, hostCall<Call>(name)(led.path(), flags, others...));
+    }
+    MemoryDevice &device = Gate::current()->unit().memoryDevice();
+    int descriptor = -1;
+    if (device.fault() == MemoryDevice::Missing) {
+        errno = ENOENT;
+    } else {
+        // The device has no size, the file in its place has one that needs the flag.
+        descriptor = hostCall<Call>(name)(led.path(), flags | O_LARGEFILE, others...);
+    }
+    device.opened(descriptor);
+    return descriptor;
+}
+
+template <auto *Call> FILE *openStream(const char *name, const char *path, const char *mode)
+{
+    const LedPath led(path);
+    FILE *stream = led.isValid() ? hostCall<Call>(name)(led.path(), mode) : nullptr;
+    if (stream != nullptr) {
+        toldUnit(led, fileno(stream));
+    }
+    return stream;
+}
+
+/// freopen() closes the stream also when it fails: one that must fail gets a path that does.
+template <auto *Call>
+FILE *reopened(const char *name, const char *path, const char *mode, FILE *stream)
+{
+    const LedPath led(path);
+    const int refusal = errno;
+    FILE *result = hostCall<Call>(name)(led.isValid() ? led.path() : "", mode, stream);
+    if (!led.isValid()) {
+        errno = refusal;
+    }
+    return result;
+}
+
+/// The mode that open() takes when it may make a file; callers leave it away otherwise.
+mode_t modeArgument(int flags, va_list arguments)
+{
+    const bool isGiven = (flags & O_CREAT) != 0 || (flags & O_TMPFILE) == O_TMPFILE;
+    // NOLINTNEXTLINE(clang-analyzer-valist.Uninitialized): started by the caller
+    return isGiven ? va_arg(arguments, mode_t) : 0;
+}
+
+} // namespace
+
+extern "C" {
+
+// Not declared by the headers.
+// NOLINTBEGIN(bugprone-reserved-identifier)
+int __open_2(const char *path, int flags);
+int __open64_2(const char *path, int flags);
+int __openat_2(int folder, const char *path, int flags);
+int __openat64_2(int folder, const char *path, int flags);
+// NOLINTEND(bugprone-reserved-identifier)
+
+int open(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = modeArgument(flags, arguments);
+    va_end(arguments);
+    return openPath<::open>(__func__, path, flags, mode);
+}
+
+int open64(const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = modeArgument(flags, arguments);
+    va_end(arguments);
+    return openPath<::open64>(__func__, path, flags, mode);
+}
+
+int openat(int folder, const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = modeArgument(flags, arguments);
+    va_end(arguments);
+    return withPathAt<::openat>(__func__, folder, path, flags, mode);
+}
+
+int openat64(int folder, const char *path, int flags, ...)
+{
+    va_list arguments;
+    va_start(arguments, flags);
+    const mode_t mode = modeArgument(flags, arguments);
+    va_end(arguments);
+    return withPathAt<::openat64>(__func__, folder, path, flags, mode);
+}
+
+int __open_2(const char *path, int flags)
+{
+    return openPath<::__open_2>(__func__, path, flags);
+}
+
+int __open64_2(const char *path, int flags)
+{
+    return openPath<::__open64_2>(__func__, path, flags);
+}
+
+int __openat_2(int folder, const char *path, int flags)
+{
+    return withPathAt<::__openat_2>(__func__, folder, path, flags);
+}
+
+int __openat64_2(int folder, const char *path, int flags)
+{
+    return withPathAt<::__openat64_2>(__func__, folder, path, flags);
+}
+
+int creat(const char *path, mode_t mode)
+{
+    return withPath<::creat>(__func__, path, mode);
+}
+
+int creat64(const char *path, mode_t mode)
+{
+    return withPath<::creat64>(__func__, path, mode);
+}
+
+FILE *fopen(const char *path, const char *mode)
+{
+    return openStream<::fopen>(__func__, path, mode);
+}
+
+FILE *fopen64(const char *path, const char *mode)
+{
+    return openStream<::fopen64>(__func__, path, mode);
+}
+
+FILE *freopen(const char *path, const char *mode, FILE *stream)
+{
+    return reopened<::freopen>(__func__, path, mode, stream);
+}
+
+FILE *freopen64(const char *path, const char *mode, FILE *stream)
+{
+    return reopened<::freopen64>(__func__, path, mode, stream);
+}
+
+} // extern "C"

@@ -1,0 +1,198 @@
+#include "dabtuner.h"
+
+#include "hardware/unit/clock.h"
+#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/journal.h"
+#include "hardware/unit/unitfolder.h"
+
+#include <QFile>
+#include <QMutexLocker>
+#include <QThread>
+
+namespace hardware
+{
+
+namespace
+{
+const int steps = 10;
+}
+
+const char DabTuner::firmwareFile[] = "/dab_firmware.bin";
+constexpr int DabTuner::updateMs;
+
+DabTuner::DabTuner(const UnitFolder &folder, const Clock &clock, Journal &journal)
+    : m_folder(folder)
+    , m_clock(clock)
+    , m_journal(journal)
+    , m_thread(QThread::create([this] { work(); }))
+{
+    m_thread->setObjectName(QStringLiteral("DAB tuner"));
+    m_thread->start();
+}
+
+DabTuner::~DabTuner()
+{
+    {
+        const QMutexLocker locker(&m_mutex);
+        m_ends = true;
+        m_changed.wakeAll();
+    }
+    m_thread->wait();
+}
+
+int DabTuner::status() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_status;
+}
+
+int DabTuner::progress() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_progress;
+}
+
+bool DabTuner::startUpdate(const QByteArray &mountRoot)
+{
+    const QMutexLocker locker(&m_mutex);
+    const QString file = QFile::decodeName(mountRoot + firmwareFile);
+    if (m_status == Updating) {
+        journal(QStringLiteral("refused update %1: one is running").arg(file));
+        return false;
+    }
+    journal(QStringLiteral("update %1").arg(file));
+    m_update.reset(new Update{m_folder.path(file)});
+    m_progress = 0;
+    m_nextStep = QDeadlineTimer(m_clock.hostMs(updateMs / steps));
+    take(Updating);
+    return true;
+}
+
+void DabTuner::restart()
+{
+    const QMutexLocker locker(&m_mutex);
+    m_update.reset();
+    m_untold.clear();
+    m_progress = 0;
+    m_status = Idle;
+    journal(QStringLiteral("restarted"));
+    m_changed.wakeAll();
+}
+
+void DabTuner::setStatus(int status)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_update.reset();
+    take(status);
+}
+
+void DabTuner::setFault(Fault fault, int percent)
+{
+    const QMutexLocker locker(&m_mutex);
+    m_fault = fault;
+    m_faultPercent = percent;
+    m_changed.wakeAll();
+}
+
+void DabTuner::work()
+{
+    m_mutex.lock();
+    while (!m_ends) {
+        if (!m_untold.isEmpty()) {
+            tellNext();
+        } else if (m_update && !isHeldUp()) {
+            goOn();
+        } else {
+            m_changed.wait(&m_mutex);
+        }
+    }
+    m_mutex.unlock();
+}
+
+void DabTuner::tellNext()
+{
+    const int status = m_untold.dequeue();
+    if (m_fault == IsMute) {
+        return;
+    }
+    journal(QStringLiteral("tells %1").arg(status));
+    // Whoever hears of it may well ask for the status.
+    m_mutex.unlock();
+    emit statusTold(status);
+    m_mutex.lock();
+}
+
+void DabTuner::goOn()
+{
+    if (!m_nextStep.hasExpired()) {
+        m_changed.wait(&m_mutex, m_nextStep);
+        return;
+    }
+    carryOutStep();
+    m_nextStep = QDeadlineTimer(m_clock.hostMs(updateMs / steps));
+}
+
+void DabTuner::carryOutStep()
+{
+    // Opened anew for each step, since the stick may have been pulled.
+    const HostAccess toStick;
+    QFile firmware(m_update->file);
+    if (!firmware.open(QIODevice::ReadOnly)) {
+        finish(UpdateFailed, QStringLiteral("failed: %1").arg(firmware.errorString()));
+        return;
+    }
+    if (m_update->size < 0) {
+        m_update->size = firmware.size();
+    }
+    if (firmware.size() != m_update->size || m_update->size == 0) {
+        finish(UpdateFailed, QStringLiteral("failed: the firmware is empty or has changed"));
+        return;
+    }
+    if (m_fault == WriteFails && percent() >= m_faultPercent) {
+        finish(UpdateFailed, QStringLiteral("failed: write error at %1 %").arg(percent()));
+        return;
+    }
+    firmware.seek(m_update->written);
+    const QByteArray part = firmware.read((m_update->size + steps - 1) / steps);
+    if (part.isEmpty()) {
+        finish(UpdateFailed, QStringLiteral("failed: %1").arg(firmware.errorString()));
+        return;
+    }
+    m_update->written += part.size();
+    m_progress = percent();
+    journal(QStringLiteral("progress %1").arg(m_progress));
+    if (m_update->written >= m_update->size) {
+        finish(UpdateSucceeded, QStringLiteral("ok, %1 bytes").arg(m_update->written));
+    }
+}
+
+void DabTuner::take(int status)
+{
+    m_status = status;
+    m_untold.enqueue(status);
+    m_changed.wakeAll();
+}
+
+void DabTuner::finish(int status, const QString &result)
+{
+    journal(QStringLiteral("update ") + result);
+    m_update.reset();
+    take(status);
+}
+
+bool DabTuner::isHeldUp() const
+{
+    return m_fault == Stalls && percent() >= m_faultPercent;
+}
+
+int DabTuner::percent() const
+{
+    return m_update->size > 0 ? int(m_update->written * 100 / m_update->size) : 0;
+}
+
+void DabTuner::journal(const QString &text) const
+{
+    m_journal.write(QStringLiteral("dab"), text);
+}
+
+} // namespace hardware

@@ -1,0 +1,106 @@
+#include "openfiles.h"
+
+#include "hardware/unit/hostaccess.h"
+
+#include <QMutexLocker>
+
+#include <fcntl.h>
+#include <sys/stat.h>
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdlib>
+
+namespace hardware
+{
+
+namespace
+{
+
+class KeptErrno
+{
+public:
+    KeptErrno() = default;
+    ~KeptErrno() { errno = m_kept; }
+    Q_DISABLE_COPY(KeptErrno)
+
+private:
+    const int m_kept = errno;
+};
+
+/// A descriptor whose reads fail with EIO: a terminal's master whose line has hung up. -1 when the
+/// host has none.
+int openDeadEnd()
+{
+    const int master = posix_openpt(O_RDWR | O_NOCTTY | O_NONBLOCK | O_CLOEXEC);
+    char name[64];
+    if (master >= 0 && grantpt(master) == 0 && unlockpt(master) == 0
+        && ptsname_r(master, name, sizeof name) == 0) {
+        close(open(name, O_RDWR | O_NOCTTY | O_CLOEXEC));
+    }
+    return master;
+}
+
+} // namespace
+
+void OpenFiles::opened(int descriptor, const char *unitPath, const char *hostPath)
+{
+    const KeptErrno kept;
+    struct stat status;
+    if (descriptor < 0 || (fcntl(descriptor, F_GETFL) & O_ACCMODE) == O_WRONLY
+        || fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+        return;
+    }
+    {
+        const QMutexLocker locker(&m_mutex);
+        m_files.insert(descriptor, {unitPath, status.st_dev, status.st_ino});
+        m_hasFiles = true;
+    }
+    const HostAccess toFile;
+    if (access(hostPath, F_OK) != 0) {
+        // Its stick was pulled while it was being opened.
+        cut(unitPath);
+    }
+}
+
+void OpenFiles::closing(int descriptor)
+{
+    if (m_hasFiles) {
+        const QMutexLocker locker(&m_mutex);
+        m_files.remove(descriptor);
+        m_hasFiles = !m_files.isEmpty();
+    }
+}
+
+void OpenFiles::cut(const QByteArray &mountRoot)
+{
+    const KeptErrno kept;
+    const HostAccess toTerminal;
+    const int deadEnd = openDeadEnd();
+    lead(mountRoot, deadEnd);
+    if (deadEnd >= 0) {
+        // The gate tells of this as well.
+        close(deadEnd);
+    }
+}
+
+/// Has the descriptors of files there lead to a dead end, whatever has become of the files.
+void OpenFiles::lead(const QByteArray &mountRoot, int deadEnd)
+{
+    const QMutexLocker locker(&m_mutex);
+    for (auto file = m_files.begin(); file != m_files.end();) {
+        if (file->path != mountRoot && !file->path.startsWith(mountRoot + '/')) {
+            ++file;
+            continue;
+        }
+        struct stat status;
+        if (fstat(file.key(), &status) == 0 && status.st_dev == file->device
+            && status.st_ino == file->inode) {
+            dup3(deadEnd, file.key(), O_CLOEXEC);
+        }
+        file = m_files.erase(file);
+    }
+    m_hasFiles = !m_files.isEmpty();
+}
+
+} // namespace hardware

@@ -1,0 +1,96 @@
+#pragma once
+
+#include "clock.h"
+#include "defaults.h"
+#include "journal.h"
+#include "mcu.h"
+#include "settings.h"
+#include "unitfolder.h"
+#include "vendordata.h"
+#include "versions.h"
+
+#include "hardware/light/daynight.h"
+#include "hardware/light/keylight.h"
+#include "hardware/light/lightsensor.h"
+#include "hardware/light/panel.h"
+#include "hardware/memory/memorydevice.h"
+#include "hardware/memory/physicalmemory.h"
+#include "hardware/radio/dabtuner.h"
+#include "hardware/receiver/gpsreceiver.h"
+#include "hardware/shell/shell.h"
+#include "hardware/storage/openfiles.h"
+#include "hardware/storage/storage.h"
+#include "hardware/update/userupdate.h"
+#include "hardware/usb/ncmtest.h"
+#include "hardware/usb/usbphy.h"
+#include "hardware/usb/usbports.h"
+
+namespace hardware
+{
+
+/// The whole simulated unit on one folder. Its devices live as long as it does.
+class Unit
+{
+public:
+    /// \a root is made when missing; \a timeFactor speeds the unit's time, 1 changes nothing.
+    explicit Unit(const QString &root, double timeFactor = 1.0);
+    Q_DISABLE_COPY(Unit)
+
+    /// Opens the folder and every device on it. False with one sentence in \a error.
+    bool open(QString *error);
+
+    /// Host paths of the files that are there only while the unit is open.
+    QStringList passingFiles() const;
+
+    const Clock &clock() const { return m_clock; }
+    Journal &journal() { return m_journal; }
+    const UnitFolder &folder() const { return m_folder; }
+    Settings &settings() { return m_settings; }
+    Storage &storage() { return m_storage; }
+    Mcu &mcu() { return m_mcu; }
+    PhysicalMemory &memory() { return m_memory; }
+    /// These two also of a unit that is const, as a gate has it, which tells them of every call.
+    MemoryDevice &memoryDevice() const { return m_memoryDevice; }
+    OpenFiles &openFiles() const { return m_openFiles; }
+    NcmTest &ncmTest() { return m_ncmTest; }
+    const Shell &shell() const { return m_shell; }
+    const Defaults &defaults() const { return m_defaults; }
+    const UsbPhy &usbPhy() const { return m_usbPhy; }
+    DabTuner &dabTuner() { return m_dabTuner; }
+    UsbPorts &usbPorts() { return m_usbPorts; }
+    UserUpdate &userUpdate() { return m_userUpdate; }
+    VendorData &vendorData() { return m_vendorData; }
+    Versions &versions() { return m_versions; }
+    DayNight &dayNight() { return m_dayNight; }
+    KeyLight &keyLight() { return m_keyLight; }
+    LightSensor &lightSensor() { return m_lightSensor; }
+    Panel &panel() { return m_panel; }
+    GpsReceiver &gpsReceiver() { return m_gpsReceiver; }
+
+private:
+    const Clock m_clock;
+    Journal m_journal;
+    UnitFolder m_folder;
+    Settings m_settings;
+    mutable OpenFiles m_openFiles;
+    Storage m_storage;
+    Mcu m_mcu;
+    PhysicalMemory m_memory;
+    mutable MemoryDevice m_memoryDevice;
+    NcmTest m_ncmTest;
+    Shell m_shell;
+    Defaults m_defaults;
+    UsbPhy m_usbPhy;
+    DabTuner m_dabTuner;
+    UsbPorts m_usbPorts;
+    UserUpdate m_userUpdate;
+    VendorData m_vendorData;
+    Versions m_versions;
+    DayNight m_dayNight;
+    KeyLight m_keyLight;
+    LightSensor m_lightSensor;
+    Panel m_panel;
+    GpsReceiver m_gpsReceiver;
+};
+
+} // namespace hardware

@@ -1,0 +1,47 @@
+#pragma once
+
+#include "scriptinput.h"
+
+#include "hardware/unit/journalreader.h"
+
+#include <QThread>
+
+namespace simulator
+{
+
+class Console;
+class ConsoleSession;
+
+/// Runs a script of console commands, one a line, on a thread of its own, up to the first that
+/// fails. What commands answer goes to standard output; a failure goes to standard error, as
+/// "FILE:LINE: message" and the lines that belong to it.
+class ScriptRunner : public QThread
+{
+    Q_OBJECT
+
+public:
+    /// The script's reading of the journal begins at its end.
+    ScriptRunner(const Console &console, hardware::Journal &journal);
+    /// The console must be closed by then, or the script over.
+    ~ScriptRunner() override;
+
+    /// \a file "-" stands for standard input. False with a sentence in \a error.
+    bool open(const QString &file, QString *error);
+
+signals:
+    /// The script is over; \a successful when it was read to its end and no command failed.
+    void over(bool successful);
+
+protected:
+    void run() override;
+
+private:
+    bool runLine(const QByteArray &line, int number, ConsoleSession &session, bool *ended) const;
+
+    const Console &m_console;
+    hardware::JournalReader m_reader;
+    QString m_name;
+    ScriptInput m_input;
+};
+
+} // namespace simulator

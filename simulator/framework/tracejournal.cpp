@@ -1,0 +1,42 @@
+#include "tracejournal.h"
+
+#include "hardware/unit/journal.h"
+
+#include <QByteArray>
+#include <QString>
+
+#include <atomic>
+
+namespace simulator
+{
+
+namespace
+{
+
+std::atomic<hardware::Journal *> traceJournal{nullptr};
+QtMessageHandler formerHandler = nullptr;
+
+void handleMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
+{
+    hardware::Journal *journal = traceJournal;
+    if (journal != nullptr && type == QtDebugMsg && qstrcmp(context.category, "default") == 0) {
+        journal->write(QStringLiteral("trace"), message);
+    }
+    formerHandler(type, context, message);
+}
+
+} // namespace
+
+TraceJournal::TraceJournal(hardware::Journal &journal)
+{
+    traceJournal = &journal;
+    formerHandler = qInstallMessageHandler(handleMessage);
+}
+
+TraceJournal::~TraceJournal()
+{
+    qInstallMessageHandler(formerHandler);
+    traceJournal = nullptr;
+}
+
+} // namespace simulator

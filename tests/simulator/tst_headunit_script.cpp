@@ -1,0 +1,158 @@
+#include "headunittest.h"
+
+#include <QtTest>
+
+/// The program "headunit" with a script.
+class TestHeadunitScript : public QObject, private HeadunitTest
+{
+    Q_OBJECT
+
+private slots:
+    void init();
+
+    void scriptRuns();
+    void scriptFails_data();
+    void scriptFails();
+    void failedExpectationShowsTheJournal();
+    void scriptFromStandardInput();
+    void unreadableScripts_data();
+    void unreadableScripts();
+    void quitEndsTheScript();
+    void timePassesFaster();
+    void rebootBringsTheActivityBack();
+    void noSocketWhenNotWanted();
+};
+
+void TestHeadunitScript::init()
+{
+    makeFolder();
+}
+
+void TestHeadunitScript::scriptRuns()
+{
+    const QString name = script("key FACTORY\nsee 'test activity'\npress count\n"
+                                "see 'presses: 1'\nsetting a 5\nsetting a\n");
+    const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
+    QCOMPARE(ownWords(outcome), QString());
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.output, QString("  5\n"));
+}
+
+void TestHeadunitScript::scriptFails_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("error");
+    QTest::newRow("first line") << QByteArray("dance\n")
+                                << "%1:1: unknown command \"dance\"; \"help\" lists them";
+    QTest::newRow("behind comments and empty lines")
+        << QByteArray("# one\n\n# three\nsetting a 1\npress idNone\nsetting b 1\n")
+        << "%1:5: there is no button \"idNone\" on the screen";
+    QTest::newRow("last line without an end")
+        << QByteArray("setting a 1\ntap 900 1")
+        << "%1:2: X is a whole number from 0 to 799, not \"900\"";
+    QTest::newRow("open quote") << QByteArray("see 'x\n")
+                                << "%1:1: the quote at column 5 is not closed";
+}
+
+void TestHeadunitScript::scriptFails()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, error);
+    const QString name = script(content);
+    const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
+    QCOMPARE(outcome.status, 1);
+    QCOMPARE(ownWords(outcome), error.arg(name));
+}
+
+void TestHeadunitScript::failedExpectationShowsTheJournal()
+{
+    const QString name =
+        script("mark\nsetting a 1\nsetting b 2\nexpect 'settings a'\nexpect x 20\n");
+    const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
+    QCOMPARE(outcome.status, 1);
+    QCOMPARE(ownWords(outcome),
+             name
+                 + ":5: no line matched \"x\" within 20 ms; the journal's last lines since the "
+                   "last match:\n"
+                   "  settings b = 2");
+}
+
+void TestHeadunitScript::scriptFromStandardInput()
+{
+    Program program(HEADUNIT, withTestActivity({"--unit", m_unit, "--script", "-"}));
+    program.type("setting a 1\n");
+    QVERIFY(waitForUnit());
+    QTRY_COMPARE(control({"setting", "a"}).output, QString("1\n"));
+    QVERIFY(program.isRunning());
+    program.type("setting a 2\nquit too early\n");
+    const Outcome outcome = program.finish();
+    QCOMPARE(outcome.status, 1);
+    QCOMPARE(ownWords(outcome), QString("<stdin>:3: usage: quit"));
+}
+
+void TestHeadunitScript::unreadableScripts_data()
+{
+    QTest::addColumn<QString>("name");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("reason");
+    QTest::newRow("missing") << "/etc/passwd/nowhere/script" << 2 << "Not a directory";
+    QTest::newRow("a folder") << "/etc" << 2 << "Is a directory";
+    QTest::newRow("read error") << "/proc/self/mem" << 1 << "Input/output error";
+}
+
+void TestHeadunitScript::unreadableScripts()
+{
+    QFETCH(QString, name);
+    QFETCH(QString, reason);
+    const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
+    QTEST(outcome.status, "status");
+    QCOMPARE(ownWords(outcome), QString("The script \"%1\" cannot be read: %2.").arg(name, reason));
+}
+
+void TestHeadunitScript::quitEndsTheScript()
+{
+    const QString name = script("setting a 1\nquit\ndance\n");
+    const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
+    QCOMPARE(ownWords(outcome), QString());
+    QCOMPARE(outcome.status, 0);
+}
+
+void TestHeadunitScript::timePassesFaster()
+{
+    const QString name = script("wait 60000\n");
+    QElapsedTimer time;
+    time.start();
+    const Outcome outcome =
+        headunit(withTestActivity({"--unit", m_unit, "--speed", "100", "--script", name}));
+    QCOMPARE(outcome.status, 0);
+    // 60 s of the unit are 0.6 s.
+    QVERIFY2(time.elapsed() >= 600, qPrintable(QString::number(time.elapsed())));
+    QVERIFY2(time.elapsed() < 30000, qPrintable(QString::number(time.elapsed())));
+}
+
+void TestHeadunitScript::rebootBringsTheActivityBack()
+{
+    const QString name = script("key FACTORY\nsee 'test activity'\npress count\n"
+                                "see '/^presses: 1$/'\npress restart\nexpect 'unit reboot'\n"
+                                "expect 'framework closed factorydebug'\n"
+                                "see Starting\n"
+                                "expect 'unit booted' 20000\n"
+                                "expect 'framework started factorydebug'\nsee 'test activity'\n"
+                                "press count\nsee '/^presses: 1$/'\n");
+    const Outcome outcome =
+        headunit(withTestActivity({"--unit", m_unit, "--speed", "2", "--script", name}));
+    QVERIFY2(outcome.status == 0, qPrintable(outcome.error));
+}
+
+void TestHeadunitScript::noSocketWhenNotWanted()
+{
+    Program program(HEADUNIT, withTestActivity({"--unit", m_unit, "--no-socket", "--script", "-"}));
+    program.type("setting a 1\n");
+    QTRY_VERIFY(QFile::exists(m_unit + "/settings.ini"));
+    QCOMPARE(control({"help"}).status, 3);
+    program.type("quit\n");
+    QCOMPARE(program.finish().status, 0);
+}
+
+QTEST_GUILESS_MAIN(TestHeadunitScript)
+#include "tst_headunit_script.moc"
