@@ -4,6 +4,7 @@
 #include "ui_usbeyetest.h"
 #include "uphyvalue.h"
 #include "usbregisters.h"
+#include "usbspeed.h"
 
 #include "common/formwidgets.h"
 #include "common/runcommand.h"
@@ -31,22 +32,6 @@ constexpr auto testSe0Nak = static_cast<UsbControl::UsbTestMode>(3);
 constexpr auto testPacket = static_cast<UsbControl::UsbTestMode>(4);
 
 constexpr unsigned int byteMask = 0xFF;
-
-/// By port, then by the value to write.
-constexpr const char *speedCommands[2][2] = {
-    {"echo 0 > /sys/devices/platform/ehci-platform.1/usb_speed_switch",
-     "echo 1 > /sys/devices/platform/ehci-platform.1/usb_speed_switch"},
-    {"echo 0 > /sys/devices/platform/ehci-platform.2/usb_speed_switch",
-     "echo 1 > /sys/devices/platform/ehci-platform.2/usb_speed_switch"},
-};
-
-void switchSpeed(int port, int value)
-{
-    if (port == 0 || port == 1) {
-        runCommand(speedCommands[port][value]);
-    }
-}
-
 } // namespace
 
 USBEyeTestView::USBEyeTestView(QWidget *parent)
@@ -159,13 +144,13 @@ void USBEyeTestView::openIICDebug()
 void USBEyeTestView::fullToHigh(int port)
 {
     FACTORY_TRACE << "change to high speed port:" << port;
-    switchSpeed(port, 1);
+    switchUsbSpeed(port, 1);
 }
 
 void USBEyeTestView::highToFull(int port)
 {
     FACTORY_TRACE << "change to full speed port:" << port;
-    switchSpeed(port, 0);
+    switchUsbSpeed(port, 0);
 }
 
 void USBEyeTestView::switchToHostMode()
