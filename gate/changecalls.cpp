@@ -81,10 +81,10 @@ int linkat(int fromFolder, const char *from, int toFolder, const char *to, int f
 
 int symlinkat(const char *from, int toFolder, const char *to) noexcept
 {
-    const LedPath ledFrom(from);
-    const LedPath ledTo(to);
-    return ledFrom.isValid() && ledTo.isValid()
-        ? hostCall<::symlinkat>(__func__)(ledFrom.path(), toFolder, ledTo.path())
+    const MappedPath mappedFrom(from);
+    const MappedPath mappedTo(to);
+    return mappedFrom.isValid() && mappedTo.isValid()
+        ? hostCall<::symlinkat>(__func__)(mappedFrom.path(), toFolder, mappedTo.path())
         : -1;
 }
 

@@ -18,7 +18,7 @@ class Unit;
 /// time; make it before any other thread uses a path of the unit, and end it after all of them.
 ///
 /// A path of the unit that ".." leads out of the unit's folder fails with EACCES. Paths that are
-/// inside the unit's folder already, relative paths, and all paths of a thread with HostAccess
+/// inside the unit's folder already, relative paths, and all paths of a thread with GateBypass
 /// pass through.
 class Gate
 {

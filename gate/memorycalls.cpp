@@ -5,7 +5,7 @@
 #include "gate.h"
 #include "hostcall.h"
 
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 #include "hardware/unit/unit.h"
 
 #include <sys/mman.h>
@@ -23,7 +23,7 @@ namespace
 MemoryDevice *device()
 {
     const hardware::Gate *gate = hardware::Gate::current();
-    return gate == nullptr || hardware::HostAccess::isActive() ? nullptr
+    return gate == nullptr || hardware::GateBypass::isActive() ? nullptr
                                                                : &gate->unit().memoryDevice();
 }
 

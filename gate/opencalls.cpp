@@ -18,10 +18,10 @@ namespace
 {
 
 /// Tells the unit of a file of its own that was opened; a negative descriptor is none.
-int toldUnit(const LedPath &led, int descriptor)
+int toldUnit(const MappedPath &mapped, int descriptor)
 {
-    if (led.unitPath() != nullptr && descriptor >= 0) {
-        Gate::current()->unit().openFiles().opened(descriptor, led.unitPath(), led.path());
+    if (mapped.unitPath() != nullptr && descriptor >= 0) {
+        Gate::current()->unit().openFiles().opened(descriptor, mapped.unitPath(), mapped.path());
     }
     return descriptor;
 }
@@ -30,12 +30,12 @@ int toldUnit(const LedPath &led, int descriptor)
 template <auto *Call, typename... Others>
 int openPath(const char *name, const char *path, int flags, Others... others)
 {
-    const LedPath led(path);
-    if (!led.isValid()) {
+    const MappedPath mapped(path);
+    if (!mapped.isValid()) {
         return -1;
     }
-    if (!led.isMemory()) {
-        return toldUnit(led, hostCall<Call>(name)(led.path(), flags, others...));
+    if (!mapped.isMemory()) {
+        return toldUnit(mapped, hostCall<Call>(name)(mapped.path(), flags, others...));
     }
     MemoryDevice &device = Gate::current()->unit().memoryDevice();
     int descriptor = -1;
@@ -43,7 +43,7 @@ int openPath(const char *name, const char *path, int flags, Others... others)
         errno = ENOENT;
     } else {
         // The device has no size, the file in its place has one that needs the flag.
-        descriptor = hostCall<Call>(name)(led.path(), flags | O_LARGEFILE, others...);
+        descriptor = hostCall<Call>(name)(mapped.path(), flags | O_LARGEFILE, others...);
     }
     device.opened(descriptor);
     return descriptor;
@@ -51,10 +51,10 @@ int openPath(const char *name, const char *path, int flags, Others... others)
 
 template <auto *Call> FILE *openStream(const char *name, const char *path, const char *mode)
 {
-    const LedPath led(path);
-    FILE *stream = led.isValid() ? hostCall<Call>(name)(led.path(), mode) : nullptr;
+    const MappedPath mapped(path);
+    FILE *stream = mapped.isValid() ? hostCall<Call>(name)(mapped.path(), mode) : nullptr;
     if (stream != nullptr) {
-        toldUnit(led, fileno(stream));
+        toldUnit(mapped, fileno(stream));
     }
     return stream;
 }
@@ -63,10 +63,10 @@ template <auto *Call> FILE *openStream(const char *name, const char *path, const
 template <auto *Call>
 FILE *reopened(const char *name, const char *path, const char *mode, FILE *stream)
 {
-    const LedPath led(path);
+    const MappedPath mapped(path);
     const int refusal = errno;
-    FILE *result = hostCall<Call>(name)(led.isValid() ? led.path() : "", mode, stream);
-    if (!led.isValid()) {
+    FILE *result = hostCall<Call>(name)(mapped.isValid() ? mapped.path() : "", mode, stream);
+    if (!mapped.isValid()) {
         errno = refusal;
     }
     return result;

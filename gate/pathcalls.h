@@ -5,7 +5,7 @@
 // code that is compiled for large files or with checks of buffers.
 
 #include "hostcall.h"
-#include "ledpath.h"
+#include "mappedpath.h"
 
 #include <type_traits>
 
@@ -24,35 +24,37 @@ template <typename Result> Result failure()
 template <auto *Call, typename... Others>
 auto withPath(const char *name, const char *path, Others... others)
 {
-    const LedPath led(path);
+    const MappedPath mapped(path);
     using Result = decltype(Call(path, others...));
-    return led.isValid() ? hostCall<Call>(name)(led.path(), others...) : failure<Result>();
+    return mapped.isValid() ? hostCall<Call>(name)(mapped.path(), others...) : failure<Result>();
 }
 
 template <auto *Call, typename... Others>
 auto withPathAt(const char *name, int folder, const char *path, Others... others)
 {
-    const LedPath led(path);
+    const MappedPath mapped(path);
     using Result = decltype(Call(folder, path, others...));
-    return led.isValid() ? hostCall<Call>(name)(folder, led.path(), others...) : failure<Result>();
+    return mapped.isValid() ? hostCall<Call>(name)(folder, mapped.path(), others...)
+                            : failure<Result>();
 }
 
 template <auto *Call> int withPaths(const char *name, const char *from, const char *to)
 {
-    const LedPath ledFrom(from);
-    const LedPath ledTo(to);
-    return ledFrom.isValid() && ledTo.isValid() ? hostCall<Call>(name)(ledFrom.path(), ledTo.path())
-                                                : -1;
+    const MappedPath mappedFrom(from);
+    const MappedPath mappedTo(to);
+    return mappedFrom.isValid() && mappedTo.isValid()
+        ? hostCall<Call>(name)(mappedFrom.path(), mappedTo.path())
+        : -1;
 }
 
 template <auto *Call, typename... Others>
 int withPathsAt(const char *name, int fromFolder, const char *from, int toFolder, const char *to,
                 Others... others)
 {
-    const LedPath ledFrom(from);
-    const LedPath ledTo(to);
-    return ledFrom.isValid() && ledTo.isValid()
-        ? hostCall<Call>(name)(fromFolder, ledFrom.path(), toFolder, ledTo.path(), others...)
+    const MappedPath mappedFrom(from);
+    const MappedPath mappedTo(to);
+    return mappedFrom.isValid() && mappedTo.isValid()
+        ? hostCall<Call>(name)(fromFolder, mappedFrom.path(), toFolder, mappedTo.path(), others...)
         : -1;
 }
 

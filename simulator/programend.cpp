@@ -2,7 +2,7 @@
 
 #include "exitstatus.h"
 
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 #include "hardware/unit/journal.h"
 #include "simulator/framework/graphicalthread.h"
 
@@ -104,7 +104,7 @@ void ProgramEnd::run()
     }
     QMetaObject::invokeMethod(
         qApp, [] { QCoreApplication::exit(ExitFine); }, Qt::QueuedConnection);
-    const QDeadlineTimer deadline(GraphicalThread::patienceMs);
+    const QDeadlineTimer deadline(GraphicalThread::blockedTimeoutMs);
     Word word = End;
     while (word == End) {
         word = hear(m_pipe[0], deadline);
@@ -117,7 +117,7 @@ void ProgramEnd::run()
 void ProgramEnd::endBlocked()
 {
     m_journal.write(QStringLiteral("unit"), QStringLiteral("ended with its screen blocked"));
-    const hardware::HostAccess toLeftovers;
+    const hardware::GateBypass toLeftovers;
     const QMutexLocker locker(&m_mutex);
     for (const QString &path : qAsConst(m_passing)) {
         std::error_code ignored;

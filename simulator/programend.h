@@ -14,8 +14,8 @@ namespace simulator
 
 /// Ends the program when it is asked to, and on SIGINT, SIGTERM and SIGHUP, which it takes from its
 /// construction on: it has the graphical thread's event loop end. If the program is still there
-/// GraphicalThread::patienceMs later, because something blocks that thread, it ends without it, by
-/// ExitBlocked and a line on standard error, and leaves nothing of what it had been told of.
+/// GraphicalThread::blockedTimeoutMs later, because something blocks that thread, it ends without
+/// it, by ExitBlocked and a line on standard error, and leaves nothing of what it had been told of.
 /// Signals that come after this object's end do nothing. One at a time.
 class ProgramEnd : public QThread
 {

@@ -1,7 +1,6 @@
 #pragma once
 
 #include "kvappframework/sim/frameworkhost.h"
-#include "simlink/simulatedunit.h"
 #include "simulator/console/screenreader.h"
 #include "simulator/framework/activityloader.h"
 #include "simulator/framework/graphicalthread.h"
@@ -11,6 +10,7 @@
 #include "simulator/window/bezel.h"
 #include "simulator/window/finger.h"
 #include "simulator/window/unitlights.h"
+#include "unitlink/simulatedunit.h"
 
 #include <QObject>
 
@@ -62,7 +62,7 @@ private:
 
     hardware::Unit &m_unit;
     const QString m_plugin;
-    simlink::SimulatedUnit m_link;
+    unitlink::SimulatedUnit m_link;
     TraceJournal m_traceJournal;
     GraphicalThread m_graphicalThread;
     Bezel m_bezel;

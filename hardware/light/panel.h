@@ -27,7 +27,7 @@ public:
 
     /// The largest values that items are meant to have; the smallest is 0.
     static constexpr int largest[] = {brightest, 24, 360};
-    static constexpr double mostSaturated = 1.99;
+    static constexpr double maxSaturation = 1.99;
 
     /// \a mcu restarts the panel, \a vendorData must be open by the time of powerOn().
     Panel(Journal &journal, Mcu &mcu, const VendorData &vendorData);

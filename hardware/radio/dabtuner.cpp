@@ -1,7 +1,7 @@
 #include "dabtuner.h"
 
 #include "hardware/unit/clock.h"
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 #include "hardware/unit/journal.h"
 #include "hardware/unit/unitfolder.h"
 
@@ -135,7 +135,7 @@ void DabTuner::goOn()
 void DabTuner::carryOutStep()
 {
     // Opened anew for each step, since the stick may have been pulled.
-    const HostAccess toStick;
+    const GateBypass toStick;
     QFile firmware(m_update->file);
     if (!firmware.open(QIODevice::ReadOnly)) {
         finish(UpdateFailed, QStringLiteral("failed: %1").arg(firmware.errorString()));

@@ -13,7 +13,7 @@ namespace
 const int headerSize = 32;
 const int lengthOffset = 12;
 const int crcOffset = 28;
-const int mostTrailingBytes = 32;
+const int maxTrailingBytes = 32;
 const int blockSize = 1024;
 const char padding = 0x1A;
 
@@ -34,7 +34,7 @@ QByteArray ReceiverImage::content() const
 bool ReceiverImage::isFilledUpRight() const
 {
     const int end = packageEnd();
-    return end == 0 || contentEnd() <= end + mostTrailingBytes;
+    return end == 0 || contentEnd() <= end + maxTrailingBytes;
 }
 
 QString ReceiverImage::version() const

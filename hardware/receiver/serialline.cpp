@@ -22,7 +22,7 @@ namespace hardware
 namespace
 {
 
-const int mostBytesHeard = 256;
+const int maxBytesHeard = 256;
 const int bitsPerByte = 10; // start bit, eight data bits, stop bit
 const int noiseBit = 0x80;
 
@@ -148,7 +148,7 @@ void SerialLine::discardUnread()
 QByteArray SerialLine::hear(int baud)
 {
     const int speedBefore = m_watchedSpeed;
-    char bytes[mostBytesHeard];
+    char bytes[maxBytesHeard];
     const ssize_t count = m_device < 0 ? 0 : read(m_device, bytes, sizeof bytes);
     if (count <= 0) {
         return QByteArray();
@@ -159,7 +159,7 @@ QByteArray SerialLine::hear(int baud)
     if (!m_moreWasWaiting) {
         m_hearingUntil = qMax(m_hearingUntil, now());
     }
-    m_moreWasWaiting = count == mostBytesHeard;
+    m_moreWasWaiting = count == maxBytesHeard;
     passTime(&m_hearingUntil, int(count), baud);
     const QByteArray heard(bytes, int(count));
     return baud == speedBefore || baud == m_watchedSpeed ? heard : garbled(heard);

@@ -1,6 +1,6 @@
 #include "openfiles.h"
 
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 
 #include <QMutexLocker>
 
@@ -56,7 +56,7 @@ void OpenFiles::opened(int descriptor, const char *unitPath, const char *hostPat
         m_files.insert(descriptor, {unitPath, status.st_dev, status.st_ino});
         m_hasFiles = true;
     }
-    const HostAccess toFile;
+    const GateBypass toFile;
     if (access(hostPath, F_OK) != 0) {
         // Its stick was pulled while it was being opened.
         cut(unitPath);
@@ -75,7 +75,7 @@ void OpenFiles::closing(int descriptor)
 void OpenFiles::cut(const QByteArray &mountRoot)
 {
     const KeptErrno kept;
-    const HostAccess toTerminal;
+    const GateBypass toTerminal;
     const int deadEnd = openDeadEnd();
     lead(mountRoot, deadEnd);
     if (deadEnd >= 0) {

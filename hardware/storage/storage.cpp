@@ -1,6 +1,6 @@
 #include "storage.h"
 
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 #include "hardware/unit/journal.h"
 #include "hardware/unit/unitfolder.h"
 
@@ -207,7 +207,7 @@ bool Storage::remount(const Stick &stick, QString *error)
 
 bool Storage::mount(const Stick &stick, QString *error) const
 {
-    const HostAccess toStick;
+    const GateBypass toStick;
     const QString folder = stick.folder.isEmpty()
         ? m_folder.path(QStringLiteral("/sticks/") + stick.slot)
         : stick.folder;
@@ -235,7 +235,7 @@ bool Storage::mount(const Stick &stick, QString *error) const
 
 void Storage::unmount(const Stick &stick) const
 {
-    const HostAccess toLink;
+    const GateBypass toLink;
     const std::filesystem::path link = hostPath(m_folder.path(stick.mountRoot));
     std::error_code failure;
     const std::filesystem::path target = std::filesystem::read_symlink(link, failure);

@@ -1,7 +1,7 @@
 #include "deviceloop.h"
 
 #include "clock.h"
-#include "hostaccess.h"
+#include "gatebypass.h"
 
 #include <poll.h>
 #include <sys/eventfd.h>
@@ -92,7 +92,7 @@ void DeviceLoop::dropAll()
 void DeviceLoop::run()
 {
     // Devices work on the host's files; a gate has nothing to do with them.
-    const HostAccess device;
+    const GateBypass device;
     while (doCalls()) {
         doWhatIsDue();
         waitForInput();

@@ -1,6 +1,6 @@
 #include "wholefile.h"
 
-#include "hostaccess.h"
+#include "gatebypass.h"
 
 #include <QFile>
 #include <QSaveFile>
@@ -26,7 +26,7 @@ bool writeOut(QFileDevice &file, const QByteArray &content)
 bool make(const QString &file, const QByteArray &content, QString *reason,
           QFileDevice::Permissions added)
 {
-    const HostAccess toFile;
+    const GateBypass toFile;
     QFile part(file + QStringLiteral(".part"));
     if (part.open(QIODevice::WriteOnly) && writeOut(part, content)
         && part.setPermissions(part.permissions() | added) && part.rename(file)) {
@@ -40,7 +40,7 @@ bool make(const QString &file, const QByteArray &content, QString *reason,
 
 bool replace(const QString &file, const QByteArray &content, QString *reason)
 {
-    const HostAccess toFile;
+    const GateBypass toFile;
     QSaveFile whole(file);
     if (whole.open(QIODevice::WriteOnly) && writeOut(whole, content) && whole.commit()) {
         return true;

@@ -1,6 +1,6 @@
 #include "updatepackage.h"
 
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 
 #include <QtEndian>
 
@@ -56,7 +56,7 @@ bool UpdatePackage::readOn(int bytes)
     if (m_state != Good || m_left == 0) {
         return false;
     }
-    const HostAccess toStick;
+    const GateBypass toStick;
     // An open file outlives its stick here; on a unit it does not.
     const QByteArray piece =
         m_file.exists() ? m_file.read(qMin<qint64>(bytes, m_left)) : QByteArray();
@@ -96,7 +96,7 @@ QString UpdatePackage::name(Result result)
 
 UpdatePackage::Result UpdatePackage::readHeader()
 {
-    const HostAccess toStick;
+    const GateBypass toStick;
     if (!m_file.open(QIODevice::ReadOnly)) {
         return Unreadable;
     }

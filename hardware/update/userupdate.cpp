@@ -26,7 +26,7 @@ constexpr int pieceBytes = 1024 * 1024;
 constexpr int pieceMs = 50; // A slow stick: 20 MiB a second.
 
 constexpr int devices[] = {0, 1, 2, 3, 5};
-constexpr int longestLanguage = 255;
+constexpr int maxLanguageBytes = 255;
 
 bool isDevice(int device)
 {
@@ -91,7 +91,7 @@ void UserUpdate::cancelVerifications()
 QByteArray UserUpdate::data(int device, const QString &language) const
 {
     m_journal.write(source, QStringLiteral("data device %1 %2").arg(device).arg(language));
-    const QByteArray languageBytes = language.toUtf8().left(longestLanguage);
+    const QByteArray languageBytes = language.toUtf8().left(maxLanguageBytes);
     const QMutexLocker locker(&m_mutex);
     if (m_dataRefused || !isDevice(device)) {
         return QByteArray();

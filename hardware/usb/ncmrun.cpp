@@ -20,7 +20,7 @@ namespace hardware
 namespace
 {
 
-constexpr int patienceMs = 20;         // of the host, before a thread looks whether it is to end
+constexpr int pollTimeoutMs = 20;      // of the host, before a thread looks whether it is to end
 constexpr int tickMicroseconds = 2000; // of the unit, between two bursts
 constexpr qint64 burstTicks = 10;      // that a late sender makes up for
 
@@ -53,7 +53,7 @@ bool connectTo(int socket, const sockaddr_in &address)
 bool isReady(int socket, short events)
 {
     pollfd wanted = {socket, events, 0};
-    return poll(&wanted, 1, patienceMs) > 0;
+    return poll(&wanted, 1, pollTimeoutMs) > 0;
 }
 
 bool isPassing(int error)
@@ -204,7 +204,7 @@ void NcmRun::receive()
     qint64 nextLook = 0;
     while (m_isRunning) {
         if (m_timer.elapsed() >= nextLook) {
-            nextLook = m_timer.elapsed() + patienceMs;
+            nextLook = m_timer.elapsed() + pollTimeoutMs;
             if (!m_isAlive()) {
                 finish();
             }

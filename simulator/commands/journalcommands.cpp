@@ -16,7 +16,7 @@ namespace simulator
 namespace
 {
 
-const int usualPatienceMs = 2000;
+const int defaultTimeoutMs = 2000;
 const int linesShown = 20;
 
 ConsoleResult journal(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
@@ -42,7 +42,7 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
     }
     int ms = 0;
     QString error;
-    if (!readNumber(arguments.value(1, QString::number(usualPatienceMs)), QStringLiteral("MS"), 0,
+    if (!readNumber(arguments.value(1, QString::number(defaultTimeoutMs)), QStringLiteral("MS"), 0,
                     std::numeric_limits<int>::max(), &ms, &error)) {
         return ConsoleResult::failed(error);
     }

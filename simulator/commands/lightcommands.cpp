@@ -15,9 +15,9 @@ namespace simulator
 namespace
 {
 
-const int mostReadingsPerSecond = 1000;
-const int usualDaySeconds = 240;
-const int longestDaySeconds = 86400;
+const int maxReadingsPerSecond = 1000;
+const int defaultDaySeconds = 240;
+const int maxDaySeconds = 86400;
 
 using hardware::Panel;
 
@@ -45,10 +45,10 @@ ConsoleResult alsCurve(Simulator &simulator, const QStringList &arguments, Conso
     int perSecond = 0;
     int daySeconds = 0;
     QString error;
-    if (!readNumber(arguments.first(), QStringLiteral("RATE"), 0, mostReadingsPerSecond, &perSecond,
+    if (!readNumber(arguments.first(), QStringLiteral("RATE"), 0, maxReadingsPerSecond, &perSecond,
                     &error)
-        || !readNumber(arguments.value(1, QString::number(usualDaySeconds)),
-                       QStringLiteral("SECONDS"), 1, longestDaySeconds, &daySeconds, &error)) {
+        || !readNumber(arguments.value(1, QString::number(defaultDaySeconds)),
+                       QStringLiteral("SECONDS"), 1, maxDaySeconds, &daySeconds, &error)) {
         return ConsoleResult::failed(error);
     }
     if (perSecond == 0) {
@@ -67,11 +67,11 @@ ConsoleResult setSaturation(Panel &panel, const QString &value, bool isWrong)
         return ConsoleResult::failed(
             QStringLiteral("VALUE is a number for the saturation, not \"%1\"").arg(value));
     }
-    if (!isWrong && (saturation < 0 || saturation > Panel::mostSaturated)) {
+    if (!isWrong && (saturation < 0 || saturation > Panel::maxSaturation)) {
         return ConsoleResult::failed(
             QStringLiteral("VALUE is a number from 0 to %1, not \"%2\"; \"wrong\" behind it "
                            "allows others")
-                .arg(Panel::mostSaturated)
+                .arg(Panel::maxSaturation)
                 .arg(value));
     }
     panel.setSaturation(saturation);

@@ -12,7 +12,7 @@ namespace simulator
 namespace
 {
 
-const int patienceMs = 2000;
+const int showTimeoutMs = 2000;
 
 /// A graphical thread that does not answer for so long, in host time, is blocked.
 const int answerMs = 300;
@@ -21,7 +21,7 @@ const int answerMs = 300;
 bool waitForScreen(Simulator &simulator, const std::function<bool(const ScreenReader &)> &question)
 {
     bool answer = false;
-    simulator.graphicalThread().waitUntil(simulator.unit().clock().hostMs(patienceMs), [&] {
+    simulator.graphicalThread().waitUntil(simulator.unit().clock().hostMs(showTimeoutMs), [&] {
         simulator.graphicalThread().run([&] { answer = question(simulator.screenReader()); });
         return answer;
     });

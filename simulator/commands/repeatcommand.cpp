@@ -10,13 +10,13 @@ namespace simulator
 namespace
 {
 
-const int mostRepetitions = 100000;
+const int maxRepetitions = 100000;
 
 ConsoleResult repeat(const Console &console, const QStringList &arguments, ConsoleSession &session)
 {
     int count = 0;
     QString error;
-    if (!readNumber(arguments.at(0), QStringLiteral("COUNT"), 1, mostRepetitions, &count, &error)) {
+    if (!readNumber(arguments.at(0), QStringLiteral("COUNT"), 1, maxRepetitions, &count, &error)) {
         return ConsoleResult::failed(error);
     }
     ConsoleResult result = ConsoleResult::done();

@@ -27,7 +27,7 @@ const DabFault dabFaults[] = {
     {"mute", DabTuner::IsMute},
 };
 
-const int usualFaultPercent = 50;
+const int defaultFaultPercent = 50;
 
 bool isToldStatus(int code)
 {
@@ -60,7 +60,7 @@ ConsoleResult dab(Simulator &simulator, const QStringList &arguments, ConsoleSes
 
 ConsoleResult dabFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    int percent = usualFaultPercent;
+    int percent = defaultFaultPercent;
     QString error;
     if (arguments.size() > 1
         && !readNumber(arguments.at(1), QStringLiteral("PERCENT"), 0, 99, &percent, &error)) {

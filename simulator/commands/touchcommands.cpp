@@ -13,8 +13,8 @@ namespace simulator
 namespace
 {
 
-const int usualSteps = 10;
-const int mostSteps = 1000;
+const int defaultSteps = 10;
+const int maxSteps = 1000;
 
 ConsoleResult fingerIsDown()
 {
@@ -94,14 +94,14 @@ ConsoleResult lift(Simulator &simulator, const QStringList &arguments, ConsoleSe
 
 ConsoleResult drag(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const QString steps = arguments.value(4, QString::number(usualSteps));
+    const QString steps = arguments.value(4, QString::number(defaultSteps));
     QPoint from;
     QPoint to;
     int count = 0;
     QString error;
     if (!readPosition(arguments.at(0), arguments.at(1), &from, &error)
         || !readPosition(arguments.at(2), arguments.at(3), &to, &error)
-        || !readNumber(steps, QStringLiteral("STEPS"), 1, mostSteps, &count, &error)) {
+        || !readNumber(steps, QStringLiteral("STEPS"), 1, maxSteps, &count, &error)) {
         return ConsoleResult::failed(error);
     }
     if (simulator.finger().isDown()) {

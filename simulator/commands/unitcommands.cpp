@@ -33,7 +33,7 @@ ConsoleResult reboot(Simulator &simulator, const QStringList &, ConsoleSession &
 {
     simulator.unit().mcu().reboot();
     // Behind the restart, which is queued there.
-    return simulator.graphicalThread().runWithin(GraphicalThread::patienceMs, [] {})
+    return simulator.graphicalThread().runWithin(GraphicalThread::blockedTimeoutMs, [] {})
         ? ConsoleResult::done()
         : ConsoleResult::failed(QStringLiteral(
             "the screen is blocked by a page's work; the unit restarts when that has ended"));

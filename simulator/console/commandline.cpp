@@ -126,7 +126,7 @@ QString quoted(const QString &word)
 
 QString tooLong()
 {
-    return QStringLiteral("a command is longer than %1 bytes").arg(longestLine);
+    return QStringLiteral("a command is longer than %1 bytes").arg(maxLineBytes);
 }
 
 bool split(const QString &line, QStringList *words, QString *error)

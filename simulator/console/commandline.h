@@ -12,7 +12,7 @@ namespace commandline
 {
 
 /// In bytes, without the line's end.
-constexpr int longestLine = 65536;
+constexpr int maxLineBytes = 65536;
 
 /// What is wrong with a line that is longer.
 QString tooLong();

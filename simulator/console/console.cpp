@@ -23,7 +23,7 @@ QStringList usageWords(const Console::Command &command)
     return command.usage.split(QLatin1Char(' '), Qt::SkipEmptyParts);
 }
 
-int fewestArguments(const Console::Command &command)
+int minArguments(const Console::Command &command)
 {
     const QStringList words = usageWords(command);
     return int(std::count_if(words.cbegin(), words.cend(), [](const QString &word) {
@@ -31,7 +31,7 @@ int fewestArguments(const Console::Command &command)
     }));
 }
 
-int mostArguments(const Console::Command &command)
+int maxArguments(const Console::Command &command)
 {
     return usageWords(command).size();
 }
@@ -59,7 +59,7 @@ void Console::add(const Command &command)
 
 ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
 {
-    if (line.toUtf8().size() > commandline::longestLine) {
+    if (line.toUtf8().size() > commandline::maxLineBytes) {
         return ConsoleResult::failed(commandline::tooLong());
     }
     QStringList words;
@@ -79,7 +79,7 @@ ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
         return ConsoleResult::failed(
             QStringLiteral("unknown command \"%1\"; \"help\" lists them").arg(name));
     }
-    if (words.size() < fewestArguments(*command) || words.size() > mostArguments(*command)) {
+    if (words.size() < minArguments(*command) || words.size() > maxArguments(*command)) {
         return ConsoleResult::failed(QStringLiteral("usage: ") + synopsis(*command));
     }
     return runCommand(*command, words, session);

@@ -23,7 +23,7 @@ bool ConsoleClient::run(const QStringList &words, QStringList *lines, QString *e
 {
     lines->clear();
     const QByteArray command = commandline::join(words).toUtf8();
-    if (command.size() > commandline::longestLine) {
+    if (command.size() > commandline::maxLineBytes) {
         *error = commandline::tooLong();
         return false;
     }

@@ -38,9 +38,9 @@ void ConsoleConnection::run()
 
 void ConsoleConnection::answerLines(QLocalSocket &socket, ConsoleSession &session)
 {
-    while (socket.canReadLine() || socket.bytesAvailable() > commandline::longestLine) {
+    while (socket.canReadLine() || socket.bytesAvailable() > commandline::maxLineBytes) {
         // With room for the end of the longest line, and for a zero byte of Qt's own.
-        QByteArray line = socket.readLine(commandline::longestLine + 2);
+        QByteArray line = socket.readLine(commandline::maxLineBytes + 2);
         const bool isWhole = line.endsWith('\n');
         line.chop(isWhole ? 1 : 0);
         socket.write(answer(line, session));

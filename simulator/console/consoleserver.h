@@ -19,7 +19,7 @@ class Console;
 ///
 /// A client sends one command a line. For each it is answered with any number of lines that begin
 /// with a blank, which is not part of them, and then with one line "ok" or "error <what is wrong>".
-/// One whose line is longer than commandline::longestLine is hung up on after the error.
+/// One whose line is longer than commandline::maxLineBytes is hung up on after the error.
 class ConsoleServer : public QObject
 {
     Q_OBJECT

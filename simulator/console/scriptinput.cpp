@@ -51,7 +51,7 @@ bool ScriptInput::open(const QString &file, QString *error)
 bool ScriptInput::readLine(QByteArray *line)
 {
     while (!takeLine(line)) {
-        if (m_buffer.size() > commandline::longestLine || !fill()) {
+        if (m_buffer.size() > commandline::maxLineBytes || !fill()) {
             *line = m_buffer;
             m_buffer.clear();
             return !line->isEmpty();

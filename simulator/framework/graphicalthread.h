@@ -20,7 +20,7 @@ class GraphicalThread : public QObject
 public:
     /// Host milliseconds after which something that the graphical thread does not get round to is
     /// waited for no more: a page's work blocks it.
-    static constexpr int patienceMs = 5000;
+    static constexpr int blockedTimeoutMs = 5000;
 
     GraphicalThread() = default;
 

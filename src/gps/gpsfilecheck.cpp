@@ -22,7 +22,7 @@ constexpr std::uint32_t firmwareMagic = 0xF3F4F5F6;
 constexpr int filesInvalid = -2;
 
 constexpr int workerPriority = 50;
-constexpr std::size_t mostGroups = 32;
+constexpr std::size_t maxGroups = 32;
 
 void takeRealTimePriority()
 {
@@ -39,7 +39,7 @@ void printUser()
 {
     std::vector<gid_t> groups(static_cast<std::size_t>(std::max(0, getgroups(0, nullptr))));
     const int count = getgroups(static_cast<int>(groups.size()), groups.data());
-    groups.resize(std::min(static_cast<std::size_t>(std::max(0, count)), mostGroups));
+    groups.resize(std::min(static_cast<std::size_t>(std::max(0, count)), maxGroups));
     std::string text;
     for (const gid_t group : groups) {
         text += ' ' + std::to_string(static_cast<int>(group));

@@ -25,7 +25,7 @@ constexpr std::size_t dataOffset = 3;
 constexpr std::size_t crcOffset = dataOffset + blockSize;
 constexpr std::size_t frameSize = crcOffset + 2;
 
-constexpr int mostRetries = 10;
+constexpr int maxRetries = 10;
 constexpr useconds_t answerPauseUs = 10000;
 constexpr useconds_t retryPauseUs = 100;
 
@@ -149,7 +149,7 @@ XmodemSender::State XmodemSender::sendNextBlock()
 
 XmodemSender::State XmodemSender::resendBlock()
 {
-    if (m_retries > mostRetries) {
+    if (m_retries > maxRetries) {
         std::puts("Retry too many times,Quit!");
         return Sent;
     }

@@ -1,6 +1,6 @@
 #include "hardware/unit/clock.h"
 #include "hardware/unit/deviceloop.h"
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 
 #include <QElapsedTimer>
 #include <QStringList>
@@ -129,7 +129,7 @@ void TestDeviceLoop::stopEndsTheThread()
 void TestDeviceLoop::worksOnTheHostsFiles()
 {
     bool isHosts = false;
-    m_loop->call([&] { isHosts = hardware::HostAccess::isActive(); });
+    m_loop->call([&] { isHosts = hardware::GateBypass::isActive(); });
     QVERIFY(isHosts);
 }
 

@@ -3,7 +3,7 @@
 #include "hardware/memory/memorydevice.h"
 
 #include "gate/gate.h"
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 
 #include "support/openunit.h"
 
@@ -238,7 +238,7 @@ void tst_MemoryDevice::otherFilesAndMappingsPassUnseen()
 
 void tst_MemoryDevice::hostAccessPassesUnseen()
 {
-    const hardware::HostAccess access;
+    const hardware::GateBypass access;
     const int descriptor = open("/dev/null", O_RDWR);
     QVERIFY(descriptor >= 0);
     close(descriptor);

@@ -6,8 +6,8 @@
 #include "touchscreen.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
 #include "support/testmain.h"
+#include "unitlink/simulatedunit.h"
 
 #include <QElapsedTimer>
 #include <QPointer>
@@ -204,7 +204,7 @@ void TestPopupViewEnd::timeoutUnderTimeFactor()
     QFETCH(int, real);
     const QTemporaryDir folder;
     hardware::Unit unit(folder.path(), factor);
-    const simlink::SimulatedUnit link(unit);
+    const unitlink::SimulatedUnit link(unit);
     TouchScreen screen;
     Popup popup(&screen);
     QVERIFY(showFor(screen, popup, timeout));

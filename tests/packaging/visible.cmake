@@ -2,9 +2,9 @@
 # CXX, with the folders that a file of src/ is compiled with in BUILD, is asked for every header of SOURCE.
 # WORK is a folder for the question.
 file(GLOB faces RELATIVE "${SOURCE}" "${SOURCE}/platform/*/*.h")
-list(FILTER faces EXCLUDE REGEX "^platform/simlink/")
+list(FILTER faces EXCLUDE REGEX "^platform/unitlink/")
 set(others)
-foreach(folder IN ITEMS gate hardware simulator platform/simlink platform/*/sim)
+foreach(folder IN ITEMS gate hardware simulator platform/unitlink platform/*/sim)
     file(GLOB_RECURSE headers RELATIVE "${SOURCE}" "${SOURCE}/${folder}/*.h")
     if(NOT headers)
         message(FATAL_ERROR "There is no header in ${folder}")

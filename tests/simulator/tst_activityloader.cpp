@@ -3,7 +3,7 @@
 #include "hardware/unit/unit.h"
 #include "kvappframework/sim/frameworkhost.h"
 #include "kvappframework/sim/simactivitymanager.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 #include <QLabel>
 #include <QPushButton>
@@ -75,7 +75,7 @@ struct Framework
 
     hardware::Unit unit;
     bool opened;
-    simlink::SimulatedUnit link;
+    unitlink::SimulatedUnit link;
     QWidget window;
     kvappframework::FrameworkHost host;
 };

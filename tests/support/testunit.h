@@ -3,7 +3,7 @@
 #include "gate/gate.h"
 #include "hardware/unit/unit.h"
 #include "kvappframework/sim/frameworkhost.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 #include <QTemporaryDir>
 #include <QWidget>
@@ -41,7 +41,7 @@ private:
     mutable hardware::Unit m_unit;
     bool m_open;
     hardware::Gate m_gate;
-    simlink::SimulatedUnit m_link;
+    unitlink::SimulatedUnit m_link;
     QWidget m_screen;
     kvappframework::FrameworkHost m_framework;
 };

@@ -1,21 +1,21 @@
 #include "simdabmodule.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 class SimDabModule::Service : public DabModule
 {
 public:
     unsigned char m_DAB_GetCurrentStatus() override
     {
-        return static_cast<unsigned char>(simlink::unit().dabTuner().status());
+        return static_cast<unsigned char>(unitlink::unit().dabTuner().status());
     }
 
-    QString DAB_GetSdkVersion() override { return simlink::unit().versions().dabSdk(); }
+    QString DAB_GetSdkVersion() override { return unitlink::unit().versions().dabSdk(); }
 
     int m_DAB_FwUpdate(const char *rootPath) override
     {
-        return simlink::unit().dabTuner().startUpdate(rootPath) ? 0 : -1;
+        return unitlink::unit().dabTuner().startUpdate(rootPath) ? 0 : -1;
     }
 };
 
@@ -25,7 +25,7 @@ SimDabModule::SimDabModule()
     const std::shared_ptr<Service> service = m_service;
     // Without a receiver: runs on the tuner's thread, and keeps the service until it has run.
     m_connection = QObject::connect(
-        &simlink::unit().dabTuner(), &hardware::DabTuner::statusTold, [service](int status) {
+        &unitlink::unit().dabTuner(), &hardware::DabTuner::statusTold, [service](int status) {
             emit service->dabMsgToOtherModule(static_cast<unsigned char>(status));
         });
 }

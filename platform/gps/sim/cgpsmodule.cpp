@@ -1,14 +1,14 @@
 #include "gps/cgpsmodule.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 namespace
 {
 
 void journal(const QString &text)
 {
-    simlink::unit().journal().write(QStringLiteral("gps"), text);
+    unitlink::unit().journal().write(QStringLiteral("gps"), text);
 }
 
 } // namespace
@@ -17,17 +17,17 @@ CGpsModule::CGpsModule() = default;
 
 CGpsModule *CGpsModule::getInstance()
 {
-    return simlink::service<CGpsModule>([] { return new CGpsModule; });
+    return unitlink::service<CGpsModule>([] { return new CGpsModule; });
 }
 
 void CGpsModule::stopWork()
 {
-    simlink::unit().gpsReceiver().setServiceReading(false);
+    unitlink::unit().gpsReceiver().setServiceReading(false);
     journal(QStringLiteral("service stopped"));
 }
 
 void CGpsModule::clearGpsConfig()
 {
     journal(QStringLiteral("configuration cleared"));
-    simlink::unit().settings().removeGroup(QStringLiteral("gps"));
+    unitlink::unit().settings().removeGroup(QStringLiteral("gps"));
 }

@@ -7,7 +7,7 @@
 #include "simmodulemanager.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 #include <QCoreApplication>
 #include <QWidget>
@@ -93,7 +93,7 @@ QRect FrameworkHost::desktopRect() const
 bool FrameworkHost::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == EventType_Beep) {
-        simlink::unit().mcu().beep(keyTone);
+        unitlink::unit().mcu().beep(keyTone);
     }
     return QObject::eventFilter(watched, event);
 }

@@ -6,7 +6,7 @@
 #include "kvappframework/sysevent.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 #include <algorithm>
 
@@ -18,7 +18,7 @@ namespace
 
 void journal(const QString &text)
 {
-    simlink::unit().journal().write(QStringLiteral("info"), text);
+    unitlink::unit().journal().write(QStringLiteral("info"), text);
 }
 
 } // namespace

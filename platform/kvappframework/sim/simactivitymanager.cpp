@@ -6,7 +6,7 @@
 #include "kvappframework/modulemanager.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 #include <QStringList>
 #include <QWidget>
@@ -21,7 +21,7 @@ namespace
 
 void journal(const QString &text)
 {
-    simlink::unit().journal().write(QStringLiteral("framework"), text);
+    unitlink::unit().journal().write(QStringLiteral("framework"), text);
 }
 
 } // namespace

@@ -4,7 +4,7 @@
 #include "kvwidget/kviconbutton.h"
 #include "popupbox.h"
 
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 #include <QEvent>
 #include <QPainter>
@@ -173,7 +173,7 @@ void PopupView::goAwayWithPage(Signal signal)
 void PopupView::startTimeout()
 {
     if (m_showTimeout > 0) {
-        m_timer->start(simlink::hostMs(m_showTimeout));
+        m_timer->start(unitlink::hostMs(m_showTimeout));
     } else {
         m_timer->stop();
     }

@@ -1,7 +1,7 @@
 #include "mcu/cmsgclass.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 namespace
 {
@@ -10,7 +10,7 @@ const int usbMediaType = 1;
 
 hardware::Unit &unit()
 {
-    return simlink::unit();
+    return unitlink::unit();
 }
 
 } // namespace
@@ -32,7 +32,7 @@ CMsgClass::CMsgClass()
 
 CMsgClass *CMsgClass::getInstance()
 {
-    return simlink::service<CMsgClass>([] { return new CMsgClass; });
+    return unitlink::service<CMsgClass>([] { return new CMsgClass; });
 }
 
 QString CMsgClass::getGpsVerInfo()

@@ -1,13 +1,13 @@
 #include "mcu/mcumsgmodule.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 int McuMsgModule::sendMsgToMcu(unsigned char *buffer, int length)
 {
     if (buffer == nullptr || length <= 0) {
         return -1;
     }
-    simlink::unit().mcu().send(QByteArray(reinterpret_cast<const char *>(buffer), length));
+    unitlink::unit().mcu().send(QByteArray(reinterpret_cast<const char *>(buffer), length));
     return length;
 }

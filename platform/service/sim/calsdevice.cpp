@@ -1,7 +1,7 @@
 #include "service/calsdevice.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 using hardware::DayNight;
 
@@ -10,14 +10,14 @@ namespace
 
 DayNight &dayNight()
 {
-    return simlink::unit().dayNight();
+    return unitlink::unit().dayNight();
 }
 
 } // namespace
 
 CALSDevice::CALSDevice()
 {
-    hardware::LightSensor &sensor = simlink::unit().lightSensor();
+    hardware::LightSensor &sensor = unitlink::unit().lightSensor();
     connect(&sensor, &hardware::LightSensor::readingReady, this, &CALSDevice::passReadingOn);
     // What was reported before anyone listened still waits to be taken; nothing more would come.
     sensor.takeReading();
@@ -25,7 +25,7 @@ CALSDevice::CALSDevice()
 
 CALSDevice *CALSDevice::getInstance()
 {
-    return simlink::service<CALSDevice>([] { return new CALSDevice; });
+    return unitlink::service<CALSDevice>([] { return new CALSDevice; });
 }
 
 int CALSDevice::getCirticalValue(bool day)
@@ -50,7 +50,7 @@ void CALSDevice::autoDetectSwitch(bool on)
 
 void CALSDevice::passReadingOn()
 {
-    const std::optional<int> reading = simlink::unit().lightSensor().takeReading();
+    const std::optional<int> reading = unitlink::unit().lightSensor().takeReading();
     if (reading) {
         emit sigSensorValue(*reading);
     }

@@ -1,7 +1,7 @@
 #include "service/comsysconfig.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 namespace
 {
@@ -12,15 +12,15 @@ ComSysConfig::ComSysConfig() = default;
 
 ComSysConfig *ComSysConfig::getInstance()
 {
-    return simlink::service<ComSysConfig>([] { return new ComSysConfig; });
+    return unitlink::service<ComSysConfig>([] { return new ComSysConfig; });
 }
 
 bool ComSysConfig::getCaptureStatus()
 {
-    return simlink::unit().settings().value(captureKey, false).toBool();
+    return unitlink::unit().settings().value(captureKey, false).toBool();
 }
 
 void ComSysConfig::setCaptureStatus(bool on)
 {
-    simlink::unit().settings().setValue(captureKey, on);
+    unitlink::unit().settings().setValue(captureKey, on);
 }

@@ -1,9 +1,9 @@
 #include "service/datadefault.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 QVariant DataDefault::getDefault(QString key)
 {
-    return simlink::unit().defaults().value(key);
+    return unitlink::unit().defaults().value(key);
 }

@@ -1,7 +1,7 @@
 #include "service/datasavecontrol.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 namespace
 {
@@ -16,11 +16,11 @@ QString path(const QString &key, const QString &group)
 QVariant DataSaveControl::readSettingData(const QString &key, const QVariant &defaultValue,
                                           const QString &group)
 {
-    return simlink::unit().settings().value(path(key, group), defaultValue);
+    return unitlink::unit().settings().value(path(key, group), defaultValue);
 }
 
 void DataSaveControl::saveSettingData(const QString &key, const QVariant &value,
                                       const QString &group)
 {
-    simlink::unit().settings().setValue(path(key, group), value);
+    unitlink::unit().settings().setValue(path(key, group), value);
 }

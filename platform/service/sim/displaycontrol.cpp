@@ -1,7 +1,7 @@
 #include "service/displaycontrol.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 using hardware::Panel;
 
@@ -10,7 +10,7 @@ namespace
 
 Panel &panel()
 {
-    return simlink::unit().panel();
+    return unitlink::unit().panel();
 }
 
 } // namespace
@@ -19,7 +19,7 @@ DisplayControl::DisplayControl() = default;
 
 DisplayControl *DisplayControl::getInstance()
 {
-    return simlink::service<DisplayControl>([] { return new DisplayControl; });
+    return unitlink::service<DisplayControl>([] { return new DisplayControl; });
 }
 
 int DisplayControl::panelBrightness() const

@@ -1,7 +1,7 @@
 #include "service/kvplatformcontrol.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 using hardware::NcmTest;
 
@@ -13,7 +13,7 @@ namespace
 
 int start(NcmTest::Kind kind)
 {
-    return simlink::unit().ncmTest().start(kind) ? 0 : -1;
+    return unitlink::unit().ncmTest().start(kind) ? 0 : -1;
 }
 
 } // namespace
@@ -22,7 +22,7 @@ KVPlatformControl::KVPlatformControl() = default;
 
 KVPlatformControl *KVPlatformControl::GetInstance()
 {
-    return simlink::service<KVPlatformControl>([] { return new KVPlatformControl; });
+    return unitlink::service<KVPlatformControl>([] { return new KVPlatformControl; });
 }
 
 int KVPlatformControl::startTcpTestServer()
@@ -37,7 +37,7 @@ int KVPlatformControl::startUdpTestServer()
 
 int KVPlatformControl::stopTest()
 {
-    return simlink::unit().ncmTest().stop() ? 0 : -1;
+    return unitlink::unit().ncmTest().stop() ? 0 : -1;
 }
 
 int KVPlatformControl::startUdpTestClient50()

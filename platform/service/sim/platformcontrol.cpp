@@ -1,14 +1,14 @@
 #include "service/platformcontrol.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 namespace
 {
 
 hardware::UserUpdate &userUpdate()
 {
-    return simlink::unit().userUpdate();
+    return unitlink::unit().userUpdate();
 }
 
 } // namespace
@@ -27,7 +27,7 @@ PlatformControl::~PlatformControl()
 
 PlatformControl *PlatformControl::getInstance()
 {
-    return simlink::service<PlatformControl>([] { return new PlatformControl; });
+    return unitlink::service<PlatformControl>([] { return new PlatformControl; });
 }
 
 QString PlatformControl::getCustomerVer(QString package)
@@ -52,6 +52,6 @@ QByteArray PlatformControl::getUserUpdateData(DevType device, QString language)
 
 void PlatformControl::softWareReset()
 {
-    simlink::unit().journal().write(QStringLiteral("platform"), QStringLiteral("software reset"));
-    simlink::unit().mcu().reboot();
+    unitlink::unit().journal().write(QStringLiteral("platform"), QStringLiteral("software reset"));
+    unitlink::unit().mcu().reboot();
 }

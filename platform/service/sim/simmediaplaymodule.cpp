@@ -1,7 +1,7 @@
 #include "simmediaplaymodule.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 SimMediaplayModule::SimMediaplayModule() = default;
 
@@ -25,6 +25,6 @@ bool SimMediaplayModule::isUSBTesting() const
 void SimMediaplayModule::setUSBTesting(bool testing)
 {
     m_usbTesting = testing;
-    simlink::unit().journal().write(QStringLiteral("mediaplay"),
-                                    QStringLiteral("usb testing %1").arg(int(testing)));
+    unitlink::unit().journal().write(QStringLiteral("mediaplay"),
+                                     QStringLiteral("usb testing %1").arg(int(testing)));
 }

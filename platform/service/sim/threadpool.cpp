@@ -1,7 +1,7 @@
 #include "service/threadpool.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 #include <algorithm>
 #include <list>
@@ -14,7 +14,7 @@ namespace
 
 void journal(const char *what, const std::string &name)
 {
-    simlink::unit().journal().write(
+    unitlink::unit().journal().write(
         QStringLiteral("threads"),
         QStringLiteral("%1 %2").arg(QLatin1String(what), QString::fromStdString(name)));
 }
@@ -105,7 +105,7 @@ ThreadPool::~ThreadPool() = default;
 
 ThreadPool *ThreadPool::getInstance()
 {
-    return simlink::service<ThreadPool>([] { return new ThreadPool; });
+    return unitlink::service<ThreadPool>([] { return new ThreadPool; });
 }
 
 void ThreadPool::addTask(std::function<void()> task, std::string name)

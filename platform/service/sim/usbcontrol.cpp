@@ -1,36 +1,36 @@
 #include "service/usbcontrol.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 UsbControl::UsbControl() = default;
 
 UsbControl *UsbControl::getInstance()
 {
-    return simlink::service<UsbControl>([] { return new UsbControl; });
+    return unitlink::service<UsbControl>([] { return new UsbControl; });
 }
 
 void UsbControl::setUsbBcMode(unsigned int port, unsigned int mode)
 {
-    simlink::unit().usbPorts().setBcMode(port, mode);
+    unitlink::unit().usbPorts().setBcMode(port, mode);
 }
 
 void UsbControl::setUsbCertification(unsigned int mode)
 {
-    simlink::unit().usbPorts().setCertification(mode);
+    unitlink::unit().usbPorts().setCertification(mode);
 }
 
 void UsbControl::setUsbTestMode(UsbTestMode mode)
 {
-    simlink::unit().usbPorts().setTestMode(mode);
+    unitlink::unit().usbPorts().setTestMode(mode);
 }
 
 QStringList UsbControl::getMountDevice()
 {
-    return simlink::unit().storage().mountRoots();
+    return unitlink::unit().storage().mountRoots();
 }
 
 int UsbControl::getHwCtrlId(QString mountRoot)
 {
-    return simlink::unit().storage().controllerId(mountRoot);
+    return unitlink::unit().storage().controllerId(mountRoot);
 }

@@ -1,13 +1,13 @@
 #include "service/vendordatacontrol.h"
 
 #include "hardware/unit/unit.h"
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 #include <QtEndian>
 
 int VendorDataControl::getVendorPosOffset(VendorPos position, int &offset, int &length)
 {
-    return simlink::unit().vendorData().find(position, &offset, &length) ? 0 : -1;
+    return unitlink::unit().vendorData().find(position, &offset, &length) ? 0 : -1;
 }
 
 int VendorDataControl::saveVendorDataString(char *data, int offset, int length)
@@ -15,7 +15,7 @@ int VendorDataControl::saveVendorDataString(char *data, int offset, int length)
     if (data == nullptr || length < 0) {
         return -1;
     }
-    return simlink::unit().vendorData().write(offset, QByteArray(data, length)) ? 0 : -1;
+    return unitlink::unit().vendorData().write(offset, QByteArray(data, length)) ? 0 : -1;
 }
 
 int VendorDataControl::saveVendorDataInt(int *data, int count, int offset, int length)
@@ -26,5 +26,5 @@ int VendorDataControl::saveVendorDataInt(int *data, int count, int offset, int l
     }
     QByteArray record(bytes, '\0');
     qToLittleEndian<qint32>(data, count, record.data());
-    return simlink::unit().vendorData().write(offset, record) ? 0 : -1;
+    return unitlink::unit().vendorData().write(offset, record) ? 0 : -1;
 }

@@ -1,7 +1,7 @@
-#include "gate/ledpath.h"
+#include "gate/mappedpath.h"
 
 #include "gate/gate.h"
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 #include "hardware/unit/unit.h"
 
 #include <QtTest>
@@ -10,33 +10,33 @@
 #include <climits>
 
 using hardware::Gate;
-using hardware::HostAccess;
-using hardware::LedPath;
+using hardware::GateBypass;
+using hardware::MappedPath;
 using hardware::Unit;
 
-class tst_LedPath : public QObject
+class TestMappedPath : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void led_data();
-    void led();
+    void mapped_data();
+    void mapped();
     void aUnitBelowMediaIsReached_data();
     void aUnitBelowMediaIsReached();
     void withoutAGatePathsStay();
-    void withHostAccessPathsStay();
+    void withAGateBypassPathsStay();
     void noPathStaysNone();
     void theLongestPath_data();
     void theLongestPath();
 };
 
-void tst_LedPath::led_data()
+void TestMappedPath::mapped_data()
 {
     QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<QByteArray>("led"); // null when the call is to fail
+    QTest::addColumn<QByteArray>("mapped"); // null when the call is to fail
 
-    const auto row = [](const char *path, const char *led) {
-        QTest::newRow(path) << QByteArray(path) << QByteArray(led);
+    const auto row = [](const char *path, const char *mapped) {
+        QTest::newRow(path) << QByteArray(path) << QByteArray(mapped);
     };
     row("/media/usb0", "/unit/media/usb0");
     row("/media/usb0/", "/unit/media/usb0/");
@@ -60,28 +60,28 @@ void tst_LedPath::led_data()
     row("", "");
 }
 
-void tst_LedPath::led()
+void TestMappedPath::mapped()
 {
     QFETCH(QByteArray, path);
-    QFETCH(QByteArray, led);
+    QFETCH(QByteArray, mapped);
 
     const Unit unit(QStringLiteral("/unit"));
     const Gate gate(unit);
     errno = 0;
-    const LedPath ledPath(path.constData());
-    QCOMPARE(ledPath.isValid(), !led.isNull());
-    if (led.isNull()) {
+    const MappedPath mappedPath(path.constData());
+    QCOMPARE(mappedPath.isValid(), !mapped.isNull());
+    if (mapped.isNull()) {
         QCOMPARE(errno, EACCES);
     } else {
-        QCOMPARE(QByteArray(ledPath.path()), led);
+        QCOMPARE(QByteArray(mappedPath.path()), mapped);
         QCOMPARE(errno, 0);
     }
 }
 
-void tst_LedPath::aUnitBelowMediaIsReached_data()
+void TestMappedPath::aUnitBelowMediaIsReached_data()
 {
     QTest::addColumn<QByteArray>("path");
-    QTest::addColumn<QByteArray>("led");
+    QTest::addColumn<QByteArray>("mapped");
 
     QTest::newRow("the unit's media")
         << QByteArray("/media/usb0") << QByteArray("/media/disk/unit/media/usb0");
@@ -95,41 +95,41 @@ void tst_LedPath::aUnitBelowMediaIsReached_data()
         << QByteArray("/media/disk/unit/../x") << QByteArray("/media/disk/unit/media/disk/x");
 }
 
-void tst_LedPath::aUnitBelowMediaIsReached()
+void TestMappedPath::aUnitBelowMediaIsReached()
 {
     QFETCH(QByteArray, path);
-    QFETCH(QByteArray, led);
+    QFETCH(QByteArray, mapped);
 
     const Unit unit(QStringLiteral("/media/disk/unit"));
     const Gate gate(unit);
-    QCOMPARE(QByteArray(LedPath(path.constData()).path()), led);
+    QCOMPARE(QByteArray(MappedPath(path.constData()).path()), mapped);
 }
 
-void tst_LedPath::withoutAGatePathsStay()
+void TestMappedPath::withoutAGatePathsStay()
 {
-    QCOMPARE(QByteArray(LedPath("/media/usb0").path()), QByteArray("/media/usb0"));
-    QVERIFY(LedPath("/media/../etc").isValid());
+    QCOMPARE(QByteArray(MappedPath("/media/usb0").path()), QByteArray("/media/usb0"));
+    QVERIFY(MappedPath("/media/../etc").isValid());
 }
 
-void tst_LedPath::withHostAccessPathsStay()
-{
-    const Unit unit(QStringLiteral("/unit"));
-    const Gate gate(unit);
-    const HostAccess access;
-    QCOMPARE(QByteArray(LedPath("/media/usb0").path()), QByteArray("/media/usb0"));
-    QVERIFY(LedPath("/media/../etc").isValid());
-}
-
-void tst_LedPath::noPathStaysNone()
+void TestMappedPath::withAGateBypassPathsStay()
 {
     const Unit unit(QStringLiteral("/unit"));
     const Gate gate(unit);
-    const LedPath path(nullptr);
+    const GateBypass access;
+    QCOMPARE(QByteArray(MappedPath("/media/usb0").path()), QByteArray("/media/usb0"));
+    QVERIFY(MappedPath("/media/../etc").isValid());
+}
+
+void TestMappedPath::noPathStaysNone()
+{
+    const Unit unit(QStringLiteral("/unit"));
+    const Gate gate(unit);
+    const MappedPath path(nullptr);
     QVERIFY(path.isValid());
     QVERIFY(path.path() == nullptr);
 }
 
-void tst_LedPath::theLongestPath_data()
+void TestMappedPath::theLongestPath_data()
 {
     QTest::addColumn<int>("length");
     QTest::addColumn<int>("error");
@@ -142,7 +142,7 @@ void tst_LedPath::theLongestPath_data()
     QTest::newRow("longer than any") << PATH_MAX << 0;
 }
 
-void tst_LedPath::theLongestPath()
+void TestMappedPath::theLongestPath()
 {
     QFETCH(int, length);
     QFETCH(int, error);
@@ -151,15 +151,15 @@ void tst_LedPath::theLongestPath()
     const Gate gate(unit);
     const QByteArray path = "/media/" + QByteArray(length - 7, 'x');
     errno = 0;
-    const LedPath ledPath(path.constData());
-    QCOMPARE(ledPath.isValid(), error == 0);
+    const MappedPath mappedPath(path.constData());
+    QCOMPARE(mappedPath.isValid(), error == 0);
     QCOMPARE(errno, error);
     if (length < PATH_MAX && error == 0) {
-        QCOMPARE(QByteArray(ledPath.path()), "/unit" + path);
+        QCOMPARE(QByteArray(mappedPath.path()), "/unit" + path);
     } else if (error == 0) {
-        QCOMPARE(QByteArray(ledPath.path()), path);
+        QCOMPARE(QByteArray(mappedPath.path()), path);
     }
 }
 
-QTEST_GUILESS_MAIN(tst_LedPath)
-#include "tst_ledpath.moc"
+QTEST_GUILESS_MAIN(TestMappedPath)
+#include "tst_mappedpath.moc"

@@ -11,7 +11,7 @@ namespace hardware
 class Unit;
 }
 
-namespace simlink
+namespace unitlink
 {
 
 /// Names the unit that the stand-in libraries of this process reach, for as long as it lives. The
@@ -44,4 +44,4 @@ template <typename Service, typename Make> Service *service(Make make)
     }));
 }
 
-} // namespace simlink
+} // namespace unitlink

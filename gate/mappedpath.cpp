@@ -1,8 +1,8 @@
-#include "ledpath.h"
+#include "mappedpath.h"
 
 #include "gate.h"
 
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 #include "hardware/unit/unitpath.h"
 
 #include <cerrno>
@@ -23,11 +23,11 @@ bool isInside(const UnitPath &path, const QByteArray &folder)
 
 } // namespace
 
-LedPath::LedPath(const char *path)
+MappedPath::MappedPath(const char *path)
     : m_path(path)
 {
     const Gate *gate = Gate::current();
-    if (gate == nullptr || path == nullptr || path[0] != '/' || HostAccess::isActive()) {
+    if (gate == nullptr || path == nullptr || path[0] != '/' || GateBypass::isActive()) {
         return;
     }
     const UnitPath unitPath(path);
@@ -52,22 +52,22 @@ LedPath::LedPath(const char *path)
     }
 }
 
-bool LedPath::isValid() const
+bool MappedPath::isValid() const
 {
     return m_isValid;
 }
 
-const char *LedPath::path() const
+const char *MappedPath::path() const
 {
     return m_path;
 }
 
-const char *LedPath::unitPath() const
+const char *MappedPath::unitPath() const
 {
     return m_unitPath;
 }
 
-bool LedPath::isMemory() const
+bool MappedPath::isMemory() const
 {
     return m_isMemory;
 }

@@ -1,4 +1,4 @@
-#include "simlink/simulatedunit.h"
+#include "unitlink/simulatedunit.h"
 
 #include "hardware/unit/unit.h"
 
@@ -37,8 +37,8 @@ void TestSimulatedUnit::namesTheUnit()
 {
     const QTemporaryDir folder;
     hardware::Unit unit(folder.path());
-    const simlink::SimulatedUnit link(unit);
-    QCOMPARE(&simlink::unit(), &unit);
+    const unitlink::SimulatedUnit link(unit);
+    QCOMPARE(&unitlink::unit(), &unit);
 }
 
 void TestSimulatedUnit::serviceIsMadeOnceAndGoesWithTheUnit()
@@ -46,9 +46,9 @@ void TestSimulatedUnit::serviceIsMadeOnceAndGoesWithTheUnit()
     const QTemporaryDir folder;
     hardware::Unit unit(folder.path());
     {
-        const simlink::SimulatedUnit link(unit);
-        auto *first = simlink::service<Service>([] { return new Service; });
-        QCOMPARE(simlink::service<Service>([] { return new Service; }), first);
+        const unitlink::SimulatedUnit link(unit);
+        auto *first = unitlink::service<Service>([] { return new Service; });
+        QCOMPARE(unitlink::service<Service>([] { return new Service; }), first);
         QCOMPARE(living, 1);
     }
     QCOMPARE(living, 0);
@@ -58,22 +58,22 @@ void TestSimulatedUnit::serviceMayAskForAnother()
 {
     const QTemporaryDir folder;
     hardware::Unit unit(folder.path());
-    const simlink::SimulatedUnit link(unit);
+    const unitlink::SimulatedUnit link(unit);
     Service *inner = nullptr;
-    simlink::service<Other>([&inner] {
-        inner = simlink::service<Service>([] { return new Service; });
+    unitlink::service<Other>([&inner] {
+        inner = unitlink::service<Service>([] { return new Service; });
         return new Other;
     });
-    QCOMPARE(simlink::service<Service>([] { return new Service; }), inner);
+    QCOMPARE(unitlink::service<Service>([] { return new Service; }), inner);
 }
 
 void TestSimulatedUnit::hostMsFollowsTheUnit()
 {
-    QCOMPARE(simlink::hostMs(500), 500);
+    QCOMPARE(unitlink::hostMs(500), 500);
     const QTemporaryDir folder;
     hardware::Unit unit(folder.path(), 10.0);
-    const simlink::SimulatedUnit link(unit);
-    QCOMPARE(simlink::hostMs(500), 50);
+    const unitlink::SimulatedUnit link(unit);
+    QCOMPARE(unitlink::hostMs(500), 50);
 }
 
 QTEST_GUILESS_MAIN(TestSimulatedUnit)

@@ -7,13 +7,13 @@ namespace hardware
 
 /// Where the gate leads a path that a file call was given. Allocates nothing and keeps errno
 /// unless it is invalid.
-class LedPath
+class MappedPath
 {
 public:
     /// \a path may be null, and must live as long as this object.
-    explicit LedPath(const char *path);
-    LedPath(const LedPath &) = delete;
-    LedPath &operator=(const LedPath &) = delete;
+    explicit MappedPath(const char *path);
+    MappedPath(const MappedPath &) = delete;
+    MappedPath &operator=(const MappedPath &) = delete;
 
     /// False with errno set when the call must fail.
     bool isValid() const;
@@ -21,7 +21,7 @@ public:
     /// Null for null.
     const char *path() const;
 
-    /// The path of the unit that it is, made plain; null for one that was not led.
+    /// The path of the unit that it is, made plain; null for one that was not mapped.
     const char *unitPath() const;
 
     /// Whether it is the unit's "/dev/mem" that was named.

@@ -1,4 +1,4 @@
-#include "hardware/unit/hostaccess.h"
+#include "hardware/unit/gatebypass.h"
 
 #include "gate/gate.h"
 #include "support/openunit.h"
@@ -9,7 +9,7 @@
 #include <thread>
 
 using hardware::Gate;
-using hardware::HostAccess;
+using hardware::GateBypass;
 
 namespace
 {
@@ -22,7 +22,7 @@ bool seesTheUnit()
 
 } // namespace
 
-class tst_HostAccess : public QObject
+class TestGateBypass : public QObject
 {
     Q_OBJECT
 
@@ -34,48 +34,48 @@ private slots:
     void aStickIsAFolderOfTheHost();
 };
 
-void tst_HostAccess::initTestCase()
+void TestGateBypass::initTestCase()
 {
     QVERIFY2(!seesTheUnit(), "The tests need a host without /media/flash.");
 }
 
-void tst_HostAccess::itsThreadSeesTheHost()
+void TestGateBypass::itsThreadSeesTheHost()
 {
     OpenUnit unit;
     const Gate gate(*unit);
     QVERIFY(seesTheUnit());
-    QVERIFY(!HostAccess::isActive());
+    QVERIFY(!GateBypass::isActive());
     {
-        const HostAccess access;
-        QVERIFY(HostAccess::isActive());
+        const GateBypass access;
+        QVERIFY(GateBypass::isActive());
         QVERIFY(!seesTheUnit());
     }
-    QVERIFY(!HostAccess::isActive());
+    QVERIFY(!GateBypass::isActive());
     QVERIFY(seesTheUnit());
 }
 
-void tst_HostAccess::itNests()
+void TestGateBypass::itNests()
 {
     OpenUnit unit;
     const Gate gate(*unit);
-    const HostAccess outer;
+    const GateBypass outer;
     {
-        const HostAccess inner;
+        const GateBypass inner;
     }
     QVERIFY(!seesTheUnit());
 }
 
-void tst_HostAccess::otherThreadsSeeTheUnit()
+void TestGateBypass::otherThreadsSeeTheUnit()
 {
     OpenUnit unit;
     const Gate gate(*unit);
-    const HostAccess access;
+    const GateBypass access;
     bool otherSeesTheUnit = false;
     std::thread([&otherSeesTheUnit] { otherSeesTheUnit = seesTheUnit(); }).join();
     QVERIFY(otherSeesTheUnit);
 }
 
-void tst_HostAccess::aStickIsAFolderOfTheHost()
+void TestGateBypass::aStickIsAFolderOfTheHost()
 {
     OpenUnit unit;
     const Gate gate(*unit);
@@ -85,5 +85,5 @@ void tst_HostAccess::aStickIsAFolderOfTheHost()
              QStringLiteral("There is no folder \"/media/flash\" to plug into slot \"usb0\"."));
 }
 
-QTEST_GUILESS_MAIN(tst_HostAccess)
-#include "tst_hostaccess.moc"
+QTEST_GUILESS_MAIN(TestGateBypass)
+#include "tst_gatebypass.moc"

@@ -1,4 +1,4 @@
-#include "hostaccess.h"
+#include "gatebypass.h"
 
 namespace hardware
 {
@@ -8,17 +8,17 @@ namespace
 thread_local int depth = 0;
 }
 
-HostAccess::HostAccess()
+GateBypass::GateBypass()
 {
     ++depth;
 }
 
-HostAccess::~HostAccess()
+GateBypass::~GateBypass()
 {
     --depth;
 }
 
-bool HostAccess::isActive()
+bool GateBypass::isActive()
 {
     return depth > 0;
 }

@@ -6,7 +6,7 @@
 #include <map>
 #include <mutex>
 
-namespace simlink
+namespace unitlink
 {
 
 namespace
@@ -56,4 +56,4 @@ void *serviceOf(std::type_index type, const std::function<std::shared_ptr<void>(
     return services.emplace(type, std::move(made)).first->second.get();
 }
 
-} // namespace simlink
+} // namespace unitlink
