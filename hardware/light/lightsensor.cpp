@@ -1,13 +1,10 @@
 #include "lightsensor.h"
 
-#include "daycurve.h"
 #include "daynight.h"
 
 #include "hardware/unit/clock.h"
 #include "hardware/unit/journal.h"
 
-#include <QDeadlineTimer>
-#include <QElapsedTimer>
 #include <QMutexLocker>
 
 namespace hardware
@@ -22,13 +19,8 @@ LightSensor::LightSensor(Journal &journal, const Clock &clock, DayNight &dayNigh
     : m_journal(journal)
     , m_clock(clock)
     , m_dayNight(dayNight)
+    , m_loop(clock)
 {
-}
-
-LightSensor::~LightSensor()
-{
-    const QMutexLocker locker(&m_curveMutex);
-    endCurve();
 }
 
 void LightSensor::report(int value)
@@ -41,17 +33,20 @@ void LightSensor::startCurve(int perSecond, int daySeconds)
 {
     Q_ASSERT(perSecond >= 1 && daySeconds >= 1);
     const QMutexLocker locker(&m_curveMutex);
-    endCurve();
+    m_loop.stop();
     m_journal.write(source, QStringLiteral("curve %1 %2").arg(perSecond).arg(daySeconds));
-    m_stopping = false;
-    m_curve.reset(QThread::create([=] { followCurve(perSecond, daySeconds); }));
-    m_curve->start();
+    m_curve.reset(new Curve{1.0 / (double(perSecond) * daySeconds), 1000.0 / perSecond});
+    m_curve->time.start();
+    m_loop.start();
+    m_loop.after(0, [this] { followCurve(); });
 }
 
 void LightSensor::stopCurve()
 {
     const QMutexLocker locker(&m_curveMutex);
-    if (endCurve()) {
+    if (m_curve != nullptr) {
+        m_loop.stop();
+        m_curve.reset();
         m_journal.write(source, QStringLiteral("curve ends"));
     }
 }
@@ -87,44 +82,14 @@ void LightSensor::deliver(int value)
     }
 }
 
-void LightSensor::followCurve(int perSecond, int daySeconds)
+void LightSensor::followCurve()
 {
-    DayCurve curve;
-    const double daysBetween = 1.0 / (double(perSecond) * daySeconds);
-    const double msBetween = 1000.0 / perSecond / m_clock.factor();
-    QElapsedTimer clock;
-    clock.start();
-    for (qint64 count = 0;; ++count) {
-        deliver(curve.next(count * daysBetween));
-        // Counted from the beginning, so that small delays do not add up.
-        if (!pause(qMax(1, qRound(msBetween * (count + 1) - clock.elapsed())))) {
-            return;
-        }
-    }
-}
-
-/// False when the curve is to end.
-bool LightSensor::pause(int hostMs)
-{
-    const QDeadlineTimer end(hostMs);
-    const QMutexLocker locker(&m_mutex);
-    while (!m_stopping && m_stopped.wait(&m_mutex, end)) { }
-    return !m_stopping;
-}
-
-bool LightSensor::endCurve()
-{
-    if (m_curve == nullptr) {
-        return false;
-    }
-    {
-        const QMutexLocker locker(&m_mutex);
-        m_stopping = true;
-    }
-    m_stopped.wakeAll();
-    m_curve->wait();
-    m_curve.reset();
-    return true;
+    deliver(m_curve->day.next(m_curve->count * m_curve->intervalDays));
+    ++m_curve->count;
+    // Counted from the beginning, so that small delays do not add up.
+    const double hostMs =
+        m_curve->count * m_curve->intervalMs / m_clock.factor() - m_curve->time.elapsed();
+    m_loop.after(qMax(1.0, hostMs) * m_clock.factor(), [this] { followCurve(); });
 }
 
 } // namespace hardware

@@ -1,9 +1,12 @@
 #pragma once
 
+#include "daycurve.h"
+
+#include "hardware/unit/deviceloop.h"
+
+#include <QElapsedTimer>
 #include <QMutex>
 #include <QObject>
-#include <QThread>
-#include <QWaitCondition>
 
 #include <memory>
 #include <optional>
@@ -26,7 +29,7 @@ class LightSensor : public QObject
 public:
     /// Every reading goes to \a dayNight too, at once.
     LightSensor(Journal &journal, const Clock &clock, DayNight &dayNight);
-    ~LightSensor() override;
+    ~LightSensor() override = default;
     Q_DISABLE_COPY(LightSensor)
 
     /// Has a reading, of any size. Journal: als reading <value>.
@@ -52,21 +55,28 @@ signals:
     void readingReady();
 
 private:
+    /// A simulated day that is followed; the intervals are those between two readings.
+    struct Curve
+    {
+        double intervalDays;
+        double intervalMs; ///< of the unit
+        DayCurve day = {};
+        qint64 count = 0;
+        QElapsedTimer time = {};
+    };
+
     void deliver(int value);
-    void followCurve(int perSecond, int daySeconds);
-    bool pause(int hostMs);
-    bool endCurve();
+    void followCurve();
 
     Journal &m_journal;
     const Clock &m_clock;
     DayNight &m_dayNight;
     mutable QMutex m_mutex;
-    QWaitCondition m_stopped;
     std::optional<int> m_reading;
     bool m_taken = true;
-    bool m_stopping = false;
-    QMutex m_curveMutex; // Starting and stopping; taken before the other one.
-    std::unique_ptr<QThread> m_curve;
+    QMutex m_curveMutex; // Starting and stopping.
+    std::unique_ptr<Curve> m_curve;
+    DeviceLoop m_loop; // The last one: its thread, which a curve has, uses all the others.
 };
 
 } // namespace hardware

@@ -1,13 +1,10 @@
 #include "dabtuner.h"
 
-#include "hardware/unit/clock.h"
-#include "hardware/unit/gatebypass.h"
 #include "hardware/unit/journal.h"
 #include "hardware/unit/unitfolder.h"
 
 #include <QFile>
 #include <QMutexLocker>
-#include <QThread>
 
 namespace hardware
 {
@@ -15,29 +12,18 @@ namespace hardware
 namespace
 {
 const int steps = 10;
-}
+const int stepMs = DabTuner::updateMs / steps;
+} // namespace
 
 const char DabTuner::firmwareFile[] = "/dab_firmware.bin";
 constexpr int DabTuner::updateMs;
 
 DabTuner::DabTuner(const UnitFolder &folder, const Clock &clock, Journal &journal)
     : m_folder(folder)
-    , m_clock(clock)
     , m_journal(journal)
-    , m_thread(QThread::create([this] { work(); }))
+    , m_loop(clock)
 {
-    m_thread->setObjectName(QStringLiteral("DAB tuner"));
-    m_thread->start();
-}
-
-DabTuner::~DabTuner()
-{
-    {
-        const QMutexLocker locker(&m_mutex);
-        m_ends = true;
-        m_changed.wakeAll();
-    }
-    m_thread->wait();
+    m_loop.start();
 }
 
 int DabTuner::status() const
@@ -63,7 +49,7 @@ bool DabTuner::startUpdate(const QByteArray &mountRoot)
     journal(QStringLiteral("update %1").arg(file));
     m_update.reset(new Update{m_folder.path(file)});
     m_progress = 0;
-    m_nextStep = QDeadlineTimer(m_clock.hostMs(updateMs / steps));
+    goOnLater(stepMs);
     take(Updating);
     return true;
 }
@@ -76,7 +62,6 @@ void DabTuner::restart()
     m_progress = 0;
     m_status = Idle;
     journal(QStringLiteral("restarted"));
-    m_changed.wakeAll();
 }
 
 void DabTuner::setStatus(int status)
@@ -91,51 +76,53 @@ void DabTuner::setFault(Fault fault, int percent)
     const QMutexLocker locker(&m_mutex);
     m_fault = fault;
     m_faultPercent = percent;
-    m_changed.wakeAll();
-}
-
-void DabTuner::work()
-{
-    m_mutex.lock();
-    while (!m_ends) {
-        if (!m_untold.isEmpty()) {
-            tellNext();
-        } else if (m_update && !isHeldUp()) {
-            goOn();
-        } else {
-            m_changed.wait(&m_mutex);
-        }
+    if (m_update && m_update->isHeldUp) {
+        m_update->isHeldUp = false;
+        goOnLater(0);
     }
-    m_mutex.unlock();
 }
 
 void DabTuner::tellNext()
 {
+    QMutexLocker locker(&m_mutex);
+    if (m_untold.isEmpty()) {
+        return;
+    }
     const int status = m_untold.dequeue();
     if (m_fault == IsMute) {
         return;
     }
     journal(QStringLiteral("tells %1").arg(status));
     // Whoever hears of it may well ask for the status.
-    m_mutex.unlock();
+    locker.unlock();
     emit statusTold(status);
-    m_mutex.lock();
 }
 
-void DabTuner::goOn()
+void DabTuner::goOnLater(double unitMs)
 {
-    if (!m_nextStep.hasExpired()) {
-        m_changed.wait(&m_mutex, m_nextStep);
+    m_loop.after(unitMs, [this, update = m_update] { goOn(update); });
+}
+
+/// The next step of that update, if it is still the one that runs.
+void DabTuner::goOn(const std::shared_ptr<Update> &update)
+{
+    const QMutexLocker locker(&m_mutex);
+    if (update != m_update) {
+        return;
+    }
+    m_update->isHeldUp = m_fault == Stalls && percent() >= m_faultPercent;
+    if (m_update->isHeldUp) {
         return;
     }
     carryOutStep();
-    m_nextStep = QDeadlineTimer(m_clock.hostMs(updateMs / steps));
+    if (m_update) {
+        goOnLater(stepMs);
+    }
 }
 
 void DabTuner::carryOutStep()
 {
     // Opened anew for each step, since the stick may have been pulled.
-    const GateBypass toStick;
     QFile firmware(m_update->file);
     if (!firmware.open(QIODevice::ReadOnly)) {
         finish(UpdateFailed, QStringLiteral("failed: %1").arg(firmware.errorString()));
@@ -170,7 +157,7 @@ void DabTuner::take(int status)
 {
     m_status = status;
     m_untold.enqueue(status);
-    m_changed.wakeAll();
+    m_loop.after(0, [this] { tellNext(); });
 }
 
 void DabTuner::finish(int status, const QString &result)
@@ -178,11 +165,6 @@ void DabTuner::finish(int status, const QString &result)
     journal(QStringLiteral("update ") + result);
     m_update.reset();
     take(status);
-}
-
-bool DabTuner::isHeldUp() const
-{
-    return m_fault == Stalls && percent() >= m_faultPercent;
 }
 
 int DabTuner::percent() const

@@ -1,15 +1,13 @@
 #pragma once
 
+#include "hardware/unit/deviceloop.h"
+
 #include <QByteArray>
-#include <QDeadlineTimer>
 #include <QMutex>
 #include <QObject>
 #include <QQueue>
-#include <QWaitCondition>
 
 #include <memory>
-
-class QThread;
 
 namespace hardware
 {
@@ -48,7 +46,7 @@ public:
 
     DabTuner(const UnitFolder &folder, const Clock &clock, Journal &journal);
     /// Waits for the tuner's thread: nobody may be left who keeps it waiting in statusTold().
-    ~DabTuner() override;
+    ~DabTuner() override = default;
 
     int status() const;
     /// How much of the firmware is written, in per cent; 100 after a success.
@@ -79,33 +77,29 @@ private:
         QString file;
         qint64 size = -1; ///< in bytes; -1 until the file has been looked at
         qint64 written = 0;
+        bool isHeldUp = false; ///< by a fault
     };
 
-    void work();
     void tellNext();
-    void goOn();
+    void goOnLater(double unitMs);
+    void goOn(const std::shared_ptr<Update> &update);
     void carryOutStep();
     void take(int status);
     void finish(int status, const QString &result);
-    bool isHeldUp() const;
     int percent() const;
     void journal(const QString &text) const;
 
     const UnitFolder &m_folder;
-    const Clock &m_clock;
     Journal &m_journal;
 
     mutable QMutex m_mutex; ///< never held while somebody is told
-    QWaitCondition m_changed;
-    bool m_ends = false;
     int m_status = Idle;
     int m_progress = 0;
     Fault m_fault = NoFault;
     int m_faultPercent = 0;
     QQueue<int> m_untold;
-    std::unique_ptr<Update> m_update;
-    QDeadlineTimer m_nextStep;
-    std::unique_ptr<QThread> m_thread;
+    std::shared_ptr<Update> m_update; ///< null while none runs
+    DeviceLoop m_loop;                ///< the last one: its thread uses all the others
 };
 
 } // namespace hardware

@@ -47,6 +47,11 @@ void DeviceLoop::start(const std::function<int()> &descriptor,
     m_thread = std::thread([this] { run(); });
 }
 
+void DeviceLoop::start()
+{
+    start([] { return -1; }, [] {}, [] {});
+}
+
 void DeviceLoop::stop()
 {
     if (!m_thread.joinable()) {
@@ -77,15 +82,21 @@ void DeviceLoop::call(const std::function<void()> &work)
     });
 }
 
-void DeviceLoop::after(int unitMs, const std::function<void()> &work)
+void DeviceLoop::after(double unitMs, const std::function<void()> &work)
 {
     const auto delay = std::chrono::duration<double, std::milli>(unitMs / m_clock.factor());
-    m_due.emplace(steady_clock::now() + std::chrono::duration_cast<steady_clock::duration>(delay),
-                  work);
+    const Time due =
+        steady_clock::now() + std::chrono::duration_cast<steady_clock::duration>(delay);
+    const std::lock_guard<std::mutex> lock(m_mutex);
+    m_due.emplace(due, work);
+    if (std::this_thread::get_id() != m_thread.get_id()) {
+        wakeUp();
+    }
 }
 
 void DeviceLoop::dropAll()
 {
+    const std::lock_guard<std::mutex> lock(m_mutex);
     m_due.clear();
 }
 
@@ -115,8 +126,9 @@ void DeviceLoop::waitForInput()
 }
 
 /// Host milliseconds; -1 for no end.
-int DeviceLoop::waitMs() const
+int DeviceLoop::waitMs()
 {
+    const std::lock_guard<std::mutex> lock(m_mutex);
     const Time now = steady_clock::now();
     int wait = now - m_lastInput < attention ? quietPollMs : -1;
     if (!m_due.empty()) {
@@ -129,10 +141,12 @@ int DeviceLoop::waitMs() const
 
 void DeviceLoop::doWhatIsDue()
 {
-    while (!m_due.empty() && m_due.cbegin()->first <= steady_clock::now()) {
-        const std::function<void()> work = m_due.cbegin()->second;
-        m_due.erase(m_due.cbegin());
-        work();
+    std::unique_lock<std::mutex> lock(m_mutex);
+    while (!m_stopping && !m_due.empty() && m_due.cbegin()->first <= steady_clock::now()) {
+        const auto next = m_due.extract(m_due.begin());
+        lock.unlock();
+        next.mapped()();
+        lock.lock();
     }
 }
 

@@ -13,8 +13,8 @@ namespace hardware
 
 class Clock;
 
-/// The thread of a simulated device that answers on a descriptor: waits for input, for what is due
-/// and for what other threads have done on it.
+/// The thread of a simulated device: waits for what is due, for what other threads have done on it,
+/// and, where the device answers on a descriptor, for input.
 class DeviceLoop
 {
 public:
@@ -30,6 +30,9 @@ public:
     void start(const std::function<int()> &descriptor, const std::function<void()> &readable,
                const std::function<void()> &quiet);
 
+    /// Starts the thread of a device without a descriptor.
+    void start();
+
     /// Ends the thread; what is due later is dropped. For the owner.
     void stop();
 
@@ -37,10 +40,12 @@ public:
     /// itself, it is done at once. Any thread.
     void call(const std::function<void()> &work);
 
-    /// Does something after \a unitMs milliseconds of the unit's time. On the thread only.
-    void after(int unitMs, const std::function<void()> &work);
+    /// Has the thread do something after \a unitMs milliseconds of the unit's time, and does not
+    /// wait. Any thread.
+    void after(double unitMs, const std::function<void()> &work);
 
-    /// Drops everything that after() was given. On the thread only.
+    /// Drops everything that after() was given. Any thread; on another one something may just be
+    /// done.
     void dropAll();
 
 private:
@@ -48,7 +53,7 @@ private:
 
     void run();
     void waitForInput();
-    int waitMs() const;
+    int waitMs();
     void doWhatIsDue();
     bool doCalls();
     void wakeUp() const;
@@ -57,11 +62,11 @@ private:
     std::function<int()> m_descriptor;
     std::function<void()> m_readable;
     std::function<void()> m_quiet;
-    std::multimap<Time, std::function<void()>> m_due;
     Time m_lastInput;
     int m_wakeUp = -1;
 
-    std::mutex m_mutex;
+    std::mutex m_mutex; // of all below; not held while something is done
+    std::multimap<Time, std::function<void()>> m_due;
     std::condition_variable m_callDone;
     std::vector<const std::function<void()> *> m_calls;
     bool m_stopping = false;

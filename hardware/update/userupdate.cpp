@@ -1,14 +1,7 @@
 #include "userupdate.h"
 
-#include "updatepackage.h"
-
-#include "hardware/unit/clock.h"
 #include "hardware/unit/journal.h"
 #include "hardware/unit/unitfolder.h"
-
-#include <QDeadlineTimer>
-#include <QMutexLocker>
-#include <QThread>
 
 #include <algorithm>
 #include <iterator>
@@ -37,22 +30,10 @@ bool isDevice(int device)
 
 UserUpdate::UserUpdate(const UnitFolder &folder, const Clock &clock, Journal &journal)
     : m_folder(folder)
-    , m_clock(clock)
     , m_journal(journal)
-    , m_thread(QThread::create([this] { work(); }))
+    , m_loop(clock)
 {
-    m_thread->setObjectName(QStringLiteral("userUpdate"));
-}
-
-UserUpdate::~UserUpdate()
-{
-    cancelVerifications();
-    {
-        const QMutexLocker locker(&m_mutex);
-        m_ending = true;
-        m_changed.wakeAll();
-    }
-    m_thread->wait();
+    m_loop.start();
 }
 
 QString UserUpdate::customerVersion(const QString &unitPath) const
@@ -68,31 +49,27 @@ QString UserUpdate::sdkVersion(const QString &unitPath) const
 void UserUpdate::startVerification(const QString &unitPath)
 {
     m_journal.write(source, QStringLiteral("verify %1").arg(unitPath));
-    const QMutexLocker locker(&m_mutex);
-    m_waiting.enqueue(unitPath);
-    if (!m_thread->isRunning()) {
-        m_thread->start();
-    }
-    m_changed.wakeAll();
+    m_loop.after(0, [this, unitPath] {
+        m_waiting.enqueue(unitPath);
+        if (m_package == nullptr) {
+            beginNext();
+        }
+    });
 }
 
 void UserUpdate::cancelVerifications()
 {
-    const QMutexLocker locker(&m_mutex);
-    m_waiting.clear();
-    m_cancelled = true;
-    m_changed.wakeAll();
-    while (m_working) {
-        m_changed.wait(&m_mutex);
-    }
-    m_cancelled = false;
+    m_loop.call([this] {
+        m_loop.dropAll();
+        m_waiting.clear();
+        m_package.reset();
+    });
 }
 
 QByteArray UserUpdate::data(int device, const QString &language) const
 {
     m_journal.write(source, QStringLiteral("data device %1 %2").arg(device).arg(language));
     const QByteArray languageBytes = language.toUtf8().left(maxLanguageBytes);
-    const QMutexLocker locker(&m_mutex);
     if (m_dataRefused || !isDevice(device)) {
         return QByteArray();
     }
@@ -102,59 +79,36 @@ QByteArray UserUpdate::data(int device, const QString &language) const
 
 void UserUpdate::setSilent(bool silent)
 {
-    const QMutexLocker locker(&m_mutex);
     m_silent = silent;
 }
 
 void UserUpdate::refuseData(bool refuse)
 {
-    const QMutexLocker locker(&m_mutex);
     m_dataRefused = refuse;
 }
 
-void UserUpdate::work()
+void UserUpdate::beginNext()
 {
-    QMutexLocker locker(&m_mutex);
-    while (!m_ending) {
-        if (m_waiting.isEmpty()) {
-            m_changed.wait(&m_mutex);
-            continue;
-        }
-        const QString unitPath = m_waiting.dequeue();
-        m_working = true;
-        locker.unlock();
-        verify(unitPath);
-        locker.relock();
-        m_working = false;
-        m_changed.wakeAll();
+    if (!m_waiting.isEmpty()) {
+        m_package = std::make_unique<UpdatePackage>(m_folder.path(m_waiting.dequeue()));
+        m_loop.after(startMs, [this] { readOn(); });
     }
 }
 
-void UserUpdate::verify(const QString &unitPath)
+void UserUpdate::readOn()
 {
-    UpdatePackage package(m_folder.path(unitPath));
-    bool goesOn = pause(startMs);
-    while (goesOn && package.readOn(pieceBytes)) {
-        goesOn = pause(pieceMs);
-    }
-    QMutexLocker locker(&m_mutex);
-    if (m_cancelled || m_silent) {
+    if (m_package->readOn(pieceBytes)) {
+        m_loop.after(pieceMs, [this] { readOn(); });
         return;
     }
-    locker.unlock();
-    m_journal.write(source,
-                    QStringLiteral("verified %1 %2")
-                        .arg(package.result())
-                        .arg(UpdatePackage::name(package.result())));
-    emit verified(package.result());
-}
-
-bool UserUpdate::pause(int unitMs)
-{
-    const QDeadlineTimer end(m_clock.hostMs(unitMs));
-    const QMutexLocker locker(&m_mutex);
-    while (!m_cancelled && m_changed.wait(&m_mutex, end)) { }
-    return !m_cancelled;
+    const UpdatePackage::Result result = m_package->result();
+    m_package.reset();
+    if (!m_silent) {
+        m_journal.write(
+            source, QStringLiteral("verified %1 %2").arg(result).arg(UpdatePackage::name(result)));
+        emit verified(result);
+    }
+    beginNext();
 }
 
 } // namespace hardware

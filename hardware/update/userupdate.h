@@ -1,13 +1,15 @@
 #pragma once
 
-#include <QMutex>
+#include "updatepackage.h"
+
+#include "hardware/unit/deviceloop.h"
+
 #include <QObject>
 #include <QQueue>
-#include <QScopedPointer>
 #include <QString>
-#include <QWaitCondition>
 
-class QThread;
+#include <atomic>
+#include <memory>
 
 namespace hardware
 {
@@ -25,7 +27,7 @@ class UserUpdate : public QObject
 
 public:
     UserUpdate(const UnitFolder &folder, const Clock &clock, Journal &journal);
-    ~UserUpdate() override;
+    ~UserUpdate() override = default;
 
     /// Versions in the package at a path of the unit; empty when it is no package.
     QString customerVersion(const QString &unitPath) const;
@@ -56,23 +58,16 @@ signals:
     void verified(int result);
 
 private:
-    void work();
-    void verify(const QString &unitPath);
-    /// Waits for unit milliseconds; false when the check was cancelled meanwhile.
-    bool pause(int unitMs);
+    void beginNext();
+    void readOn();
 
     const UnitFolder &m_folder;
-    const Clock &m_clock;
     Journal &m_journal;
-    mutable QMutex m_mutex;
-    QWaitCondition m_changed;
     QQueue<QString> m_waiting;
-    bool m_working = false;
-    bool m_cancelled = false;
-    bool m_ending = false;
-    bool m_silent = false;
-    bool m_dataRefused = false;
-    QScopedPointer<QThread> m_thread;
+    std::unique_ptr<UpdatePackage> m_package; // that is checked; null for none
+    std::atomic<bool> m_silent{false};
+    std::atomic<bool> m_dataRefused{false};
+    DeviceLoop m_loop; // the last one: its thread uses all the others
 };
 
 } // namespace hardware

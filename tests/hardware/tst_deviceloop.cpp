@@ -27,6 +27,7 @@ private slots:
     void callsFromTheThreadRunAtOnce();
     void inputIsNoticed();
     void whatIsDueComesInItsOrder();
+    void othersMayAskForSomethingLater();
     void dropAllDrops();
     void stopEndsTheThread();
     void worksOnTheHostsFiles();
@@ -104,6 +105,22 @@ void TestDeviceLoop::whatIsDueComesInItsOrder()
     QTRY_COMPARE(sequence.load(), 12);
     // A second of a unit that runs ten times as fast.
     QVERIFY(clock.elapsed() >= 100);
+}
+
+void TestDeviceLoop::othersMayAskForSomethingLater()
+{
+    DeviceLoop loop(m_clock);
+    loop.start(); // without a descriptor
+    std::atomic<bool> hasRun{false};
+    std::thread::id thread;
+    // The loop sleeps without an end by then.
+    QTest::qSleep(50);
+    loop.after(10, [&] {
+        thread = std::this_thread::get_id();
+        hasRun = true;
+    });
+    QTRY_VERIFY(hasRun);
+    QVERIFY(thread != std::this_thread::get_id());
 }
 
 void TestDeviceLoop::dropAllDrops()
