@@ -1,5 +1,6 @@
 #include "dab/sim/simdabmodule.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QThread>
@@ -88,5 +89,5 @@ void TestSimDabModule::moduleGoesWhileItsSignalIsBeingSent()
             >= 0);
 }
 
-QTEST_MAIN(TestSimDabModule)
+FACTORY_TEST_MAIN(TestSimDabModule)
 #include "tst_simdabmodule.moc"

@@ -1,6 +1,7 @@
 #include "factorydebug/factorydebugview.h"
 
 #include "kvwidget/kviconbutton.h"
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -47,5 +48,5 @@ void TestHostedPages::everyPageOfTheMenuIsClosedByReturn()
     QCOMPARE(pages, int(hostedpages::SlotCount));
 }
 
-QTEST_MAIN(TestHostedPages)
+FACTORY_TEST_MAIN(TestHostedPages)
 #include "tst_hostedpages.moc"

@@ -1,6 +1,7 @@
 #include "gate/gate.h"
 #include "probemodule.h"
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -295,5 +296,5 @@ void tst_Containment::fileCallsStayInTheUnit()
     QCOMPARE(names(unit.beside(QString())), QStringList{folder});
 }
 
-QTEST_GUILESS_MAIN(tst_Containment)
+FACTORY_TEST_GUILESS_MAIN(tst_Containment)
 #include "tst_containment.moc"

@@ -2,6 +2,7 @@
 
 #include "probemodule.h"
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -391,5 +392,5 @@ void TestGate::eightThreadsPassTheGate()
     QCOMPARE(readFile(unit.path(QStringLiteral("/media/flash/t7"))), QByteArray("99"));
 }
 
-QTEST_GUILESS_MAIN(TestGate)
+FACTORY_TEST_GUILESS_MAIN(TestGate)
 #include "tst_gate.moc"

@@ -2,6 +2,7 @@
 
 #include "probemodule.h"
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QDir>
 #include <QDirIterator>
@@ -236,5 +237,5 @@ void TestGateLibraries::withoutAGateSystemIsTheHosts()
     QCOMPARE(unit->journal().lines(), QStringList());
 }
 
-QTEST_GUILESS_MAIN(TestGateLibraries)
+FACTORY_TEST_GUILESS_MAIN(TestGateLibraries)
 #include "tst_gate_libraries.moc"

@@ -2,6 +2,7 @@
 
 #include "probemodule.h"
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -368,5 +369,5 @@ void TestGateTime::theUnitsOwnClockIsNotScaledTwice()
     QVERIFY2(timer.nsecsElapsed() >= 99900000, qPrintable(QString::number(timer.elapsed())));
 }
 
-QTEST_GUILESS_MAIN(TestGateTime)
+FACTORY_TEST_GUILESS_MAIN(TestGateTime)
 #include "tst_gate_time.moc"

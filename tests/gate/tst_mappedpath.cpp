@@ -3,6 +3,7 @@
 #include "gate/gate.h"
 #include "hardware/unit/gatebypass.h"
 #include "hardware/unit/unit.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -161,5 +162,5 @@ void TestMappedPath::theLongestPath()
     }
 }
 
-QTEST_GUILESS_MAIN(TestMappedPath)
+FACTORY_TEST_GUILESS_MAIN(TestMappedPath)
 #include "tst_mappedpath.moc"

@@ -1,5 +1,7 @@
 #include "hardware/unit/clock.h"
 
+#include "support/testmain.h"
+
 #include <QElapsedTimer>
 #include <QtTest>
 
@@ -105,5 +107,5 @@ void tst_Clock::aSignalDoesNotShortenASleep()
     QVERIFY2(elapsed >= 60, qPrintable(QString::number(elapsed)));
 }
 
-QTEST_GUILESS_MAIN(tst_Clock)
+FACTORY_TEST_GUILESS_MAIN(tst_Clock)
 #include "tst_clock.moc"

@@ -1,6 +1,7 @@
 #include "hardware/radio/dabtuner.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QFile>
 #include <QSignalSpy>
@@ -276,5 +277,5 @@ void TestDabTuner::endsInTheMiddleOfAnUpdate()
     QVERIFY2(clock.elapsed() < 8000, qPrintable(QString::number(clock.elapsed())));
 }
 
-QTEST_GUILESS_MAIN(TestDabTuner)
+FACTORY_TEST_GUILESS_MAIN(TestDabTuner)
 #include "tst_dabtuner.moc"

@@ -1,5 +1,7 @@
 #include "hardware/light/daycurve.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 using hardware::DayCurve;
@@ -51,5 +53,5 @@ void tst_DayCurve::itIsNoisyAndRepeatable()
     QVERIFY(values.size() > 10);
 }
 
-QTEST_GUILESS_MAIN(tst_DayCurve)
+FACTORY_TEST_GUILESS_MAIN(tst_DayCurve)
 #include "tst_daycurve.moc"

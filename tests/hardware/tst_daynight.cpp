@@ -1,6 +1,7 @@
 #include "hardware/light/daynight.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -168,5 +169,5 @@ void tst_DayNight::whatIsWrongIsSaid()
     QCOMPARE(said, file + QStringLiteral(", ") + error);
 }
 
-QTEST_GUILESS_MAIN(tst_DayNight)
+FACTORY_TEST_GUILESS_MAIN(tst_DayNight)
 #include "tst_daynight.moc"

@@ -1,5 +1,7 @@
 #include "hardware/unit/defaults.h"
 
+#include "support/testmain.h"
+
 #include <QFile>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -70,5 +72,5 @@ void TestDefaults::otherSectionsAreRefused()
                                   "is \"defaults\"."));
 }
 
-QTEST_GUILESS_MAIN(TestDefaults)
+FACTORY_TEST_GUILESS_MAIN(TestDefaults)
 #include "tst_defaults.moc"

@@ -1,6 +1,7 @@
 #include "hardware/unit/clock.h"
 #include "hardware/unit/deviceloop.h"
 #include "hardware/unit/gatebypass.h"
+#include "support/testmain.h"
 
 #include <QElapsedTimer>
 #include <QStringList>
@@ -150,5 +151,5 @@ void TestDeviceLoop::worksOnTheHostsFiles()
     QVERIFY(isHosts);
 }
 
-QTEST_GUILESS_MAIN(TestDeviceLoop)
+FACTORY_TEST_GUILESS_MAIN(TestDeviceLoop)
 #include "tst_deviceloop.moc"

@@ -2,6 +2,7 @@
 
 #include "gate/gate.h"
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QFileInfo>
 #include <QtTest>
@@ -85,5 +86,5 @@ void TestGateBypass::aStickIsAFolderOfTheHost()
              QStringLiteral("There is no folder \"/media/flash\" to plug into slot \"usb0\"."));
 }
 
-QTEST_GUILESS_MAIN(TestGateBypass)
+FACTORY_TEST_GUILESS_MAIN(TestGateBypass)
 #include "tst_gatebypass.moc"

@@ -1,5 +1,7 @@
 #include "hardware/unit/unit.h"
 
+#include "support/testmain.h"
+
 #include <QFile>
 #include <QFileInfo>
 #include <QTemporaryDir>
@@ -175,5 +177,5 @@ void TestGpsReceiver::unknownFault()
     QVERIFY(m_unit->journal().lines(QStringLiteral("receiver fault")).isEmpty());
 }
 
-QTEST_GUILESS_MAIN(TestGpsReceiver)
+FACTORY_TEST_GUILESS_MAIN(TestGpsReceiver)
 #include "tst_gpsreceiver.moc"

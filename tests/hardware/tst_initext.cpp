@@ -1,6 +1,7 @@
 #include "hardware/unit/initext.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QSettings>
 #include <QTemporaryDir>
@@ -70,5 +71,5 @@ void TestIniText::aReaderFindsTheSame()
     QCOMPARE(read.status(), QSettings::NoError);
 }
 
-QTEST_GUILESS_MAIN(TestIniText)
+FACTORY_TEST_GUILESS_MAIN(TestIniText)
 #include "tst_initext.moc"

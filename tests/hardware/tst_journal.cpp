@@ -1,6 +1,7 @@
 #include "hardware/unit/journal.h"
 
 #include "support/fulldisk.h"
+#include "support/testmain.h"
 
 #include <QRegularExpression>
 #include <QTemporaryDir>
@@ -378,5 +379,5 @@ void tst_Journal::eightThreadsWriteWholeLines()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_Journal)
+FACTORY_TEST_GUILESS_MAIN(tst_Journal)
 #include "tst_journal.moc"

@@ -1,6 +1,7 @@
 #include "hardware/unit/journalreader.h"
 
 #include "hardware/unit/journal.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -76,5 +77,5 @@ void TestJournalReader::theSlowestReaderCounts()
     QCOMPARE(journal.lines().size(), held);
 }
 
-QTEST_GUILESS_MAIN(TestJournalReader)
+FACTORY_TEST_GUILESS_MAIN(TestJournalReader)
 #include "tst_journalreader.moc"

@@ -2,6 +2,7 @@
 
 #include "hardware/unit/journal.h"
 #include "hardware/unit/mcu.h"
+#include "support/testmain.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -72,5 +73,5 @@ void tst_KeyLight::otherMessagesChangeNothing()
     QCOMPARE(journal.lines(QStringLiteral("/^keylight/")), QStringList());
 }
 
-QTEST_GUILESS_MAIN(tst_KeyLight)
+FACTORY_TEST_GUILESS_MAIN(tst_KeyLight)
 #include "tst_keylight.moc"

@@ -1,6 +1,7 @@
 #include "hardware/light/lightsensor.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QElapsedTimer>
 #include <QSignalSpy>
@@ -127,5 +128,5 @@ void tst_LightSensor::aCurveEndsAtOnceAndWithTheUnit()
     QVERIFY(clock.elapsed() < 900);
 }
 
-QTEST_GUILESS_MAIN(tst_LightSensor)
+FACTORY_TEST_GUILESS_MAIN(tst_LightSensor)
 #include "tst_lightsensor.moc"

@@ -1,6 +1,7 @@
 #include "hardware/unit/mcu.h"
 
 #include "hardware/unit/journal.h"
+#include "support/testmain.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -100,5 +101,5 @@ void tst_Mcu::eightThreadsSendWholeMessages()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_Mcu)
+FACTORY_TEST_GUILESS_MAIN(tst_Mcu)
 #include "tst_mcu.moc"

@@ -6,6 +6,7 @@
 #include "hardware/unit/gatebypass.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -256,5 +257,5 @@ void tst_MemoryDevice::errnoIsKept()
     QCOMPARE(left, 123);
 }
 
-QTEST_GUILESS_MAIN(tst_MemoryDevice)
+FACTORY_TEST_GUILESS_MAIN(tst_MemoryDevice)
 #include "tst_memorydevice.moc"

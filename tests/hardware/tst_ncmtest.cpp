@@ -1,6 +1,7 @@
 #include "hardware/usb/ncmtest.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -247,5 +248,5 @@ void tst_NcmTest::unitEndsWhileATestRuns()
     unit.reset();
 }
 
-QTEST_GUILESS_MAIN(tst_NcmTest)
+FACTORY_TEST_GUILESS_MAIN(tst_NcmTest)
 #include "tst_ncmtest.moc"

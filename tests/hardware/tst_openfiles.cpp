@@ -6,6 +6,7 @@
 #include "gate/gate.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -183,5 +184,5 @@ void tst_OpenFiles::errnoIsKept()
     QCOMPARE(errno, EDOM);
 }
 
-QTEST_GUILESS_MAIN(tst_OpenFiles)
+FACTORY_TEST_GUILESS_MAIN(tst_OpenFiles)
 #include "tst_openfiles.moc"

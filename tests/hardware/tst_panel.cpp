@@ -1,6 +1,7 @@
 #include "hardware/light/panel.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QSignalSpy>
 #include <QtTest>
@@ -125,5 +126,5 @@ void tst_Panel::anItemWithoutAPlaceStartsNeutral()
     QCOMPARE(unit.panel().saturation(), 1.0);
 }
 
-QTEST_GUILESS_MAIN(tst_Panel)
+FACTORY_TEST_GUILESS_MAIN(tst_Panel)
 #include "tst_panel.moc"

@@ -1,6 +1,7 @@
 #include "hardware/memory/physicalmemory.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -216,5 +217,5 @@ void tst_PhysicalMemory::fileThatCannotBeMadeIsAnError()
              qPrintable(error));
 }
 
-QTEST_GUILESS_MAIN(tst_PhysicalMemory)
+FACTORY_TEST_GUILESS_MAIN(tst_PhysicalMemory)
 #include "tst_physicalmemory.moc"

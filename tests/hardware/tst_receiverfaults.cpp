@@ -1,5 +1,7 @@
 #include "hardware/receiver/receiverfaults.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 using hardware::ReceiverFaults;
@@ -135,5 +137,5 @@ void TestReceiverFaults::helpNamesEachFault()
     QCOMPARE(ReceiverFaults::help().size(), 10);
 }
 
-QTEST_GUILESS_MAIN(TestReceiverFaults)
+FACTORY_TEST_GUILESS_MAIN(TestReceiverFaults)
 #include "tst_receiverfaults.moc"

@@ -1,5 +1,6 @@
 #include "hardware/receiver/receiverimage.h"
 #include "hardware/receiver/xmodemreceiver.h"
+#include "support/testmain.h"
 
 #include <QtEndian>
 #include <QtTest>
@@ -82,5 +83,5 @@ void TestReceiverImage::version()
     QCOMPARE(ReceiverImage(image).version(), version);
 }
 
-QTEST_GUILESS_MAIN(TestReceiverImage)
+FACTORY_TEST_GUILESS_MAIN(TestReceiverImage)
 #include "tst_receiverimage.moc"

@@ -1,6 +1,7 @@
 #include "hardware/memory/registertable.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -109,5 +110,5 @@ void tst_RegisterTable::refuses()
     QVERIFY2(error.startsWith(file), qPrintable(error));
 }
 
-QTEST_GUILESS_MAIN(tst_RegisterTable)
+FACTORY_TEST_GUILESS_MAIN(tst_RegisterTable)
 #include "tst_registertable.moc"

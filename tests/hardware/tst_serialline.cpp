@@ -1,5 +1,6 @@
 #include "hardware/receiver/serialline.h"
 #include "hardware/unit/clock.h"
+#include "support/testmain.h"
 
 #include <QElapsedTimer>
 #include <QtTest>
@@ -174,5 +175,5 @@ void TestSerialLine::discards()
     QCOMPARE(bytes[0], '!');
 }
 
-QTEST_GUILESS_MAIN(TestSerialLine)
+FACTORY_TEST_GUILESS_MAIN(TestSerialLine)
 #include "tst_serialline.moc"

@@ -3,6 +3,7 @@
 #include "hardware/unit/journal.h"
 #include "support/fulldisk.h"
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -275,5 +276,5 @@ void tst_Settings::eightThreadsKeepEveryValue()
     QCOMPARE(journal.end(), qint64(threadCount * valuesEach));
 }
 
-QTEST_GUILESS_MAIN(tst_Settings)
+FACTORY_TEST_GUILESS_MAIN(tst_Settings)
 #include "tst_settings.moc"

@@ -1,6 +1,7 @@
 #include "hardware/shell/shell.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QDir>
 #include <QFileInfo>
@@ -246,5 +247,5 @@ void tst_Shell::eightThreadsRunCommands()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_Shell)
+FACTORY_TEST_GUILESS_MAIN(tst_Shell)
 #include "tst_shell.moc"

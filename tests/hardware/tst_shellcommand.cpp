@@ -1,5 +1,7 @@
 #include "hardware/shell/shellcommand.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 using hardware::ShellCommand;
@@ -234,5 +236,5 @@ void tst_ShellCommand::relativePaths()
     QCOMPARE(ShellCommand(command, folder).leavesUnit(), leaves);
 }
 
-QTEST_GUILESS_MAIN(tst_ShellCommand)
+FACTORY_TEST_GUILESS_MAIN(tst_ShellCommand)
 #include "tst_shellcommand.moc"

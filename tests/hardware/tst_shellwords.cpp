@@ -1,5 +1,7 @@
 #include "hardware/shell/shellwords.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 using hardware::ShellLetter;
@@ -101,5 +103,5 @@ void tst_ShellWords::lettersKnowWhereTheyAreWritten()
     }
 }
 
-QTEST_GUILESS_MAIN(tst_ShellWords)
+FACTORY_TEST_GUILESS_MAIN(tst_ShellWords)
 #include "tst_shellwords.moc"

@@ -1,6 +1,7 @@
 #include "hardware/storage/slottable.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -178,5 +179,5 @@ void tst_SlotTable::aMissingTableIsNamed()
     QVERIFY2(error.startsWith(m_folder.filePath(QStringLiteral("none.ini"))), qPrintable(error));
 }
 
-QTEST_GUILESS_MAIN(tst_SlotTable)
+FACTORY_TEST_GUILESS_MAIN(tst_SlotTable)
 #include "tst_slottable.moc"

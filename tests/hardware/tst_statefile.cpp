@@ -4,6 +4,7 @@
 #include "hardware/unit/tablerow.h"
 #include "support/fulldisk.h"
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -126,5 +127,5 @@ void TestStateFile::aFailedWriteIsReportedOnce()
     QVERIFY(m_journal->hasFailedWrites());
 }
 
-QTEST_GUILESS_MAIN(TestStateFile)
+FACTORY_TEST_GUILESS_MAIN(TestStateFile)
 #include "tst_statefile.moc"

@@ -2,6 +2,8 @@
 
 #include "storagetest.h"
 
+#include "support/testmain.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QSignalSpy>
@@ -383,5 +385,5 @@ void TestStorage::threadsPlugAndPull()
     QCOMPARE(m_storage->mountRoots(), QStringList());
 }
 
-QTEST_GUILESS_MAIN(TestStorage)
+FACTORY_TEST_GUILESS_MAIN(TestStorage)
 #include "tst_storage.moc"

@@ -2,6 +2,8 @@
 
 #include "storagetest.h"
 
+#include "support/testmain.h"
+
 #include <QDir>
 #include <QFileInfo>
 #include <QtTest>
@@ -164,5 +166,5 @@ void TestStorageRestart::aStickNameWithOddCharacters()
     QVERIFY(QFileInfo(path(QStringLiteral("/media/a 'b' $c"))).isDir());
 }
 
-QTEST_GUILESS_MAIN(TestStorageRestart)
+FACTORY_TEST_GUILESS_MAIN(TestStorageRestart)
 #include "tst_storage_restart.moc"

@@ -1,6 +1,7 @@
 #include "hardware/unit/tablefile.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -167,5 +168,5 @@ void tst_TableFile::aMissingFileIsNamed()
     QCOMPARE(error, file + QStringLiteral(" cannot be read: No such file or directory."));
 }
 
-QTEST_GUILESS_MAIN(tst_TableFile)
+FACTORY_TEST_GUILESS_MAIN(tst_TableFile)
 #include "tst_tablefile.moc"

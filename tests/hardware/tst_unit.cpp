@@ -1,6 +1,7 @@
 #include "hardware/unit/unit.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QDateTime>
 #include <QDir>
@@ -140,5 +141,5 @@ void tst_Unit::openRefuses()
     QVERIFY2(said.startsWith(error), qPrintable(said));
 }
 
-QTEST_GUILESS_MAIN(tst_Unit)
+FACTORY_TEST_GUILESS_MAIN(tst_Unit)
 #include "tst_unit.moc"

@@ -1,6 +1,7 @@
 // The unit's own programs, as its shell finds them.
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -93,5 +94,5 @@ void tst_UnitCommands::printkIsTheUnits()
     QCOMPARE(readFile(unit.path(QStringLiteral("/proc/sys/kernel/printk"))), QByteArray("0\n"));
 }
 
-QTEST_GUILESS_MAIN(tst_UnitCommands)
+FACTORY_TEST_GUILESS_MAIN(tst_UnitCommands)
 #include "tst_unitcommands.moc"

@@ -1,5 +1,7 @@
 #include "hardware/unit/unitpath.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 #include <cerrno>
@@ -134,5 +136,5 @@ void tst_UnitPath::errnoIsKept()
     QCOMPARE(errno, 123);
 }
 
-QTEST_GUILESS_MAIN(tst_UnitPath)
+FACTORY_TEST_GUILESS_MAIN(tst_UnitPath)
 #include "tst_unitpath.moc"

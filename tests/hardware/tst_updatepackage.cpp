@@ -1,6 +1,7 @@
 #include "hardware/update/updatepackage.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 #include "support/updatepackages.h"
 
 #include <QFile>
@@ -168,5 +169,5 @@ void TestUpdatePackage::checksumIsReflectedAndInverted()
     QCOMPARE(checked(file), UpdatePackage::Good);
 }
 
-QTEST_GUILESS_MAIN(TestUpdatePackage)
+FACTORY_TEST_GUILESS_MAIN(TestUpdatePackage)
 #include "tst_updatepackage.moc"

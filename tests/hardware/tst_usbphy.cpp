@@ -1,6 +1,7 @@
 #include "hardware/usb/usbphy.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -156,5 +157,5 @@ void tst_UsbPhy::portsAreApart()
                             "16"));
 }
 
-QTEST_GUILESS_MAIN(tst_UsbPhy)
+FACTORY_TEST_GUILESS_MAIN(tst_UsbPhy)
 #include "tst_usbphy.moc"

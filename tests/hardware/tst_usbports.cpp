@@ -2,6 +2,7 @@
 #include "hardware/usb/usbports.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -131,5 +132,5 @@ void TestUsbPorts::whatIsWrongIsSaid()
     QCOMPARE(m_error, file + QStringLiteral(", ") + error);
 }
 
-QTEST_GUILESS_MAIN(TestUsbPorts)
+FACTORY_TEST_GUILESS_MAIN(TestUsbPorts)
 #include "tst_usbports.moc"

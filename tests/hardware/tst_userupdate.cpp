@@ -1,6 +1,7 @@
 #include "hardware/update/userupdate.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 #include "support/updatepackages.h"
 
 #include <QThread>
@@ -208,5 +209,5 @@ void TestUserUpdate::refusedDataIsEmpty()
     QVERIFY(!unit->userUpdate().data(0, QStringLiteral("de")).isEmpty());
 }
 
-QTEST_GUILESS_MAIN(TestUserUpdate)
+FACTORY_TEST_GUILESS_MAIN(TestUserUpdate)
 #include "tst_userupdate.moc"

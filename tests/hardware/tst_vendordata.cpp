@@ -2,6 +2,7 @@
 #include "hardware/unit/vendordata.h"
 
 #include "support/fulldisk.h"
+#include "support/testmain.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -214,5 +215,5 @@ void TestVendorData::badTableIsAClearError()
     QVERIFY2(m_error.contains(QLatin1String("vendor.ini")), qPrintable(m_error));
 }
 
-QTEST_GUILESS_MAIN(TestVendorData)
+FACTORY_TEST_GUILESS_MAIN(TestVendorData)
 #include "tst_vendordata.moc"

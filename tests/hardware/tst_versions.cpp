@@ -1,5 +1,6 @@
 #include "hardware/unit/journal.h"
 #include "hardware/unit/versions.h"
+#include "support/testmain.h"
 
 #include <QFile>
 #include <QTemporaryDir>
@@ -171,5 +172,5 @@ void TestVersions::wrongValuesAreRefused()
     QCOMPARE(versions.value(name), before);
 }
 
-QTEST_GUILESS_MAIN(TestVersions)
+FACTORY_TEST_GUILESS_MAIN(TestVersions)
 #include "tst_versions.moc"

@@ -2,6 +2,7 @@
 
 #include "support/fulldisk.h"
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QDir>
 #include <QTemporaryDir>
@@ -74,5 +75,5 @@ void TestWholeFile::aFullDiskLeavesWhatWasThere()
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("table"));
 }
 
-QTEST_GUILESS_MAIN(TestWholeFile)
+FACTORY_TEST_GUILESS_MAIN(TestWholeFile)
 #include "tst_wholefile.moc"

@@ -1,5 +1,7 @@
 #include "hardware/receiver/xmodemreceiver.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 using hardware::XmodemReceiver;
@@ -136,5 +138,5 @@ void TestXmodemReceiver::ends()
     QCOMPARE(receiver.take(0x04), Event::Ended);
 }
 
-QTEST_GUILESS_MAIN(TestXmodemReceiver)
+FACTORY_TEST_GUILESS_MAIN(TestXmodemReceiver)
 #include "tst_xmodemreceiver.moc"

@@ -1,5 +1,6 @@
 #include "mcu/cmsgclass.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QSignalSpy>
@@ -97,5 +98,5 @@ void TestCMsgClass::beepAndUpdateReadyAreJournalled()
                           QStringLiteral("mcu update ready 0")}));
 }
 
-QTEST_MAIN(TestCMsgClass)
+FACTORY_TEST_MAIN(TestCMsgClass)
 #include "tst_cmsgclass.moc"

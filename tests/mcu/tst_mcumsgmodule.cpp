@@ -1,5 +1,6 @@
 #include "mcu/mcumsgmodule.h"
 
+#include "support/testmain.h"
 #include "support/testunit.h"
 
 #include <QtTest>
@@ -42,5 +43,5 @@ void TestMcuMsgModule::refusesNothing()
     QCOMPARE(unit.journal(QStringLiteral("/^mcu/")), QStringList());
 }
 
-QTEST_MAIN(TestMcuMsgModule)
+FACTORY_TEST_MAIN(TestMcuMsgModule)
 #include "tst_mcumsgmodule.moc"

@@ -2,6 +2,8 @@
 
 #include "saturationwalk.h"
 
+#include "support/testmain.h"
+
 #include <QImage>
 #include <QRegularExpression>
 #include <QtTest>
@@ -271,5 +273,5 @@ void TestAdjustment::lightSensorFollowsADay()
     RUN_SCENARIO(run, QStringLiteral("light-sensor-curve.txt"));
 }
 
-QTEST_GUILESS_MAIN(TestAdjustment)
+FACTORY_TEST_GUILESS_MAIN(TestAdjustment)
 #include "tst_adjustment.moc"

@@ -1,5 +1,7 @@
 #include "headunitrun.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 class TestFoundation : public QObject
@@ -88,5 +90,5 @@ void TestFoundation::rebootBringsTheScreenBack()
     RUN_SCENARIO(run, QStringLiteral("reboot.txt"), 5.0);
 }
 
-QTEST_GUILESS_MAIN(TestFoundation)
+FACTORY_TEST_GUILESS_MAIN(TestFoundation)
 #include "tst_foundation.moc"

@@ -1,6 +1,7 @@
 #include "headunitrun.h"
 
 #include "hardware/receiver/xmodemreceiver.h"
+#include "support/testmain.h"
 
 #include <QDir>
 #include <QImage>
@@ -143,5 +144,5 @@ void TestGpsUpdate::stickPulledDuringTheCheck()
     RUN_SCENARIO(run, QStringLiteral("gps-pulled-check.txt"), speed);
 }
 
-QTEST_GUILESS_MAIN(TestGpsUpdate)
+FACTORY_TEST_GUILESS_MAIN(TestGpsUpdate)
 #include "tst_gpsupdate.moc"

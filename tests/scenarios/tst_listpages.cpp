@@ -1,5 +1,6 @@
 #include "headunitrun.h"
 
+#include "support/testmain.h"
 #include "support/updatepackages.h"
 
 #include <QColor>
@@ -181,5 +182,5 @@ void TestListPages::okWithoutWhatItNeedsOnlyCloses()
     QCOMPARE(updateRecord(run), QByteArray(64, '\0'));
 }
 
-QTEST_GUILESS_MAIN(TestListPages)
+FACTORY_TEST_GUILESS_MAIN(TestListPages)
 #include "tst_listpages.moc"

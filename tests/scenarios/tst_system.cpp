@@ -1,5 +1,7 @@
 #include "headunitrun.h"
 
+#include "support/testmain.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QFile>
@@ -289,5 +291,5 @@ void TestSystem::productReadsAfreshOnEachOpening()
     QVERIFY(picture(run, "product.png") != picture(run, "product-long.png"));
 }
 
-QTEST_GUILESS_MAIN(TestSystem)
+FACTORY_TEST_GUILESS_MAIN(TestSystem)
 #include "tst_system.moc"

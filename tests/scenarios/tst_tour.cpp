@@ -1,5 +1,7 @@
 #include "headunitrun.h"
 
+#include "support/testmain.h"
+
 #include <QDir>
 #include <QImage>
 #include <QtTest>
@@ -31,5 +33,5 @@ void TestTour::leavesItsPictures()
     }
 }
 
-QTEST_GUILESS_MAIN(TestTour)
+FACTORY_TEST_GUILESS_MAIN(TestTour)
 #include "tst_tour.moc"

@@ -1,5 +1,7 @@
 #include "headunitrun.h"
 
+#include "support/testmain.h"
+
 #include <QDir>
 #include <QDirIterator>
 #include <QRegularExpression>
@@ -220,5 +222,5 @@ void TestUnitFiles::timesAreTheUnits()
              qPrintable(journal));
 }
 
-QTEST_GUILESS_MAIN(TestUnitFiles)
+FACTORY_TEST_GUILESS_MAIN(TestUnitFiles)
 #include "tst_unitfiles.moc"

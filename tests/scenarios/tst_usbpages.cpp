@@ -1,5 +1,7 @@
 #include "headunitrun.h"
 
+#include "support/testmain.h"
+
 #include <QDir>
 #include <QImage>
 #include <QtTest>
@@ -59,5 +61,5 @@ void TestUsbPages::ncmPage()
     checkPictures(run, 9);
 }
 
-QTEST_GUILESS_MAIN(TestUsbPages)
+FACTORY_TEST_GUILESS_MAIN(TestUsbPages)
 #include "tst_usbpages.moc"

@@ -3,6 +3,7 @@
 #include "hardware/unit/unit.h"
 #include "kvappframework/sim/frameworkhost.h"
 #include "kvappframework/sim/simactivitymanager.h"
+#include "support/testmain.h"
 #include "unitlink/simulatedunit.h"
 
 #include <QLabel>
@@ -197,5 +198,5 @@ void TestActivityLoader::canLoadAfterARefusal()
     QVERIFY2(loader.load(TEST_ACTIVITY, &error), qPrintable(error));
 }
 
-QTEST_MAIN(TestActivityLoader)
+FACTORY_TEST_MAIN(TestActivityLoader)
 #include "tst_activityloader.moc"

@@ -1,5 +1,7 @@
 #include "simulator/window/backlight.h"
 
+#include "support/testmain.h"
+
 #include <QImage>
 #include <QPainter>
 #include <QPushButton>
@@ -89,5 +91,5 @@ void TestBacklight::letsTouchesThrough()
     QCOMPARE(clicked.count(), 1);
 }
 
-QTEST_MAIN(TestBacklight)
+FACTORY_TEST_MAIN(TestBacklight)
 #include "tst_backlight.moc"

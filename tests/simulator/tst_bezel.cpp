@@ -2,6 +2,7 @@
 
 #include "simulator/window/hardkey.h"
 #include "simulator/window/screen.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -137,5 +138,5 @@ void TestBezel::pendingChangesCanBePainted()
     QCOMPARE(middle(bezel), QColor(Qt::green));
 }
 
-QTEST_MAIN(TestBezel)
+FACTORY_TEST_MAIN(TestBezel)
 #include "tst_bezel.moc"

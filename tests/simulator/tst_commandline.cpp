@@ -1,5 +1,7 @@
 #include "simulator/console/commandline.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 using namespace simulator;
@@ -104,5 +106,5 @@ void TestCommandLine::joinedWordsSplitAgain()
     QCOMPARE(found, words);
 }
 
-QTEST_GUILESS_MAIN(TestCommandLine)
+FACTORY_TEST_GUILESS_MAIN(TestCommandLine)
 #include "tst_commandline.moc"

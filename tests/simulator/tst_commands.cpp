@@ -2,6 +2,8 @@
 
 #include "testsimulator.h"
 
+#include "support/testmain.h"
+
 #include <QImage>
 #include <QtTest>
 
@@ -383,5 +385,5 @@ void TestCommands::receiverListsWhatGoesWrong()
     QCOMPARE(unit.run("receiver").lines, well);
 }
 
-QTEST_MAIN(TestCommands)
+FACTORY_TEST_MAIN(TestCommands)
 #include "tst_commands.moc"

@@ -5,6 +5,7 @@
 
 #include "hardware/unit/journal.h"
 #include "hardware/unit/journalreader.h"
+#include "support/testmain.h"
 
 #include <QThread>
 #include <QtTest>
@@ -181,5 +182,5 @@ void TestConsole::closedConsoleRunsNoCommands()
     QCOMPARE(m_ranOn, nullptr);
 }
 
-QTEST_GUILESS_MAIN(TestConsole)
+FACTORY_TEST_GUILESS_MAIN(TestConsole)
 #include "tst_console.moc"

@@ -5,6 +5,8 @@
 
 #include "testsimulator.h"
 
+#include "support/testmain.h"
+
 #include <QImage>
 #include <QLocalSocket>
 #include <QtTest>
@@ -339,5 +341,5 @@ void TestConsoleServer::lineHasALongestLength()
     QCOMPARE(client.answers().first().error, QString("a command is longer than 65536 bytes"));
 }
 
-QTEST_MAIN(TestConsoleServer)
+FACTORY_TEST_MAIN(TestConsoleServer)
 #include "tst_consoleserver.moc"

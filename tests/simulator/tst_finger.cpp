@@ -2,6 +2,7 @@
 
 #include "simulator/window/bezel.h"
 #include "simulator/window/screen.h"
+#include "support/testmain.h"
 
 #include <QMouseEvent>
 #include <QtTest>
@@ -143,5 +144,5 @@ void TestFinger::timePasses()
     QCOMPARE(QSet<ulong>(target.times.cbegin(), target.times.cend()).size(), 6);
 }
 
-QTEST_MAIN(TestFinger)
+FACTORY_TEST_MAIN(TestFinger)
 #include "tst_finger.moc"

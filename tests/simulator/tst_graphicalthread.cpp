@@ -1,5 +1,7 @@
 #include "simulator/framework/graphicalthread.h"
 
+#include "support/testmain.h"
+
 #include <QElapsedTimer>
 #include <QThread>
 #include <QtTest>
@@ -160,5 +162,5 @@ void TestGraphicalThread::waitUntilGivesUp()
     QVERIFY(asked > 1);
 }
 
-QTEST_GUILESS_MAIN(TestGraphicalThread)
+FACTORY_TEST_GUILESS_MAIN(TestGraphicalThread)
 #include "tst_graphicalthread.moc"

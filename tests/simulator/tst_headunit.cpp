@@ -1,5 +1,7 @@
 #include "headunittest.h"
 
+#include "support/testmain.h"
+
 #include <QImage>
 #include <QtTest>
 
@@ -286,5 +288,5 @@ void TestHeadunit::controlsExitStatus()
     QCOMPARE(control({"help"}).status, 3);
 }
 
-QTEST_GUILESS_MAIN(TestHeadunit)
+FACTORY_TEST_GUILESS_MAIN(TestHeadunit)
 #include "tst_headunit.moc"

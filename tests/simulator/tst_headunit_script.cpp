@@ -1,5 +1,7 @@
 #include "headunittest.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 /// The program "headunit" with a script.
@@ -154,5 +156,5 @@ void TestHeadunitScript::noSocketWhenNotWanted()
     QCOMPARE(program.finish().status, 0);
 }
 
-QTEST_GUILESS_MAIN(TestHeadunitScript)
+FACTORY_TEST_GUILESS_MAIN(TestHeadunitScript)
 #include "tst_headunit_script.moc"

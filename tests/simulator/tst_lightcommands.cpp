@@ -1,5 +1,7 @@
 #include "testsimulator.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 using namespace simulator;
@@ -161,5 +163,5 @@ void TestLightCommands::repeatStopsWhereItFails()
     QVERIFY(test.run("repeat 2 quit").endsSession);
 }
 
-QTEST_MAIN(TestLightCommands)
+FACTORY_TEST_MAIN(TestLightCommands)
 #include "tst_lightcommands.moc"

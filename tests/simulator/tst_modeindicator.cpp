@@ -1,5 +1,7 @@
 #include "simulator/window/modeindicator.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 using simulator::ModeIndicator;
@@ -25,5 +27,5 @@ void TestModeIndicator::showsDayAndNight()
     QCOMPARE(indicator.grab().toImage(), day);
 }
 
-QTEST_MAIN(TestModeIndicator)
+FACTORY_TEST_MAIN(TestModeIndicator)
 #include "tst_modeindicator.moc"

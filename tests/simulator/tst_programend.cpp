@@ -1,5 +1,7 @@
 #include "program.h"
 
+#include "support/testmain.h"
+
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -198,5 +200,5 @@ void TestProgramEnd::rebootSaysThatTheScreenIsBlocked()
     program.finish();
 }
 
-QTEST_GUILESS_MAIN(TestProgramEnd)
+FACTORY_TEST_GUILESS_MAIN(TestProgramEnd)
 #include "tst_programend.moc"

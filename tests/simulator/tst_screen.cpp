@@ -4,6 +4,7 @@
 #include "simulator/window/homescreen.h"
 
 #include "hardware/storage/storage.h"
+#include "support/testmain.h"
 
 #include <QLabel>
 #include <QtTest>
@@ -119,5 +120,5 @@ void TestScreen::anyNumberOfSlotsFits()
     QCOMPARE(indicators, count);
 }
 
-QTEST_MAIN(TestScreen)
+FACTORY_TEST_MAIN(TestScreen)
 #include "tst_screen.moc"

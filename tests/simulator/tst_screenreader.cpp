@@ -3,6 +3,7 @@
 #include "simulator/window/screen.h"
 
 #include "kvappframework/sim/screenlayer.h"
+#include "support/testmain.h"
 
 #include <QCheckBox>
 #include <QLabel>
@@ -395,5 +396,5 @@ void TestScreenReader::seesNoTextScrolledAway()
     QVERIFY(sees("row 99"));
 }
 
-QTEST_MAIN(TestScreenReader)
+FACTORY_TEST_MAIN(TestScreenReader)
 #include "tst_screenreader.moc"

@@ -1,5 +1,7 @@
 #include "simulator/console/scriptinput.h"
 
+#include "support/testmain.h"
+
 #include <QTemporaryDir>
 #include <QThread>
 #include <QtTest>
@@ -126,5 +128,5 @@ void TestScriptInput::interruptEndsTheWait()
     QVERIFY(!found);
 }
 
-QTEST_GUILESS_MAIN(TestScriptInput)
+FACTORY_TEST_GUILESS_MAIN(TestScriptInput)
 #include "tst_scriptinput.moc"

@@ -2,6 +2,8 @@
 
 #include "testsimulator.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 using namespace simulator;
@@ -116,5 +118,5 @@ void TestScriptRunner::endsWithTheProgramWhileItWaits()
     QVERIFY2(time.elapsed() < 30000, qPrintable(QString::number(time.elapsed())));
 }
 
-QTEST_MAIN(TestScriptRunner)
+FACTORY_TEST_MAIN(TestScriptRunner)
 #include "tst_scriptrunner.moc"

@@ -6,6 +6,7 @@
 #include "testsimulator.h"
 
 #include "kvappframework/activitymanager.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -223,5 +224,5 @@ void TestSimulatorClass::rebootBringsTheLastStartedActivityBack()
     QCOMPARE(unit.errorOf("see \"Started with argument 3\""), QString());
 }
 
-QTEST_MAIN(TestSimulatorClass)
+FACTORY_TEST_MAIN(TestSimulatorClass)
 #include "tst_simulator.moc"

@@ -5,6 +5,7 @@
 #include "simulator/window/screen.h"
 
 #include "kvappframework/sim/screenlayer.h"
+#include "support/testmain.h"
 
 #include <QMenu>
 #include <QPushButton>
@@ -312,5 +313,5 @@ void TestTopLevelAdopter::pageThatIsGoneIsForgotten()
     QCOMPARE(hit(), m_view);
 }
 
-QTEST_MAIN(TestTopLevelAdopter)
+FACTORY_TEST_MAIN(TestTopLevelAdopter)
 #include "tst_topleveladopter.moc"

@@ -1,6 +1,7 @@
 #include "simulator/framework/tracejournal.h"
 
 #include "hardware/unit/journal.h"
+#include "support/testmain.h"
 
 #include <QLoggingCategory>
 #include <QtTest>
@@ -93,5 +94,5 @@ void TestTraceJournal::linesMayComeFromAnyThread()
     QCOMPARE(journal.lines(), QStringList{"trace from a worker"});
 }
 
-QTEST_GUILESS_MAIN(TestTraceJournal)
+FACTORY_TEST_GUILESS_MAIN(TestTraceJournal)
 #include "tst_tracejournal.moc"

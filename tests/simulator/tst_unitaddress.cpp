@@ -1,5 +1,7 @@
 #include "simulator/console/unitaddress.h"
 
+#include "support/testmain.h"
+
 #include <QDir>
 #include <QTemporaryDir>
 #include <QtTest>
@@ -49,5 +51,5 @@ void TestUnitAddress::defaultFolderIsTheUsers()
     QCOMPARE(defaultUnitFolder(), QString("/home/someone/data/factorydebug/unit"));
 }
 
-QTEST_GUILESS_MAIN(TestUnitAddress)
+FACTORY_TEST_GUILESS_MAIN(TestUnitAddress)
 #include "tst_unitaddress.moc"

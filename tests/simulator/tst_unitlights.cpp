@@ -6,6 +6,7 @@
 #include "simulator/window/modeindicator.h"
 
 #include "hardware/unit/unit.h"
+#include "support/testmain.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -164,5 +165,5 @@ void TestUnitLights::changesOnOtherThreadsAreShown()
     QVERIFY(m_bezel->backlight().isVisible());
 }
 
-QTEST_MAIN(TestUnitLights)
+FACTORY_TEST_MAIN(TestUnitLights)
 #include "tst_unitlights.moc"

@@ -4,6 +4,7 @@
 
 #include "kvappframework/activitymanager.h"
 #include "kvappframework/activityproperty.h"
+#include "support/testmain.h"
 
 #include <QtTest>
 
@@ -53,5 +54,5 @@ void TestUsbActivity::homeLeavesIt()
     QCOMPARE(unit.errorOf("see \"Simulated head unit\""), QString());
 }
 
-QTEST_MAIN(TestUsbActivity)
+FACTORY_TEST_MAIN(TestUsbActivity)
 #include "tst_usbactivity.moc"

@@ -2,6 +2,8 @@
 
 #include "testsimulator.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 /// The commands about the USB ports, the vendor data and the update service.
@@ -83,5 +85,5 @@ void TestVendorCommands::updateFaults()
     QVERIFY(!update.data(0, QStringLiteral("en")).isEmpty());
 }
 
-QTEST_MAIN(TestVendorCommands)
+FACTORY_TEST_MAIN(TestVendorCommands)
 #include "tst_vendorcommands.moc"

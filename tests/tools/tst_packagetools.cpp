@@ -1,3 +1,5 @@
+#include "support/testmain.h"
+
 #include <QFileInfo>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -116,5 +118,5 @@ void TestPackageTools::theSourcesStayClean()
     QVERIFY(!QFileInfo::exists(QStringLiteral(TOOLS "/__pycache__")));
 }
 
-QTEST_GUILESS_MAIN(TestPackageTools)
+FACTORY_TEST_GUILESS_MAIN(TestPackageTools)
 #include "tst_packagetools.moc"

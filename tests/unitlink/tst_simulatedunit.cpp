@@ -1,6 +1,7 @@
 #include "unitlink/simulatedunit.h"
 
 #include "hardware/unit/unit.h"
+#include "support/testmain.h"
 
 #include <QTemporaryDir>
 #include <QtTest>
@@ -76,5 +77,5 @@ void TestSimulatedUnit::hostMsFollowsTheUnit()
     QCOMPARE(unitlink::hostMs(500), 50);
 }
 
-QTEST_GUILESS_MAIN(TestSimulatedUnit)
+FACTORY_TEST_GUILESS_MAIN(TestSimulatedUnit)
 #include "tst_simulatedunit.moc"

@@ -1,5 +1,7 @@
 #include "usbtest/testpattern.h"
 
+#include "support/testmain.h"
+
 #include <QtTest>
 
 class TestTestPattern : public QObject
@@ -34,5 +36,5 @@ void TestTestPattern::codes()
     QCOMPARE(testpattern::code(pattern, false), fullSpeed);
 }
 
-QTEST_GUILESS_MAIN(TestTestPattern)
+FACTORY_TEST_GUILESS_MAIN(TestTestPattern)
 #include "tst_testpattern.moc"
