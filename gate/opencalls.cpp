@@ -34,17 +34,21 @@ int openPath(const char *name, const char *path, int flags, Others... others)
     if (!mapped.isValid()) {
         return -1;
     }
+    const UnitCall call(name, mapped.unitPath(), openFlags(flags));
     if (!mapped.isMemory()) {
-        return toldUnit(mapped, hostCall<Call>(name)(mapped.path(), flags, others...));
+        return toldUnit(mapped, passOn(call, [&] {
+                            return hostCall<Call>(name)(mapped.path(), flags, others...);
+                        }));
     }
     MemoryDevice &device = Gate::current()->unit().memoryDevice();
-    int descriptor = -1;
-    if (device.fault() == MemoryDevice::Missing) {
-        errno = ENOENT;
-    } else {
+    const int descriptor = passOn(call, [&] {
+        if (device.fault() == MemoryDevice::Missing) {
+            errno = ENOENT;
+            return -1;
+        }
         // The device has no size, the file in its place has one that needs the flag.
-        descriptor = hostCall<Call>(name)(mapped.path(), flags | O_LARGEFILE, others...);
-    }
+        return hostCall<Call>(name)(mapped.path(), flags | O_LARGEFILE, others...);
+    });
     device.opened(descriptor);
     return descriptor;
 }
@@ -52,7 +56,11 @@ int openPath(const char *name, const char *path, int flags, Others... others)
 template <auto *Call> FILE *openStream(const char *name, const char *path, const char *mode)
 {
     const MappedPath mapped(path);
-    FILE *stream = mapped.isValid() ? hostCall<Call>(name)(mapped.path(), mode) : nullptr;
+    if (!mapped.isValid()) {
+        return nullptr;
+    }
+    FILE *stream = passOn(UnitCall(name, mapped.unitPath(), '"' + std::string(mode) + '"'),
+                          [&] { return hostCall<Call>(name)(mapped.path(), mode); });
     if (stream != nullptr) {
         toldUnit(mapped, fileno(stream));
     }

@@ -1,14 +1,17 @@
 // The C library's sleeps and clock, as the whole process calls them while a gate is open: in the
-// unit's time. With factor 1, and without a gate, they are the C library's own.
+// unit's time. With factor 1, and without a gate, they are the C library's own. The unit's journal
+// has those that the plug-in waits with; nanosleep() is what Qt waits with.
 
 #include "gate.h"
 #include "hostcall.h"
+#include "unitcall.h"
 
 #include <sys/select.h>
 #include <sys/time.h>
 #include <unistd.h>
 
 #include <algorithm>
+#include <chrono>
 #include <cmath>
 #include <ctime>
 
@@ -66,6 +69,21 @@ int sleepInUnit(const Gate &gate, double unitNanoseconds, double *left)
     return result;
 }
 
+/// How long a wait takes, for the journal.
+class WaitClock
+{
+public:
+    double unitSeconds() const
+    {
+        const std::chrono::duration<double> host = std::chrono::steady_clock::now() - m_start;
+        const Gate *gate = Gate::current();
+        return gate == nullptr ? host.count() : host.count() * gate->timeFactor();
+    }
+
+private:
+    const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+};
+
 bool isDuration(const timespec *time)
 {
     return time != nullptr && time->tv_sec >= 0 && time->tv_nsec >= 0
@@ -90,24 +108,29 @@ extern "C" {
 
 unsigned int sleep(unsigned int seconds)
 {
+    const WaitClock clock;
     const Gate *gate = gateWithOwnTime();
+    unsigned int rest = 0;
     if (gate == nullptr) {
-        return hostCall<::sleep>(__func__)(seconds);
+        rest = hostCall<::sleep>(__func__)(seconds);
+    } else {
+        double left = 0;
+        sleepInUnit(*gate, seconds * nanosecondsPerSecond, &left);
+        rest = static_cast<unsigned int>(std::ceil(left / nanosecondsPerSecond));
     }
-    double left = 0;
-    return sleepInUnit(*gate, seconds * nanosecondsPerSecond, &left) == 0
-        ? 0
-        : static_cast<unsigned int>(std::ceil(left / nanosecondsPerSecond));
+    hardware::tellOfWait(__func__, std::to_string(seconds), int(rest), clock.unitSeconds());
+    return rest;
 }
 
 int usleep(useconds_t microseconds)
 {
+    const WaitClock clock;
     const Gate *gate = gateWithOwnTime();
-    if (gate == nullptr) {
-        return hostCall<::usleep>(__func__)(microseconds);
-    }
     double left = 0;
-    return sleepInUnit(*gate, microseconds * 1000.0, &left);
+    const int result = gate == nullptr ? hostCall<::usleep>(__func__)(microseconds)
+                                       : sleepInUnit(*gate, microseconds * 1000.0, &left);
+    hardware::tellOfWait(__func__, std::to_string(microseconds), result, clock.unitSeconds());
+    return result;
 }
 
 int nanosleep(const timespec *duration, timespec *remaining)
@@ -126,16 +149,20 @@ int nanosleep(const timespec *duration, timespec *remaining)
 
 int select(int count, fd_set *readable, fd_set *writable, fd_set *exceptional, timeval *timeout)
 {
+    const WaitClock clock;
+    const double asked =
+        isDuration(timeout) ? timeout->tv_sec * microsecondsPerSecond + timeout->tv_usec : -1;
     const Gate *gate = gateWithOwnTime();
-    if (gate == nullptr || !isDuration(timeout)) {
-        return hostCall<::select>(__func__)(count, readable, writable, exceptional, timeout);
+    int result = 0;
+    if (gate == nullptr || asked < 0) {
+        result = hostCall<::select>(__func__)(count, readable, writable, exceptional, timeout);
+    } else {
+        timeval hostTimeout = asTimeval(hostTime(*gate, asked * 1000) / 1000);
+        result = hostCall<::select>(__func__)(count, readable, writable, exceptional, &hostTimeout);
+        const double left = hostTimeout.tv_sec * microsecondsPerSecond + hostTimeout.tv_usec;
+        *timeout = asTimeval(std::min(asked, left * gate->timeFactor()));
     }
-    const double unitTimeout = timeout->tv_sec * microsecondsPerSecond + timeout->tv_usec;
-    timeval hostTimeout = asTimeval(hostTime(*gate, unitTimeout * 1000) / 1000);
-    const int result =
-        hostCall<::select>(__func__)(count, readable, writable, exceptional, &hostTimeout);
-    const double left = hostTimeout.tv_sec * microsecondsPerSecond + hostTimeout.tv_usec;
-    *timeout = asTimeval(std::min(unitTimeout, left * gate->timeFactor()));
+    hardware::tellOfWait(__func__, std::to_string(llround(asked)), result, clock.unitSeconds());
     return result;
 }
 

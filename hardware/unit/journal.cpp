@@ -52,6 +52,12 @@ QString onOneLine(const QString &text)
     return line;
 }
 
+bool isQuietSource(const QString &source)
+{
+    return source == QLatin1String("touch") || source == QLatin1String("asked")
+        || source == QLatin1String("gate");
+}
+
 QString timed(double seconds, const QString &line)
 {
     return QStringLiteral("%1 %2").arg(seconds, 0, 'f', 3).arg(line);
@@ -67,6 +73,8 @@ JournalPattern::JournalPattern(const QString &text)
     if (m_isExpression) {
         m_expression.setPattern(text.mid(1, text.size() - 2));
     }
+    static const QRegularExpression firstWord(QStringLiteral("^/?\\^?(\\w+) "));
+    m_hearsQuietSources = isQuietSource(firstWord.match(text).captured(1));
 }
 
 bool JournalPattern::isValid() const
@@ -88,6 +96,11 @@ bool JournalPattern::matches(const QString &line) const
         return m_expression.isValid() && m_expression.match(line).hasMatch();
     }
     return line.contains(m_text);
+}
+
+bool JournalPattern::hearsQuietSources() const
+{
+    return m_hearsQuietSources;
 }
 
 Journal::Journal(const Clock &clock)
@@ -115,7 +128,7 @@ void Journal::write(const QString &source, const QString &text)
     const QString line = onOneLine(source + QLatin1Char(' ') + text);
 
     QMutexLocker locker(&m_mutex);
-    if (append(line)) {
+    if (append(line, isQuietSource(source))) {
         return;
     }
     const QString file = m_file.fileName();
@@ -133,7 +146,7 @@ void Journal::reportFailedWrite(const QString &file, const QString &reason)
     m_failedFiles.insert(file);
     std::fprintf(stderr, "The unit's file \"%s\" cannot be written: %s.\n", qUtf8Printable(file),
                  qUtf8Printable(reason));
-    append(onOneLine(QStringLiteral("unit cannot write %1: %2").arg(file, reason)));
+    append(onOneLine(QStringLiteral("unit cannot write %1: %2").arg(file, reason)), false);
 }
 
 bool Journal::hasFailedWrites() const
@@ -148,19 +161,19 @@ qint64 Journal::end() const
     return m_forgotten + qint64(m_lines.size());
 }
 
-QStringList Journal::lines(const QString &pattern, qint64 from) const
+QStringList Journal::lines(const QString &pattern, qint64 from, Detail detail) const
 {
     QStringList found;
-    for (const Line &line : choose(pattern, from)) {
+    for (const Line &line : choose(pattern, from, detail)) {
         found.append(line.text);
     }
     return found;
 }
 
-QStringList Journal::timedLines(const QString &pattern, qint64 from) const
+QStringList Journal::timedLines(const QString &pattern, qint64 from, Detail detail) const
 {
     QStringList found;
-    for (const Line &line : choose(pattern, from)) {
+    for (const Line &line : choose(pattern, from, detail)) {
         found.append(timed(line.seconds, line.text));
     }
     return found;
@@ -189,10 +202,10 @@ qint64 Journal::waitFor(const JournalPattern &pattern, qint64 from, int hostMs) 
 }
 
 /// False when the line did not reach the file.
-bool Journal::append(const QString &text)
+bool Journal::append(const QString &text, bool isQuiet)
 {
     const double seconds = m_clock.unitMs(m_started.elapsed()) / 1000.0;
-    m_lines.push_back({seconds, text});
+    m_lines.push_back({seconds, text, isQuiet});
     forget();
     m_written.wakeAll();
     if (!m_file.isOpen()) {
@@ -218,23 +231,28 @@ void Journal::forget()
     }
 }
 
-QList<Journal::Line> Journal::choose(const QString &pattern, qint64 from) const
+QList<Journal::Line> Journal::choose(const QString &pattern, qint64 from, Detail detail) const
 {
     const JournalPattern wanted(pattern);
+    const bool withQuiet = detail == Everything || wanted.hearsQuietSources();
     const QMutexLocker locker(&m_mutex);
     QList<Line> found;
     const qint64 first = qBound<qint64>(0, from - m_forgotten, qint64(m_lines.size()));
     std::copy_if(m_lines.cbegin() + first, m_lines.cend(), std::back_inserter(found),
-                 [&wanted](const Line &line) { return wanted.matches(line.text); });
+                 [&wanted, withQuiet](const Line &line) {
+                     return (withQuiet || !line.isQuiet) && wanted.matches(line.text);
+                 });
     return found;
 }
 
 qint64 Journal::findLocked(const JournalPattern &pattern, qint64 from) const
 {
     const qint64 first = qBound<qint64>(0, from - m_forgotten, qint64(m_lines.size()));
-    const auto found =
-        std::find_if(m_lines.cbegin() + first, m_lines.cend(),
-                     [&pattern](const Line &line) { return pattern.matches(line.text); });
+    const bool withQuiet = pattern.hearsQuietSources();
+    const auto found = std::find_if(
+        m_lines.cbegin() + first, m_lines.cend(), [&pattern, withQuiet](const Line &line) {
+            return (withQuiet || !line.isQuiet) && pattern.matches(line.text);
+        });
     return found == m_lines.cend() ? -1 : m_forgotten + (found - m_lines.cbegin());
 }
 

@@ -27,10 +27,15 @@ public:
     QString error() const;
     bool matches(const QString &line) const;
 
+    /// Whether it begins with one of the journal's quiet sources ("gate open", "/^asked .*/"), and
+    /// so looks at their lines too.
+    bool hearsQuietSources() const;
+
 private:
     QString m_text;
     QRegularExpression m_expression;
     bool m_isExpression = false;
+    bool m_hearsQuietSources = false;
 };
 
 class JournalReader;
@@ -39,9 +44,15 @@ class JournalReader;
 /// "<seconds with three decimals> <source> <text>", for example "12.345 shell sync", in the unit's
 /// time; line breaks and other control characters in the text are written as C escapes. All
 /// functions may be called from any thread.
+///
+/// The sources "touch", "asked" (calls of the stand-ins that tell the unit nothing) and "gate" (the
+/// C library's calls) are quiet: readers see their lines only where they want all, or where their
+/// pattern begins with that source.
 class Journal
 {
 public:
+    enum Detail { WithoutQuietSources, Everything };
+
     explicit Journal(const Clock &clock = Clock());
     ~Journal();
     Q_DISABLE_COPY(Journal)
@@ -64,10 +75,12 @@ public:
 
     /// Lines from number \a from on that match, without their time. Lines that every reader has
     /// read are forgotten, the oldest first, once 20 000 are held in memory; the file keeps all.
-    QStringList lines(const QString &pattern = QString(), qint64 from = 0) const;
+    QStringList lines(const QString &pattern = QString(), qint64 from = 0,
+                      Detail detail = WithoutQuietSources) const;
 
     /// The same with their time in front, which a pattern does not see.
-    QStringList timedLines(const QString &pattern = QString(), qint64 from = 0) const;
+    QStringList timedLines(const QString &pattern = QString(), qint64 from = 0,
+                           Detail detail = WithoutQuietSources) const;
 
     /// Number of the first line from \a from on that matches; -1 when none does.
     qint64 find(const JournalPattern &pattern, qint64 from = 0) const;
@@ -82,11 +95,12 @@ private:
     {
         double seconds;
         QString text;
+        bool isQuiet;
     };
 
-    bool append(const QString &text);
+    bool append(const QString &text, bool isQuiet);
     void forget();
-    QList<Line> choose(const QString &pattern, qint64 from) const;
+    QList<Line> choose(const QString &pattern, qint64 from, Detail detail) const;
     qint64 findLocked(const JournalPattern &pattern, qint64 from) const;
 
     mutable QMutex m_mutex;

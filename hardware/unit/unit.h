@@ -1,5 +1,6 @@
 #pragma once
 
+#include "callfaults.h"
 #include "clock.h"
 #include "defaults.h"
 #include "journal.h"
@@ -43,15 +44,16 @@ public:
     QStringList passingFiles() const;
 
     const Clock &clock() const { return m_clock; }
-    Journal &journal() { return m_journal; }
+    /// These four also of a unit that is const, as a gate has it, which tells them of every call.
+    Journal &journal() const { return m_journal; }
+    CallFaults &callFaults() const { return m_callFaults; }
+    MemoryDevice &memoryDevice() const { return m_memoryDevice; }
+    OpenFiles &openFiles() const { return m_openFiles; }
     const UnitFolder &folder() const { return m_folder; }
     Settings &settings() { return m_settings; }
     Storage &storage() { return m_storage; }
     Mcu &mcu() { return m_mcu; }
     PhysicalMemory &memory() { return m_memory; }
-    /// These two also of a unit that is const, as a gate has it, which tells them of every call.
-    MemoryDevice &memoryDevice() const { return m_memoryDevice; }
-    OpenFiles &openFiles() const { return m_openFiles; }
     NcmTest &ncmTest() { return m_ncmTest; }
     const Shell &shell() const { return m_shell; }
     const Defaults &defaults() const { return m_defaults; }
@@ -69,7 +71,8 @@ public:
 
 private:
     const Clock m_clock;
-    Journal m_journal;
+    mutable Journal m_journal;
+    mutable CallFaults m_callFaults{m_journal};
     UnitFolder m_folder;
     Settings m_settings;
     mutable OpenFiles m_openFiles;

@@ -21,9 +21,15 @@ const int linesShown = 20;
 
 ConsoleResult journal(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const QString pattern = arguments.value(0);
+    const bool isAll = arguments.value(0) == QLatin1String("--all");
+    const QString pattern = arguments.value(int(isAll));
+    if (arguments.size() > 1 + int(isAll)) {
+        return ConsoleResult::failed(QStringLiteral("usage: journal [--all] [PATTERN]"));
+    }
     const hardware::JournalPattern check(pattern);
-    return check.isValid() ? ConsoleResult::done(simulator.unit().journal().timedLines(pattern))
+    return check.isValid() ? ConsoleResult::done(simulator.unit().journal().timedLines(
+               pattern, 0,
+               isAll ? hardware::Journal::Everything : hardware::Journal::WithoutQuietSources))
                            : ConsoleResult::failed(check.error());
 }
 
@@ -97,8 +103,9 @@ void addJournalCommands(Console &console, Simulator &simulator)
     addCommands(
         console, simulator,
         {
-            {"journal", "[PATTERN]",
-             "Lists the journal with the unit's times, or its lines with that text or /REGEX/.",
+            {"journal", "[--all] [PATTERN]",
+             "Lists the journal with the unit's times, or its lines with that text or /REGEX/; "
+             "--all also what was touched, asked and waited for.",
              place, journal},
             {"expect", "PATTERN [MS]",
              "Waits, for 2000 ms if not said, for a line, and reads on behind it.", place, expect},

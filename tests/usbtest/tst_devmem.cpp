@@ -116,6 +116,7 @@ void TestDevmem::writesPrintsClosesAndUnmapsInThisOrder()
     // The write is found when the device is closed; what was printed is the word as written.
     QCOMPARE(lines,
              QStringList({
+                 QStringLiteral("gate open(\"/dev/mem\", O_RDWR|O_NONBLOCK)"),
                  QStringLiteral("memory open"),
                  QStringLiteral("memory map 9C000000"),
                  QStringLiteral("0x41 "),

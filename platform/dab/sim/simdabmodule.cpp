@@ -1,6 +1,7 @@
 #include "simdabmodule.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 class SimDabModule::Service : public DabModule
@@ -8,14 +9,23 @@ class SimDabModule::Service : public DabModule
 public:
     unsigned char m_DAB_GetCurrentStatus() override
     {
-        return static_cast<unsigned char>(unitlink::unit().dabTuner().status());
+        return static_cast<unsigned char>(
+            unitlink::answer("DabModule::m_DAB_GetCurrentStatus", 0,
+                             [] { return unitlink::unit().dabTuner().status(); }));
     }
 
-    QString DAB_GetSdkVersion() override { return unitlink::unit().versions().dabSdk(); }
+    QString DAB_GetSdkVersion() override
+    {
+        return unitlink::answer("DabModule::DAB_GetSdkVersion", QString(),
+                                [] { return unitlink::unit().versions().dabSdk(); });
+    }
 
     int m_DAB_FwUpdate(const char *rootPath) override
     {
-        return unitlink::unit().dabTuner().startUpdate(rootPath) ? 0 : -1;
+        return !unitlink::fails("DabModule::m_DAB_FwUpdate")
+                && unitlink::unit().dabTuner().startUpdate(rootPath)
+            ? 0
+            : -1;
     }
 };
 

@@ -1,6 +1,7 @@
 #include "gps/cgpsmodule.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 namespace
@@ -22,12 +23,16 @@ CGpsModule *CGpsModule::getInstance()
 
 void CGpsModule::stopWork()
 {
-    unitlink::unit().gpsReceiver().setServiceReading(false);
-    journal(QStringLiteral("service stopped"));
+    if (!unitlink::fails("CGpsModule::stopWork")) {
+        unitlink::unit().gpsReceiver().setServiceReading(false);
+        journal(QStringLiteral("service stopped"));
+    }
 }
 
 void CGpsModule::clearGpsConfig()
 {
-    journal(QStringLiteral("configuration cleared"));
-    unitlink::unit().settings().removeGroup(QStringLiteral("gps"));
+    if (!unitlink::fails("CGpsModule::clearGpsConfig")) {
+        journal(QStringLiteral("configuration cleared"));
+        unitlink::unit().settings().removeGroup(QStringLiteral("gps"));
+    }
 }

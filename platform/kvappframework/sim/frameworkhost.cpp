@@ -10,6 +10,7 @@
 #include "unitlink/simulatedunit.h"
 
 #include <QCoreApplication>
+#include <QMouseEvent>
 #include <QWidget>
 
 namespace kvappframework
@@ -90,10 +91,32 @@ QRect FrameworkHost::desktopRect() const
     return m_screen->rect();
 }
 
+/// What a window is told, ahead of the widgets that it then tells.
+void FrameworkHost::tellOfTouch(const QEvent *event) const
+{
+    const char *what = event->type() == QEvent::MouseButtonPress ? "press"
+        : event->type() == QEvent::MouseButtonDblClick           ? "press"
+        : event->type() == QEvent::MouseMove                     ? "move"
+        : event->type() == QEvent::MouseButtonRelease            ? "release"
+                                                                 : nullptr;
+    if (what == nullptr) {
+        return;
+    }
+    const QPoint place =
+        m_screen->mapFromGlobal(static_cast<const QMouseEvent *>(event)->globalPos());
+    if (m_screen->rect().contains(place)) {
+        unitlink::unit().journal().write(
+            QStringLiteral("touch"),
+            QStringLiteral("%1 %2 %3").arg(QLatin1String(what)).arg(place.x()).arg(place.y()));
+    }
+}
+
 bool FrameworkHost::eventFilter(QObject *watched, QEvent *event)
 {
     if (event->type() == EventType_Beep) {
         unitlink::unit().mcu().beep(keyTone);
+    } else if (watched->isWindowType()) {
+        tellOfTouch(event);
     }
     return QObject::eventFilter(watched, event);
 }

@@ -49,6 +49,7 @@ public:
 
 private:
     bool eventFilter(QObject *watched, QEvent *event) override;
+    void tellOfTouch(const QEvent *event) const;
 
     QWidget *m_screen;
     QList<ScreenLayer *> m_layers;

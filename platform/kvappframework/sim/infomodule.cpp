@@ -1,8 +1,10 @@
 #include "infomodule.h"
 
+#include "frameworkhost.h"
+#include "simmodulemanager.h"
+
 #include "kvappframework/activitymanager.h"
 #include "kvappframework/eventprivatedata.h"
-#include "kvappframework/modulemanager.h"
 #include "kvappframework/sysevent.h"
 
 #include "hardware/unit/unit.h"
@@ -41,7 +43,7 @@ void InfoModule::trigger()
 {
     journal(QStringLiteral("factory debug requested"));
     for (const Rule &rule : qAsConst(m_rules)) {
-        if (ModuleManager::self()->getModule(rule.module) != nullptr) {
+        if (FrameworkHost::current()->modules().find(rule.module) != nullptr) {
             ActivityManager::self()->startActivity(rule.activity, 0);
         } else {
             journal(QStringLiteral("missing module %1").arg(rule.module));

@@ -1,9 +1,11 @@
 #include "simactivitymanager.h"
 
+#include "frameworkhost.h"
+#include "simmodulemanager.h"
+
 #include "kvappframework/activity.h"
 #include "kvappframework/activityproperty.h"
 #include "kvappframework/module.h"
-#include "kvappframework/modulemanager.h"
 
 #include "hardware/unit/unit.h"
 #include "unitlink/simulatedunit.h"
@@ -119,7 +121,7 @@ bool SimActivityManager::hasModules(Activity *activity) const
 {
     const QSharedPointer<QStringList> names = activity->getProperty()->getDependModules();
     for (const QString &name : *names) {
-        if (!name.isEmpty() && ModuleManager::self()->getModule(name) == nullptr) {
+        if (!name.isEmpty() && FrameworkHost::current()->modules().find(name) == nullptr) {
             journal(QStringLiteral("missing module %1").arg(name));
             return false;
         }

@@ -2,6 +2,8 @@
 
 #include "kvappframework/module.h"
 
+#include "unitlink/calls.h"
+
 namespace kvappframework
 {
 
@@ -19,9 +21,19 @@ void SimModuleManager::remove(const QString &name)
     m_modules.remove(name);
 }
 
-QSharedPointer<Module> SimModuleManager::getModule(const QString &name)
+QSharedPointer<Module> SimModuleManager::find(const QString &name) const
 {
     return m_modules.value(name);
+}
+
+QSharedPointer<Module> SimModuleManager::getModule(const QString &name)
+{
+    const char call[] = "ModuleManager::getModule";
+    const QSharedPointer<Module> found =
+        unitlink::fails(call) ? QSharedPointer<Module>() : find(name);
+    unitlink::tellOfQuestion(call, unitlink::shown(name),
+                             found ? QStringLiteral("a module") : QStringLiteral("none"));
+    return found;
 }
 
 } // namespace kvappframework

@@ -17,6 +17,10 @@ public:
     void add(const QString &name, const QSharedPointer<Module> &module);
     void remove(const QString &name);
 
+    /// For the framework itself; null when there is none of that name.
+    QSharedPointer<Module> find(const QString &name) const;
+
+    /// For the activities. Journal: asked ModuleManager::getModule("<name>") = a module|none.
     QSharedPointer<Module> getModule(const QString &name) override;
 
 private:

@@ -1,6 +1,7 @@
 #include "mcu/cmsgclass.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 namespace
@@ -13,6 +14,12 @@ hardware::Unit &unit()
     return unitlink::unit();
 }
 
+QString lastUsbRoot()
+{
+    const QStringList roots = unit().storage().mountRoots(usbMediaType);
+    return roots.isEmpty() ? QString() : roots.last();
+}
+
 } // namespace
 
 CMsgClass::CMsgClass()
@@ -21,9 +28,7 @@ CMsgClass::CMsgClass()
         if (unit().storage().mediaType(mountRoot) != usbMediaType) {
             return;
         }
-        QString path;
-        getDevRootPath(path);
-        emit sigDevRootPath(path);
+        emit sigDevRootPath(lastUsbRoot());
     };
     // With a receiver, so that news from other threads arrives on this object's.
     connect(&unit().storage(), &hardware::Storage::mounted, this, report);
@@ -37,36 +42,44 @@ CMsgClass *CMsgClass::getInstance()
 
 QString CMsgClass::getGpsVerInfo()
 {
-    return unit().versions().gps();
+    return unitlink::answer("CMsgClass::getGpsVerInfo", QString(),
+                            [] { return unit().versions().gps(); });
 }
 
 QString CMsgClass::getBluetoothVersion()
 {
-    return unit().versions().bluetooth();
+    return unitlink::answer("CMsgClass::getBluetoothVersion", QString(),
+                            [] { return unit().versions().bluetooth(); });
 }
 
 int CMsgClass::getAlsPdtInfo()
 {
-    return unit().versions().alsProduct();
+    return unitlink::answer("CMsgClass::getAlsPdtInfo", 0,
+                            [] { return unit().versions().alsProduct(); });
 }
 
 void CMsgClass::getDevRootPath(QString &path)
 {
-    const QStringList roots = unit().storage().mountRoots(usbMediaType);
-    path = roots.isEmpty() ? QString() : roots.last();
+    path = unitlink::answer("CMsgClass::getDevRootPath", QString(), lastUsbRoot);
 }
 
 void CMsgClass::setUpdateReadyState(bool ready)
 {
-    unit().mcu().setUpdateReady(ready);
+    if (!unitlink::fails("CMsgClass::setUpdateReadyState")) {
+        unit().mcu().setUpdateReady(ready);
+    }
 }
 
 void CMsgClass::playBeepTone(e_clickType type)
 {
-    unit().mcu().beep(type);
+    if (!unitlink::fails("CMsgClass::playBeepTone")) {
+        unit().mcu().beep(type);
+    }
 }
 
 void CMsgClass::setSysReboot()
 {
-    unit().mcu().reboot();
+    if (!unitlink::fails("CMsgClass::setSysReboot")) {
+        unit().mcu().reboot();
+    }
 }

@@ -1,6 +1,7 @@
 #include "service/calsdevice.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 using hardware::DayNight;
@@ -30,22 +31,29 @@ CALSDevice *CALSDevice::getInstance()
 
 int CALSDevice::getCirticalValue(bool day)
 {
-    return dayNight().threshold(day ? DayNight::Day : DayNight::Night);
+    const auto ask = [day] { return dayNight().threshold(day ? DayNight::Day : DayNight::Night); };
+    return unitlink::answer("CALSDevice::getCirticalValue", 0, ask, day);
 }
 
 void CALSDevice::setCriticalValueAsDay(int value)
 {
-    dayNight().setThreshold(DayNight::Day, value);
+    if (!unitlink::fails("CALSDevice::setCriticalValueAsDay")) {
+        dayNight().setThreshold(DayNight::Day, value);
+    }
 }
 
 void CALSDevice::setCriticalValueAsNight(int value)
 {
-    dayNight().setThreshold(DayNight::Night, value);
+    if (!unitlink::fails("CALSDevice::setCriticalValueAsNight")) {
+        dayNight().setThreshold(DayNight::Night, value);
+    }
 }
 
 void CALSDevice::autoDetectSwitch(bool on)
 {
-    dayNight().setAutomatic(on);
+    if (!unitlink::fails("CALSDevice::autoDetectSwitch")) {
+        dayNight().setAutomatic(on);
+    }
 }
 
 void CALSDevice::passReadingOn()

@@ -1,6 +1,7 @@
 #include "service/comsysconfig.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 namespace
@@ -17,10 +18,14 @@ ComSysConfig *ComSysConfig::getInstance()
 
 bool ComSysConfig::getCaptureStatus()
 {
-    return unitlink::unit().settings().value(captureKey, false).toBool();
+    return unitlink::answer("ComSysConfig::getCaptureStatus", false, [] {
+        return unitlink::unit().settings().value(captureKey, false).toBool();
+    });
 }
 
 void ComSysConfig::setCaptureStatus(bool on)
 {
-    unitlink::unit().settings().setValue(captureKey, on);
+    if (!unitlink::fails("ComSysConfig::setCaptureStatus")) {
+        unitlink::unit().settings().setValue(captureKey, on);
+    }
 }

@@ -1,6 +1,7 @@
 #include "service/datasavecontrol.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 namespace
@@ -16,11 +17,17 @@ QString path(const QString &key, const QString &group)
 QVariant DataSaveControl::readSettingData(const QString &key, const QVariant &defaultValue,
                                           const QString &group)
 {
-    return unitlink::unit().settings().value(path(key, group), defaultValue);
+    const auto ask = [&] {
+        return unitlink::unit().settings().value(path(key, group), defaultValue);
+    };
+    return unitlink::answer("DataSaveControl::readSettingData", defaultValue, ask, key,
+                            defaultValue, group);
 }
 
 void DataSaveControl::saveSettingData(const QString &key, const QVariant &value,
                                       const QString &group)
 {
-    unitlink::unit().settings().setValue(path(key, group), value);
+    if (!unitlink::fails("DataSaveControl::saveSettingData")) {
+        unitlink::unit().settings().setValue(path(key, group), value);
+    }
 }

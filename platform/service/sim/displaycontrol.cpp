@@ -1,6 +1,7 @@
 #include "service/displaycontrol.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 using hardware::Panel;
@@ -11,6 +12,18 @@ namespace
 Panel &panel()
 {
     return unitlink::unit().panel();
+}
+
+int ask(const char *call, Panel::Item item)
+{
+    return unitlink::answer(call, 0, [item] { return panel().value(item); });
+}
+
+void tell(const char *call, Panel::Item item, int value)
+{
+    if (!unitlink::fails(call)) {
+        panel().setValue(item, value);
+    }
 }
 
 } // namespace
@@ -24,40 +37,43 @@ DisplayControl *DisplayControl::getInstance()
 
 int DisplayControl::panelBrightness() const
 {
-    return panel().value(Panel::Brightness);
+    return ask("DisplayControl::panelBrightness", Panel::Brightness);
 }
 
 void DisplayControl::setPanelBrightness(int value)
 {
-    panel().setValue(Panel::Brightness, value);
+    tell("DisplayControl::setPanelBrightness", Panel::Brightness, value);
 }
 
 int DisplayControl::panelContrast() const
 {
-    return panel().value(Panel::Contrast);
+    return ask("DisplayControl::panelContrast", Panel::Contrast);
 }
 
 void DisplayControl::setPanelContrast(int value)
 {
-    panel().setValue(Panel::Contrast, value);
+    tell("DisplayControl::setPanelContrast", Panel::Contrast, value);
 }
 
 int DisplayControl::panelHue() const
 {
-    return panel().value(Panel::Hue);
+    return ask("DisplayControl::panelHue", Panel::Hue);
 }
 
 void DisplayControl::setPanelHue(int value)
 {
-    panel().setValue(Panel::Hue, value);
+    tell("DisplayControl::setPanelHue", Panel::Hue, value);
 }
 
 double DisplayControl::panelSaturation() const
 {
-    return panel().saturation();
+    return unitlink::answer("DisplayControl::panelSaturation", 0.0,
+                            [] { return panel().saturation(); });
 }
 
 void DisplayControl::setPanelSaturation(double value)
 {
-    panel().setSaturation(value);
+    if (!unitlink::fails("DisplayControl::setPanelSaturation")) {
+        panel().setSaturation(value);
+    }
 }

@@ -1,6 +1,7 @@
 #include "service/filedeviceparser.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 FileDeviceParser::FileDeviceParser() = default;
@@ -12,10 +13,15 @@ FileDeviceParser *FileDeviceParser::getInstance()
 
 QStringList FileDeviceParser::getMountDeviceByType(MediaType type)
 {
-    return unitlink::unit().storage().mountRoots(type);
+    const auto ask = [type] { return unitlink::unit().storage().mountRoots(type); };
+    return unitlink::answer("FileDeviceParser::getMountDeviceByType", QStringList(), ask,
+                            int(type));
 }
 
 void FileDeviceParser::startParser(const QString &mountRoot)
 {
-    unitlink::unit().journal().write(QStringLiteral("media"), QStringLiteral("scan ") + mountRoot);
+    if (!unitlink::fails("FileDeviceParser::startParser")) {
+        unitlink::unit().journal().write(QStringLiteral("media"),
+                                         QStringLiteral("scan ") + mountRoot);
+    }
 }

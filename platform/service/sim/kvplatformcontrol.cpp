@@ -1,6 +1,7 @@
 #include "service/kvplatformcontrol.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 using hardware::NcmTest;
@@ -11,9 +12,9 @@ namespace kvplfctrl
 namespace
 {
 
-int start(NcmTest::Kind kind)
+int start(const char *call, NcmTest::Kind kind)
 {
-    return unitlink::unit().ncmTest().start(kind) ? 0 : -1;
+    return !unitlink::fails(call) && unitlink::unit().ncmTest().start(kind) ? 0 : -1;
 }
 
 } // namespace
@@ -27,32 +28,34 @@ KVPlatformControl *KVPlatformControl::GetInstance()
 
 int KVPlatformControl::startTcpTestServer()
 {
-    return start(NcmTest::TcpServer);
+    return start("KVPlatformControl::startTcpTestServer", NcmTest::TcpServer);
 }
 
 int KVPlatformControl::startUdpTestServer()
 {
-    return start(NcmTest::UdpServer);
+    return start("KVPlatformControl::startUdpTestServer", NcmTest::UdpServer);
 }
 
 int KVPlatformControl::stopTest()
 {
-    return unitlink::unit().ncmTest().stop() ? 0 : -1;
+    return !unitlink::fails("KVPlatformControl::stopTest") && unitlink::unit().ncmTest().stop()
+        ? 0
+        : -1;
 }
 
 int KVPlatformControl::startUdpTestClient50()
 {
-    return start(NcmTest::UdpClient50);
+    return start("KVPlatformControl::startUdpTestClient50", NcmTest::UdpClient50);
 }
 
 int KVPlatformControl::startUdpTestClient100()
 {
-    return start(NcmTest::UdpClient100);
+    return start("KVPlatformControl::startUdpTestClient100", NcmTest::UdpClient100);
 }
 
 int KVPlatformControl::startTcpTestClient()
 {
-    return start(NcmTest::TcpClient);
+    return start("KVPlatformControl::startTcpTestClient", NcmTest::TcpClient);
 }
 
 } // namespace kvplfctrl

@@ -1,6 +1,7 @@
 #include "service/platformcontrol.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 namespace
@@ -32,26 +33,35 @@ PlatformControl *PlatformControl::getInstance()
 
 QString PlatformControl::getCustomerVer(QString package)
 {
-    return userUpdate().customerVersion(package);
+    const auto ask = [&package] { return userUpdate().customerVersion(package); };
+    return unitlink::answer("PlatformControl::getCustomerVer", QString(), ask, package);
 }
 
 QString PlatformControl::getSDKVer(QString package)
 {
-    return userUpdate().sdkVersion(package);
+    const auto ask = [&package] { return userUpdate().sdkVersion(package); };
+    return unitlink::answer("PlatformControl::getSDKVer", QString(), ask, package);
 }
 
 void PlatformControl::startVerifyChecksum(QString package)
 {
-    userUpdate().startVerification(package);
+    if (!unitlink::fails("PlatformControl::startVerifyChecksum")) {
+        userUpdate().startVerification(package);
+    }
 }
 
 QByteArray PlatformControl::getUserUpdateData(DevType device, QString language)
 {
-    return userUpdate().data(device, language);
+    return unitlink::fails("PlatformControl::getUserUpdateData")
+        ? QByteArray()
+        : userUpdate().data(device, language);
 }
 
 void PlatformControl::softWareReset()
 {
-    unitlink::unit().journal().write(QStringLiteral("platform"), QStringLiteral("software reset"));
-    unitlink::unit().mcu().reboot();
+    if (!unitlink::fails("PlatformControl::softWareReset")) {
+        unitlink::unit().journal().write(QStringLiteral("platform"),
+                                         QStringLiteral("software reset"));
+        unitlink::unit().mcu().reboot();
+    }
 }

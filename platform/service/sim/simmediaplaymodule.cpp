@@ -1,6 +1,7 @@
 #include "simmediaplaymodule.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 SimMediaplayModule::SimMediaplayModule() = default;
@@ -24,6 +25,9 @@ bool SimMediaplayModule::isUSBTesting() const
 
 void SimMediaplayModule::setUSBTesting(bool testing)
 {
+    if (unitlink::fails("MediaplayModule::setUSBTesting")) {
+        return;
+    }
     m_usbTesting = testing;
     unitlink::unit().journal().write(QStringLiteral("mediaplay"),
                                      QStringLiteral("usb testing %1").arg(int(testing)));

@@ -1,6 +1,7 @@
 #include "service/threadpool.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 #include <algorithm>
@@ -110,8 +111,10 @@ ThreadPool *ThreadPool::getInstance()
 
 void ThreadPool::addTask(std::function<void()> task, std::string name)
 {
-    journal("start", name);
-    m_workers->add(task, name);
+    if (!unitlink::fails("ThreadPool::addTask")) {
+        journal("start", name);
+        m_workers->add(task, name);
+    }
 }
 
 void ThreadPool::joinTaskStop(std::string name)

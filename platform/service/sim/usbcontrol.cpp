@@ -1,6 +1,7 @@
 #include "service/usbcontrol.h"
 
 #include "hardware/unit/unit.h"
+#include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
 
 UsbControl::UsbControl() = default;
@@ -12,25 +13,33 @@ UsbControl *UsbControl::getInstance()
 
 void UsbControl::setUsbBcMode(unsigned int port, unsigned int mode)
 {
-    unitlink::unit().usbPorts().setBcMode(port, mode);
+    if (!unitlink::fails("UsbControl::setUsbBcMode")) {
+        unitlink::unit().usbPorts().setBcMode(port, mode);
+    }
 }
 
 void UsbControl::setUsbCertification(unsigned int mode)
 {
-    unitlink::unit().usbPorts().setCertification(mode);
+    if (!unitlink::fails("UsbControl::setUsbCertification")) {
+        unitlink::unit().usbPorts().setCertification(mode);
+    }
 }
 
 void UsbControl::setUsbTestMode(UsbTestMode mode)
 {
-    unitlink::unit().usbPorts().setTestMode(mode);
+    if (!unitlink::fails("UsbControl::setUsbTestMode")) {
+        unitlink::unit().usbPorts().setTestMode(mode);
+    }
 }
 
 QStringList UsbControl::getMountDevice()
 {
-    return unitlink::unit().storage().mountRoots();
+    return unitlink::answer("UsbControl::getMountDevice", QStringList(),
+                            [] { return unitlink::unit().storage().mountRoots(); });
 }
 
 int UsbControl::getHwCtrlId(QString mountRoot)
 {
-    return unitlink::unit().storage().controllerId(mountRoot);
+    const auto ask = [&mountRoot] { return unitlink::unit().storage().controllerId(mountRoot); };
+    return unitlink::answer("UsbControl::getHwCtrlId", -1, ask, mountRoot);
 }

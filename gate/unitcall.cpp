@@ -1,0 +1,105 @@
+#include "unitcall.h"
+
+#include "gate.h"
+
+#include "hardware/unit/gatebypass.h"
+#include "hardware/unit/unit.h"
+
+#include <fcntl.h>
+
+#include <cerrno>
+#include <cstring>
+
+namespace hardware
+{
+
+namespace
+{
+
+std::string plainName(std::string name)
+{
+    if (name.compare(0, 2, "__") == 0) {
+        name.erase(0, 2);
+    }
+    for (const char *ending : {"_chk", "_2", "64"}) {
+        const std::size_t length = std::strlen(ending);
+        if (name.size() > length && name.compare(name.size() - length, length, ending) == 0) {
+            name.resize(name.size() - length);
+        }
+    }
+    return name;
+}
+
+void write(const std::string &line)
+{
+    const int keptErrno = errno;
+    Gate::current()->unit().journal().write(QStringLiteral("gate"), QString::fromStdString(line));
+    errno = keptErrno;
+}
+
+} // namespace
+
+UnitCall::UnitCall(const char *name, const char *path, const std::string &flags)
+    : m_path(path)
+{
+    if (m_path != nullptr) {
+        m_name = plainName(name);
+        m_flags = flags;
+    }
+}
+
+bool UnitCall::mustFail() const
+{
+    if (m_path == nullptr || Gate::current()->unit().callFaults().isEmpty()) {
+        return false;
+    }
+    const std::string call = m_name + ' ' + m_path;
+    const bool fails = Gate::current()->unit().callFaults().fails(QString::fromStdString(call));
+    if (fails) {
+        errno = EIO;
+    }
+    return fails;
+}
+
+void UnitCall::tell(bool failed) const
+{
+    if (m_path != nullptr) {
+        const std::string end = failed ? std::string(") = ") + strerrorname_np(errno) : ")";
+        write(m_name + "(\"" + m_path + '"' + (m_flags.empty() ? "" : ", ") + m_flags + end);
+    }
+}
+
+void tellOfWait(const char *name, const std::string &asked, int result, double unitSeconds)
+{
+    if (Gate::current() == nullptr || GateBypass::isActive()) {
+        return;
+    }
+    char end[40];
+    std::snprintf(end, sizeof end, ") = %d <%.3f>", result, unitSeconds);
+    write(std::string(name) + '(' + asked + end);
+}
+
+std::string openFlags(int flags)
+{
+    static const struct
+    {
+        int flag;
+        const char *name;
+    } names[] = {
+        {O_CREAT, "O_CREAT"},       {O_EXCL, "O_EXCL"},       {O_NOCTTY, "O_NOCTTY"},
+        {O_TRUNC, "O_TRUNC"},       {O_APPEND, "O_APPEND"},   {O_NONBLOCK, "O_NONBLOCK"},
+        {O_SYNC, "O_SYNC"},         {O_DSYNC, "O_DSYNC"},     {O_DIRECTORY, "O_DIRECTORY"},
+        {O_NOFOLLOW, "O_NOFOLLOW"}, {O_CLOEXEC, "O_CLOEXEC"},
+    };
+    const int access = flags & O_ACCMODE;
+    std::string text = access == O_RDONLY ? "O_RDONLY" : access == O_WRONLY ? "O_WRONLY" : "O_RDWR";
+    for (const auto &known : names) {
+        if ((flags & known.flag) == known.flag) {
+            text += std::string("|") + known.name;
+            flags &= ~known.flag;
+        }
+    }
+    return text;
+}
+
+} // namespace hardware

@@ -1,0 +1,40 @@
+#pragma once
+
+#include <string>
+
+namespace hardware
+{
+
+/// A call of the C library's that the gate hands on, for the unit's journal and faults.
+///
+/// Journal: gate <name>("<path>"[, <flags>])[ = <error>], after the call. The name is that of the
+/// plain function: "open" for "__open64_2".
+class UnitCall
+{
+public:
+    /// \a path is the unit's, or null for a call that is no business of the unit's: then there is
+    /// no line and no fault. \a flags are shown as they are written in C.
+    UnitCall(const char *name, const char *path, const std::string &flags = std::string());
+    UnitCall(const UnitCall &) = delete;
+    UnitCall &operator=(const UnitCall &) = delete;
+
+    /// Whether it is one that somebody wants to fail: errno is then EIO.
+    bool mustFail() const;
+
+    /// Writes its line. Keeps errno, which is shown of a call that \a failed.
+    void tell(bool failed) const;
+
+private:
+    std::string m_name;
+    const char *m_path;
+    std::string m_flags;
+};
+
+/// Writes the line of a wait: gate <name>(<asked>) = <result> <<seconds that it took>>, in the
+/// unit's time, without a line where the thread has GateBypass. Keeps errno.
+void tellOfWait(const char *name, const std::string &asked, int result, double unitSeconds);
+
+/// The flags of open() by their names: "O_RDWR|O_SYNC".
+std::string openFlags(int flags);
+
+} // namespace hardware
