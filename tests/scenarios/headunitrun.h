@@ -29,7 +29,7 @@ public:
     /// still have, on a disk without room.
     End start(const QStringList &arguments = {}, int fullDisk = -1) const;
 
-    /// Path of a script that lies beside this file.
+    /// Path of a script that lies beside this file; an absolute one stays.
     static QString script(const QString &name);
 
     /// Where the screenshots of the sessions are.
