@@ -56,6 +56,9 @@ USBTestView::~USBTestView()
 
 void USBTestView::traceManager() const
 {
+    if (m_usbManager == nullptr) {
+        return; // a library that speaks another version has no manager for us
+    }
     const int port0 = m_usbManager->getPortMode(0);
     const int port1 = m_usbManager->getPortMode(1);
     const int certification = m_usbManager->getCertificationMode();

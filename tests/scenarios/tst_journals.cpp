@@ -62,7 +62,7 @@ QString plain(QString line)
 bool isOfAnotherThread(const QString &line)
 {
     static const QRegularExpression other(
-        QStringLiteral("^(receiver |threads end|gate select|fault |# )"));
+        QStringLiteral("^(receiver |threads end|gate select|# )"));
     return other.match(line).hasMatch();
 }
 
