@@ -1,7 +1,20 @@
 #include "commandtable.h"
 
+#include "hardware/unit/unit.h"
+#include "simulator/simulator.h"
+
 namespace simulator
 {
+
+namespace
+{
+const int leastPatienceMs = 2000;
+}
+
+int patienceMs(Simulator &simulator, int unitMs)
+{
+    return qMax(leastPatienceMs, simulator.unit().clock().hostMs(unitMs));
+}
 
 void addCommands(Console &console, Simulator &simulator, std::initializer_list<CommandRow> table)
 {

@@ -20,6 +20,10 @@ struct CommandRow
                               ConsoleSession &session);
 };
 
+/// Host milliseconds for which a command waits that waits for \a unitMs of the unit: two seconds at
+/// least, since the host's work is what it waits for just as often.
+int patienceMs(Simulator &simulator, int unitMs);
+
 void addCommands(Console &console, Simulator &simulator, std::initializer_list<CommandRow> table);
 
 } // namespace simulator

@@ -56,7 +56,7 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
     const qint64 from = session.reader().position();
     qint64 next = from;
     qint64 found = -1;
-    simulator.graphicalThread().waitUntil(simulator.unit().clock().hostMs(ms), [&] {
+    simulator.graphicalThread().waitUntil(patienceMs(simulator, ms), [&] {
         const qint64 end = journal.end();
         found = journal.find(pattern, next);
         next = end;

@@ -6,6 +6,8 @@
 #include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
 
+#include <algorithm>
+
 namespace simulator
 {
 
@@ -21,7 +23,7 @@ const int answerMs = 300;
 bool waitForScreen(Simulator &simulator, const std::function<bool(const ScreenReader &)> &question)
 {
     bool answer = false;
-    simulator.graphicalThread().waitUntil(simulator.unit().clock().hostMs(showTimeoutMs), [&] {
+    simulator.graphicalThread().waitUntil(patienceMs(simulator, showTimeoutMs), [&] {
         simulator.graphicalThread().run([&] { answer = question(simulator.screenReader()); });
         return answer;
     });
@@ -29,23 +31,21 @@ bool waitForScreen(Simulator &simulator, const std::function<bool(const ScreenRe
 }
 
 /// A text is looked for like a line of the journal.
-bool readTextTest(const QString &word, ScreenReader::TextTest *test, QString *error)
+bool shows(const ScreenReader &screen, const hardware::JournalPattern &pattern)
 {
-    const hardware::JournalPattern pattern(word);
-    *test = [pattern](const QString &text) { return pattern.matches(text); };
-    *error = pattern.error();
-    return pattern.isValid();
+    const QStringList texts = screen.texts();
+    return std::any_of(texts.cbegin(), texts.cend(),
+                       [&pattern](const QString &text) { return pattern.matches(text); });
 }
 
 ConsoleResult see(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    ScreenReader::TextTest test;
-    QString error;
-    if (!readTextTest(arguments.first(), &test, &error)) {
-        return ConsoleResult::failed(error);
+    const hardware::JournalPattern pattern(arguments.first());
+    if (!pattern.isValid()) {
+        return ConsoleResult::failed(pattern.error());
     }
     const bool seen = waitForScreen(
-        simulator, [&](const ScreenReader &screen) { return screen.showsText(test); });
+        simulator, [&](const ScreenReader &screen) { return shows(screen, pattern); });
     return seen ? ConsoleResult::done()
                 : ConsoleResult::failed(
                     QStringLiteral("the screen does not show \"%1\"").arg(arguments.first()));
@@ -53,13 +53,12 @@ ConsoleResult see(Simulator &simulator, const QStringList &arguments, ConsoleSes
 
 ConsoleResult unseen(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    ScreenReader::TextTest test;
-    QString error;
-    if (!readTextTest(arguments.first(), &test, &error)) {
-        return ConsoleResult::failed(error);
+    const hardware::JournalPattern pattern(arguments.first());
+    if (!pattern.isValid()) {
+        return ConsoleResult::failed(pattern.error());
     }
     const bool gone = waitForScreen(
-        simulator, [&](const ScreenReader &screen) { return !screen.showsText(test); });
+        simulator, [&](const ScreenReader &screen) { return !shows(screen, pattern); });
     return gone
         ? ConsoleResult::done()
         : ConsoleResult::failed(QStringLiteral("the screen shows \"%1\"").arg(arguments.first()));

@@ -4,6 +4,7 @@
 
 #include <QAbstractItemView>
 #include <QCheckBox>
+#include <QGroupBox>
 #include <QRadioButton>
 #include <QStyleOptionButton>
 
@@ -49,6 +50,10 @@ QStringList texts(const QWidget *widget)
             found.append(text.toString());
         }
     }
+    const auto *group = qobject_cast<const QGroupBox *>(widget);
+    if (group != nullptr) {
+        found.append(group->title());
+    }
     return found;
 }
 
@@ -89,14 +94,13 @@ QString describe(const QWidget *widget)
     return name.isEmpty() ? type : QStringLiteral("%1 \"%2\"").arg(type, name);
 }
 
-bool rowShows(const QModelIndex &index, const ScreenReader::TextTest &test)
+QStringList texts(const QModelIndex &row)
 {
+    QStringList found(row.data().toString());
     for (int role = Qt::UserRole; role <= lastUserRole; ++role) {
-        if (test(index.data(role).toString())) {
-            return true;
-        }
+        found.append(row.data(role).toString());
     }
-    return test(index.data().toString());
+    return found;
 }
 
 } // namespace
@@ -128,29 +132,34 @@ bool ScreenReader::showsButton(const QString &id) const
                        [this](const QWidget *button) { return isSeen(button); });
 }
 
-bool ScreenReader::showsText(const TextTest &test) const
+QStringList ScreenReader::texts() const
 {
+    QStringList seen;
     const QList<QWidget *> widgets = m_screen.findChildren<QWidget *>();
-    return std::any_of(widgets.cbegin(), widgets.cend(), [&](const QWidget *widget) {
-        const QStringList shown = texts(widget);
-        if (std::any_of(shown.cbegin(), shown.cend(), test)) {
-            return isSeen(widget);
+    for (const QWidget *widget : widgets) {
+        if (isSeen(widget)) {
+            seen.append(simulator::texts(widget));
         }
         const auto *list = qobject_cast<const QAbstractItemView *>(widget);
-        return list != nullptr && showsRow(list, test);
-    });
+        if (list != nullptr) {
+            seen.append(rowTexts(list));
+        }
+    }
+    seen.removeAll(QString());
+    return seen;
 }
 
-bool ScreenReader::showsRow(const QAbstractItemView *list, const TextTest &test) const
+QStringList ScreenReader::rowTexts(const QAbstractItemView *list) const
 {
+    QStringList seen;
     const QAbstractItemModel *model = list->model();
     for (int row = 0; model != nullptr && row < model->rowCount(); ++row) {
         const QModelIndex index = model->index(row, 0);
-        if (rowShows(index, test) && isSeen(list->viewport(), list->visualRect(index))) {
-            return true;
+        if (isSeen(list->viewport(), list->visualRect(index))) {
+            seen.append(simulator::texts(index));
         }
     }
-    return false;
+    return seen;
 }
 
 QList<QWidget *> ScreenReader::buttons(const QString &id) const

@@ -1,10 +1,8 @@
 #pragma once
 
 #include <QPoint>
-#include <QString>
+#include <QStringList>
 #include <QWidget>
-
-#include <functional>
 
 class QAbstractItemView;
 
@@ -16,8 +14,6 @@ namespace simulator
 class ScreenReader
 {
 public:
-    using TextTest = std::function<bool(const QString &text)>;
-
     explicit ScreenReader(const QWidget &screen);
 
     /// Where to touch the button with that id, or, for a button without one, with that object name
@@ -27,14 +23,13 @@ public:
     /// Whether such a button is to be seen, disabled or not.
     bool showsButton(const QString &id) const;
 
-    /// Whether a text for which \a test is true is to be seen: of a label, a button, a pop-up or a
-    /// row of a list.
-    bool showsText(const TextTest &test) const;
+    /// The texts that are to be seen: of labels, buttons, groups, pop-ups and rows of lists.
+    QStringList texts() const;
 
 private:
     QList<QWidget *> buttons(const QString &id) const;
     QString obstacle(const QWidget *button) const;
-    bool showsRow(const QAbstractItemView *list, const TextTest &test) const;
+    QStringList rowTexts(const QAbstractItemView *list) const;
     bool isSeen(const QWidget *widget, const QRect &area) const;
     bool isSeen(const QWidget *widget) const;
     const QWidget *pageOf(const QWidget *widget) const;

@@ -92,7 +92,7 @@ private:
 
     bool sees(const QString &text)
     {
-        return m_reader->showsText([&text](const QString &shown) { return shown == text; });
+        return m_reader->texts().contains(text);
     }
 
     QScopedPointer<Screen> m_screen;

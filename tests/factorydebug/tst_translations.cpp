@@ -1,0 +1,184 @@
+#include "viewonscreen.h"
+
+#include "simulator/console/screenreader.h"
+#include "support/testmain.h"
+#include "support/tracecapture.h"
+
+#include <QFile>
+#include <QSet>
+#include <QTranslator>
+#include <QtTest>
+
+/// Every text that a person reads passes the translator, in the context that it should have, and
+/// nothing else does. The texts of all pages lie in texts.txt; FACTORYDEBUG_ACCEPT=texts in the
+/// environment writes them anew.
+class TestTranslations : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void everyTextIsMarked();
+};
+
+namespace
+{
+
+QString marked(const char *text)
+{
+    return QChar(0xAB) + QString::fromUtf8(text) + QChar(0xBB);
+}
+
+/// Puts every text into guillemets, and remembers where it came from.
+class MarkingTranslator : public QTranslator
+{
+public:
+    MarkingTranslator() { QCoreApplication::installTranslator(this); }
+    ~MarkingTranslator() override { QCoreApplication::removeTranslator(this); }
+
+    bool isEmpty() const override { return false; }
+
+    QString translate(const char *context, const char *text, const char *, int) const override
+    {
+        m_asked.insert(
+            QStringLiteral("%1: %2").arg(QLatin1String(context), QString::fromUtf8(text)));
+        return marked(text);
+    }
+
+    QStringList asked() const
+    {
+        QStringList all = m_asked.values();
+        all.sort();
+        return all;
+    }
+
+private:
+    mutable QSet<QString> m_asked;
+};
+
+bool isMarked(const QString &line)
+{
+    return line.contains(QChar(0xAB));
+}
+
+/// A technician who writes down what the screen shows.
+class Reader
+{
+public:
+    explicit Reader(ViewOnScreen &screen)
+        : m_screen(screen)
+        , m_reader(screen.unit.screen())
+    {
+    }
+
+    void press(const QString &id)
+    {
+        QPoint place;
+        QString error;
+        QVERIFY2(m_reader.findButton(id, &place, &error), qPrintable(error));
+        m_screen.unit.tap(place);
+        QCoreApplication::processEvents();
+    }
+
+    void writeDown(const QString &where)
+    {
+        QStringList texts = m_reader.texts();
+        texts.sort();
+        texts.removeDuplicates();
+        for (const QString &text : qAsConst(texts)) {
+            m_lines.append(where + QStringLiteral(": ") + text);
+        }
+    }
+
+    /// Opens a page from the menu, writes it down, does what else is to be seen, and leaves it.
+    void visit(
+        const QString &page, const std::function<void()> &look = [] {})
+    {
+        press(page);
+        writeDown(page);
+        look();
+        press(QStringLiteral("return"));
+    }
+
+    const QStringList &lines() const { return m_lines; }
+
+private:
+    ViewOnScreen &m_screen;
+    const simulator::ScreenReader m_reader;
+    QStringList m_lines;
+};
+
+void readEyePage(Reader &reader)
+{
+    reader.press(marked("Full Speed"));
+    reader.writeDown(QStringLiteral("usbeye, full speed"));
+    reader.press(marked("Device Mode"));
+    reader.writeDown(QStringLiteral("usbeye, device"));
+    reader.press(marked("Host Mode"));
+    reader.press(marked("Use UPHY"));
+    reader.writeDown(QStringLiteral("usbeye, tuning"));
+}
+
+void readUpdateDialog(ViewOnScreen &screen, Reader &reader)
+{
+    screen.unit.tap(QPoint(200, 439));
+    reader.writeDown(QStringLiteral("vendordata, without a package"));
+    reader.press(QStringLiteral("popupview_cancel"));
+}
+
+QStringList readAllPages(ViewOnScreen &screen)
+{
+    Reader reader(screen);
+    reader.writeDown(QStringLiteral("menu"));
+    reader.visit(QStringLiteral("usbtest"), [&] {
+        for (const int row : {107, 190, 273}) {
+            screen.unit.tap(QPoint(200, row));
+            reader.writeDown(QStringLiteral("usbtest, row at %1").arg(row));
+            reader.press(QStringLiteral("return"));
+        }
+    });
+    reader.visit(QStringLiteral("usbeye"), [&] { readEyePage(reader); });
+    reader.visit(QStringLiteral("vendordata"), [&] { readUpdateDialog(screen, reader); });
+    for (const char *page : {"ncmtest", "keycolor", "als", "pdtVer", "sysCtrl", "idPanel"}) {
+        reader.visit(QString::fromLatin1(page));
+    }
+    // Last, since the notices cover a part of the menu for a while.
+    reader.press(QStringLiteral("idCapture"));
+    reader.writeDown(QStringLiteral("menu, capture on"));
+    reader.press(QStringLiteral("idCapture"));
+    reader.writeDown(QStringLiteral("menu, capture off"));
+    return reader.lines();
+}
+
+} // namespace
+
+void TestTranslations::everyTextIsMarked()
+{
+    const MarkingTranslator translator;
+    const TraceCapture traces;
+    ViewOnScreen screen;
+    QStringList lines = readAllPages(screen);
+    lines.append(translator.asked());
+    lines.replaceInStrings(QStringLiteral("\n"), QStringLiteral("\\n"));
+
+    const QStringList journal =
+        screen.unit.unit().journal().lines(QString(), 0, hardware::Journal::Everything);
+    for (const QString &line : journal + traces.texts()) {
+        // The bar's title, and the rows that lists paint, are texts that are also traced.
+        QVERIFY2(!isMarked(line) || line.startsWith(QLatin1String("interSecondary"))
+                     || line.contains(QLatin1String("role: 25"))
+                     || line.startsWith(QLatin1String("title: ")),
+                 qPrintable(line));
+    }
+
+    QFile file(QStringLiteral(TEXTS));
+    if (qgetenv("FACTORYDEBUG_ACCEPT") == "texts") {
+        QVERIFY(file.open(QIODevice::WriteOnly));
+        file.write(lines.join(QLatin1Char('\n')).toUtf8() + '\n');
+        return;
+    }
+    QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.errorString()));
+    QCOMPARE(lines, QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts));
+}
+
+FACTORY_TEST_MAIN(TestTranslations)
+#include "tst_translations.moc"
