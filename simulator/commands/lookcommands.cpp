@@ -1,10 +1,12 @@
 #include "allcommands.h"
 
+#include "arguments.h"
 #include "commandtable.h"
 
 #include "hardware/unit/unit.h"
 #include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
+#include "simulator/window/screen.h"
 
 #include <algorithm>
 
@@ -83,12 +85,34 @@ ConsoleResult hidden(Simulator &simulator, const QStringList &arguments, Console
                 : ConsoleResult::failed(QStringLiteral("the button \"%1\" is to be seen").arg(id));
 }
 
-/// What the glass shows: the window as it was painted last, while the graphical thread is blocked
-/// too. Nothing is painted anew for it, so that a picture shows also what was forgotten to be.
+/// What the window shows: its backing store as it was painted last, while the graphical thread is
+/// blocked too. Nothing is painted anew for it, so that a picture shows also what was forgotten to
+/// be.
 QImage frame(Simulator &simulator)
 {
     simulator.graphicalThread().runWithin(answerMs, [&] { simulator.bezel().paintPending(); });
     return simulator.bezel().lastFrame().convertToFormat(QImage::Format_RGB32);
+}
+
+/// The part of the glass that X, Y, WIDTH and HEIGHT behind the file's name say, or all of it.
+bool readPart(const QStringList &arguments, QRect *part, QString *error)
+{
+    *part = QRect(QPoint(0, 0), Screen::resolution);
+    if (arguments.size() == 1) {
+        return true;
+    }
+    QPoint corner;
+    int width = 0;
+    int height = 0;
+    if (!readPosition(arguments.value(1), arguments.value(2), &corner, error)
+        || !readNumber(arguments.value(3), QStringLiteral("WIDTH"), 1, part->width() - corner.x(),
+                       &width, error)
+        || !readNumber(arguments.value(4), QStringLiteral("HEIGHT"), 1, part->height() - corner.y(),
+                       &height, error)) {
+        return false;
+    }
+    *part = QRect(corner, QSize(width, height));
+    return true;
 }
 
 ConsoleResult save(const QImage &image, const QString &name, const ConsoleSession &session)
@@ -99,10 +123,27 @@ ConsoleResult save(const QImage &image, const QString &name, const ConsoleSessio
         : ConsoleResult::failed(QStringLiteral("the picture \"%1\" cannot be written").arg(file));
 }
 
+/// Saves the part of the glass that is asked for, of a picture of the whole window.
+ConsoleResult savePart(Simulator &simulator, const QImage &window, const QStringList &arguments,
+                       const ConsoleSession &session)
+{
+    QRect part;
+    QString error;
+    return readPart(arguments, &part, &error)
+        ? save(window.copy(part.translated(simulator.bezel().screenRect().topLeft())),
+               arguments.first(), session)
+        : ConsoleResult::failed(error);
+}
+
 ConsoleResult shot(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
 {
-    const QImage window = frame(simulator);
-    return save(window.copy(simulator.bezel().screenRect()), arguments.first(), session);
+    return savePart(simulator, frame(simulator), arguments, session);
+}
+
+ConsoleResult shotAnew(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
+{
+    const QImage window = simulator.bezel().grab().toImage();
+    return savePart(simulator, window.convertToFormat(QImage::Format_RGB32), arguments, session);
 }
 
 ConsoleResult shotWindow(Simulator &simulator, const QStringList &arguments,
@@ -126,8 +167,14 @@ void addLookCommands(Console &console, Simulator &simulator)
              unseen},
             {"visible", "ID", "Waits up to 2 s for that button to be seen.", place, visible},
             {"hidden", "ID", "Waits up to 2 s until that button is not to be seen.", place, hidden},
-            {"shot", "FILE", "Saves the 800 x 480 screen as a PNG, also while it hangs.", place,
-             shot},
+            {"shot", "FILE [X] [Y] [WIDTH] [HEIGHT]",
+             "Saves the 800 x 480 screen, or that part of it, as a PNG: what the window really "
+             "shows, as it was painted last, also while it hangs.",
+             place, shot},
+            {"shot-anew", "FILE [X] [Y] [WIDTH] [HEIGHT]",
+             "Saves the same painted anew, as it ought to look; where \"shot\" differs, a repaint "
+             "was forgotten.",
+             Console::Place::GraphicalThread, shotAnew},
             {"shot-window", "FILE", "Saves the screen with its bezel.", place, shotWindow},
         });
 }

@@ -84,6 +84,24 @@ fake cmake <<<'echo "-- status" && echo "CMake Error: oops" >&2 && exit 1'
 try 1 ./run
 says "Configuring (release)." "CMake Error: oops"
 
+# Pictures that differed become references, beside what they replace, and those that nothing makes go.
+differences=build/ci/tests/pictures/differences
+mkdir -p "$differences" tests/pictures docs/pictures
+try 0 ./test --accept-pictures
+says ""
+for picture in "$differences"/{menu,new,unit}-got.png "$differences"/menu-difference.png; do
+    echo "new $picture" >"$picture"
+done
+echo old | tee tests/pictures/{menu,gone,kept}.png docs/pictures/unit.png >/dev/null
+echo gone.png >"$differences/unmade"
+try 0 ./test --accept-pictures
+says "Renewed: tests/pictures/menu.png" "Renewed: tests/pictures/new.png" \
+    "Renewed: docs/pictures/unit.png" "Removed: tests/pictures/gone.png"
+[ ! -s "$CALLS" ] || fail "More than pictures"
+[ "$(cat tests/pictures/{kept,menu,new}.png docs/pictures/unit.png)" = "$(printf '%s\n' old \
+    "new $differences"/{menu,new,unit}-got.png)" ] || fail "Other references"
+[ -z "$(ls "$differences")" ] || fail "Differences are left"
+
 # Another package manager's lock is waited for, other failures are shown at once.
 fake dpkg-query <<<'[[ $* != *there ]] || '"$installed"
 fake apt-get <<'END'

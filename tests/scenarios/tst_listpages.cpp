@@ -14,8 +14,6 @@ class TestListPages : public QObject
 
 private slots:
     void allUsbChoicesAndTheirRestart();
-    void usbPageWithAnEmptyStore();
-    void heldArrowsOfTheWideBarLookPressed();
     void eachRowFindsItsPackage();
     void sdCardWinsWhereMediaTypeOneIsSd();
     void goodPackageIsHandedOver();
@@ -83,33 +81,6 @@ void TestListPages::allUsbChoicesAndTheirRestart()
 
     RUN_SCENARIO(run, QStringLiteral("usb-kept.txt"), speed);
     QCOMPARE(redRows(picture(QStringLiteral("usb-kept.png"))), QList<int>({2}));
-}
-
-void TestListPages::usbPageWithAnEmptyStore()
-{
-    HeadunitRun run;
-    RUN_SCENARIO(run, QStringLiteral("usb-empty-store.txt"));
-    for (int list = 0; list < 3; ++list) {
-        const QImage image(run.pictures() + QStringLiteral("/usb-default-%1.png").arg(list));
-        QCOMPARE(redRows(image), QList<int>({0}));
-    }
-}
-
-void TestListPages::heldArrowsOfTheWideBarLookPressed()
-{
-    HeadunitRun run;
-    RUN_SCENARIO(run, QStringLiteral("wide-bar.txt"));
-    const auto arrow = [&run](const char *name, const QRect &place) {
-        return QImage(run.pictures() + QLatin1Char('/') + QLatin1String(name)).copy(place);
-    };
-    const QRect up(730, 82, 60, 56);
-    const QRect down(730, 408, 60, 60);
-    QVERIFY(arrow("bar-up-held.png", up) != arrow("bar-top.png", up));
-    QCOMPARE(arrow("bar-up-held.png", down), arrow("bar-top.png", down));
-    QCOMPARE(arrow("bar-up-lifted.png", up), arrow("bar-top.png", up));
-    QVERIFY(arrow("bar-down-held.png", down) != arrow("bar-end.png", down));
-    QCOMPARE(arrow("bar-down-held.png", up), arrow("bar-end.png", up));
-    QCOMPARE(arrow("bar-down-lifted.png", down), arrow("bar-end.png", down));
 }
 
 void TestListPages::eachRowFindsItsPackage()

@@ -4,7 +4,6 @@
 
 #include "support/testmain.h"
 
-#include <QImage>
 #include <QtTest>
 
 using namespace simulator;
@@ -27,8 +26,6 @@ private slots:
     void nowaitAnswersBeforeTheTap();
     void settingsAreReadAndWritten();
     void foldersArePlugged();
-    void shots();
-    void shotsGoWhereCdSays();
     void journalIsListed();
     void expectReadsOnBehindTheLine();
     void expectFailsWithTheJournalSince();
@@ -98,12 +95,6 @@ void TestCommands::refuses_data()
                                    << "MS is a whole number from 0 to 2147483647, not \"long\"";
     QTest::newRow("cd: no folder") << "cd /etc/passwd/nowhere"
                                    << "there is no folder \"/etc/passwd/nowhere\"";
-    QTest::newRow("shot: no folder")
-        << "shot /etc/passwd/nowhere/x.png"
-        << "the picture \"/etc/passwd/nowhere/x.png\" cannot be written";
-    QTest::newRow("shot-window: no folder")
-        << "shot-window /etc/passwd/nowhere/x.png"
-        << "the picture \"/etc/passwd/nowhere/x.png\" cannot be written";
     QTest::newRow("receiver: impossible") << "receiver fault silence prompt 3"
                                           << "the stage \"prompt\" has no blocks";
     QTest::newRow("quit: argument") << "quit now"
@@ -246,33 +237,6 @@ void TestCommands::foldersArePlugged()
     QCOMPARE(unit.errorOf("pull usb1"), QString());
     QVERIFY(!QFile::exists(unit.path("/media/usb1/written")));
     QVERIFY(QFile::exists(folder + "/stick/written"));
-}
-
-void TestCommands::shots()
-{
-    TestSimulator unit;
-    QCOMPARE(unit.errorOf("shot screen.png"), QString());
-    QCOMPARE(unit.errorOf("shot-window window.png"), QString());
-    const QString folder = QFileInfo(unit.path("")).path();
-    const QImage screen(folder + "/screen.png");
-    const QImage window(folder + "/window.png");
-    QCOMPARE(screen.size(), QSize(800, 480));
-    QCOMPARE(window.size(), unit.simulator().bezel().size());
-    QCOMPARE(window.copy(unit.simulator().bezel().screenRect()), screen);
-    // The accent under the home screen's title.
-    QCOMPARE(screen.pixelColor(400, 200), QColor(28, 160, 248));
-    QCOMPARE(screen.pixelColor(10, 10), QColor(11, 12, 13));
-}
-
-void TestCommands::shotsGoWhereCdSays()
-{
-    TestSimulator unit;
-    const QString folder = QFileInfo(unit.path("")).path();
-    QVERIFY(QDir(folder).mkpath("with blanks/in it"));
-    QCOMPARE(unit.errorOf("cd 'with blanks'"), QString());
-    QCOMPARE(unit.errorOf("cd 'in it'"), QString());
-    QCOMPARE(unit.errorOf("shot 'a b.png'"), QString());
-    QVERIFY(QFile::exists(folder + "/with blanks/in it/a b.png"));
 }
 
 void TestCommands::journalIsListed()

@@ -1,0 +1,137 @@
+#include "simulator/commands/allcommands.h"
+
+#include "testsimulator.h"
+
+#include "simulator/window/screen.h"
+#include "support/testmain.h"
+
+#include <QImage>
+#include <QPainter>
+#include <QtTest>
+
+using namespace simulator;
+
+namespace
+{
+
+/// Does not ask for a repaint when its colour changes.
+class Lamp : public QWidget
+{
+public:
+    using QWidget::QWidget;
+
+    QColor color = Qt::red;
+
+protected:
+    void paintEvent(QPaintEvent *) override { QPainter(this).fillRect(rect(), color); }
+};
+
+} // namespace
+
+/// The pictures that the console takes.
+class TestLookCommands : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void shots();
+    void shotsOfAPart();
+    void shotShowsWhatWasNotRepainted();
+    void shotsGoWhereCdSays();
+    void refuses_data();
+    void refuses();
+};
+
+void TestLookCommands::shots()
+{
+    TestSimulator unit;
+    QCOMPARE(unit.errorOf("shot screen.png"), QString());
+    QCOMPARE(unit.errorOf("shot-window window.png"), QString());
+    const QString folder = QFileInfo(unit.path("")).path();
+    const QImage screen(folder + "/screen.png");
+    const QImage window(folder + "/window.png");
+    QCOMPARE(screen.size(), QSize(800, 480));
+    QCOMPARE(window.size(), unit.simulator().bezel().size());
+    QCOMPARE(window.copy(unit.simulator().bezel().screenRect()), screen);
+    // The accent under the home screen's title.
+    QCOMPARE(screen.pixelColor(400, 200), QColor(28, 160, 248));
+    QCOMPARE(screen.pixelColor(10, 10), QColor(11, 12, 13));
+}
+
+void TestLookCommands::shotsOfAPart()
+{
+    TestSimulator unit;
+    const QString folder = QFileInfo(unit.path("")).path();
+    for (const QString &verb : QStringList{"shot", "shot-anew"}) {
+        QCOMPARE(unit.errorOf(verb + " screen.png"), QString());
+        QCOMPARE(unit.errorOf(verb + " part.png 390 190 410 290"), QString());
+        const QImage part(folder + "/part.png");
+        QCOMPARE(part.size(), QSize(410, 290));
+        QCOMPARE(part, QImage(folder + "/screen.png").copy(390, 190, 410, 290));
+    }
+}
+
+void TestLookCommands::shotShowsWhatWasNotRepainted()
+{
+    TestSimulator unit;
+    Lamp lamp(&unit.simulator().bezel().screen());
+    lamp.setGeometry(0, 0, 800, 480);
+    lamp.show();
+    // The window comes to light.
+    QCoreApplication::processEvents();
+    const QString folder = QFileInfo(unit.path("")).path();
+    const auto looksAsBefore = [&](const QString &verb) {
+        return unit.errorOf(verb + " now.png").isEmpty()
+            && QImage(folder + "/now.png") == QImage(folder + "/before.png");
+    };
+    QCOMPARE(unit.errorOf("shot before.png"), QString());
+    QVERIFY(looksAsBefore("shot-anew"));
+
+    lamp.color = Qt::green;
+    QVERIFY(looksAsBefore("shot"));
+    QVERIFY(!looksAsBefore("shot-anew"));
+    QVERIFY(looksAsBefore("shot"));
+}
+
+void TestLookCommands::shotsGoWhereCdSays()
+{
+    TestSimulator unit;
+    const QString folder = QFileInfo(unit.path("")).path();
+    QVERIFY(QDir(folder).mkpath("with blanks/in it"));
+    QCOMPARE(unit.errorOf("cd 'with blanks'"), QString());
+    QCOMPARE(unit.errorOf("cd 'in it'"), QString());
+    QCOMPARE(unit.errorOf("shot 'a b.png'"), QString());
+    QVERIFY(QFile::exists(folder + "/with blanks/in it/a b.png"));
+}
+
+void TestLookCommands::refuses_data()
+{
+    QTest::addColumn<QString>("line");
+    QTest::addColumn<QString>("error");
+    const QString nowhere = "/etc/passwd/nowhere/x.png";
+    for (const QString &verb : QStringList{"shot", "shot-anew", "shot-window"}) {
+        QTest::newRow(qPrintable(verb + ": no folder"))
+            << verb + " " + nowhere << "the picture \"" + nowhere + "\" cannot be written";
+    }
+    for (const QString &verb : QStringList{"shot", "shot-anew"}) {
+        QTest::newRow(qPrintable(verb + ": half a place"))
+            << verb + " x.png 10 20"
+            << "WIDTH is a whole number from 1 to 790, not \"\"";
+        QTest::newRow(qPrintable(verb + ": beside the screen"))
+            << verb + " x.png 800 0 1 1"
+            << "X is a whole number from 0 to 799, not \"800\"";
+        QTest::newRow(qPrintable(verb + ": beyond the screen"))
+            << verb + " x.png 10 20 790 461"
+            << "HEIGHT is a whole number from 1 to 460, not \"461\"";
+    }
+}
+
+void TestLookCommands::refuses()
+{
+    QFETCH(QString, line);
+    TestSimulator unit;
+    QTEST(unit.errorOf(line), "error");
+}
+
+FACTORY_TEST_MAIN(TestLookCommands)
+#include "tst_lookcommands.moc"
