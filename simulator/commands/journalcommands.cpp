@@ -56,7 +56,10 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
     const qint64 from = session.reader().position();
     qint64 next = from;
     qint64 found = -1;
-    simulator.graphicalThread().waitUntil(patienceMs(simulator, ms), [&] {
+    // Who gives a time means it.
+    const int hostMs =
+        arguments.size() > 1 ? simulator.unit().clock().hostMs(ms) : patienceMs(simulator, ms);
+    simulator.graphicalThread().waitUntil(hostMs, [&] {
         const qint64 end = journal.end();
         found = journal.find(pattern, next);
         next = end;
