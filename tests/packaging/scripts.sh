@@ -87,6 +87,14 @@ says "Configuring (release)." "CMake Error: oops"
 # Pictures that differed become references, beside what they replace, and those that nothing makes go.
 differences=build/ci/tests/pictures/differences
 mkdir -p "$differences" tests/pictures docs/pictures
+left=build/ci/tests/journals/differences
+mkdir -p "$left" tests/journals
+echo new >"$left/menu.txt"
+try 0 ./test --accept-journals
+says "Renewed: tests/journals/menu.txt"
+[ "$(cat tests/journals/menu.txt)" = new ] || fail "No new list"
+try 0 ./test --accept-journals
+says ""
 try 0 ./test --accept-pictures
 says ""
 for picture in "$differences"/{menu,new,unit}-got.png "$differences"/menu-difference.png; do

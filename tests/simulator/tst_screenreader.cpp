@@ -90,10 +90,7 @@ private:
         return m_reader->findButton(id, &touch, &error) ? QString() : error;
     }
 
-    bool sees(const QString &text)
-    {
-        return m_reader->texts().contains(text);
-    }
+    bool sees(const QString &text) { return m_reader->texts().contains(text); }
 
     QScopedPointer<Screen> m_screen;
     QScopedPointer<ScreenReader> m_reader;

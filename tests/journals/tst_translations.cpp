@@ -1,17 +1,16 @@
-#include "viewonscreen.h"
+#include "listreference.h"
 
+#include "factorydebug/viewonscreen.h"
 #include "simulator/console/screenreader.h"
 #include "support/testmain.h"
 #include "support/tracecapture.h"
 
-#include <QFile>
 #include <QSet>
 #include <QTranslator>
 #include <QtTest>
 
 /// Every text that a person reads passes the translator, in the context that it should have, and
-/// nothing else does. The texts of all pages lie in texts.txt; FACTORYDEBUG_ACCEPT=texts in the
-/// environment writes them anew.
+/// nothing else does. "./test --accept-journals" renews the list of them.
 class TestTranslations : public QObject
 {
     Q_OBJECT
@@ -170,14 +169,8 @@ void TestTranslations::everyTextIsMarked()
                  qPrintable(line));
     }
 
-    QFile file(QStringLiteral(TEXTS));
-    if (qgetenv("FACTORYDEBUG_ACCEPT") == "texts") {
-        QVERIFY(file.open(QIODevice::WriteOnly));
-        file.write(lines.join(QLatin1Char('\n')).toUtf8() + '\n');
-        return;
-    }
-    QVERIFY2(file.open(QIODevice::ReadOnly), qPrintable(file.errorString()));
-    QCOMPARE(lines, QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts));
+    const QString complaint = listComplaint(QStringLiteral("texts"), lines);
+    QVERIFY2(complaint.isEmpty(), qPrintable(complaint));
 }
 
 FACTORY_TEST_MAIN(TestTranslations)

@@ -1,0 +1,56 @@
+#include "listreference.h"
+
+#include <QDir>
+#include <QFile>
+
+namespace
+{
+
+QStringList readLines(const QString &path)
+{
+    QFile file(path);
+    return file.open(QIODevice::ReadOnly)
+        ? QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)
+        : QStringList();
+}
+
+QString firstDifference(const QStringList &got, const QStringList &expected)
+{
+    int index = 0;
+    while (index < got.size() && index < expected.size() && got.at(index) == expected.at(index)) {
+        ++index;
+    }
+    const QString end = QStringLiteral("(the end)");
+    const QString before =
+        QStringList(got.mid(qMax(0, index - 3), qMin(3, index))).join(QStringLiteral("\n  "));
+    return QStringLiteral("line %1 is\n  %2\nand not\n  %3\nbehind\n  %4")
+        .arg(index + 1)
+        .arg(got.value(index, end), expected.value(index, end), before);
+}
+
+QString differenceOf(const QString &name)
+{
+    return QStringLiteral(DIFFERENCES "/%1.txt").arg(name);
+}
+
+QString keep(const QString &name, const QStringList &lines)
+{
+    QFile file(differenceOf(name));
+    const QByteArray text = lines.join(QLatin1Char('\n')).toUtf8() + '\n';
+    return QDir().mkpath(QStringLiteral(DIFFERENCES)) && file.open(QIODevice::WriteOnly)
+            && file.write(text) == text.size()
+        ? QStringLiteral("all of it: ") + file.fileName()
+        : file.errorString();
+}
+
+} // namespace
+
+QString listComplaint(const QString &name, const QStringList &lines)
+{
+    const QStringList expected = readLines(QStringLiteral(REFERENCES "/%1.txt").arg(name));
+    if (lines == expected) {
+        QFile::remove(differenceOf(name)); // of an earlier run
+        return QString();
+    }
+    return QStringLiteral("%1 (%2)").arg(firstDifference(lines, expected), keep(name, lines));
+}
