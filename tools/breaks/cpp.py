@@ -8,7 +8,7 @@ from clang.cindex import (CursorKind as Kind, Index, TokenKind, TranslationUnit,
                           TranslationUnitLoadError, TypeKind)
 
 from .onebreak import (ARGUMENT, BOOLEAN, CONNECTION, EMPTIED, NEGATED, NUMBER, OPERATOR, REMOVED, SIGNAL,
-                       SWAPPED, UNTRANSLATED, Break)
+                       SWAPPED, UNTRANSLATED, Break, in_order)
 
 SIGNALS = {b"btnClicked": b"btnReleased", b"btnReleased": b"btnClicked", b"clicked": b"pressed"}
 
@@ -86,7 +86,7 @@ class Finder:
         for top in tops:
             if not top.kind.is_preprocessing():
                 self.visit(top)
-        return sorted(self.breaks.values(), key=lambda each: (each.start, each.end, each.text))
+        return in_order(self.breaks.values())
 
     def add(self, kind, start, end, text):
         if self.source[start:end] != text:
@@ -266,12 +266,18 @@ class Finder:
         first, second = self.statement(one), self.statement(other)
         if not first or not second or first[1] > second[0] or other.kind == Kind.RETURN_STMT:
             return
+        if one.kind == Kind.DECL_STMT and self.names_any(self.source[slice(*second)], one):
+            return
         # Connections of different signals have no order.
         if not self.source[first[0]:first[1]].startswith(b"connect(") \
                 or not self.source[second[0]:second[1]].startswith(b"connect("):
             between = self.source[first[1]:second[0]]
             text = self.source[slice(*second)] + between + self.source[slice(*first)]
             self.add(SWAPPED, first[0], second[1], text)
+
+    def names_any(self, text, declaration):
+        names = [child.spelling.encode() for child in declaration.get_children() if child.spelling]
+        return any(re.search(rb"\b%s\b" % re.escape(name), text) for name in names)
 
     def operator(self, operands):
         if len(operands) != 2 or not all(self.is_here(operand) for operand in operands):

@@ -60,6 +60,10 @@ def split(source):
     return source.decode("utf-8", "replace").splitlines(keepends=True)
 
 
+def in_order(breaks):
+    return sorted(breaks, key=lambda each: (each.start, each.end, each.text))
+
+
 def drawn(breaks, seed, file):
     """The breaks of a file in the order in which they are tried: by turns one of each kind, by chance
     among those of a kind. The same seed gives the same order, whatever other files are broken."""

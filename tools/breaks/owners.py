@@ -1,6 +1,8 @@
 """Tells which tests can notice that a source is broken."""
 
 import collections
+import functools
+import os
 import pathlib
 import re
 import shlex
@@ -22,14 +24,14 @@ class Owners:
         self.tests = {name: self.inputs(name) for name in tests}
         self.tests = {name: inputs for name, inputs in self.tests.items()
                       if inputs and any(self.prefix + source in inputs for source in self.objects)}
-        self.users = self.dependents()
         self.reached = {}
 
     def inputs(self, target):
         status, output = self.workshop.ninja("-t", "inputs", target)
         return set(shlex.split(output)) if status == 0 else None
 
-    def dependents(self):
+    @functools.cached_property
+    def users(self):
         """For each file below the copy or the build folder the objects that are compiled from it."""
         _, output = self.workshop.ninja("-t", "deps")
         users = collections.defaultdict(set)
@@ -38,10 +40,10 @@ class Owners:
             if line and not line.startswith(" "):
                 made = line.split(":")[0]
             elif line.strip():
-                path = line.strip()
+                path = os.path.normpath(self.workshop.build / line.strip())
                 if path.startswith(self.prefix):
                     users[path[len(self.prefix):]].add(made)
-                elif path.startswith("ui_") or "/ui_" in path:
+                elif "/ui_" in path:
                     users[pathlib.PurePath(path).name].add(made)
         return users
 
@@ -74,15 +76,14 @@ class Owners:
         shipped = set(self.objects.values())
         if not shipped & linked:
             return shipped
-        own = linked - shipped
         found, waiting = set(), set()
-        for each in own:
-            waiting |= self.symbols().leads(each)
+        for each in linked - shipped:
+            waiting |= self.symbols.leads(each)
         while waiting:
             each = waiting.pop()
             if each not in found:
                 found.add(each)
-                waiting |= self.symbols().leads(each)
+                waiting |= self.symbols.leads(each)
         return found
 
     def linked(self, test):
@@ -99,10 +100,9 @@ class Owners:
         inputs = output.split("outputs:")[0].splitlines()[2:]
         return inputs[0].strip() if inputs else test
 
+    @functools.cached_property
     def symbols(self):
-        if not hasattr(self, "_symbols"):
-            self._symbols = Symbols(self.workshop.build, set(self.objects.values()))
-        return self._symbols
+        return Symbols(self.workshop.build, set(self.objects.values()))
 
 
 class Symbols:

@@ -29,8 +29,9 @@ class Stopped(Exception):
 
 
 class Workshop:
-    def __init__(self, root, folder, stop):
+    def __init__(self, root, folder, stop, processes):
         self.root = root
+        self.processes = processes
         self.folder = folder
         self.source = folder / "source"
         self.build = folder / "build"
@@ -52,7 +53,10 @@ class Workshop:
         for path in sorted(self.source.rglob("*")):
             if (path.is_file() or path.is_symlink()) and path not in kept:
                 path.unlink()
-        self.configure()
+        if (self.build / "build.ninja").exists():
+            self.make(["build.ninja"])
+        else:
+            self.configure()
 
     def configure(self):
         command = ["cmake", "-S", self.source, "-B", self.build, "-G", "Ninja", "-Wno-dev",
@@ -66,11 +70,15 @@ class Workshop:
         if status != 0:
             raise Trouble(f"The copy in {self.source} cannot be configured:\n{output}")
 
-    def discard(self):
-        """Ends what runs, and leaves the copy as it was before it was broken."""
+    def end(self):
+        """Ends what runs."""
         with self.lock:
             if self.running is not None:
-                kill(self.running)
+                # Ninja ends its compilers if it is asked to.
+                signal_group(self.running, signal.SIGTERM)
+
+    def discard(self):
+        """Leaves the copy as it was before it was broken."""
         self.restore()
         if self.temporary is not None:
             shutil.rmtree(self.temporary, ignore_errors=True)
@@ -119,7 +127,7 @@ class Workshop:
 
         def end():
             late.set()
-            kill(process)
+            signal_group(process, signal.SIGKILL)
 
         timer = threading.Timer(seconds, end) if seconds else None
         output = b""
@@ -129,14 +137,22 @@ class Workshop:
             for line in process.stdout:
                 output += line
                 if until and until.match(line):
-                    kill(process)
                     break
-            status = process.wait()
+            else:
+                process.wait()
+        except KeyboardInterrupt:
+            signal_group(process, signal.SIGTERM)
+            try:
+                process.wait(5)
+            except subprocess.TimeoutExpired:
+                pass
+            raise
         finally:
             if timer:
                 timer.cancel()
             # Also what it has started and not ended.
-            kill(process)
+            signal_group(process, signal.SIGKILL)
+            status = process.wait()
             process.stdout.close()
             with self.lock:
                 self.running = None
@@ -149,7 +165,7 @@ class Workshop:
 
     def make(self, targets):
         """Builds; the reason why it does not build, or None."""
-        status, output = self.ninja("--quiet", "-j", "2" if len(targets) > 1 else "1", *targets)
+        status, output = self.ninja("--quiet", "-j", str(self.processes), *targets)
         return None if status == 0 else output
 
     def run(self, name, seconds=None):
@@ -206,10 +222,10 @@ def copy(original, path):
     shutil.copymode(original, path)
 
 
-def kill(process):
-    """Ends the process and all of its group, whose leader it is."""
+def signal_group(process, number):
+    """Tells the process and all of its group, whose leader it is."""
     try:
-        os.killpg(process.pid, signal.SIGKILL)
+        os.killpg(process.pid, number)
     except (ProcessLookupError, PermissionError):
         pass
 
@@ -227,8 +243,10 @@ def listed_files(root):
 
 
 def digest(root, files):
-    """A name for what the files hold."""
+    """A name for what the files hold, this program's own left out."""
     whole = hashlib.sha256()
     for name in files:
+        if name.startswith("tools/break"):
+            continue
         whole.update(name.encode() + b"\0" + hashlib.sha256((root / name).read_bytes()).digest())
     return whole.hexdigest()
