@@ -115,7 +115,9 @@ class Workshop:
                 raise Stopped()
             self.running = subprocess.Popen(
                 command, cwd=folder, env=environment, stdin=subprocess.DEVNULL,
-                stdout=subprocess.PIPE, stderr=subprocess.STDOUT, start_new_session=True)
+                stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
+                # A session of its own would make the first pseudo-terminal that it opens its own.
+                process_group=0)
             return self.running
 
     def execute(self, command, folder=None, seconds=None, until=None):
