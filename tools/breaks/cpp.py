@@ -1,6 +1,7 @@
 """Finds what can be broken in a C++ source or header. Clang tells what is what, so that nearly every
 break compiles and none lies in a comment."""
 
+import functools
 import re
 import shlex
 
@@ -45,6 +46,7 @@ def find(file, path, source, command, directory):
     return Finder(file, path, source, parsed(command, directory)).find()
 
 
+@functools.lru_cache(maxsize=1)  # A header comes next to its source, which it is parsed with.
 def parsed(command, directory):
     words = shlex.split(command)
     # A compiler launcher stands ahead of the compiler.

@@ -39,8 +39,8 @@ class Owners:
         for line in output.splitlines():
             if line and not line.startswith(" "):
                 made = line.split(":")[0]
-            elif line.strip():
-                path = os.path.normpath(self.workshop.build / line.strip())
+            elif line and not line.startswith("    /usr/"):
+                path = os.path.normpath(os.path.join(self.workshop.build, line.strip()))
                 if path.startswith(self.prefix):
                     users[path[len(self.prefix):]].add(made)
                 elif "/ui_" in path:
@@ -56,8 +56,15 @@ class Owners:
 
     def shipped_objects(self, file):
         """Those of them that the plug-in is made of."""
-        folder = {str(pathlib.PurePath(made)).split(".dir/")[0] for made in self.objects.values()}
-        return sorted(made for made in self.objects_of(file) if made.split(".dir/")[0] in folder)
+        return sorted(made for made in self.objects_of(file) if self.is_shipped(made))
+
+    def is_shipped(self, made):
+        """Whether it is an object of the plug-in, if only what moc or rcc has written for it."""
+        return made.split(".dir/")[0] in self.folders
+
+    @functools.cached_property
+    def folders(self):
+        return {made.split(".dir/")[0] for made in self.objects.values()}
 
     def of(self, file):
         """The tests that can notice it, those with the best prospects and the quickest first."""
@@ -73,11 +80,11 @@ class Owners:
 
     def reach_of(self, test):
         linked = self.linked(test)
-        shipped = set(self.objects.values())
-        if not shipped & linked:
-            return shipped
+        own = {each for each in linked if not self.is_shipped(each)}
+        if own == linked:
+            return set(self.objects.values())
         found, waiting = set(), set()
-        for each in linked - shipped:
+        for each in own:
             waiting |= self.symbols.leads(each)
         while waiting:
             each = waiting.pop()
@@ -90,9 +97,8 @@ class Owners:
         """What the test's program is linked of."""
         program = self.program(test)
         _, output = self.workshop.ninja("-t", "query", program)
-        lines = output.split("outputs:")[0].splitlines()
-        return {line.strip().removeprefix("| ") for line in lines
-                if line.strip().removeprefix("| ").endswith((".o", ".a"))}
+        names = {line.strip("| ") for line in output.split("outputs:")[0].splitlines()}
+        return {name for name in names if name.endswith((".o", ".a"))}
 
     def program(self, test):
         """The file behind the target's name."""
@@ -120,7 +126,7 @@ class Symbols:
         self.by_class.pop(None, None)
 
     def named(self, path, which):
-        result = subprocess.run(["nm", "--format=posix", which, path], cwd=self.build,
+        result = subprocess.run(["nm", "--extern-only", "--format=posix", which, path], cwd=self.build,
                                 capture_output=True, text=True)
         words = [line.split(" ") for line in result.stdout.splitlines() if " " in line]
         # What is weak comes from a header, and who uses it has its own.

@@ -6,7 +6,7 @@ import pathlib
 import threading
 import time
 
-from .workshop import Stopped, Trouble
+from .workshop import FAILURE, Stopped, Trouble
 
 NOTICED = "noticed"
 TIMED_OUT = "timed out"
@@ -63,12 +63,22 @@ class Baseline:
 
         if missing:
             say(f"Running {len(missing)} tests on the right sources.")
-            in_parallel(work, workshops)
-            self.save()
+            try:
+                in_parallel(work, workshops)
+            finally:
+                self.save()
         if red:
             name, output = sorted(red.items())[0]
             raise Trouble(f"{name} fails on the right sources, so that no break can be told by it:\n"
-                          f"{output[-2000:]}")
+                          f"{reasons(output)}")
+
+
+def reasons(output):
+    """What a test program says of its failures, or at least its last words."""
+    lines = output.splitlines()
+    told = [line for number, line in enumerate(lines)
+            if any(FAILURE.match(each.encode()) for each in lines[max(0, number - 3):number + 1])]
+    return "\n".join(told or lines[-10:])
 
 
 class Counted:

@@ -132,12 +132,12 @@ class Workshop:
             signal_group(process, signal.SIGKILL)
 
         timer = threading.Timer(seconds, end) if seconds else None
-        output = b""
+        output = []
         try:
             if timer:
                 timer.start()
             for line in process.stdout:
-                output += line
+                output.append(line)
                 if until and until.match(line):
                     break
             else:
@@ -160,7 +160,7 @@ class Workshop:
                 self.running = None
         if self.stop.is_set():
             raise Stopped()
-        return (None if late.is_set() else status), output.decode("utf-8", "replace")
+        return (None if late.is_set() else status), b"".join(output).decode("utf-8", "replace")
 
     def ninja(self, *arguments):
         return self.execute(["ninja", *arguments])
@@ -245,10 +245,10 @@ def listed_files(root):
 
 
 def digest(root, files):
-    """A name for what the files hold, this program's own left out."""
+    """A name for what the files hold, this program and texts for people left out."""
     whole = hashlib.sha256()
     for name in files:
-        if name.startswith("tools/break"):
+        if name.startswith("tools/break") or name.endswith(".md"):
             continue
         whole.update(name.encode() + b"\0" + hashlib.sha256((root / name).read_bytes()).digest())
     return whole.hexdigest()
