@@ -119,6 +119,7 @@ class Symbols:
         self.by_symbol = collections.defaultdict(set)
         self.by_class = collections.defaultdict(set)
         self.known = {}
+        self.members = {pathlib.PurePath(each).name for each in shipped} | {"mocs_compilation.cpp.o"}
         for each in shipped:
             for symbol in self.named(each, "--defined-only"):
                 self.by_symbol[symbol].add(each)
@@ -128,9 +129,17 @@ class Symbols:
     def named(self, path, which):
         result = subprocess.run(["nm", "--extern-only", "--format=posix", which, path], cwd=self.build,
                                 capture_output=True, text=True)
-        words = [line.split(" ") for line in result.stdout.splitlines() if " " in line]
-        # What is weak comes from a header, and who uses it has its own.
-        return {word[0] for word in words if word[1] not in "vVwW"}
+        found, is_own = set(), True
+        for line in result.stdout.splitlines():
+            name, _, rest = line.partition(" ")
+            if not rest:
+                # A library may hold the plug-in's objects too.
+                member = re.search(r"\[(.*)\]:$", name)
+                is_own = not member or member.group(1) not in self.members
+            elif is_own and rest[0] not in "vVwW":
+                # What is weak comes from a header, and who uses it has its own.
+                found.add(name)
+        return found
 
     def leads(self, path):
         if path not in self.known:
