@@ -1,0 +1,245 @@
+"""Tries breaks: builds each, runs the tests that own its source until one notices it, and counts."""
+
+import collections
+import json
+import pathlib
+import threading
+import time
+
+from .workshop import FAILURE, Stopped, Trouble
+
+NOTICED = "noticed"
+TIMED_OUT = "timed out"
+SURVIVED = "survived"
+NOT_COMPILED = "did not compile"
+SAME_CODE = "same code"
+
+# Those that say something about the tests.
+VALID = (NOTICED, TIMED_OUT, SURVIVED)
+
+# How many programs are linked at a time, when none of the likeliest has noticed a break.
+BATCH = 8
+
+
+class Baseline:
+    """How long each test takes on the right sources; all must pass there."""
+
+    def __init__(self, path, digest):
+        self.path = path
+        self.digest = digest
+        self.seconds = {}
+        self.load()
+
+    def load(self):
+        try:
+            stored = json.loads(self.path.read_text(encoding="utf-8"))
+            if stored["digest"] == self.digest:
+                self.seconds = stored["seconds"]
+        except (OSError, ValueError, KeyError):
+            pass
+
+    def save(self):
+        self.path.write_text(json.dumps({"digest": self.digest, "seconds": self.seconds}), encoding="utf-8")
+
+    def measure(self, workshops, tests, say):
+        missing = collections.deque(sorted(set(tests) - set(self.seconds)))
+        red = {}
+
+        def work(workshop):
+            while missing:
+                try:
+                    name = missing.popleft()
+                except IndexError:
+                    return
+                passes, seconds, output = workshop.run(name)
+                if not passes:
+                    say(f"{name} fails on the right sources: once more.")
+                    passes, seconds, output = workshop.run(name)
+                if passes:
+                    self.seconds[name] = seconds
+                else:
+                    red[name] = output
+                    missing.clear()
+
+        if missing:
+            say(f"Running {len(missing)} tests on the right sources.")
+            try:
+                in_parallel(work, workshops)
+            finally:
+                self.save()
+        if red:
+            name, output = sorted(red.items())[0]
+            raise Trouble(f"{name} fails on the right sources, so that no break can be told by it:\n"
+                          f"{reasons(output)}")
+
+
+def reasons(output):
+    """What a test program says of its failures, or at least its last words."""
+    lines = output.splitlines()
+    told = [line for number, line in enumerate(lines)
+            if any(FAILURE.match(each.encode()) for each in lines[max(0, number - 3):number + 1])]
+    return "\n".join(told or lines[-10:])
+
+
+class Counted:
+    """A file, the order in which its breaks are tried, and what has come out."""
+
+    def __init__(self, file, source, breaks, wanted):
+        self.file = file
+        self.source = source
+        self.waiting = collections.deque(breaks)
+        self.wanted = wanted
+        self.running = 0
+        self.results = []
+        self.noticers = []
+
+    def count(self, verdict):
+        return sum(1 for _, found, _ in self.results if found == verdict)
+
+    def valid(self):
+        return sum(self.count(verdict) for verdict in VALID)
+
+    def has_more(self):
+        return bool(self.waiting) and self.valid() + self.running < self.wanted
+
+    def likeliest_first(self, tests, seconds):
+        """Those that have noticed the file's last breaks, those of its class, of its room, the others; the
+        quickest first."""
+        path = pathlib.PurePath(self.file)
+
+        def likelihood(name):
+            test = tests[name]
+            subject = name.removeprefix("tst_")
+            is_own = subject == path.stem or subject.startswith(path.stem + "_")
+            is_near = pathlib.PurePath(test.folder).name == path.parent.name
+            return (not (name in self.noticers), not is_own, not is_near, seconds[name])
+
+        return sorted(tests, key=likelihood)
+
+
+class Trial:
+    def __init__(self, workshops, owners, seconds, floor, say):
+        self.workshops = workshops
+        self.owners = owners
+        self.seconds = seconds
+        self.floor = floor
+        self.say = say
+        self.lock = threading.Lock()
+        self.right = {}
+
+    def run(self, files):
+        """Fills in the results of the files."""
+        in_parallel(lambda workshop: self.work(workshop, files), self.workshops)
+
+    def work(self, workshop, files):
+        counted = None
+        while True:
+            with self.lock:
+                counted = self.chosen(counted, files)
+                if counted is None:
+                    break
+                each = counted.waiting.popleft()
+                counted.running += 1
+            began = time.monotonic()
+            try:
+                result = self.verdict(workshop, counted, each)
+            finally:
+                with self.lock:
+                    counted.running -= 1
+            with self.lock:
+                counted.results.append((each, *result))
+                self.tell(counted, each, result, time.monotonic() - began)
+        workshop.restore()
+
+    def chosen(self, current, files):
+        """The file whose break is the next: the one that the workshop is at, else the least busy one."""
+        if current is not None and current.has_more():
+            return current
+        return min((each for each in files if each.has_more()), key=lambda each: each.running, default=None)
+
+    def tell(self, counted, each, result, seconds):
+        verdict, by = result
+        by = f" by {by}" if by else ""
+        self.say(f"{each.file}:{each.line(counted.source)}: {each.kind}: {verdict}{by} ({seconds:.1f} s)")
+
+    def verdict(self, workshop, counted, each):
+        file, source = counted.file, counted.source
+        objects = self.owners.shipped_objects(file)
+        right = self.right_code(workshop, objects)
+        if workshop.broken.keys() - {file}:
+            workshop.restore()
+        workshop.write(file, each.applied(source))
+        if workshop.make(objects):
+            return NOT_COMPILED, None
+        if [workshop.content(name) for name in objects] == right:
+            return SAME_CODE, None
+        return self.tested(workshop, counted)
+
+    def right_code(self, workshop, objects):
+        """What the objects hold while nothing is broken."""
+        key = workshop, tuple(objects)
+        if key not in self.right:
+            workshop.restore()
+            reason = workshop.make(objects)
+            if reason:
+                raise Trouble(f"The right sources do not build:\n{reason}")
+            self.right[key] = [workshop.content(name) for name in objects]
+        return self.right[key]
+
+    def tested(self, workshop, counted):
+        owning = {name: workshop.tests[name] for name in self.owners.of(counted.file)}
+        order = counted.likeliest_first(owning, self.seconds)
+        first = True
+        while order:
+            size = 2 if first else BATCH
+            batch, order, first = order[:size], order[size:], False
+            if workshop.make(batch):
+                return NOT_COMPILED, None
+            for name in batch:
+                verdict = self.one_test(workshop, name)
+                if verdict is not None:
+                    with self.lock:
+                        counted.noticers = [name] + [each for each in counted.noticers if each != name][:2]
+                    return verdict, name
+        return SURVIVED, None
+
+    def one_test(self, workshop, name):
+        limit = max(self.floor, 3 * self.seconds[name])
+        # A test that fails by chance has noticed nothing: it must fail again.
+        passes, _, _ = workshop.run(name, limit)
+        if passes is False:
+            passes, _, _ = workshop.run(name, limit)
+            if passes:
+                self.say(f"{name} failed once and passed then; it does not count.")
+        return None if passes else TIMED_OUT if passes is None else NOTICED
+
+
+def in_parallel(work, workshops):
+    """Runs it for each of the workshops on a thread of its own; the first error ends all of them."""
+    errors = []
+
+    def guarded(workshop):
+        try:
+            work(workshop)
+        except Stopped:
+            pass
+        except BaseException as error:  # What happens on the thread is told by the one that waits.
+            errors.append(error)
+            workshop.stop.set()
+
+    threads = [threading.Thread(target=guarded, args=(workshop,), daemon=True) for workshop in workshops]
+    for thread in threads:
+        thread.start()
+    try:
+        for thread in threads:
+            while thread.is_alive():
+                thread.join(0.2)
+    except BaseException:
+        for workshop in workshops:
+            workshop.stop.set()
+            workshop.end()
+        for thread in threads:
+            thread.join()
+        raise
+    if errors:
+        raise errors[0]
