@@ -240,8 +240,17 @@ void TestListView::clickAfterTheListHasScrolled()
 void TestListView::moveWithoutAPressDoesNothing()
 {
     FingerList finger(10);
-    finger.move(10);
+    // Qt keeps moves without a press from the list otherwise.
+    finger.list().viewport()->setMouseTracking(true);
     finger.move(200);
+    finger.move(10);
+    QCOMPARE(finger.takeNews(), QStringList());
+    QCOMPARE(value(finger), 0);
+    // Nor does one go on that has ended.
+    finger.press(200);
+    finger.release(200);
+    finger.takeNews();
+    finger.move(10);
     QCOMPARE(finger.takeNews(), QStringList());
     QCOMPARE(value(finger), 0);
 }
@@ -313,6 +322,15 @@ void TestListView::dragPaintsTheRowUnpressed()
     QCOMPARE(value(finger), 10);
     QCOMPARE(shown(112), unpressed);
     finger.release(110);
+
+    // At its beginning the list does not move, and nothing else paints the row anew.
+    finger.list().verticalScrollBar()->setValue(0);
+    finger.press(120);
+    QVERIFY(shown(122) != unpressed);
+    finger.move(140);
+    QCOMPARE(value(finger), 0);
+    QCOMPARE(shown(122), unpressed);
+    finger.release(140);
 }
 
 FACTORY_TEST_MAIN(TestListView)

@@ -119,7 +119,17 @@ void TestFactoryDebugView::menuButton()
 void TestFactoryDebugView::menuButtonsKeepTheirOrder()
 {
     const ViewOnScreen shown;
-    QCOMPARE(menuButtons(*shown.view).size(), 13);
+    QStringList ids;
+    const QList<KvIconButton *> buttons = menuButtons(*shown.view);
+    for (KvIconButton *button : buttons) {
+        ids.append(button->buttonID());
+    }
+    QStringList expected;
+    for (const MenuEntry &entry : menu) {
+        expected.append(QString::fromLatin1(entry.id));
+    }
+    QCOMPARE(ids, expected);
+    QCOMPARE(ids.size(), 13);
 }
 
 void TestFactoryDebugView::paintsItsColour()

@@ -212,14 +212,18 @@ void TestCGpsComPageUpdate::stickPulledWhileVerifying()
 {
     switchOn(1); // A second, before the worker's result comes.
     plugBoth();
-    CGpsComPage *page = open();
+    open();
+    // The worker has read both files.
+    QTRY_COMPARE(m_unit->journal(QStringLiteral("gate fopen(")).size(), 2);
+    QTest::qWait(200);
     QString error;
     QVERIFY(m_unit->unit().storage().pull(QStringLiteral("usb0"), &error));
     QTRY_COMPARE(m_unit->journal(QStringLiteral("update ready")),
                  QStringList({updateReady(0), updateReady(1), updateReady(0)}));
-    Q_UNUSED(page);
-    // Whether the worker was faster or not: the page asks, or it has closed itself.
+    QVERIFY(shows(m_page, "popLoading"));
+    // What was found is told all the same, and that there is nothing to update from is not.
     QTRY_VERIFY(m_page.isNull() || asks(m_page));
+    QVERIFY(!m_page.isNull());
 }
 
 void TestCGpsComPageUpdate::stickPulledAfterVerification()

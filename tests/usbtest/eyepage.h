@@ -16,7 +16,7 @@ class Page : public FormHost
 {
 public:
     explicit Page(TestUnit &unit)
-        : FormHost(unit)
+        : FormHost(unit, QSize(700, 400)) // the form gives it another
     {
         m_view = new USBEyeTestView(host());
     }

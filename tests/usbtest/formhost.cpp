@@ -11,11 +11,11 @@ void applyUnitsAppearance()
     QVERIFY2(simulator::appearance::apply(&error), qPrintable(error));
 }
 
-FormHost::FormHost(TestUnit &unit)
+FormHost::FormHost(TestUnit &unit, const QSize &size)
     : m_unit(unit)
     , m_host(new QWidget(&unit.screen()))
 {
-    m_host->setGeometry(0, 0, 800, 480);
+    m_host->resize(size);
     m_host->show();
 }
 

@@ -8,11 +8,11 @@
 /// Gives the test program the unit's look: which texts fit is a matter of the unit's font.
 void applyUnitsAppearance();
 
-/// A visible host that fills the unit's screen, for a page that lays its form on it.
+/// A visible host, on the whole of the unit's screen, for a page that lays its form on it.
 class FormHost
 {
 public:
-    explicit FormHost(TestUnit &unit);
+    explicit FormHost(TestUnit &unit, const QSize &size = QSize(800, 480));
     Q_DISABLE_COPY(FormHost)
 
     QWidget *host() const { return m_host.data(); }
