@@ -150,8 +150,9 @@ qint64 Journal::end() const
 
 QStringList Journal::lines(const QString &pattern, qint64 from) const
 {
+    const QList<Line> chosen = choose(pattern, from);
     QStringList found;
-    for (const Line &line : choose(pattern, from)) {
+    for (const Line &line : chosen) {
         found.append(line.text);
     }
     return found;
@@ -159,8 +160,9 @@ QStringList Journal::lines(const QString &pattern, qint64 from) const
 
 QStringList Journal::timedLines(const QString &pattern, qint64 from) const
 {
+    const QList<Line> chosen = choose(pattern, from);
     QStringList found;
-    for (const Line &line : choose(pattern, from)) {
+    for (const Line &line : chosen) {
         found.append(timed(line.seconds, line.text));
     }
     return found;
