@@ -266,8 +266,12 @@ void TestKvIconButton::slotDeletesButton()
     page->resize(screen.size());
     auto *button = new Button(page);
     const QSignalSpy clicks(button, &KvIconButton::btnClicked);
-    const auto deletes = onRelease ? &KvIconButton::btnReleased : &KvIconButton::btnClicked;
-    connect(button, deletes, &screen, [page] { delete page; });
+    const auto deletePage = [page] { delete page; };
+    if (onRelease) {
+        connect(button, &KvIconButton::btnReleased, &screen, deletePage);
+    } else {
+        connect(button, &KvIconButton::btnClicked, &screen, deletePage);
+    }
     QVERIFY(screen.turnOn());
     screen.tap(onButton);
     QVERIFY(page.isNull());
