@@ -83,7 +83,8 @@ private:
                 clock.start();
             }
             const double milliseconds = clock.nsecsElapsed() / 1e6;
-            for (const char byte : m_line.hear(m_speed)) {
+            const QByteArray heard = m_line.hear(m_speed);
+            for (const char byte : heard) {
                 const XmodemReceiver::Event event = transfer.take(byte);
                 if (event != XmodemReceiver::Event::Nothing) {
                     m_line.say(QByteArray(1, XmodemReceiver::ack), m_speed);

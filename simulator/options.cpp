@@ -83,7 +83,7 @@ QString complaint(const QCommandLineParser &parser, double *speed)
 {
     if (!parser.positionalArguments().isEmpty()) {
         return QStringLiteral("Unexpected argument \"%1\".")
-            .arg(parser.positionalArguments().first());
+            .arg(parser.positionalArguments().constFirst());
     }
     const QString speedWord = parser.value("speed");
     if (!readSpeed(speedWord, speed)) {

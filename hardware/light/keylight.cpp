@@ -12,14 +12,15 @@ namespace hardware
 namespace
 {
 
-const auto head = QByteArray::fromHex("FF66061584FE");
-const auto tail = QByteArray::fromHex("FF");
+const char head[] = "\xFF\x66\x06\x15\x84\xFE";
+const int headBytes = sizeof(head) - 1;
 const int colorBytes = 3;
+const char tail = '\xFF';
 const KeyColor ownColor = {10, 60, 100};
 
 bool isColorMessage(const QByteArray &message)
 {
-    return message.size() == head.size() + colorBytes + tail.size() && message.startsWith(head)
+    return message.size() == headBytes + colorBytes + 1 && message.startsWith(head)
         && message.endsWith(tail);
 }
 
@@ -48,7 +49,7 @@ void KeyLight::receive(const QByteArray &message)
     if (!isColorMessage(message)) {
         return;
     }
-    const auto part = [&message](int index) { return int(uchar(message.at(head.size() + index))); };
+    const auto part = [&message](int index) { return int(uchar(message.at(headBytes + index))); };
     const KeyColor color = {part(0), part(1), part(2)};
     const QString text = QStringLiteral("%1 %2 %3").arg(color.red).arg(color.green).arg(color.blue);
     if (!isPossible(color)) {

@@ -16,7 +16,6 @@ const int stepMs = DabTuner::updateMs / steps;
 } // namespace
 
 const char DabTuner::firmwareFile[] = "/dab_firmware.bin";
-constexpr int DabTuner::updateMs;
 
 DabTuner::DabTuner(const UnitFolder &folder, const Clock &clock, Journal &journal)
     : m_folder(folder)

@@ -77,8 +77,9 @@ QString valueText(const QVariant &value)
     if (value.type() != QVariant::StringList) {
         return escapedText(typed(value));
     }
+    const QStringList values = value.toStringList();
     QStringList texts;
-    for (const QString &text : value.toStringList()) {
+    for (const QString &text : values) {
         texts.append(escapedText(typed(text)));
     }
     return texts.isEmpty() ? QStringLiteral("@Invalid()") : texts.join(QStringLiteral(", "));

@@ -163,8 +163,9 @@ qint64 Journal::end() const
 
 QStringList Journal::lines(const QString &pattern, qint64 from, Detail detail) const
 {
+    const QList<Line> chosen = choose(pattern, from, detail);
     QStringList found;
-    for (const Line &line : choose(pattern, from, detail)) {
+    for (const Line &line : chosen) {
         found.append(line.text);
     }
     return found;
@@ -172,8 +173,9 @@ QStringList Journal::lines(const QString &pattern, qint64 from, Detail detail) c
 
 QStringList Journal::timedLines(const QString &pattern, qint64 from, Detail detail) const
 {
+    const QList<Line> chosen = choose(pattern, from, detail);
     QStringList found;
-    for (const Line &line : choose(pattern, from, detail)) {
+    for (const Line &line : chosen) {
         found.append(timed(line.seconds, line.text));
     }
     return found;

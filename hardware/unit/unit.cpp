@@ -44,10 +44,13 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_panel(m_journal, m_mcu, m_vendorData)
     , m_gpsReceiver(m_folder, m_clock, m_journal, m_versions)
 {
-    QObject::connect(&m_storage, &Storage::removed, [this](const QString &mountRoot) {
-        m_openFiles.cut(QFile::encodeName(mountRoot));
-    });
-    QObject::connect(&m_mcu, &Mcu::rebootRequested, [this] { m_gpsReceiver.restart(); });
+    QObject::connect(
+        &m_storage, &Storage::removed, &m_storage,
+        [this](const QString &mountRoot) { m_openFiles.cut(QFile::encodeName(mountRoot)); },
+        Qt::DirectConnection);
+    QObject::connect(
+        &m_mcu, &Mcu::rebootRequested, &m_mcu, [this] { m_gpsReceiver.restart(); },
+        Qt::DirectConnection);
     QObject::connect(&m_mcu, &Mcu::rebootRequested, &m_dabTuner, &DabTuner::restart,
                      Qt::DirectConnection);
 }

@@ -13,7 +13,6 @@ namespace
 {
 
 const char magic[] = "ORRERYPK";
-constexpr int magicLength = 8;
 constexpr int formatOffset = 8;
 constexpr quint32 knownFormat = 1;
 constexpr int customerVersionOffset = 12;

@@ -14,7 +14,14 @@ namespace
 
 std::atomic<hardware::Unit *> linkedUnit{nullptr};
 std::recursive_mutex servicesMutex; // A service may be made of others.
-std::map<std::type_index, std::shared_ptr<void>> services;
+
+using Services = std::map<std::type_index, std::shared_ptr<void>>;
+
+Services &services()
+{
+    static Services made;
+    return made;
+}
 
 } // namespace
 
@@ -26,7 +33,7 @@ SimulatedUnit::SimulatedUnit(hardware::Unit &unit)
 SimulatedUnit::~SimulatedUnit()
 {
     const std::lock_guard<std::recursive_mutex> lock(servicesMutex);
-    services.clear();
+    services().clear();
     linkedUnit = nullptr;
 }
 
@@ -48,12 +55,12 @@ int hostMs(int unitMs)
 void *serviceOf(std::type_index type, const std::function<std::shared_ptr<void>()> &make)
 {
     const std::lock_guard<std::recursive_mutex> lock(servicesMutex);
-    const auto known = services.find(type);
-    if (known != services.end()) {
+    const auto known = services().find(type);
+    if (known != services().end()) {
         return known->second.get();
     }
     std::shared_ptr<void> made = make();
-    return services.emplace(type, std::move(made)).first->second.get();
+    return services().emplace(type, std::move(made)).first->second.get();
 }
 
 } // namespace unitlink

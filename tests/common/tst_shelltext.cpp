@@ -27,7 +27,8 @@ void TestShellText::plainPathsReachTheShell_data()
     QTest::newRow("umlaut") << QByteArray("/media/\xC3\xBC") << true;
     QTest::newRow("empty") << QByteArray("") << true;
     // All that a POSIX shell treats specially somewhere in a word, each on its own.
-    for (const char special : QByteArray(" \t\n|&;<>()$`\\\"'*?[]#~!{}\x7F\x01")) {
+    const QByteArray specials(" \t\n|&;<>()$`\\\"'*?[]#~!{}\x7F\x01");
+    for (const char special : specials) {
         QTest::newRow(qPrintable(QStringLiteral("special 0x%1").arg(int(special), 0, 16)))
             << QByteArray("/media/u").append(special).append("b") << false;
     }

@@ -23,13 +23,20 @@ private slots:
 namespace
 {
 
-const QByteArray userdataLog("btsnoop\0\1\2 userdata", 19);
-const QByteArray nvmLog("nvm log\n");
+QByteArray userdataLog()
+{
+    return QByteArray("btsnoop\0\1\2 userdata", 19);
+}
+
+QByteArray nvmLog()
+{
+    return QByteArray("nvm log\n");
+}
 
 void writeLogs(const TestUnit &unit)
 {
-    writeFile(unit.path(QStringLiteral("/media/flash/userdata/btsnoop.log")), userdataLog);
-    writeFile(unit.path(QStringLiteral("/media/flash/nvm/btsnoop.log")), nvmLog);
+    writeFile(unit.path(QStringLiteral("/media/flash/userdata/btsnoop.log")), userdataLog());
+    writeFile(unit.path(QStringLiteral("/media/flash/nvm/btsnoop.log")), nvmLog());
 }
 
 /// A mount root of that many bytes that exists in the unit.
@@ -65,8 +72,9 @@ void TestBtsnoopCopy::firstCopyMakesTheFolders()
                  QStringLiteral("shell cp /media/flash/nvm/btsnoop.log /media/usb0/nvm"),
                  QStringLiteral("shell sync"),
              }));
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/userdata/btsnoop.log"))), userdataLog);
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/nvm/btsnoop.log"))), nvmLog);
+    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/userdata/btsnoop.log"))),
+             userdataLog());
+    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/nvm/btsnoop.log"))), nvmLog());
 }
 
 void TestBtsnoopCopy::secondCopyRemovesTheOldLogsFirst()
@@ -90,8 +98,9 @@ void TestBtsnoopCopy::secondCopyRemovesTheOldLogsFirst()
                  QStringLiteral("shell cp /media/flash/nvm/btsnoop.log /media/usb0/nvm"),
                  QStringLiteral("shell sync"),
              }));
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/userdata/btsnoop.log"))), userdataLog);
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/nvm/btsnoop.log"))), nvmLog);
+    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/userdata/btsnoop.log"))),
+             userdataLog());
+    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/nvm/btsnoop.log"))), nvmLog());
 }
 
 void TestBtsnoopCopy::folderWithoutLogIsKeptAsItIs()
@@ -145,7 +154,7 @@ void TestBtsnoopCopy::longestDeviceThatFitsIsUsed()
 
     QCOMPARE(unit.journal(QStringLiteral("/^shell /")).size(), 8);
     QCOMPARE(readFile(unit.path(QString::fromLatin1(device) + QStringLiteral("/nvm/btsnoop.log"))),
-             nvmLog);
+             nvmLog());
 }
 
 void TestBtsnoopCopy::deviceOneByteTooLongRunsNothing()

@@ -197,7 +197,7 @@ void TestFactoryDebugActivity::traces()
                  {QStringLiteral("FactoryDebugctivity"), QStringLiteral("~FactoryDebugctivity")}));
     const QRegularExpression form(QStringLiteral(
         R"(^\[Info\] \[FactoryDebug\] \[ factorydebugactivity\.cpp : \d+ \]  FactoryDebugctivity$)"));
-    QVERIFY(form.match(capture.lines().first()).hasMatch());
+    QVERIFY(form.match(capture.lines().constFirst()).hasMatch());
 }
 
 void TestFactoryDebugActivity::virtualSlotOrder()

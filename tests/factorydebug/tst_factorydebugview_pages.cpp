@@ -100,7 +100,8 @@ void TestFactoryDebugViewPages::opensAPage()
 
     QVERIFY(page(*shown.view, className) != nullptr);
     QCOMPARE(::title(*shown.view), title);
-    for (KvIconButton *button : menuButtons(*shown.view)) {
+    const QList<KvIconButton *> buttons = menuButtons(*shown.view);
+    for (KvIconButton *button : buttons) {
         QVERIFY(!button->isVisible());
     }
     if (const auto *widget = qobject_cast<QWidget *>(page(*shown.view, className))) {
@@ -126,7 +127,8 @@ void TestFactoryDebugViewPages::returnDeletesThePage()
 
     QVERIFY(opened.isNull());
     QCOMPARE(title(*shown.view), QStringLiteral("Factory"));
-    for (KvIconButton *button : menuButtons(*shown.view)) {
+    const QList<KvIconButton *> buttons = menuButtons(*shown.view);
+    for (KvIconButton *button : buttons) {
         QVERIFY(button->isVisible());
     }
 }
@@ -167,7 +169,8 @@ void TestFactoryDebugViewPages::returnAfterAPageHasDeletedItself()
     shown.unit.tap(returnPoint);
 
     QCOMPARE(title(*shown.view), QStringLiteral("Factory"));
-    for (KvIconButton *button : menuButtons(*shown.view)) {
+    const QList<KvIconButton *> buttons = menuButtons(*shown.view);
+    for (KvIconButton *button : buttons) {
         QVERIFY(button->isVisible());
     }
     shown.tap(id.constData());
@@ -224,7 +227,7 @@ void TestFactoryDebugViewPages::returnWithNoPageOpenLeavesTheMenuAndTheStatusBar
     shown.view->buttonClicked(QStringLiteral("return"));
     // Neither a hide operation nor interPrimary().
     QCOMPARE(capture.texts(), QStringList(QStringLiteral("id: \"return\"")));
-    QVERIFY(menuButtons(*shown.view).first()->isVisible());
+    QVERIFY(menuButtons(*shown.view).constFirst()->isVisible());
 }
 
 void TestFactoryDebugViewPages::returnInASubListGoesBackInsideThePage()
@@ -237,11 +240,11 @@ void TestFactoryDebugViewPages::returnInASubListGoesBackInsideThePage()
     shown.unit.tap(returnPoint);
     QVERIFY(!opened.isNull());
     QCOMPARE(usbTestListType, 1);
-    QVERIFY(!menuButtons(*shown.view).first()->isVisible());
+    QVERIFY(!menuButtons(*shown.view).constFirst()->isVisible());
 
     shown.unit.tap(returnPoint);
     QVERIFY(opened.isNull());
-    QVERIFY(menuButtons(*shown.view).first()->isVisible());
+    QVERIFY(menuButtons(*shown.view).constFirst()->isVisible());
 }
 
 void TestFactoryDebugViewPages::gpsPressedTwiceMakesTwoPages()
@@ -250,7 +253,7 @@ void TestFactoryDebugViewPages::gpsPressedTwiceMakesTwoPages()
     shown.view->buttonClicked(QStringLiteral("gps"));
     shown.view->buttonClicked(QStringLiteral("gps"));
     QCOMPARE(gpsPages().size(), 2);
-    QVERIFY(gpsPages().first()->isWindow());
+    QVERIFY(gpsPages().constFirst()->isWindow());
 }
 
 void TestFactoryDebugViewPages::gpsLeavesTheMenuAndTheOpenPage()
@@ -264,7 +267,7 @@ void TestFactoryDebugViewPages::gpsLeavesTheMenuAndTheOpenPage()
 
     shown.view->buttonClicked(QStringLiteral("return"));
     shown.view->buttonClicked(QStringLiteral("gps"));
-    QVERIFY(menuButtons(*shown.view).first()->isVisible());
+    QVERIFY(menuButtons(*shown.view).constFirst()->isVisible());
     QCOMPARE(title(*shown.view), QStringLiteral("Factory"));
 }
 

@@ -133,7 +133,7 @@ void TestStatusBar::traces()
     QCOMPARE(capture.texts(),
              QStringList(
                  {QStringLiteral("interPrimary"), QStringLiteral("interSecondary \"USB Test\"")}));
-    QVERIFY(capture.lines().first().contains(QLatin1String("[ statusbar.cpp : ")));
+    QVERIFY(capture.lines().constFirst().contains(QLatin1String("[ statusbar.cpp : ")));
 }
 
 void TestStatusBar::paintsItsColour()

@@ -3,9 +3,8 @@
 //
 //     cmake --preset asan -B build/fuzz -DCMAKE_CXX_COMPILER=clang++
 //     cmake --build build/fuzz --target fuzz_gpspackage
-//     mkdir -p /tmp/corpus
+//     cp -r tests/fuzz/gpspackage /tmp/corpus
 //     build/fuzz/tests/fuzz/fuzz_gpspackage -max_len=8192 -max_total_time=600 /tmp/corpus
-//     tests/fuzz/gpspackage
 
 #include "gps/gpspackage.h"
 

@@ -40,7 +40,7 @@ namespace
 
 const double fast = 100.0; // an update of ten seconds lasts 100 ms
 const int patienceMs = 20000;
-const QByteArray root("/media/usb0");
+const char root[] = "/media/usb0";
 
 struct Tuner
 {

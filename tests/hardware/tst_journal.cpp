@@ -171,7 +171,7 @@ void tst_Journal::theHeadIsNoLine()
     QVERIFY(journal.appendTo(file(QStringLiteral("headed")), QStringLiteral("# a start")));
     journal.write(QStringLiteral("a"), QStringLiteral("1"));
     QCOMPARE(journal.lines(), QStringList{QStringLiteral("a 1")});
-    QCOMPARE(fileLines(QStringLiteral("headed")).first(), QStringLiteral("# a start"));
+    QCOMPARE(fileLines(QStringLiteral("headed")).constFirst(), QStringLiteral("# a start"));
     QCOMPARE(fileLines(QStringLiteral("headed")).size(), 2);
 }
 
@@ -184,7 +184,7 @@ void tst_Journal::timesAreTheUnits()
     journal.write(QStringLiteral("b"), QStringLiteral("2"));
     const QStringList lines = journal.timedLines(QStringLiteral("/^a/"));
     QCOMPARE(lines.size(), 1);
-    QCOMPARE(lines.first(), fileLines(QStringLiteral("fast")).first());
+    QCOMPARE(lines.first(), fileLines(QStringLiteral("fast")).constFirst());
     const double seconds = lines.first().section(QLatin1Char(' '), 0, 0).toDouble();
     QVERIFY2(seconds >= 20, qPrintable(lines.first()));
     QVERIFY2(lines.first().endsWith(QLatin1String(" a 1")), qPrintable(lines.first()));
@@ -286,8 +286,8 @@ void tst_Journal::theOldestLinesAreForgotten()
     }
     QCOMPARE(journal.end(), qint64(held + 5));
     QCOMPARE(journal.lines().size(), held);
-    QCOMPARE(journal.lines().first(), QStringLiteral("n 5."));
-    QCOMPARE(journal.lines(QString(), 7).first(), QStringLiteral("n 7."));
+    QCOMPARE(journal.lines().constFirst(), QStringLiteral("n 5."));
+    QCOMPARE(journal.lines(QString(), 7).constFirst(), QStringLiteral("n 7."));
     QCOMPARE(journal.find(JournalPattern(QStringLiteral("n 4."))), qint64(-1));
     QCOMPARE(journal.find(JournalPattern(QStringLiteral("n 5."))), qint64(5));
     QCOMPARE(journal.find(JournalPattern(QStringLiteral("/^n 20004/")), 20004), qint64(20004));

@@ -47,7 +47,7 @@ void tst_KeyLight::anImpossibleColourIsRefused()
     KeyLight light(journal, mcu);
     const int red = light.color().red;
     mcu.send(QByteArray::fromHex("ff66061584fe 65 32 64 ff"));
-    QCOMPARE(journal.lines().last(), QStringLiteral("keylight refused 101 50 100"));
+    QCOMPARE(journal.lines().constLast(), QStringLiteral("keylight refused 101 50 100"));
     QCOMPARE(light.color().red, red);
 }
 

@@ -142,7 +142,8 @@ void tst_MemoryDevice::unmappingElsewhereInThePageIsRefusedAndTheMappingStays()
     const int reason = errno;
     QCOMPARE(result, -1);
     QCOMPARE(reason, EINVAL);
-    QCOMPARE(journal().last(), QStringLiteral("memory unmap 9C000190 refused: Invalid argument"));
+    QCOMPARE(journal().constLast(),
+             QStringLiteral("memory unmap 9C000190 refused: Invalid argument"));
     QCOMPARE(device().mappings(), 1);
     QCOMPARE(quint32(*word(mapped, 0x190)), 0x7F7F4040u);
     QCOMPARE(munmap(mapped, pageSize), 0);

@@ -74,7 +74,7 @@ void tst_NcmTest::everyKindMovesBytes()
     QVERIFY(test.start(kind));
     QVERIFY(test.isRunning());
     QVERIFY(moves(test));
-    QCOMPARE(test.description().first(), name + QStringLiteral(" runs"));
+    QCOMPARE(test.description().constFirst(), name + QStringLiteral(" runs"));
     QVERIFY(test.stop());
     QVERIFY(!test.isRunning());
 
@@ -83,7 +83,7 @@ void tst_NcmTest::everyKindMovesBytes()
     QVERIFY(figures.datagramsLost >= 0);
     QVERIFY(figures.seconds > 0);
     QVERIFY(figures.megabits() > 0);
-    QCOMPARE(test.description().first(), name + QStringLiteral(" ended"));
+    QCOMPARE(test.description().constFirst(), name + QStringLiteral(" ended"));
     const QStringList lines = unit->journal().lines();
     QCOMPARE(lines.size(), 3);
     QCOMPARE(lines.at(0), QStringLiteral("ncm start ") + name);
@@ -141,7 +141,7 @@ void tst_NcmTest::startEndsTheTestBefore()
     QVERIFY(test.start(NcmTest::UdpClient100));
     QVERIFY(test.isRunning());
     QVERIFY(moves(test));
-    QCOMPARE(test.description().first(), QStringLiteral("udp client 100 runs"));
+    QCOMPARE(test.description().constFirst(), QStringLiteral("udp client 100 runs"));
     const QStringList lines = unit->journal().lines();
     QCOMPARE(lines.size(), 3);
     QCOMPARE(lines.at(1), QStringLiteral("ncm start udp client 100"));
@@ -195,7 +195,7 @@ void tst_NcmTest::killallEndsTheServer()
     QVERIFY(moves(test));
     QCOMPARE(unit->shell().run("killall as_server"), 0);
     QVERIFY(QTest::qWaitFor([&test] { return !test.isRunning(); }, patienceMs));
-    QCOMPARE(test.description().first(), QStringLiteral("udp server ended"));
+    QCOMPARE(test.description().constFirst(), QStringLiteral("udp server ended"));
     QVERIFY(!test.stop());
 }
 

@@ -68,7 +68,7 @@ void tst_Panel::theSaturationIsJournalledExactly()
     unit->panel().setSaturation(value);
     const QString line = unit->journal().lines(QStringLiteral("panel saturation")).value(0);
     QCOMPARE(line, QStringLiteral("panel saturation 0.99000000953674316"));
-    QVERIFY(line.mid(line.lastIndexOf(' ')).toDouble() == value);
+    QVERIFY(line.midRef(line.lastIndexOf(' ')).toDouble() == value);
 }
 
 void tst_Panel::anyValueIsTaken()

@@ -40,7 +40,7 @@ private:
 
 namespace
 {
-const QByteArray text("0123456789");
+const char text[] = "0123456789";
 }
 
 void TestSerialLine::init()
@@ -70,8 +70,8 @@ void TestSerialLine::setSpeed(speed_t speed)
 
 void TestSerialLine::carriesBytesBothWays()
 {
-    QCOMPARE(write(m_port, text.constData(), 10), ssize_t(10));
-    QCOMPARE(m_line->hear(115200), text);
+    QCOMPARE(write(m_port, text, 10), ssize_t(10));
+    QCOMPARE(m_line->hear(115200), QByteArray(text));
     m_line->say("answer", 115200);
     char bytes[32];
     QCOMPARE(read(m_port, bytes, sizeof bytes), ssize_t(6));
@@ -91,7 +91,7 @@ void TestSerialLine::followsThePortsSpeed()
 
 void TestSerialLine::otherSpeedSpoilsBytes()
 {
-    QCOMPARE(write(m_port, text.constData(), 10), ssize_t(10));
+    QCOMPARE(write(m_port, text, 10), ssize_t(10));
     const QByteArray heard = m_line->hear(9600);
     QCOMPARE(heard.size(), 10);
     for (const char byte : heard) {
@@ -106,11 +106,11 @@ void TestSerialLine::otherSpeedSpoilsBytes()
 void TestSerialLine::bytesSentJustBeforeAChangeOfSpeedAreHeard()
 {
     m_line->watchSpeed();
-    QCOMPARE(write(m_port, text.constData(), 10), ssize_t(10));
+    QCOMPARE(write(m_port, text, 10), ssize_t(10));
     setSpeed(B9600);
-    QCOMPARE(m_line->hear(115200), text);
+    QCOMPARE(m_line->hear(115200), QByteArray(text));
     // From here on the former speed is the past.
-    QCOMPARE(write(m_port, text.constData(), 10), ssize_t(10));
+    QCOMPARE(write(m_port, text, 10), ssize_t(10));
     QVERIFY(m_line->hear(115200) != text);
 }
 

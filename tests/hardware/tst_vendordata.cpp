@@ -40,8 +40,8 @@ private:
 
 namespace
 {
-const QByteArray table("[first]\nposition = 0\noffset = 16\nlength = 8\n"
-                       "[second]\nposition = 7\noffset = 4092\nlength = 4\n");
+const char table[] = "[first]\nposition = 0\noffset = 16\nlength = 8\n"
+                     "[second]\nposition = 7\noffset = 4092\nlength = 4\n";
 }
 
 bool TestVendorData::open(const QByteArray &content)

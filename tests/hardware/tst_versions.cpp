@@ -36,7 +36,7 @@ QString writeTable(const QTemporaryDir &folder, const QByteArray &content)
     return file.fileName();
 }
 
-const QByteArray table("[versions]\ngps=G 1.2\nbluetooth=B 3\nalsProduct=5\n");
+const char table[] = "[versions]\ngps=G 1.2\nbluetooth=B 3\nalsProduct=5\n";
 
 } // namespace
 
@@ -65,7 +65,7 @@ void TestVersions::newValuesAreKept()
     QFETCH(QString, version);
     const QTemporaryDir folder;
     QString error;
-    const QString file = writeTable(folder, "; a comment\n" + table);
+    const QString file = writeTable(folder, QByteArray("; a comment\n") + table);
     hardware::Journal journal;
     Versions versions(journal);
     QVERIFY(versions.open(file, &error));
@@ -85,7 +85,8 @@ void TestVersions::everyNameCanBeChanged()
     Versions versions(journal);
     QVERIFY(versions.open(writeTable(folder, table), &error));
     QCOMPARE(versions.dabSdk(), QString());
-    for (const QString &name : Versions::names()) {
+    const QStringList names = Versions::names();
+    for (const QString &name : names) {
         QVERIFY(versions.setValue(name, QString::number(name.size()), &error));
         QCOMPARE(versions.value(name), QString::number(name.size()));
     }

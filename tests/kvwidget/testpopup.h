@@ -34,8 +34,8 @@ public:
     bool visibleWhenHeard = true;
 };
 
-const QString okName("popupview_ok");
-const QString cancelName("popupview_cancel");
+const QLatin1String okName("popupview_ok");
+const QLatin1String cancelName("popupview_cancel");
 
 /// A page that fills the screen.
 class FullPage : public BaseView

@@ -10,8 +10,8 @@
 namespace
 {
 
-const QString shortText("BLUETOOTH Version: BT_1.2.3");
-const QString longText("BLUETOOTH Version: QM_BT_STACK_2022.10.04-release-candidate-3");
+const QLatin1String shortText("BLUETOOTH Version: BT_1.2.3");
+const QLatin1String longText("BLUETOOTH Version: QM_BT_STACK_2022.10.04-release-candidate-3");
 
 /// The label of the device information page: 766 wide, 83 high, text of 30 pixels, in the middle.
 class Label : public KvDisLabel
@@ -302,7 +302,7 @@ void TestKvDisLabel::propertiesForForms()
     KvDisLabel label;
     QVERIFY(label.setProperty("adaptiveFontSize", true));
     QCOMPARE(label.property("adaptiveFontSize").value<bool>(), true);
-    QVERIFY(label.setProperty("text", shortText));
+    QVERIFY(label.setProperty("text", QString(shortText)));
     QCOMPARE(label.text(), shortText);
 }
 

@@ -90,8 +90,8 @@ void TestPopupView::disabledButton_data()
 {
     QTest::addColumn<QString>("name");
     QTest::addColumn<QString>("told");
-    QTest::newRow("OK") << okName << "ok userdata";
-    QTest::newRow("Cancel") << cancelName << "cancel userdata";
+    QTest::newRow("OK") << QString(okName) << "ok userdata";
+    QTest::newRow("Cancel") << QString(cancelName) << "cancel userdata";
 }
 
 void TestPopupView::disabledButton()

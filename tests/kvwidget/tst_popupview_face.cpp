@@ -71,7 +71,7 @@ int linesIn(const QList<bool> &rows)
 QRect textPart(const Popup &popup)
 {
     QRect part = popup.rect().adjusted(10, 8, -10, -8);
-    for (const QString &name : {okName, cancelName}) {
+    for (const QLatin1String name : {okName, cancelName}) {
         if (popup.button(name)->isVisible()) {
             part.setBottom(popup.button(name)->geometry().top() - 1);
         }

@@ -70,6 +70,42 @@ says "Configuring (release)." "Building (release)." "Running the simulated unit.
     "the options of the simulator"
 try 0 ./test tst_
 says "Configuring (ci)." "Building (ci)." "Running the tests (ci)."
+grep -qx "ctest --preset ci --tests-regex tst_" "$CALLS" || fail "Other tests"
+
+# Each option has its preset.
+while read -r option preset; do
+    try 0 ./test "$option"
+    says "Configuring ($preset)." "Building ($preset)." "Running the tests ($preset)."
+    grep -qx "ctest --preset $preset" "$CALLS" || fail "Other tests"
+done <<'END'
+--fast dev
+--sanitize asan
+--sanitize=thread tsan
+END
+try 2 ./test --sanitize=all
+grep -q "^Usage: ./test" said || fail "No help"
+
+# Nothing but what the sources include is made for the programs that read them, and no test is run. They
+# read each source once, and nothing that was generated; one finding is enough to fail.
+mkdir -p build/lint
+printf '  "file": "%s",\n' "$work"/{one.cpp,two.cpp,one.cpp,build/lint/moc.cpp} >build/lint/compile_commands.json
+fake clang-tidy <<<'echo "12 warnings generated." >&2'
+fake clazy-standalone </dev/null
+try 0 ./test --lint
+says "Configuring (lint)." "Building (lint)." "Reading the sources (clang-tidy, clazy)."
+grep -q "^cmake --build --preset lint --target generated" "$CALLS" || fail "Not what the sources include"
+for program in "clang-tidy" "clazy-standalone"; do
+    for file in one.cpp two.cpp; do
+        [ "$(grep -c "^$program .*-p build/lint $work/$file$" "$CALLS")" = 1 ] || fail "$program: $file"
+    done
+done
+! grep -q "moc.cpp\|^ctest" "$CALLS" || fail "More than the sources"
+for program in clang-tidy clazy-standalone; do
+    fake "$program" <<<'[[ $* != *two.cpp ]] || { echo "two.cpp:1: oops" && exit 1; }'
+    try 1 ./test --lint
+    says "Configuring (lint)." "Building (lint)." "Reading the sources (clang-tidy, clazy)." "two.cpp:1: oops"
+    fake "$program" </dev/null
+done
 
 # What goes wrong in a build is shown, and ends it.
 fake cmake <<'END'

@@ -21,9 +21,10 @@ void TestTour::leavesItsPictures()
     RUN_SCENARIO(run, QStringLiteral("tour.txt"));
 
     const QDir pictures(run.pictures(), QStringLiteral("tour-*.png"));
-    QVERIFY(pictures.entryList().size() >= 8);
+    const QStringList names = pictures.entryList();
+    QVERIFY(names.size() >= 8);
     QImage former;
-    for (const QString &name : pictures.entryList()) {
+    for (const QString &name : names) {
         const QImage image(pictures.filePath(name));
         QVERIFY2(!image.isNull(), qPrintable(name));
         QVERIFY2(image.width() >= 800 && image.height() >= 480, qPrintable(name));

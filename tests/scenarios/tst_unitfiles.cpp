@@ -91,7 +91,8 @@ void TestUnitFiles::aFullDiskLaterIsSaidOnceAndInTheExitStatus()
     const HeadunitRun::End end = run.start(withScript(QStringLiteral("full-disk.txt")), 200);
     QCOMPARE(end.status, 6);
     QStringList said;
-    for (const QString &line : end.error.split(QLatin1Char('\n'))) {
+    const QStringList lines = end.error.split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
         if (line.startsWith(QLatin1String("The unit's file "))) {
             said.append(line);
         }

@@ -62,10 +62,13 @@ void TestCALSDevice::readingFromAnotherThreadArrivesOnTheGraphicalOne()
     TestUnit unit;
     QThread *heardOn = nullptr;
     int heard = 0;
-    connect(CALSDevice::getInstance(), &CALSDevice::sigSensorValue, [&heardOn, &heard](int value) {
-        heardOn = QThread::currentThread();
-        heard = value;
-    });
+    connect(
+        CALSDevice::getInstance(), &CALSDevice::sigSensorValue, CALSDevice::getInstance(),
+        [&heardOn, &heard](int value) {
+            heardOn = QThread::currentThread();
+            heard = value;
+        },
+        Qt::DirectConnection);
     std::thread([&unit] { unit.unit().lightSensor().report(42); }).join();
     QTRY_COMPARE(heard, 42);
     QCOMPARE(heardOn, QThread::currentThread());

@@ -304,7 +304,7 @@ void TestCSetupALSTest::switchOpensAsTheDimmerSays_data()
     QTest::newRow("automatic in capitals")
         << SetupStrIdConst::setupDimmerItemAuto.toUpper() << false;
     QTest::newRow("day") << QStringLiteral("day") << false;
-    QTest::newRow("empty") << QStringLiteral("") << false;
+    QTest::newRow("empty") << QString("") << false;
 }
 
 void TestCSetupALSTest::switchOpensAsTheDimmerSays()

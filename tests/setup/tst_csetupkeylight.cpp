@@ -147,7 +147,7 @@ void TestCSetupKeyLight::newPageStartsFromTheMidColourAgain()
     delete screen.page;
     screen.open();
     QCOMPARE(screen.text("brightnessText"), QStringLiteral("50"));
-    QCOMPARE(screen.news(effects).last(), message(50, 50, 50));
+    QCOMPARE(screen.news(effects).constLast(), message(50, 50, 50));
 }
 
 void TestCSetupKeyLight::buttonStepsItsColour_data()

@@ -81,7 +81,7 @@ QString applied(const Row &row, int value)
 double lastGiven(const QStringList &journal)
 {
     static const QString line = QStringLiteral("panel saturation ");
-    return journal.filter(line).value(0).mid(line.size()).toDouble();
+    return journal.filter(line).value(0).remove(line).toDouble();
 }
 
 void call(QObject *page, const char *slot)
@@ -217,7 +217,7 @@ void TestCSetupPanelForm::saturationReadAs1ShowsAndStoresIt()
     Screen screen;
     screen.open();
     QCOMPARE(screen.text("SaturationText"), QStringLiteral("1.00"));
-    QCOMPARE(screen.news(effects).last(), written(saturation, 100));
+    QCOMPARE(screen.news(effects).constLast(), written(saturation, 100));
 }
 
 void TestCSetupPanelForm::stepsDownAndUpAsComputed()
@@ -248,14 +248,14 @@ void TestCSetupPanelForm::saturationDownEndsAboveZero()
         screen.tap("decreaseSaturation");
     }
     QCOMPARE(screen.text("SaturationText"), QStringLiteral("0.01"));
-    QCOMPARE(screen.news(effects).last(), written(saturation, 1));
+    QCOMPARE(screen.news(effects).constLast(), written(saturation, 1));
     // The rounding errors leave a remainder that is more than nothing, and there it stays.
     for (int press = 0; press < 5; ++press) {
         screen.tap("decreaseSaturation");
         QCOMPARE(screen.text("SaturationText"), QStringLiteral("0.00"));
         QVERIFY(screen.unit.unit().panel().saturation() > 0);
         QVERIFY(screen.unit.unit().panel().saturation() < 1e-5);
-        QCOMPARE(screen.news(effects).last(), written(saturation, 0));
+        QCOMPARE(screen.news(effects).constLast(), written(saturation, 0));
     }
 }
 
@@ -297,7 +297,7 @@ void TestCSetupPanelForm::saturationJustBelowAnIntegerIsStoredOneLower()
     screen.unit.unit().panel().setSaturation(double(std::nextafter(0.29f, 0.0f)));
     screen.open();
     QCOMPARE(screen.text("SaturationText"), QStringLiteral("0.29"));
-    QCOMPARE(screen.news(effects).last(), written(saturation, 28));
+    QCOMPARE(screen.news(effects).constLast(), written(saturation, 28));
 }
 
 void TestCSetupPanelForm::openingWithAWriteFailureLogsSaveDataErrorFourTimes()

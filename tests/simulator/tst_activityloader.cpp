@@ -66,7 +66,8 @@ struct Framework
 
     QPushButton *button(const QString &text)
     {
-        for (QPushButton *found : window.findChildren<QPushButton *>()) {
+        const auto buttons = window.findChildren<QPushButton *>();
+        for (QPushButton *found : buttons) {
             if (found->text() == text) {
                 return found;
             }

@@ -204,7 +204,8 @@ void TestConsoleServer::commandsForTheScreenAreRunThere()
     Client client(
         served,
         {{"key", "FACTORY"}, {"see", "test activity"}, {"press", "count"}, {"see", "presses: 1"}});
-    for (const Answer &answer : client.answers()) {
+    const QList<Answer> answers = client.answers();
+    for (const Answer &answer : answers) {
         QVERIFY2(answer.ok, qPrintable(answer.error));
     }
 }
@@ -338,7 +339,7 @@ void TestConsoleServer::lineHasALongestLength()
                  (QByteArrayList{tooLong, "(nothing more)"}));
     }
     Client client(served, {{"setting", "a", QString(65536, 'x')}});
-    QCOMPARE(client.answers().first().error, QString("a command is longer than 65536 bytes"));
+    QCOMPARE(client.answers().constFirst().error, QString("a command is longer than 65536 bytes"));
 }
 
 FACTORY_TEST_MAIN(TestConsoleServer)

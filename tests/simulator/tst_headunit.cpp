@@ -45,10 +45,9 @@ void TestHeadunit::help()
     const Outcome outcome = headunit({"--help"});
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.error, QString());
-    for (const QString &said :
-         QStringList{"--unit", "--plugin", "--script", "--headless", "--speed", "--no-socket",
-                     "--version", "Exit status:", "/factorydebug/unit"}) {
-        QVERIFY2(outcome.output.contains(said), qPrintable(said));
+    for (const char *said : {"--unit", "--plugin", "--script", "--headless", "--speed",
+                             "--no-socket", "--version", "Exit status:", "/factorydebug/unit"}) {
+        QVERIFY2(outcome.output.contains(said), said);
     }
     QCOMPARE(headunit({"-h"}).output, outcome.output);
 }
@@ -91,7 +90,7 @@ void TestHeadunit::wrongUsage()
 void TestHeadunit::withoutADisplay()
 {
     QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
-    for (const QString &name : QStringList{"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
+    for (const char *name : {"DISPLAY", "WAYLAND_DISPLAY", "QT_QPA_PLATFORM"}) {
         environment.remove(name);
     }
     const Outcome outcome =

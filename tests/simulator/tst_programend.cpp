@@ -84,7 +84,7 @@ QStringList TestProgramEnd::leftovers() const
 {
     QStringList found = QDir(m_folder->filePath("tmp"))
                             .entryList(QDir::AllEntries | QDir::System | QDir::NoDotAndDotDot);
-    for (const QString &path : QStringList{"lock", "dev/ttyS3"}) {
+    for (const char *path : {"lock", "dev/ttyS3"}) {
         const QFileInfo info(m_unit + '/' + path);
         if (info.exists() || info.isSymLink()) {
             found.append(path);

@@ -30,7 +30,8 @@ namespace
 QStringList texts(const QWidget &widget)
 {
     QStringList found;
-    for (const QLabel *label : widget.findChildren<QLabel *>()) {
+    const auto labels = widget.findChildren<QLabel *>();
+    for (const QLabel *label : labels) {
         found.append(label->text());
     }
     return found;

@@ -357,7 +357,7 @@ void TestScreenReader::seesTextUnderAShadeOfItsPage()
 void TestScreenReader::seesRowsOfAList()
 {
     QStandardItemModel model;
-    for (const QString &title : QStringList{"Charging Mode", "Test Mode"}) {
+    for (const char *title : {"Charging Mode", "Test Mode"}) {
         auto *item = new QStandardItem;
         item->setData(title, Qt::UserRole + 2);
         item->setSizeHint(QSize(100, 40));

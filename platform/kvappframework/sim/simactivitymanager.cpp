@@ -120,7 +120,7 @@ int SimActivityManager::runningIndex(const QString &name) const
 bool SimActivityManager::hasModules(Activity *activity) const
 {
     const QSharedPointer<QStringList> names = activity->getProperty()->getDependModules();
-    for (const QString &name : *names) {
+    for (const QString &name : qAsConst(*names)) {
         if (!name.isEmpty() && FrameworkHost::current()->modules().find(name) == nullptr) {
             journal(QStringLiteral("missing module %1").arg(name));
             return false;
