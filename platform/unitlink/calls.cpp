@@ -92,6 +92,13 @@ bool fails(const char *call)
     return !faults.isEmpty() && faults.fails(QString::fromLatin1(call));
 }
 
+void tellOfTouch(const QString &what)
+{
+    if (isLinked()) {
+        unit().journal().write(QStringLiteral("touch"), what);
+    }
+}
+
 void tellOfQuestion(const char *call, const QString &arguments, const QString &answer)
 {
     unit().journal().write(QStringLiteral("asked"),

@@ -21,6 +21,9 @@ KV_API bool fails(const char *call);
 /// Journal: asked <call>(<arguments>) = <answer>.
 KV_API void tellOfQuestion(const char *call, const QString &arguments, const QString &answer);
 
+/// Journal: touch <what>. Nothing without a unit, as in Designer.
+KV_API void tellOfTouch(const QString &what);
+
 /// The values as Qt's debug stream shows them, with commas between.
 template <typename... Values> QString shown(const Values &...values)
 {

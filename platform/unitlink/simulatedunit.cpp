@@ -46,6 +46,11 @@ hardware::Unit &unit()
     return *linked;
 }
 
+bool isLinked()
+{
+    return linkedUnit != nullptr;
+}
+
 int hostMs(int unitMs)
 {
     const hardware::Unit *linked = linkedUnit;

@@ -29,6 +29,9 @@ public:
 /// since a stand-in without a unit cannot answer. Any thread.
 KV_API hardware::Unit &unit();
 
+/// Whether there is one.
+KV_API bool isLinked();
+
 /// Host milliseconds that \a unitMs milliseconds of the unit last; the same number without a unit.
 KV_API int hostMs(int unitMs);
 

@@ -49,7 +49,7 @@ QString plain(QString line)
 bool isOfAnotherThread(const QString &line)
 {
     static const QRegularExpression other(
-        QStringLiteral("^(receiver |threads end|gate select|# )"));
+        QStringLiteral("^(receiver |threads end|gate select|dab (tells|update (ok|failed))|# )"));
     return other.match(line).hasMatch();
 }
 
@@ -69,11 +69,15 @@ QStringList plainJournal(const QString &text)
 {
     QStringList lines;
     bool isPainting = false;
+    bool hasWorker = false; // which runs beside the rest of the touch that has started it
     const QStringList all = text.split(QLatin1Char('\n'), Qt::SkipEmptyParts);
     for (const QString &one : all) {
         const QString line = plain(one);
         isPainting = isOfPainting(line, isPainting);
-        if (!isPainting && !isOfAnotherThread(line)) {
+        hasWorker = line.startsWith(QLatin1String("threads start"))
+            || (hasWorker && !line.startsWith(QLatin1String("touch press")));
+        const bool isLeftOut = hasWorker && line == QLatin1String("touch handled");
+        if (!isPainting && !isLeftOut && !isOfAnotherThread(line)) {
             lines.append(line);
         }
     }

@@ -2,6 +2,8 @@
 
 #include "kvpainting.h"
 
+#include "unitlink/calls.h"
+
 #include <QPainter>
 
 namespace
@@ -59,6 +61,7 @@ QSize CBoolButton::faceSize() const
 void CBoolButton::fingerLifted()
 {
     setState(!m_state);
+    unitlink::tellOfTouch(m_buttonID + QStringLiteral(" btnReleased"));
     emit btnReleased(m_buttonID, m_state);
 }
 

@@ -2,6 +2,8 @@
 
 #include "kvpainting.h"
 
+#include "unitlink/calls.h"
+
 #include <QFontInfo>
 #include <QPainter>
 
@@ -58,6 +60,7 @@ QRect KvHorStrButton::touchArea() const
 
 void KvHorStrButton::fingerLifted()
 {
+    unitlink::tellOfTouch(m_buttonId + QStringLiteral(" clicked"));
     emit clicked(m_buttonId);
 }
 

@@ -2,6 +2,8 @@
 
 #include "kvpainting.h"
 
+#include "unitlink/calls.h"
+
 #include <QPainter>
 #include <QPointer>
 
@@ -118,8 +120,10 @@ void KvIconButton::fingerLifted()
 {
     const QString id = buttonID();
     const QPointer<KvIconButton> self(this);
+    unitlink::tellOfTouch(id + QStringLiteral(" btnReleased"));
     emit btnReleased(id);
     if (self) {
+        unitlink::tellOfTouch(id + QStringLiteral(" btnClicked"));
         emit btnClicked(id);
     }
 }

@@ -1,5 +1,7 @@
 #include "kvwidget/kvlockbutton.h"
 
+#include "unitlink/calls.h"
+
 #include <QVariant>
 
 KvLockButton::KvLockButton(QWidget *parent)
@@ -31,6 +33,7 @@ bool KvLockButton::isDown() const
 void KvLockButton::fingerLifted()
 {
     setIsDown(true);
+    unitlink::tellOfTouch(buttonID() + QStringLiteral(" btnReleased"));
     emit btnReleased(buttonID());
 }
 
