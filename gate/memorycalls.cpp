@@ -4,6 +4,7 @@
 
 #include "gate.h"
 #include "hostcall.h"
+#include "unitcall.h"
 
 #include "hardware/unit/gatebypass.h"
 #include "hardware/unit/unit.h"
@@ -62,6 +63,8 @@ void *mapMemory(const char *name, void *place, size_t length, int protection, in
     } else {
         mapped = hostCall<Call>(name)(place, length, protection, flags, descriptor, offset);
     }
+    hardware::UnitCall("mmap", "/dev/mem", hardware::mapFlags(protection, flags))
+        .tell(mapped == MAP_FAILED);
     memory->mapped(mapped == MAP_FAILED ? nullptr : mapped, length, quint32(offset));
     return mapped;
 }

@@ -6,9 +6,11 @@
 #include "hardware/unit/unit.h"
 
 #include <fcntl.h>
+#include <sys/mman.h>
 
 #include <cerrno>
 #include <cstring>
+#include <initializer_list>
 
 namespace hardware
 {
@@ -28,6 +30,25 @@ std::string plainName(std::string name)
         }
     }
     return name;
+}
+
+struct Flag
+{
+    int value;
+    const char *name;
+};
+
+/// Of the known flags those that are set, a composed one ahead of its parts.
+std::string named(int flags, std::initializer_list<Flag> known)
+{
+    std::string text;
+    for (const Flag &flag : known) {
+        if ((flags & flag.value) == flag.value) {
+            text += (text.empty() ? "" : "|") + std::string(flag.name);
+            flags &= ~flag.value;
+        }
+    }
+    return text;
 }
 
 void write(const std::string &line)
@@ -79,27 +100,37 @@ void tellOfWait(const char *name, const std::string &asked, int result, double u
     write(std::string(name) + '(' + asked + end);
 }
 
+std::string mapFlags(int protection, int flags)
+{
+    std::string text = named(protection, {{PROT_READ, "PROT_READ"}, {PROT_WRITE, "PROT_WRITE"}});
+    return (text.empty() ? "PROT_NONE" : text) + ", "
+        + named(flags,
+                {{MAP_SHARED, "MAP_SHARED"},
+                 {MAP_PRIVATE, "MAP_PRIVATE"},
+                 {MAP_FIXED, "MAP_FIXED"}});
+}
+
 std::string openFlags(int flags)
 {
-    static const struct
-    {
-        int flag;
-        const char *name;
-    } names[] = {
-        {O_CREAT, "O_CREAT"},       {O_EXCL, "O_EXCL"},       {O_NOCTTY, "O_NOCTTY"},
-        {O_TRUNC, "O_TRUNC"},       {O_APPEND, "O_APPEND"},   {O_NONBLOCK, "O_NONBLOCK"},
-        {O_SYNC, "O_SYNC"},         {O_DSYNC, "O_DSYNC"},     {O_DIRECTORY, "O_DIRECTORY"},
-        {O_NOFOLLOW, "O_NOFOLLOW"}, {O_CLOEXEC, "O_CLOEXEC"},
-    };
     const int access = flags & O_ACCMODE;
-    std::string text = access == O_RDONLY ? "O_RDONLY" : access == O_WRONLY ? "O_WRONLY" : "O_RDWR";
-    for (const auto &known : names) {
-        if ((flags & known.flag) == known.flag) {
-            text += std::string("|") + known.name;
-            flags &= ~known.flag;
-        }
-    }
-    return text;
+    const std::string text = access == O_RDONLY ? "O_RDONLY"
+        : access == O_WRONLY                    ? "O_WRONLY"
+                                                : "O_RDWR";
+    const std::string others = named(flags,
+                                     {
+                                         {O_CREAT, "O_CREAT"},
+                                         {O_EXCL, "O_EXCL"},
+                                         {O_NOCTTY, "O_NOCTTY"},
+                                         {O_TRUNC, "O_TRUNC"},
+                                         {O_APPEND, "O_APPEND"},
+                                         {O_NONBLOCK, "O_NONBLOCK"},
+                                         {O_SYNC, "O_SYNC"},
+                                         {O_DSYNC, "O_DSYNC"},
+                                         {O_DIRECTORY, "O_DIRECTORY"},
+                                         {O_NOFOLLOW, "O_NOFOLLOW"},
+                                         {O_CLOEXEC, "O_CLOEXEC"},
+                                     });
+    return others.empty() ? text : text + '|' + others;
 }
 
 } // namespace hardware

@@ -34,6 +34,9 @@ private:
 /// unit's time, without a line where the thread has GateBypass. Keeps errno.
 void tellOfWait(const char *name, const std::string &asked, int result, double unitSeconds);
 
+/// Protection and flags of mmap() by their names: "PROT_READ|PROT_WRITE, MAP_SHARED".
+std::string mapFlags(int protection, int flags);
+
 /// The flags of open() by their names: "O_RDWR|O_SYNC".
 std::string openFlags(int flags);
 

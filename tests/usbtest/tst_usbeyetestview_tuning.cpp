@@ -33,6 +33,7 @@ private slots:
     void swingsUpperBytesKeepTheirTopBits();
     void writingTheDisconnectValueOpensTheDebugAccessFirst_data();
     void writingTheDisconnectValueOpensTheDebugAccessFirst();
+    void longValueIsWrittenSmaller();
     void valueReadOfOnePortIsWrittenToTheOther();
 };
 
@@ -329,6 +330,22 @@ void TestUsbEyeTestViewTuning::writingTheDisconnectValueOpensTheDebugAccessFirst
     QCOMPARE(unit.journal(QStringLiteral("memory map")).size(), 1 + 1 + 1 + 5);
     QCOMPARE(capture.texts().last(),
              QStringLiteral("open iic debug usbPort: %1").arg(port == "port0" ? 0 : 1));
+}
+
+void TestUsbEyeTestViewTuning::longValueIsWrittenSmaller()
+{
+    TestUnit unit(fast);
+    Page page(unit);
+    page.tap("usePhy");
+    const auto pixels = [&](quint32 level) {
+        unit.unit().memory().write(0x9C004A9C, level);
+        page.tap("disconnectLevel");
+        return page.find<QLabel>("value")->font().pixelSize();
+    };
+    QCOMPARE(pixels(0x12345), 24);
+    QCOMPARE(page.value(), QStringLiteral("12345"));
+    QCOMPARE(pixels(0x123456), 15);
+    QCOMPARE(page.value(), QStringLiteral("123456"));
 }
 
 void TestUsbEyeTestViewTuning::valueReadOfOnePortIsWrittenToTheOther()

@@ -15,6 +15,7 @@ class TestUsbTestModel : public QObject
     Q_OBJECT
 
 private slots:
+    void initTestCase();
     void cleanup();
 
     void everyListHasThreeRows();
@@ -34,6 +35,12 @@ private slots:
 void TestUsbTestModel::cleanup()
 {
     usbTestListType = UsbTestTopList;
+}
+
+void TestUsbTestModel::initTestCase()
+{
+    // Before any page has been there.
+    QCOMPARE(usbTestListType, int(UsbTestTopList));
 }
 
 void TestUsbTestModel::everyListHasThreeRows()
