@@ -3,6 +3,7 @@
 import collections
 import json
 import pathlib
+import signal
 import threading
 import time
 
@@ -17,7 +18,8 @@ SAME_CODE = "same code"
 # Those that say something about the tests.
 VALID = (NOTICED, TIMED_OUT, SURVIVED)
 
-# How many programs are linked at a time, when none of the likeliest has noticed a break.
+# How many programs are linked at a time: first the likeliest, then the others.
+LIKELIEST = 2
 BATCH = 8
 
 
@@ -52,6 +54,7 @@ class Baseline:
                 except IndexError:
                     return
                 passes, seconds, output = workshop.run(name)
+                workshop.clean()
                 if not passes:
                     say(f"{name} fails on the right sources: once more.")
                     passes, seconds, output = workshop.run(name)
@@ -189,29 +192,64 @@ class Trial:
     def tested(self, workshop, counted):
         owning = {name: workshop.tests[name] for name in self.owners.of(counted.file)}
         order = counted.likeliest_first(owning, self.seconds)
-        first = True
+        size = LIKELIEST
         while order:
-            size = 2 if first else BATCH
-            batch, order, first = order[:size], order[size:], False
+            batch, order, size = order[:size], order[size:], BATCH
             if workshop.make(batch):
                 return NOT_COMPILED, None
-            for name in batch:
-                verdict = self.one_test(workshop, name)
-                if verdict is not None:
-                    with self.lock:
-                        counted.noticers = [name] + [each for each in counted.noticers if each != name][:2]
-                    return verdict, name
+            verdict, name = self.batch_verdict(workshop, batch)
+            workshop.clean()
+            if verdict is not None:
+                with self.lock:
+                    counted.noticers = [name] + [each for each in counted.noticers if each != name][:2]
+                return verdict, name
         return SURVIVED, None
 
-    def one_test(self, workshop, name):
-        limit = max(self.floor, 3 * self.seconds[name])
-        # A test that fails by chance has noticed nothing: it must fail again.
-        passes, _, _ = workshop.run(name, limit)
-        if passes is False:
-            passes, _, _ = workshop.run(name, limit)
-            if passes:
-                self.say(f"{name} failed once and passed then; it does not count.")
-        return None if passes else TIMED_OUT if passes is None else NOTICED
+    def batch_verdict(self, workshop, names):
+        """What came out, and the test that tells it; None, None if all pass."""
+        while names:
+            passed, suspect = self.side_by_side(workshop, names)
+            if suspect is None:
+                break
+            # Alone, and again: a test that fails by chance has noticed nothing.
+            passes, _, _ = workshop.run(suspect, self.limit(suspect))
+            if not passes:
+                return (TIMED_OUT if passes is None else NOTICED), suspect
+            self.say(f"{suspect} failed once and passed then; it does not count.")
+            names = [name for name in names if name not in passed and name != suspect]
+        return None, None
+
+    def limit(self, name):
+        return max(self.floor, 3 * self.seconds[name])
+
+    def side_by_side(self, workshop, names):
+        """Runs the tests until the first one does not pass: those that have passed, and that one."""
+        waiting = collections.deque(names)
+        enough = threading.Event()
+        passed, suspects = set(), []
+
+        def work():
+            while waiting:
+                try:
+                    name = waiting.popleft()
+                    passes, _, _ = workshop.run(name, self.limit(name), enough)
+                except (IndexError, Stopped):
+                    return
+                if passes:
+                    passed.add(name)
+                elif not enough.is_set():
+                    enough.set()
+                    suspects.append(name)
+                    workshop.end(signal.SIGKILL)
+
+        threads = [threading.Thread(target=work) for _ in range(2 * workshop.processes)]
+        for thread in threads:
+            thread.start()
+        for thread in threads:
+            thread.join()
+        if workshop.stop.is_set():
+            raise Stopped()
+        return passed, (suspects[0] if suspects else None)
 
 
 def in_parallel(work, workshops):
