@@ -1,13 +1,13 @@
 """Tries breaks: builds each, runs the tests that own its source until one notices it, and counts."""
 
 import collections
-import json
 import pathlib
 import signal
 import threading
 import time
 
-from .workshop import FAILURE, Stopped, Trouble
+from .parallel import in_parallel
+from .workshop import Stopped, Trouble
 
 NOTICED = "noticed"
 TIMED_OUT = "timed out"
@@ -21,67 +21,6 @@ VALID = (NOTICED, TIMED_OUT, SURVIVED)
 # How many programs are linked at a time: first the likeliest, then the others.
 LIKELIEST = 2
 BATCH = 8
-
-
-class Baseline:
-    """How long each test takes on the right sources; all must pass there."""
-
-    def __init__(self, path, digest):
-        self.path = path
-        self.digest = digest
-        self.seconds = {}
-        self.load()
-
-    def load(self):
-        try:
-            stored = json.loads(self.path.read_text(encoding="utf-8"))
-            if stored["digest"] == self.digest:
-                self.seconds = stored["seconds"]
-        except (OSError, ValueError, KeyError):
-            pass
-
-    def save(self):
-        self.path.write_text(json.dumps({"digest": self.digest, "seconds": self.seconds}), encoding="utf-8")
-
-    def measure(self, workshops, tests, say):
-        missing = collections.deque(sorted(set(tests) - set(self.seconds)))
-        red = {}
-
-        def work(workshop):
-            while missing:
-                try:
-                    name = missing.popleft()
-                except IndexError:
-                    return
-                passes, seconds, output = workshop.run(name)
-                workshop.clean()
-                if not passes:
-                    say(f"{name} fails on the right sources: once more.")
-                    passes, seconds, output = workshop.run(name)
-                if passes:
-                    self.seconds[name] = seconds
-                else:
-                    red[name] = output
-                    missing.clear()
-
-        if missing:
-            say(f"Running {len(missing)} tests on the right sources.")
-            try:
-                in_parallel(work, workshops)
-            finally:
-                self.save()
-        if red:
-            name, output = sorted(red.items())[0]
-            raise Trouble(f"{name} fails on the right sources, so that no break can be told by it:\n"
-                          f"{reasons(output)}")
-
-
-def reasons(output):
-    """What a test program says of its failures, or at least its last words."""
-    lines = output.splitlines()
-    told = [line for number, line in enumerate(lines)
-            if any(FAILURE.match(each.encode()) for each in lines[max(0, number - 3):number + 1])]
-    return "\n".join(told or lines[-10:])
 
 
 class Counted:
@@ -250,34 +189,3 @@ class Trial:
         if workshop.stop.is_set():
             raise Stopped()
         return passed, (suspects[0] if suspects else None)
-
-
-def in_parallel(work, workshops):
-    """Runs it for each of the workshops on a thread of its own; the first error ends all of them."""
-    errors = []
-
-    def guarded(workshop):
-        try:
-            work(workshop)
-        except Stopped:
-            pass
-        except BaseException as error:  # What happens on the thread is told by the one that waits.
-            errors.append(error)
-            workshop.stop.set()
-
-    threads = [threading.Thread(target=guarded, args=(workshop,), daemon=True) for workshop in workshops]
-    for thread in threads:
-        thread.start()
-    try:
-        for thread in threads:
-            while thread.is_alive():
-                thread.join(0.2)
-    except BaseException:
-        for workshop in workshops:
-            workshop.stop.set()
-            workshop.end()
-        for thread in threads:
-            thread.join()
-        raise
-    if errors:
-        raise errors[0]
