@@ -29,7 +29,7 @@ class Baseline:
 
     def measure(self, workshops, tests, say):
         missing = collections.deque(sorted(set(tests) - set(self.seconds)))
-        red = {}
+        doubtful = []
 
         def work(workshop):
             while missing:
@@ -37,27 +37,29 @@ class Baseline:
                     name = missing.popleft()
                 except IndexError:
                     return
-                passes, seconds, output = workshop.run(name)
-                workshop.clean()
-                if not passes:
-                    say(f"{name} fails on the right sources: once more.")
-                    passes, seconds, output = workshop.run(name)
+                passes, seconds, _ = workshop.run(name)
                 if passes:
                     self.seconds[name] = seconds
                 else:
-                    red[name] = output
-                    missing.clear()
+                    doubtful.append(name)
 
         if missing:
             say(f"Running {len(missing)} tests on the right sources.")
             try:
-                in_parallel(work, workshops)
+                in_parallel(work, [each for each in workshops for _ in range(each.side_by_side)])
+                self.confirm(workshops[0], doubtful, say)
             finally:
                 self.save()
-        if red:
-            name, output = sorted(red.items())[0]
-            raise Trouble(f"{name} fails on the right sources, so that no break can be told by it:\n"
-                          f"{reasons(output)}")
+
+    def confirm(self, workshop, doubtful, say):
+        """Runs those that have failed alone."""
+        for name in doubtful:
+            say(f"{name} has failed: once more.")
+            passes, seconds, output = workshop.run(name)
+            if not passes:
+                raise Trouble(f"{name} fails on the right sources, so that no break can be told by it:\n"
+                              f"{reasons(output)}")
+            self.seconds[name] = seconds
 
 
 def reasons(output):

@@ -181,7 +181,7 @@ class Trial:
                     suspects.append(name)
                     workshop.end(signal.SIGKILL)
 
-        threads = [threading.Thread(target=work) for _ in range(2 * workshop.processes)]
+        threads = [threading.Thread(target=work) for _ in range(workshop.side_by_side)]
         for thread in threads:
             thread.start()
         for thread in threads:
