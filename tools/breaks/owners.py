@@ -67,7 +67,7 @@ class Owners:
         return {made.split(".dir/")[0] for made in self.objects.values()}
 
     def of(self, file):
-        """The tests that can notice it, those with the best prospects and the quickest first."""
+        """The tests that can notice that the file is broken."""
         changed = self.objects_of(file)
         targets = {match.group(1) for match in
                    (re.search(r"CMakeFiles/([^/]+)\.dir/", made) for made in changed) if match}

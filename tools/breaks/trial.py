@@ -1,12 +1,13 @@
 """Tries breaks: builds each, runs the tests that own its source until one notices it, and counts."""
 
 import collections
-import json
 import pathlib
+import signal
 import threading
 import time
 
-from .workshop import FAILURE, Stopped, Trouble
+from .parallel import in_parallel
+from .workshop import Stopped, Trouble
 
 NOTICED = "noticed"
 TIMED_OUT = "timed out"
@@ -17,68 +18,9 @@ SAME_CODE = "same code"
 # Those that say something about the tests.
 VALID = (NOTICED, TIMED_OUT, SURVIVED)
 
-# How many programs are linked at a time, when none of the likeliest has noticed a break.
+# How many programs are linked at a time: first the likeliest, then the others.
+LIKELIEST = 2
 BATCH = 8
-
-
-class Baseline:
-    """How long each test takes on the right sources; all must pass there."""
-
-    def __init__(self, path, digest):
-        self.path = path
-        self.digest = digest
-        self.seconds = {}
-        self.load()
-
-    def load(self):
-        try:
-            stored = json.loads(self.path.read_text(encoding="utf-8"))
-            if stored["digest"] == self.digest:
-                self.seconds = stored["seconds"]
-        except (OSError, ValueError, KeyError):
-            pass
-
-    def save(self):
-        self.path.write_text(json.dumps({"digest": self.digest, "seconds": self.seconds}), encoding="utf-8")
-
-    def measure(self, workshops, tests, say):
-        missing = collections.deque(sorted(set(tests) - set(self.seconds)))
-        red = {}
-
-        def work(workshop):
-            while missing:
-                try:
-                    name = missing.popleft()
-                except IndexError:
-                    return
-                passes, seconds, output = workshop.run(name)
-                if not passes:
-                    say(f"{name} fails on the right sources: once more.")
-                    passes, seconds, output = workshop.run(name)
-                if passes:
-                    self.seconds[name] = seconds
-                else:
-                    red[name] = output
-                    missing.clear()
-
-        if missing:
-            say(f"Running {len(missing)} tests on the right sources.")
-            try:
-                in_parallel(work, workshops)
-            finally:
-                self.save()
-        if red:
-            name, output = sorted(red.items())[0]
-            raise Trouble(f"{name} fails on the right sources, so that no break can be told by it:\n"
-                          f"{reasons(output)}")
-
-
-def reasons(output):
-    """What a test program says of its failures, or at least its last words."""
-    lines = output.splitlines()
-    told = [line for number, line in enumerate(lines)
-            if any(FAILURE.match(each.encode()) for each in lines[max(0, number - 3):number + 1])]
-    return "\n".join(told or lines[-10:])
 
 
 class Counted:
@@ -189,57 +131,61 @@ class Trial:
     def tested(self, workshop, counted):
         owning = {name: workshop.tests[name] for name in self.owners.of(counted.file)}
         order = counted.likeliest_first(owning, self.seconds)
-        first = True
+        size = LIKELIEST
         while order:
-            size = 2 if first else BATCH
-            batch, order, first = order[:size], order[size:], False
+            batch, order, size = order[:size], order[size:], BATCH
             if workshop.make(batch):
                 return NOT_COMPILED, None
-            for name in batch:
-                verdict = self.one_test(workshop, name)
-                if verdict is not None:
-                    with self.lock:
-                        counted.noticers = [name] + [each for each in counted.noticers if each != name][:2]
-                    return verdict, name
+            verdict, name = self.batch_verdict(workshop, batch)
+            workshop.clean()
+            if verdict is not None:
+                with self.lock:
+                    counted.noticers = [name] + [each for each in counted.noticers if each != name][:2]
+                return verdict, name
         return SURVIVED, None
 
-    def one_test(self, workshop, name):
-        limit = max(self.floor, 3 * self.seconds[name])
-        # A test that fails by chance has noticed nothing: it must fail again.
-        passes, _, _ = workshop.run(name, limit)
-        if passes is False:
-            passes, _, _ = workshop.run(name, limit)
-            if passes:
-                self.say(f"{name} failed once and passed then; it does not count.")
-        return None if passes else TIMED_OUT if passes is None else NOTICED
+    def batch_verdict(self, workshop, names):
+        """What came out, and the test that tells it; None, None if all pass."""
+        while names:
+            passed, suspect = self.side_by_side(workshop, names)
+            if suspect is None:
+                break
+            # Alone, and again: a test that fails by chance has noticed nothing.
+            passes, _, _ = workshop.run(suspect, self.limit(suspect))
+            if not passes:
+                return (TIMED_OUT if passes is None else NOTICED), suspect
+            self.say(f"{suspect} failed once and passed then; it does not count.")
+            names = [name for name in names if name not in passed and name != suspect]
+        return None, None
 
+    def limit(self, name):
+        return max(self.floor, 3 * self.seconds[name])
 
-def in_parallel(work, workshops):
-    """Runs it for each of the workshops on a thread of its own; the first error ends all of them."""
-    errors = []
+    def side_by_side(self, workshop, names):
+        """Runs the tests until the first one does not pass: those that have passed, and that one."""
+        waiting = collections.deque(names)
+        enough = threading.Event()
+        passed, suspects = set(), []
 
-    def guarded(workshop):
-        try:
-            work(workshop)
-        except Stopped:
-            pass
-        except BaseException as error:  # What happens on the thread is told by the one that waits.
-            errors.append(error)
-            workshop.stop.set()
+        def work():
+            while waiting:
+                try:
+                    name = waiting.popleft()
+                    passes, _, _ = workshop.run(name, self.limit(name), enough)
+                except (IndexError, Stopped):
+                    return
+                if passes:
+                    passed.add(name)
+                elif not enough.is_set():
+                    enough.set()
+                    suspects.append(name)
+                    workshop.end(signal.SIGKILL)
 
-    threads = [threading.Thread(target=guarded, args=(workshop,), daemon=True) for workshop in workshops]
-    for thread in threads:
-        thread.start()
-    try:
+        threads = [threading.Thread(target=work) for _ in range(workshop.side_by_side)]
         for thread in threads:
-            while thread.is_alive():
-                thread.join(0.2)
-    except BaseException:
-        for workshop in workshops:
-            workshop.stop.set()
-            workshop.end()
+            thread.start()
         for thread in threads:
             thread.join()
-        raise
-    if errors:
-        raise errors[0]
+        if workshop.stop.is_set():
+            raise Stopped()
+        return passed, (suspects[0] if suspects else None)

@@ -32,12 +32,14 @@ class Workshop:
     def __init__(self, root, folder, stop, processes):
         self.root = root
         self.processes = processes
+        # Tests wait more than they work.
+        self.side_by_side = 2 * processes
         self.folder = folder
         self.source = folder / "source"
         self.build = folder / "build"
         self.stop = stop
         self.temporary = None
-        self.running = None
+        self.running = set()
         self.lock = threading.Lock()
         self.broken = {}
         self.tests = {}
@@ -70,12 +72,11 @@ class Workshop:
         if status != 0:
             raise Trouble(f"The copy in {self.source} cannot be configured:\n{output}")
 
-    def end(self):
-        """Ends what runs."""
+    def end(self, number=signal.SIGTERM):
+        """Ends what runs; ninja ends its compilers if it is asked to."""
         with self.lock:
-            if self.running is not None:
-                # Ninja ends its compilers if it is asked to.
-                signal_group(self.running, signal.SIGTERM)
+            for process in self.running:
+                signal_group(process, number)
 
     def discard(self):
         """Leaves the copy as it was before it was broken."""
@@ -109,16 +110,17 @@ class Workshop:
             environment.setdefault("LDFLAGS", "-fuse-ld=mold")
         return environment
 
-    def start(self, command, folder, environment):
+    def start(self, command, folder, environment, enough=None):
         with self.lock:
-            if self.stop.is_set():
+            if self.stop.is_set() or enough and enough.is_set():
                 raise Stopped()
-            self.running = subprocess.Popen(
+            process = subprocess.Popen(
                 command, cwd=folder, env=environment, stdin=subprocess.DEVNULL,
                 stdout=subprocess.PIPE, stderr=subprocess.STDOUT,
                 # A session of its own would make the first pseudo-terminal that it opens its own.
                 process_group=0)
-            return self.running
+            self.running.add(process)
+            return process
 
     def execute(self, command, folder=None, seconds=None, until=None):
         return self.executed(self.start(command, folder or self.build, self.environment()), seconds, until)
@@ -157,7 +159,7 @@ class Workshop:
             status = process.wait()
             process.stdout.close()
             with self.lock:
-                self.running = None
+                self.running.discard(process)
         if self.stop.is_set():
             raise Stopped()
         return (None if late.is_set() else status), b"".join(output).decode("utf-8", "replace")
@@ -170,15 +172,15 @@ class Workshop:
         status, output = self.ninja("--quiet", "-j", str(self.processes), *targets)
         return None if status == 0 else output
 
-    def run(self, name, seconds=None):
-        """Whether the test passes, None if it takes longer; the seconds that it took; its output."""
+    def run(self, name, seconds=None, enough=None):
+        """Whether the test passes, None if it takes longer; the seconds that it took; its output. It is not
+        started once there is enough."""
         began = time.monotonic()
         test = self.tests[name]
         environment = {**self.environment(), **test.environment}
-        process = self.start(test.command, test.folder, environment)
+        process = self.start(test.command, test.folder, environment, enough)
         status, output = self.executed(process, seconds, FAILURE)
         passes = None if status is None else status == 0 and not FAILURE.search(output.encode())
-        self.clean()
         return passes, time.monotonic() - began, output
 
     def clean(self):
