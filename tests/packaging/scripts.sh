@@ -85,6 +85,16 @@ END
 try 2 ./test --sanitize=all
 grep -q "^Usage: ./test" said || fail "No help"
 
+# What has run is told, and counted anew each time.
+fake gcovr <<<'echo "lines: 98%"'
+mkdir -p build/coverage
+touch build/coverage/old.gcda
+try 0 ./test --coverage tst_
+says "Configuring (coverage)." "Building (coverage)." "Running the tests (coverage)." "lines: 98%"
+[ ! -e build/coverage/old.gcda ] || fail "Counts of an earlier run"
+grep -qx "ctest --preset coverage --exclude-regex ^(packaging|lint)_ --tests-regex tst_" "$CALLS" ||
+    fail "Other tests"
+
 # Nothing but what the sources include is made for the programs that read them, and no test is run. They
 # read each source once, and nothing that was generated; one finding is enough to fail.
 mkdir -p build/lint
