@@ -26,7 +26,6 @@ class TestXmodemSender : public QObject
 private slots:
     void init();
     void cleanup();
-
     void frame();
     void fillsTheLastFrame_data();
     void fillsTheLastFrame();
@@ -34,16 +33,14 @@ private slots:
     void emptyFileIsEotAlone();
     void blockNumbersWrapFrom255To0();
     void says();
-
     void nakBeforeTheFirstCIsIgnored();
     void aBlockIsSentAgain();
     void twelfthNakInARowEndsWithSuccess();
     void retriesAreCountedForEachBlock();
     void requestInTheMiddleGoesOn();
     void otherByteIsFatalAndLeavesTheFileOpen();
+    void eotIsSentUntilAcknowledged_data();
     void eotIsSentUntilAcknowledged();
-    void lateAckForEot();
-
     void missingFile();
     void timesOut_data();
     void timesOut();
@@ -311,32 +308,35 @@ void TestXmodemSender::otherByteIsFatalAndLeavesTheFileOpen()
     QCOMPARE(outcome.filesLeftOpen, 1);
 }
 
+void TestXmodemSender::eotIsSentUntilAcknowledged_data()
+{
+    QTest::addColumn<QByteArray>("answers");
+    QTest::addColumn<int>("pause"); // ahead of each answer, in seconds
+    QTest::addColumn<QByteArray>("end");
+    const QByteArray success("Send file successful!!!\n");
+    QTest::newRow("other answers first") << QByteArray("\x15x\x06") << 0 << success;
+    // The reading waits as long as it takes, and the answer counts before the time does.
+    QTest::newRow("late") << QByteArray("\x06") << 15 << success;
+    QTest::newRow("refused for too long") << QByteArray("\x15\x15\x15") << 4 << QByteArray(timeOut);
+}
+
 void TestXmodemSender::eotIsSentUntilAcknowledged()
 {
+    QFETCH(QByteArray, answers);
+    QFETCH(int, pause);
+    QFETCH(QByteArray, end);
     QByteArray heard;
     const Conversation outcome = send(0, [&](const TestLine &line) {
         line.say("C");
-        for (const char *answer : {nak, "C", "x", ack}) {
+        for (const char answer : answers) {
             heard += line.hear(1);
-            line.say(answer);
+            usleep(useconds_t(pause) * 1000000);
+            line.say(QByteArray(1, answer));
         }
     });
-    QCOMPARE(outcome.result, 0);
-    QCOMPARE(heard, QByteArray(eot).repeated(4));
-    QVERIFY(outcome.output.endsWith("Complete ACK\nSend file successful!!!\n"));
-}
-
-void TestXmodemSender::lateAckForEot()
-{
-    const Conversation outcome = send(0, [](const TestLine &line) {
-        line.say("C");
-        line.hear(1);
-        usleep(15000000);
-        line.say(ack);
-    });
-    // The reading waits as long as it takes, and the answer counts before the time does.
-    QCOMPARE(outcome.result, 0);
-    QVERIFY(outcome.seconds >= 15);
+    QCOMPARE(outcome.result, end == timeOut ? -1 : 0);
+    QCOMPARE(heard, QByteArray(eot).repeated(answers.size()));
+    QVERIFY2(outcome.output.endsWith("Complete ACK\n" + end), outcome.output.constData());
 }
 
 void TestXmodemSender::missingFile()
