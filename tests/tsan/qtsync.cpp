@@ -6,10 +6,15 @@
 #include <QDeadlineTimer>
 #include <QEvent>
 #include <QMutex>
+#include <QThread>
 #include <QWaitCondition>
 
+#include <array>
+#include <cstdarg>
 #include <dlfcn.h>
+#include <linux/futex.h>
 #include <sanitizer/tsan_interface.h>
+#include <sys/syscall.h>
 
 namespace
 {
@@ -111,4 +116,48 @@ bool QMetaObject::invokeMethodImpl(QObject *receiver, QtPrivate::QSlotObjectBase
             "tionTypeEPv");
     __tsan_release(receiver);
     return qtInvoke(receiver, slot, type, result);
+}
+
+void QThread::start(Priority priority)
+{
+    static const auto qtStart =
+        qtFunction<void (*)(QThread *, Priority)>("_ZN7QThread5startENS_8PriorityE");
+    // In the thread itself, and the last that it does.
+    connect(
+        this, &QThread::finished, this, [this] { __tsan_release(this); }, Qt::DirectConnection);
+    qtStart(this, priority);
+}
+
+bool QThread::wait(QDeadlineTimer deadline)
+{
+    static const auto qtWait =
+        qtFunction<bool (*)(QThread *, QDeadlineTimer)>("_ZN7QThread4waitE14QDeadlineTimer");
+    const bool isOver = qtWait(this, deadline);
+    __tsan_acquire(this);
+    return isOver;
+}
+
+// What Qt's semaphores wait with: a signal whose connection blocks ends so.
+extern "C" long syscall(long number, ...) noexcept
+{
+    static const auto hostCall = qtFunction<long (*)(long, ...)>("syscall");
+    std::array<long, 6> words;
+    va_list arguments;
+    va_start(arguments, number);
+    for (long &word : words) {
+        word = va_arg(arguments, long);
+    }
+    va_end(arguments);
+    auto *const address = reinterpret_cast<void *>(words[0]);
+    const bool isFutex = number == SYS_futex;
+    const long operation = words[1] & FUTEX_CMD_MASK;
+    if (isFutex && (operation == FUTEX_WAKE || operation == FUTEX_WAKE_OP)) {
+        __tsan_release(address);
+    }
+    const long result =
+        hostCall(number, words[0], words[1], words[2], words[3], words[4], words[5]);
+    if (isFutex && (operation == FUTEX_WAIT || operation == FUTEX_WAIT_BITSET)) {
+        __tsan_acquire(address);
+    }
+    return result;
 }
