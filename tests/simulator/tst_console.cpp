@@ -75,9 +75,9 @@ ConsoleResult TestConsole::runElsewhere(const QString &line)
 {
     ConsoleResult result;
     const QScopedPointer<QThread> thread(QThread::create([&] { result = run(line); }));
-    QSignalSpy finished(thread.data(), &QThread::finished);
     thread->start();
-    finished.wait();
+    QTest::qWaitFor([&thread] { return thread->isFinished(); });
+    thread->wait();
     return result;
 }
 

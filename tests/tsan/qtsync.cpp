@@ -13,7 +13,11 @@
 #include <cstdarg>
 #include <dlfcn.h>
 #include <linux/futex.h>
+#include <map>
+#include <memory>
+#include <mutex>
 #include <sanitizer/tsan_interface.h>
+#include <semaphore.h>
 #include <sys/syscall.h>
 
 namespace
@@ -39,6 +43,55 @@ bool beforeDelivery(void **parameters)
 void watchDeliveries()
 {
     QInternal::registerCallback(QInternal::EventNotifyCallback, beforeDelivery);
+}
+
+/// Is zero until its thread has ended.
+class Semaphore
+{
+public:
+    Semaphore() { sem_init(&m_semaphore, 0, 0); }
+    ~Semaphore() { sem_destroy(&m_semaphore); }
+    void post() { sem_post(&m_semaphore); }
+    void wait() { sem_wait(&m_semaphore); }
+
+private:
+    Q_DISABLE_COPY(Semaphore)
+    sem_t m_semaphore;
+};
+
+/// Goes with its thread, after all that Qt does there.
+struct OwnEnd
+{
+    ~OwnEnd()
+    {
+        if (semaphore != nullptr) {
+            semaphore->post();
+        }
+    }
+    std::shared_ptr<Semaphore> semaphore;
+};
+
+thread_local OwnEnd ownEnd;
+std::mutex threadEndsMutex;
+
+std::map<const QThread *, std::shared_ptr<Semaphore>> &threadEnds()
+{
+    static std::map<const QThread *, std::shared_ptr<Semaphore>> ends;
+    return ends;
+}
+
+/// Qt counts a thread as over a little earlier, and keeps to itself what orders the two.
+bool awaitEnd(const QThread *thread)
+{
+    std::shared_ptr<Semaphore> end;
+    {
+        const std::lock_guard<std::mutex> lock(threadEndsMutex);
+        end.swap(threadEnds()[thread]);
+    }
+    if (end != nullptr) {
+        end->wait();
+    }
+    return true;
 }
 
 } // namespace
@@ -122,9 +175,13 @@ void QThread::start(Priority priority)
 {
     static const auto qtStart =
         qtFunction<void (*)(QThread *, Priority)>("_ZN7QThread5startENS_8PriorityE");
-    // In the thread itself, and the last that it does.
+    const auto end = std::make_shared<Semaphore>();
+    {
+        const std::lock_guard<std::mutex> lock(threadEndsMutex);
+        threadEnds()[this] = end;
+    }
     connect(
-        this, &QThread::finished, this, [this] { __tsan_release(this); }, Qt::DirectConnection);
+        this, &QThread::started, this, [end] { ownEnd.semaphore = end; }, Qt::DirectConnection);
     qtStart(this, priority);
 }
 
@@ -133,8 +190,12 @@ bool QThread::wait(QDeadlineTimer deadline)
     static const auto qtWait =
         qtFunction<bool (*)(QThread *, QDeadlineTimer)>("_ZN7QThread4waitE14QDeadlineTimer");
     const bool isOver = qtWait(this, deadline);
-    __tsan_acquire(this);
-    return isOver;
+    return isOver && awaitEnd(this);
+}
+
+bool QThread::wait(unsigned long milliseconds)
+{
+    return wait(QDeadlineTimer(qint64(milliseconds)));
 }
 
 // What Qt's semaphores wait with: a signal whose connection blocks ends so.
