@@ -76,9 +76,8 @@ ConsoleResult TestConsole::runElsewhere(const QString &line)
     ConsoleResult result;
     const QScopedPointer<QThread> thread(QThread::create([&] { result = run(line); }));
     thread->start();
-    QTest::qWaitFor([&thread] { return thread->isFinished(); });
-    thread->wait();
-    return result;
+    const bool isOver = QTest::qWaitFor([&thread] { return thread->isFinished(); });
+    return thread->wait() && isOver ? result : ConsoleResult();
 }
 
 void TestConsole::runsTheCommandWithItsArguments()
