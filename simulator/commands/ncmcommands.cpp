@@ -18,7 +18,7 @@ ConsoleResult ncm(Simulator &simulator, const QStringList &, ConsoleSession &)
 
 ConsoleResult ncmFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const QString fault = arguments.first();
+    const QString &fault = arguments.first();
     const bool isRefused = fault == QLatin1String("refused");
     if (!isRefused && fault != QLatin1String("none")) {
         return ConsoleResult::failed(

@@ -30,7 +30,7 @@ ConsoleResult vendor(Simulator &simulator, const QStringList &arguments, Console
 
 ConsoleResult vendorFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const QString fault = arguments.first();
+    const QString &fault = arguments.first();
     const bool lookUps = fault == QLatin1String("look-up");
     const bool writes = fault == QLatin1String("write");
     if (!lookUps && !writes && fault != QLatin1String("none")) {
@@ -44,7 +44,7 @@ ConsoleResult vendorFault(Simulator &simulator, const QStringList &arguments, Co
 
 ConsoleResult updateFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const QString fault = arguments.first();
+    const QString &fault = arguments.first();
     const bool silent = fault == QLatin1String("silent");
     const bool noData = fault == QLatin1String("no-data");
     if (!silent && !noData && fault != QLatin1String("none")) {

@@ -192,14 +192,14 @@ void TestGateTime::selectWithoutTimeoutWaits()
     const Gate gate(*unit);
     int pipeEnds[2];
     QCOMPARE(pipe(pipeEnds), 0);
+    QElapsedTimer timer;
+    timer.start();
     std::thread writer([&pipeEnds, &unit] {
         unit->clock().sleep(5000000);
         if (write(pipeEnds[1], "x", 1) != 1) {
             qFatal("The pipe cannot be written.");
         }
     });
-    QElapsedTimer timer;
-    timer.start();
     const int result = probeOf("gateprobe").select(pipeEnds[0], nullptr);
     const qint64 elapsed = timer.elapsed();
     writer.join();

@@ -66,7 +66,6 @@ void TestPlatformControl::answersWhileTheGraphicalThreadIsBlocked()
 {
     TestUnit unit(30);
     plugPackage(unit);
-    QSignalSpy spy(PlatformControl::getInstance(), &PlatformControl::ChecksumVerified);
     const qint64 from = unit.unit().journal().end();
     PlatformControl::getInstance()->startVerifyChecksum(package);
     QVERIFY(unit.unit().journal().waitFor(

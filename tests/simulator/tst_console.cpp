@@ -75,10 +75,9 @@ ConsoleResult TestConsole::runElsewhere(const QString &line)
 {
     ConsoleResult result;
     const QScopedPointer<QThread> thread(QThread::create([&] { result = run(line); }));
-    QSignalSpy finished(thread.data(), &QThread::finished);
     thread->start();
-    finished.wait();
-    return result;
+    const bool isOver = QTest::qWaitFor([&thread] { return thread->isFinished(); });
+    return thread->wait() && isOver ? result : ConsoleResult();
 }
 
 void TestConsole::runsTheCommandWithItsArguments()

@@ -19,18 +19,19 @@ class OtherThread
 public:
     explicit OtherThread(const std::function<void()> &function)
         : m_thread(QThread::create(function))
-        , m_finished(m_thread.data(), &QThread::finished)
     {
         m_thread->start();
     }
 
     ~OtherThread() { m_thread->wait(); }
 
-    bool waitFor() { return m_thread->isFinished() || m_finished.wait(); }
+    bool waitFor()
+    {
+        return QTest::qWaitFor([this] { return m_thread->isFinished(); }) && m_thread->wait();
+    }
 
 private:
     QScopedPointer<QThread> m_thread;
-    QSignalSpy m_finished;
 };
 
 } // namespace

@@ -45,16 +45,18 @@ private:
 bool run(TestSimulator &unit, const ScriptFile &script)
 {
     ScriptRunner runner(unit.console(), unit.journal());
-    QSignalSpy over(&runner, &ScriptRunner::over);
+    QVector<bool> over;
+    QObject::connect(&runner, &ScriptRunner::over, &runner,
+                     [&over](bool isFine) { over.append(isFine); });
     QString error;
     if (!runner.open(script.name(), &error)) {
         qFatal("%s", qPrintable(error));
     }
     runner.start();
-    // Not QSignalSpy::wait(), whose event loop the command "quit" would end.
+    // Without an event loop, which the command "quit" would end.
     const bool ended = QTest::qWaitFor([&over] { return !over.isEmpty(); }, 30000);
     unit.console().close();
-    return ended && runner.wait(30000) && over.first().first().toBool();
+    return ended && runner.wait(30000) && over.first();
 }
 
 } // namespace
