@@ -20,6 +20,7 @@ private slots:
     void firstStepIsMeasuredFromThePreviousGesturesLastPoint();
     void dragStopsAtMinimumAndMaximum();
     void longRangesDoNotOverflow();
+    void barWithoutHeight();
     void releaseEndsTheDrag();
     void handleDragOfTheBaseStillHappens();
     void dragOnTheListsBarScrollsTheList();
@@ -166,6 +167,19 @@ void TestLvScrollBar::longRangesDoNotOverflow()
     // 100 * 100000000 / 386
     QCOMPARE(bar->value(), 25906735);
     bar.release(199);
+}
+
+void TestLvScrollBar::barWithoutHeight()
+{
+    Bar bar;
+    bar->resize(60, 0);
+    bar.press(0);
+    bar.move(-10);
+    bar->setValue(0);
+    bar.move(-11);
+    // As if it were one pixel high: 1 * 1000 / 1
+    QCOMPARE(bar->value(), 1000);
+    bar.release(-11);
 }
 
 void TestLvScrollBar::releaseEndsTheDrag()

@@ -2,10 +2,10 @@
 """Prints what the check of two GPS packages is to print, with Python's own CRC-16/XMODEM.
 
 Arguments: the boot loader's and the firmware's path on the host, each with its name in the text.
-The measurement of select() at the end is left out: it is different each time.
+The lines about the thread and the user ahead of it are the caller's, and the measurement of select()
+at the end is different each time.
 """
 import binascii
-import os
 import struct
 import sys
 
@@ -40,19 +40,7 @@ def check(path):
     return len(content) > 0
 
 
-def scheduler():
-    try:
-        os.sched_setscheduler(0, os.SCHED_RR, os.sched_param(50))
-        return "sched_setscheduler with prio 50"
-    except OSError as error:
-        return "warning: sched_setscheduler failed: " + error.strerror
-
-
 bootloader, bootloader_name, firmware, firmware_name = sys.argv[1:]
-print(scheduler())
-print("uid=%d, euid=%d, gid=%d, egid=%d, groups %s"
-      % (os.getuid(), os.geteuid(), os.getgid(), os.getegid(),
-         "".join(" %d" % group for group in os.getgroups()[:32])))
 print("===== LODESTAR FIRMWARE UPGRADE =====")
 print("checking file: " + bootloader_name)
 if not check(bootloader):

@@ -161,7 +161,9 @@ void TestCGpsComPage::invalidFilesClose()
 void TestCGpsComPage::unknownResultDoesNothing()
 {
     CGpsComPage *page = openVerified();
-    page->softCheckResultSlot(2);
+    const TraceCapture capture;
+    emit page->sigCheckSoftResult(2);
+    QCOMPARE(capture.texts(), QStringList(QStringLiteral("softCheckResultSlot state:  2")));
     QTest::qWait(50);
     QVERIFY(!m_page.isNull());
     QVERIFY(asks(page));

@@ -5,8 +5,10 @@
 #include "recordedsleeps.h"
 
 #include "support/testmain.h"
+#include "support/tracecapture.h"
 
 #include "kvwidget/kviconbutton.h"
+#include "mcu/cmsgclass.h"
 
 #include <QLabel>
 #include <QPointer>
@@ -146,6 +148,8 @@ void TestCGpsComPageUpdate::pausesOfTheCheckAndTheUpdate()
     switchOn(1);
     openVerified();
 
+    const TraceCapture capture;
+    const QString verified = QStringLiteral("softCheckResultSlot state:  0");
     QVector<qint64> checking;
     std::thread worker([&checking] {
         const RecordedSleeps sleeps;
@@ -154,6 +158,10 @@ void TestCGpsComPageUpdate::pausesOfTheCheckAndTheUpdate()
     });
     worker.join();
     QCOMPARE(checking, QVector<qint64>({1000000}));
+    // What a worker finds is heard of by the page's own thread, later.
+    QVERIFY(!capture.texts().contains(verified));
+    QCoreApplication::processEvents();
+    QVERIFY(capture.texts().contains(verified));
 
     // Without a line the upgrade itself ends at once.
     QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
@@ -191,6 +199,7 @@ void TestCGpsComPageUpdate::updatingTextIsOnTheGlassBeforeTheThreadBlocks()
     find<QLabel>(page, "label_1")->installEventFilter(&watch);
     QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
     page->findChild<CGpsFwInfo *>()->systemNewInfoSlot(QStringLiteral("idUpdateBtn"));
+    QVERIFY(m_unit->journal(QStringLiteral("beep")).isEmpty());
     // The queued call comes ahead of the event that would paint.
     QCoreApplication::sendPostedEvents(m_page, QEvent::MetaCall);
     QVERIFY(!m_unit->journal(QStringLiteral("mcu reboot")).isEmpty());
@@ -229,6 +238,8 @@ void TestCGpsComPageUpdate::stickPulledWhileVerifying()
 void TestCGpsComPageUpdate::stickPulledAfterVerification()
 {
     const CGpsComPage *page = openVerified();
+    emit CMsgClass::getInstance()->sigDevRootPath(QString());
+    QCOMPARE(m_unit->journal(QStringLiteral("update ready")).last(), updateReady(1));
     QString error;
     QVERIFY(m_unit->unit().storage().pull(QStringLiteral("usb0"), &error));
     QTRY_COMPARE(m_unit->journal(QStringLiteral("update ready")).last(), updateReady(0));

@@ -19,9 +19,17 @@ namespace
 int failingGet = 0;
 int failingSet = 0;
 
+/// The calls of both in order, with when it applies and the two speeds.
+QStringList calls;
+
 bool isTheOne(int &count)
 {
     return count > 0 && --count == 0;
+}
+
+QString set(int actions, uint inputSpeed, uint outputSpeed)
+{
+    return QStringLiteral("set %1 %2 %3").arg(actions).arg(inputSpeed).arg(outputSpeed);
 }
 
 } // namespace
@@ -31,6 +39,7 @@ extern "C" int tcgetattr(int fd, termios *options) noexcept
 {
     static const auto original =
         reinterpret_cast<int (*)(int, termios *)>(dlsym(RTLD_NEXT, "tcgetattr"));
+    calls.append(QStringLiteral("get"));
     return isTheOne(failingGet) ? -1 : original(fd, options);
 }
 
@@ -38,6 +47,7 @@ extern "C" int tcsetattr(int fd, int actions, const termios *options) noexcept
 {
     static const auto original =
         reinterpret_cast<int (*)(int, int, const termios *)>(dlsym(RTLD_NEXT, "tcsetattr"));
+    calls.append(set(actions, options->c_ispeed, options->c_ospeed));
     return isTheOne(failingSet) ? -1 : original(fd, actions, options);
 }
 
@@ -84,7 +94,11 @@ void TestGpsSerialSettings::setsTheLine()
     tcsetattr(line.port(), TCSANOW, &options);
     fcntl(line.port(), F_SETFL, O_NONBLOCK);
 
+    calls.clear();
     QCOMPARE(set_baudrate(line.port(), speed), 0);
+    const QString get = QStringLiteral("get");
+    const QString applied = set(TCSANOW, speed, speed);
+    QCOMPARE(calls, QStringList({get, get, applied, get, applied}));
 
     QVERIFY((fcntl(line.port(), F_GETFL) & O_NONBLOCK) == 0);
     tcgetattr(line.port(), &options);

@@ -10,8 +10,66 @@
 #include <QtTest>
 
 #include <sched.h>
+#include <stdio_ext.h>
+#include <sys/syscall.h>
+#include <unistd.h>
 
+#include <algorithm>
+#include <cerrno>
+#include <cstdio>
 #include <thread>
+
+namespace
+{
+
+/// Who runs the check, instead of the host's user: by number 1 to 4, and these groups.
+bool isAnotherUser = false;
+QVector<gid_t> userGroups;
+int groupsResult = 0;
+bool mayBeRealTime = true;
+
+/// What was asked for, and whether for the thread that asks.
+QString scheduled;
+
+} // namespace
+
+// Ahead of the C library's: neither the test's rights nor its groups are those of every host.
+extern "C" int sched_setscheduler(pid_t pid, int policy, const sched_param *parameters) noexcept
+{
+    scheduled = QStringLiteral("%1 %2 %3").arg(pid).arg(policy).arg(parameters->sched_priority);
+    errno = mayBeRealTime ? 0 : EPERM;
+    return mayBeRealTime ? 0 : -1;
+}
+
+extern "C" uid_t getuid() noexcept
+{
+    return isAnotherUser ? 1 : uid_t(syscall(SYS_getuid));
+}
+
+extern "C" uid_t geteuid() noexcept
+{
+    return isAnotherUser ? 2 : uid_t(syscall(SYS_geteuid));
+}
+
+extern "C" gid_t getgid() noexcept
+{
+    return isAnotherUser ? 3 : gid_t(syscall(SYS_getgid));
+}
+
+extern "C" gid_t getegid() noexcept
+{
+    return isAnotherUser ? 4 : gid_t(syscall(SYS_getegid));
+}
+
+extern "C" int getgroups(int size, gid_t *list) noexcept
+{
+    if (groupsResult < 0 || size < 0 || (size > 0 && size < groupsResult)) {
+        errno = EINVAL;
+        return -1;
+    }
+    std::copy_n(userGroups.constData(), size, list);
+    return groupsResult;
+}
 
 class TestGpsUpgradeCheck : public QObject, private UpgradeTest
 {
@@ -22,18 +80,25 @@ private slots:
     void cleanup();
 
     void checks();
+    void saysWhoChecks_data();
+    void saysWhoChecks();
     void checksSayWhatTheyFind_data();
     void checksSayWhatTheyFind();
     void checksOfFilesThatAreGone();
 
 private:
     Conversation check(const QByteArray &bootloader, const QByteArray &firmware);
+    static QString user(const QString &schedule, const QString &groups);
     QString expectedCheck() const;
 };
 
 void TestGpsUpgradeCheck::init()
 {
     switchOn();
+    userGroups = {4, 27};
+    groupsResult = 2;
+    mayBeRealTime = true;
+    scheduled.clear();
 }
 
 void TestGpsUpgradeCheck::cleanup()
@@ -47,12 +112,20 @@ Conversation TestGpsUpgradeCheck::check(const QByteArray &bootloaderFile,
 {
     return converse([&] {
         int result = 0;
+        isAnotherUser = true;
         std::thread worker([&] {
             result = checkGpsUpdateFile(bootloaderFile.constData(), firmwareFile.constData());
         });
         worker.join();
+        isAnotherUser = false;
         return result;
     });
+}
+
+/// What the check is to print first.
+QString TestGpsUpgradeCheck::user(const QString &schedule, const QString &groups)
+{
+    return QStringLiteral("%1\nuid=1, euid=2, gid=3, egid=4, groups %2\n").arg(schedule, groups);
 }
 
 /// What the check is to print, as somebody else's CRC and sum have it.
@@ -67,14 +140,18 @@ QString TestGpsUpgradeCheck::expectedCheck() const
     script.setProcessChannelMode(QProcess::ForwardedErrorChannel);
     script.start(QStringLiteral("python3"), arguments);
     script.waitForFinished();
-    return QString::fromUtf8(script.readAllStandardOutput());
+    return user(QStringLiteral("sched_setscheduler with prio 50"), QStringLiteral(" 4 27"))
+        + QString::fromUtf8(script.readAllStandardOutput());
 }
 
 void TestGpsUpgradeCheck::checks()
 {
     make(firmware, "sections", "GNSS 9.8.7", 2600);
+    std::setvbuf(stdout, nullptr, _IOFBF, BUFSIZ);
     const Conversation outcome = check(bootloader, firmware);
     QCOMPARE(outcome.result, 0);
+    // From now on what is printed is not kept back.
+    QCOMPARE(__fbufsize(stdout), std::size_t(1));
     const QByteArray measured = "check select() for 100us: ";
     const int end = outcome.output.indexOf(measured);
     QVERIFY2(end >= 0, outcome.output.constData());
@@ -82,8 +159,44 @@ void TestGpsUpgradeCheck::checks()
     const QRegularExpression times(QStringLiteral("^min \\d+, max \\d+\n$"));
     const QByteArray rest = outcome.output.mid(end + measured.size());
     QVERIFY2(times.match(QString::fromUtf8(rest)).hasMatch(), rest.constData());
-    // The caller's own priority is what it was.
-    QCOMPARE(sched_getscheduler(0), SCHED_OTHER);
+    // The calling thread, round robin, 50.
+    QCOMPARE(scheduled, QStringLiteral("0 2 50"));
+}
+
+void TestGpsUpgradeCheck::saysWhoChecks_data()
+{
+    QTest::addColumn<bool>("isRealTime");
+    QTest::addColumn<int>("groups");
+    QTest::addColumn<QString>("schedule");
+    QTest::addColumn<int>("shown");
+    const QString real = QStringLiteral("sched_setscheduler with prio 50");
+    const QString failed =
+        QStringLiteral("warning: sched_setscheduler failed: Operation not permitted");
+    QTest::newRow("may not") << false << 1 << failed << 1;
+    QTest::newRow("no groups") << true << 0 << real << 0;
+    QTest::newRow("groups unknown") << true << -1 << real << 0;
+    QTest::newRow("32 groups") << true << 32 << real << 32;
+    QTest::newRow("33 groups") << true << 33 << real << 32;
+}
+
+void TestGpsUpgradeCheck::saysWhoChecks()
+{
+    QFETCH(bool, isRealTime);
+    QFETCH(int, groups);
+    QFETCH(QString, schedule);
+    QFETCH(int, shown);
+    mayBeRealTime = isRealTime;
+    groupsResult = groups;
+    userGroups.clear();
+    QString text;
+    for (int group = 100; group < 100 + groups; ++group) {
+        userGroups.append(gid_t(group));
+        text += group < 100 + shown ? QStringLiteral(" %1").arg(group) : QString();
+    }
+    QVERIFY(QFile::remove(m_unit->path(QString::fromLatin1(bootloader))));
+    const QString output = QString::fromUtf8(check(bootloader, firmware).output);
+    QVERIFY2(output.startsWith(user(schedule, text) + QStringLiteral("===== ")),
+             qPrintable(output));
 }
 
 void TestGpsUpgradeCheck::checksSayWhatTheyFind_data()

@@ -12,6 +12,8 @@
 #include <QElapsedTimer>
 #include <QSignalSpy>
 
+#include <thread>
+
 class TestCSetupALSTest : public QObject
 {
     Q_OBJECT
@@ -34,6 +36,7 @@ private slots:
     void readingIsShown();
     void readingIsShownWhileTheSensorFollowsACurve();
     void aBlockedScreenFindsOneReadingWaiting();
+    void readingOfAnotherThreadIsQueued();
     void readingAfterThePageHasGone();
 
     void switchOpensAsTheDimmerSays_data();
@@ -282,6 +285,17 @@ void TestCSetupALSTest::aBlockedScreenFindsOneReadingWaiting()
     QCoreApplication::processEvents();
     QCOMPARE(shown.count(), 1);
     QCOMPARE(screen.text("labCurrentVal"), QStringLiteral("Current:%1").arg(*sensor.reading()));
+}
+
+void TestCSetupALSTest::readingOfAnotherThreadIsQueued()
+{
+    Screen screen;
+    screen.open();
+    CALSDevice *service = CALSDevice::getInstance();
+    std::thread([service] { emit service->sigSensorValue(5); }).join();
+    QCOMPARE(screen.text("labCurrentVal"), QStringLiteral("Current:0"));
+    QCoreApplication::processEvents();
+    QCOMPARE(screen.text("labCurrentVal"), QStringLiteral("Current:5"));
 }
 
 void TestCSetupALSTest::readingAfterThePageHasGone()

@@ -4,12 +4,15 @@
 
 #include "kvwidget/kviconbutton.h"
 #include "kvwidget/popupview.h"
+#include "service/platformcontrol.h"
 #include "service/setupstridconst.h"
 #include "support/testmain.h"
 
 #include <QPointer>
 #include <QSignalSpy>
 #include <QtTest>
+
+#include <thread>
 
 // With the unit's own slot table media type 1 is USB and media type 2 is SD, so that the dialog's
 // "SD0" is the socket usb0; a table with SD as media type 1 is used where that matters.
@@ -66,7 +69,7 @@ const QString versions = QStringLiteral("NewCUSTVer:CUST 2.10.0\nNewSDKVer:SDK 7
 
 void TestUserUpdateDialog::construction()
 {
-    Desk desk;
+    Desk desk(1);
     const Dialog *dialog = desk.open(0);
     QCOMPARE(dialog->property("title").value<QString>(), QStringLiteral("setup UserUpdate"));
     QCOMPARE(dialog->geometry(), screen);
@@ -75,6 +78,7 @@ void TestUserUpdateDialog::construction()
     QCOMPARE(popup->parentWidget(), static_cast<const QWidget *>(dialog));
     QCOMPARE(popup->property("popupViewId").value<QString>(), QStringLiteral("userdata"));
     QVERIFY(popup->isVisible());
+    QCOMPARE(popup->findChild<QTimer *>(QString(), Qt::FindDirectChildrenOnly)->interval(), 30000);
     QCOMPARE(button(dialog, "popupview_ok")->displayText(), QStringLiteral("OK"));
     QCOMPARE(button(dialog, "popupview_cancel")->displayText(), QStringLiteral("Cancel"));
 }
@@ -124,6 +128,12 @@ void TestUserUpdateDialog::versionsAreShownWhileThePackageIsVerified()
     QVERIFY(!isOkEnabled(dialog));
     QCOMPARE(desk.unit.journal(QStringLiteral("/^update/")),
              QStringList(QStringLiteral("update verify /media/usb1/ORRERY_PACK.BIN")));
+    // An answer counts at once, but that of another thread only on the dialog's own.
+    PlatformControl *platform = PlatformControl::getInstance();
+    emit platform->ChecksumVerified(1);
+    QVERIFY(text(dialog).endsWith(QStringLiteral("Verify Failed")));
+    std::thread([platform] { emit platform->ChecksumVerified(0); }).join();
+    QVERIFY(text(dialog).endsWith(QStringLiteral("Verify Failed")));
 }
 
 void TestUserUpdateDialog::versionsThatHoldPlaceMarkersComeOutUnchanged()
