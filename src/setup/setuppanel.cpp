@@ -154,7 +154,6 @@ void CSetupPanelForm::clickedAdjustItem(QString id)
             } else {
                 stepInteger(button.index, button.increase);
             }
-            return;
         }
     }
 }
