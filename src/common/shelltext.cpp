@@ -8,7 +8,8 @@ namespace
 
 bool fits(int length, char *buffer, std::size_t size)
 {
-    if (length >= 0 && static_cast<std::size_t>(length) < size) {
+    // A negative one, after an error, becomes larger than any buffer.
+    if (static_cast<std::size_t>(length) < size) {
         return true;
     }
     std::memset(buffer, 0, size);

@@ -61,6 +61,11 @@ void TestShellText::zeroesWhatStoodInTheBuffer()
     memset(buffer, 'x', sizeof buffer);
     QVERIFY(formatCommand(buffer, sizeof buffer, "%s", "ab"));
     QCOMPARE(QByteArray(buffer, sizeof buffer), QByteArray("ab\0\0\0\0\0\0", 8));
+    memset(buffer, 'x', sizeof buffer);
+    QVERIFY(formatCommand(buffer, sizeof buffer, "%s%s", "c", "d"));
+    QCOMPARE(QByteArray(buffer, sizeof buffer), QByteArray("cd\0\0\0\0\0\0", 8));
+    QVERIFY(formatCommand(buffer, sizeof buffer, "%s", ""));
+    QCOMPARE(QByteArray(buffer, sizeof buffer), QByteArray(8, '\0'));
 }
 
 void TestShellText::fitsUpToTheLastByte()

@@ -1,4 +1,5 @@
 #include "factorydebug/factorydebugview.h"
+#include "factorydebug/statusbar.h"
 #include "usbtest/usbtestview.h"
 
 #include "viewonscreen.h"
@@ -232,6 +233,15 @@ void TestFactoryDebugView::shadeCoversTheViewAndStays()
     QCOMPARE(shown.view->findChildren<KvBackgroundImage *>().size(), 1);
     shown.view->buttonClicked(QStringLiteral("return"));
     QVERIFY(shade->isVisible());
+
+    // It goes ahead of the view's other parts, and behind the trace.
+    const TraceCapture capture;
+    QStringList gone;
+    connect(shade, &QObject::destroyed, [&] { gone = capture.texts(); });
+    connect(shown.view->findChild<StatusBar *>(), &QObject::destroyed,
+            [&] { gone.append(QStringLiteral("status bar")); });
+    delete shown.view;
+    QCOMPARE(gone, QStringList({"~FactoryDebugView", "status bar"}));
 }
 
 void TestFactoryDebugView::copyBtsnoopTakesTheLastDevice()

@@ -1,9 +1,11 @@
 #include "listreference.h"
 
+#include "factorydebug/factorydebugproperty.h"
 #include "factorydebug/viewonscreen.h"
 #include "simulator/console/screenreader.h"
 #include "support/testmain.h"
 #include "support/tracecapture.h"
+#include "system/csysctrlpage.h"
 
 #include <QSet>
 #include <QTranslator>
@@ -117,6 +119,17 @@ void readEyePage(Reader &reader)
     reader.writeDown(QStringLiteral("usbeye, tuning"));
 }
 
+void readSystemPage(ViewOnScreen &screen, Reader &reader)
+{
+    auto *page = screen.view->findChild<CSysCtrlPage *>();
+    for (const int code : {7, 8, 9}) {
+        page->doDabMsg(static_cast<unsigned char>(code));
+        reader.writeDown(QStringLiteral("sysCtrl, tuner's code %1").arg(code));
+    }
+    page->setmCopyBtnState(2);
+    reader.writeDown(QStringLiteral("sysCtrl, copying"));
+}
+
 void readUpdateDialog(ViewOnScreen &screen, Reader &reader)
 {
     screen.unit.tap(QPoint(200, 439));
@@ -137,7 +150,8 @@ QStringList readAllPages(ViewOnScreen &screen)
     });
     reader.visit(QStringLiteral("usbeye"), [&] { readEyePage(reader); });
     reader.visit(QStringLiteral("vendordata"), [&] { readUpdateDialog(screen, reader); });
-    for (const char *page : {"ncmtest", "keycolor", "als", "pdtVer", "sysCtrl", "idPanel"}) {
+    reader.visit(QStringLiteral("sysCtrl"), [&] { readSystemPage(screen, reader); });
+    for (const char *page : {"ncmtest", "keycolor", "als", "pdtVer", "idPanel"}) {
         reader.visit(QString::fromLatin1(page));
     }
     // Last, since the notices cover a part of the menu for a while.
@@ -156,6 +170,8 @@ void TestTranslations::everyTextIsMarked()
     const TraceCapture traces;
     ViewOnScreen screen;
     QStringList lines = readAllPages(screen);
+    QStringList modules;
+    lines.append(QStringLiteral("the activity: ") + FactoryDebugProperty(modules).getDispString());
     lines.append(translator.asked());
     lines.replaceInStrings(QStringLiteral("\n"), QStringLiteral("\\n"));
 

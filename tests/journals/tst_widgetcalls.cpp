@@ -180,6 +180,7 @@ template <typename Function, typename Method> Function original(Method own)
         next(this, first, second);                                                                 \
     }
 
+RECORD_0(QObject, deleteLater)
 RECORD_0(QWidget, show)
 RECORD_0(QWidget, hide)
 RECORD_0(QWidget, raise)
@@ -271,9 +272,20 @@ void openDialog(FactoryDebugView &view)
     view.findChild<VendorDataView *>()->listClickedSlot(list->model()->index(4, 0));
 }
 
-void openTouchCheckAndShade(FactoryDebugView &view)
+void workTheSystemPage(FactoryDebugView &view)
 {
     auto *page = view.findChild<CSysCtrlPage *>();
+    heading("the tuner without a stick, and with one");
+    for (const char *root : {"", "/media/usb0"}) {
+        page->uDevRootPathSlot(QString::fromLatin1(root));
+        for (const int code : {7, 8, 9}) {
+            page->doDabMsg(static_cast<unsigned char>(code));
+        }
+    }
+    heading("idDabBtn");
+    page->btnReleasedSlot(QStringLiteral("idDabBtn"));
+    heading("idCpBtn");
+    page->btnReleasedSlot(QStringLiteral("idCpBtn"));
     heading("idTouchBtn");
     page->btnReleasedSlot(QStringLiteral("idTouchBtn"));
     heading("the shade, twice");
@@ -288,7 +300,7 @@ void visitPages(FactoryDebugView &view)
         if (qstrcmp(entry.id, "vendordata") == 0) {
             openDialog(view);
         } else if (qstrcmp(entry.id, "sysCtrl") == 0) {
-            openTouchCheckAndShade(view);
+            workTheSystemPage(view);
         }
         press(view, "return");
     }

@@ -3,6 +3,7 @@
 #include "support/testmain.h"
 
 #include <QSignalSpy>
+#include <QStringListModel>
 #include <QtTest>
 
 class TestVendorDataModel : public QObject
@@ -44,9 +45,12 @@ void TestVendorDataModel::otherRowsAreEmpty()
 {
     const VendorDataModel model(nullptr);
     QVERIFY(!model.index(5).isValid());
-    const QVariant data = model.data(QModelIndex(), 258);
-    QCOMPARE(data.userType(), int(QMetaType::QString));
-    QCOMPARE(data.toString(), QString());
+    const QStringListModel longer(QStringList(sources) << QStringLiteral("more"));
+    for (const QModelIndex &index : {QModelIndex(), longer.index(5)}) {
+        const QVariant data = model.data(index, 258);
+        QCOMPARE(data.userType(), int(QMetaType::QString));
+        QCOMPARE(data.toString(), QString());
+    }
 }
 
 void TestVendorDataModel::refreshIsAModelResetAndTheListNeverChanges()

@@ -8,6 +8,7 @@
 
 #include <QPointer>
 #include <QSignalSpy>
+#include <QStringListModel>
 #include <QtTest>
 
 class TestVendorDataView : public QObject
@@ -107,7 +108,9 @@ void TestVendorDataView::repeatedTapsCreateFurtherDialogs()
 void TestVendorDataView::rowsThatDoNotExistDoNothing()
 {
     Page page;
+    const QStringListModel longer(QStringList({"0", "1", "2", "3", "4", "5"}));
     page.view->listClickedSlot(QModelIndex());
+    page.view->listClickedSlot(longer.index(5));
     QCOMPARE(page.dialogs().size(), 0);
 }
 
