@@ -27,7 +27,6 @@ private slots:
     void returnAfterAPageHasDeletedItself();
     void anotherPageDeletesTheFirst();
     void pressingAButtonAgainCreatesAFreshPage();
-    void pagesAreLeftInTheirOrder();
     void openPageGoesWithTheView();
 
     void returnWithNoPageOpenLeavesTheMenuAndTheStatusBar();
@@ -196,18 +195,6 @@ void TestFactoryDebugViewPages::pressingAButtonAgainCreatesAFreshPage()
     shown.view->buttonClicked(QStringLiteral("als"));
     QVERIFY(first.isNull());
     QVERIFY(page(*shown.view, "CSetupALSTest") != nullptr);
-}
-
-void TestFactoryDebugViewPages::pagesAreLeftInTheirOrder()
-{
-    ViewOnScreen shown;
-    const TraceCapture capture;
-    shown.view->hideAllSubPage();
-    QCOMPARE(
-        capture.texts(),
-        QStringList({"hideUsbTestView", "hideUsbEyeTestView", "hideNCMTestView", "hideKeyColorView",
-                     "hideVendorDataView", "hideGpsView", "hideALSTestView", "hideProductView",
-                     "hideSysCtrlView", "hidePanelView"}));
 }
 
 void TestFactoryDebugViewPages::openPageGoesWithTheView()

@@ -3,7 +3,6 @@
 #include "kvwidget/kviconbutton.h"
 #include "support/testmain.h"
 #include "support/testunit.h"
-#include "support/tracecapture.h"
 
 #include <QLabel>
 #include <QSignalSpy>
@@ -18,9 +17,6 @@ private slots:
     void emptyTitleIsClearedAndStillSwitchesToThePageMode();
     void pressOnExitSendsExitAndOnReturnSendsReturn();
     void primaryModeComesBack();
-    void secondaryTitleIsReplaced();
-    void geometries();
-    void traces();
     void paintsItsColour();
 };
 
@@ -97,43 +93,6 @@ void TestStatusBar::primaryModeComesBack()
     QVERIFY(!button(bar, "return")->isVisible());
     QVERIFY(button(bar, "exit")->isVisible());
     QCOMPARE(title(bar)->text(), QStringLiteral("Factory"));
-}
-
-void TestStatusBar::secondaryTitleIsReplaced()
-{
-    TestUnit unit;
-    StatusBar bar(&unit.screen());
-    bar.interSecondary(QStringLiteral("One"));
-    bar.interSecondary(QStringLiteral("Two"));
-    QCOMPARE(title(bar)->text(), QStringLiteral("Two"));
-    bar.interPrimary();
-    QCOMPARE(title(bar)->text(), QStringLiteral("Factory"));
-}
-
-void TestStatusBar::geometries()
-{
-    TestUnit unit;
-    StatusBar bar(&unit.screen());
-    QCOMPARE(bar.geometry(), QRect(0, 0, 800, 66));
-    QCOMPARE(button(bar, "return")->geometry(), QRect(0, 0, 80, 65));
-    QCOMPARE(button(bar, "return")->minimumSize(), QSize(80, 65));
-    QCOMPARE(button(bar, "exit")->geometry(), QRect(720, 0, 80, 65));
-    QCOMPARE(button(bar, "exit")->minimumSize(), QSize(80, 65));
-    QCOMPARE(title(bar)->geometry(), QRect(95, 0, 500, 66));
-    QCOMPARE(int(title(bar)->alignment()), 129);
-    QCOMPARE(title(bar)->styleSheet(), QStringLiteral("color:rgb(189, 189, 189);font-size:32px"));
-}
-
-void TestStatusBar::traces()
-{
-    TestUnit unit;
-    const TraceCapture capture;
-    StatusBar bar(&unit.screen());
-    bar.interSecondary(QStringLiteral("USB Test"));
-    QCOMPARE(capture.texts(),
-             QStringList(
-                 {QStringLiteral("interPrimary"), QStringLiteral("interSecondary \"USB Test\"")}));
-    QVERIFY(capture.lines().constFirst().contains(QLatin1String("[ statusbar.cpp : ")));
 }
 
 void TestStatusBar::paintsItsColour()

@@ -22,12 +22,13 @@
 #include <QMap>
 #include <QMetaMethod>
 #include <QPointer>
+#include <QRegularExpression>
 #include <QtTest>
 
 #include <dlfcn.h>
 
 /// What is said to widgets while the menu and each page are built and left: every call, its
-/// arguments and its place in the order.
+/// arguments and its place in the order, with the traces between.
 /// "./test --accept-journals" renews the list.
 class TestWidgetCalls : public QObject
 {
@@ -54,6 +55,18 @@ bool isRecording = false;
 void heading(const char *text)
 {
     turns.append({nullptr, QStringLiteral("--"), QLatin1Char(' ') + QLatin1String(text)});
+}
+
+/// Traces stand where they are made, but for those that lists make as often as they are laid out.
+void takeTrace(QtMsgType, const QMessageLogContext &, const QString &line)
+{
+    static const QRegularExpression form(
+        QStringLiteral("^\\[Info\\] .*\\[ (\\S+) : \\d+ \\]  (.*)$"));
+    static const QRegularExpression list(QStringLiteral("model|delegate|lvscrollbar"));
+    const QRegularExpressionMatch match = form.match(line);
+    if (match.hasMatch() && !match.captured(1).contains(list)) {
+        turns.append({nullptr, match.captured(2), QStringLiteral(" trace")});
+    }
 }
 
 /// The class and a number: the how manieth of it.
@@ -314,12 +327,14 @@ void TestWidgetCalls::everyPageIsBuiltAndLeftByTheseCalls()
     TestUnit unit;
     FactoryDebugctivity activity;
     isRecording = true;
+    const QtMessageHandler handler = qInstallMessageHandler(takeTrace);
     heading("the menu");
     activity.onCreat();
     auto *view = qobject_cast<FactoryDebugView *>(activity.getProperty()->getUiObj());
     visitPages(*view);
     heading("the end");
     activity.onDestory();
+    qInstallMessageHandler(handler);
     isRecording = false;
     qDeleteAll(gpsPages());
 

@@ -2,14 +2,11 @@
 
 #include "sysctrlpage.h"
 
-#include "kvwidget/cboolbutton.h"
 #include "kvwidget/kvbackgroundimage.h"
-#include "kvwidget/kviconbutton.h"
 #include "support/testmain.h"
 #include "system/ctouchcheckpage.h"
 
 #include <QApplication>
-#include <QLabel>
 #include <QtTest>
 
 class TestCSysCtrlPage : public QObject
@@ -19,11 +16,6 @@ class TestCSysCtrlPage : public QObject
 private slots:
     void cleanup();
 
-    void button_data();
-    void button();
-    void switchButton_data();
-    void switchButton();
-    void labels();
     void rowsWithoutASizeAreNotToBeSeen();
     void backgroundIsBlack();
 
@@ -65,107 +57,6 @@ void deleteDeferred()
 void TestCSysCtrlPage::cleanup()
 {
     qDeleteAll(touchPages());
-}
-
-void TestCSysCtrlPage::button_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QString>("text");
-    QTest::addColumn<int>("left");
-    QTest::addColumn<bool>("hasDisabledFace");
-    QTest::newRow("gps") << "gpsRstBtn"
-                         << "idGpsRstBtn"
-                         << "GPS RESET" << 36 << false;
-    QTest::newRow("copy") << "copyBtn"
-                          << "idCpBtn"
-                          << "SYSTEMLOG" << 212 << true;
-    // The DAB service's version stands on the button at once.
-    QTest::newRow("dab") << "dabBtn"
-                         << "idDabBtn"
-                         << "DAB FW Updata \nSDK 3.2.1" << 388 << true;
-    QTest::newRow("touch") << "touchBtn"
-                           << "idTouchBtn"
-                           << "Touch Check" << 564 << true;
-}
-
-void TestCSysCtrlPage::button()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, id);
-    QFETCH(QString, text);
-    QFETCH(int, left);
-    QFETCH(bool, hasDisabledFace);
-    Page shown;
-    shown.open();
-    auto *button = shown.icon(qPrintable(name));
-    QCOMPARE(button->geometry(), QRect(left, 100, 140, 60));
-    QCOMPARE(button->buttonID(), id);
-    QCOMPARE(button->displayText(), text);
-    QCOMPARE(button->property("showMode").value<KvIconButton::ShowMode>(),
-             KvIconButton::ShowImageText);
-    const auto sameAs = [](const QPixmap &pixmap, const char *path) {
-        const QImage image = QPixmap(QString::fromLatin1(path)).toImage();
-        return !image.isNull() && pixmap.toImage() == image;
-    };
-    const char normal[] = ":/images/pop/sw_popup_gray_nrm.png";
-    QVERIFY(sameAs(button->property("normalImage").value<QPixmap>(), normal));
-    QVERIFY(sameAs(button->property("pressImage").value<QPixmap>(), normal));
-    QVERIFY(
-        sameAs(button->property("overImage").value<QPixmap>(), ":/images/pop/sw_popup_psh.png"));
-    QCOMPARE(button->property("disableImage").value<QPixmap>().isNull(), !hasDisabledFace);
-    if (hasDisabledFace) {
-        QVERIFY(sameAs(button->property("disableImage").value<QPixmap>(),
-                       ":/images/pop/sw_popup_gray_dis.png"));
-        QCOMPARE(int(button->property("disableMode").value<KvIconButton::DisableMode>()), 1);
-    }
-}
-
-void TestCSysCtrlPage::switchButton_data()
-{
-    QTest::addColumn<QString>("name");
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QRect>("row");
-    QTest::newRow("driver") << "driverModeBtn"
-                            << "idDriverMode" << QRect(0, 167, 0, 0);
-    QTest::newRow("dimmer") << "dimmerSwitchBtn"
-                            << "idDimmerSwitch" << QRect(0, 84, 0, 0);
-    QTest::newRow("certification") << "CertificationBtn"
-                                   << "idCertification" << QRect(0, 0, 800, 83);
-}
-
-void TestCSysCtrlPage::switchButton()
-{
-    QFETCH(QString, name);
-    QFETCH(QString, id);
-    QFETCH(QRect, row);
-    Page shown;
-    shown.open();
-    auto *button = shown.view->findChild<CBoolButton *>(name);
-    QCOMPARE(button->geometry(), QRect(631, 10, 80, 62));
-    QCOMPARE(button->parentWidget()->geometry(), row);
-    QCOMPARE(button->buttonID(), id);
-    QCOMPARE(button->property("onImage").value<QPixmap>().size(), QSize(80, 62));
-    QCOMPARE(button->property("offImage").value<QPixmap>().size(), QSize(80, 62));
-    QVERIFY(button->property("onImage").value<QPixmap>().toImage()
-            != button->property("offImage").value<QPixmap>().toImage());
-}
-
-void TestCSysCtrlPage::labels()
-{
-    Page shown;
-    shown.open();
-    const auto label = [&shown](const char *name) {
-        return shown.view->findChild<QLabel *>(QString::fromLatin1(name));
-    };
-    QCOMPARE(label("label_3")->text(), QStringLiteral("Certification"));
-    QCOMPARE(label("label_3")->geometry(), QRect(34, 0, 350, 83));
-    QCOMPARE(label("label_3")->font().pointSize(), 30);
-    QCOMPARE(label("label_3")->palette().color(QPalette::WindowText), QColor(240, 240, 240));
-    QCOMPARE(label("labDriveMode")->text(), QStringLiteral("DriverRight"));
-    QCOMPARE(label("labDriveMode")->geometry(), QRect(34, 0, 300, 83));
-    QCOMPARE(label("labDimmer")->text(), QStringLiteral("DimmerSwitch"));
-    QCOMPARE(label("labDimmer")->geometry(), QRect(34, 0, 300, 83));
 }
 
 void TestCSysCtrlPage::rowsWithoutASizeAreNotToBeSeen()
