@@ -50,7 +50,7 @@ struct Turn
 };
 
 QList<Turn> turns;
-bool isRecording = false;
+thread_local bool isRecording = false; // devices have threads of their own
 
 void heading(const char *text)
 {
@@ -64,12 +64,12 @@ void takeTrace(QtMsgType, const QMessageLogContext &, const QString &line)
         QStringLiteral("^\\[Info\\] .*\\[ (\\S+) : \\d+ \\]  (.*)$"));
     static const QRegularExpression list(QStringLiteral("model|delegate|lvscrollbar"));
     const QRegularExpressionMatch match = form.match(line);
-    if (match.hasMatch() && !match.captured(1).contains(list)) {
+    if (isRecording && match.hasMatch() && !match.captured(1).contains(list)) {
         turns.append({nullptr, match.captured(2), QStringLiteral(" trace")});
     }
 }
 
-/// The class and a number: the how manieth of it.
+/// The class, and a number that counts those of the class.
 QString nameOf(const QObject *object)
 {
     static QMap<const QObject *, QPair<QPointer<const QObject>, QString>> names;
@@ -148,10 +148,10 @@ public:
 private:
     Q_DISABLE_COPY(Call)
 
-    static int depth;
+    static thread_local int depth;
 };
 
-int Call::depth = 0;
+thread_local int Call::depth = 0;
 
 /// The library's function behind this program's own of the same name.
 template <typename Function, typename Method> Function original(Method own)
