@@ -2,6 +2,11 @@
 
 #include <QProcess>
 
+namespace
+{
+const int patienceMs = 120000; // of a busy host
+}
+
 void makeUpdatePackage(const QString &file, const QStringList &options,
                        const QString &customerVersion, const QString &sdkVersion)
 {
@@ -9,7 +14,7 @@ void makeUpdatePackage(const QString &file, const QStringList &options,
     script.setProcessChannelMode(QProcess::ForwardedChannels);
     script.start(QStringLiteral(MAKE_UPDATE_PACKAGE),
                  options + QStringList({file, customerVersion, sdkVersion}));
-    if (!script.waitForFinished() || script.exitCode() != 0) {
+    if (!script.waitForFinished(patienceMs) || script.exitCode() != 0) {
         qFatal("The package %s cannot be made: %s", qPrintable(file),
                qPrintable(script.errorString()));
     }
