@@ -88,9 +88,6 @@ void DabTuner::tellNext()
         return;
     }
     const int status = m_untold.dequeue();
-    if (m_fault == IsMute) {
-        return;
-    }
     journal(QStringLiteral("tells %1").arg(status));
     // Whoever hears of it may well ask for the status.
     locker.unlock();
@@ -155,8 +152,10 @@ void DabTuner::carryOutStep()
 void DabTuner::take(int status)
 {
     m_status = status;
-    m_untold.enqueue(status);
-    m_loop.after(0, [this] { tellNext(); });
+    if (m_fault != IsMute) {
+        m_untold.enqueue(status);
+        m_loop.after(0, [this] { tellNext(); });
+    }
 }
 
 void DabTuner::finish(int status, const QString &result)
