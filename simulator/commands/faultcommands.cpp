@@ -26,7 +26,8 @@ QStringList callsOnPaths()
 QStringList knownCalls()
 {
     QStringList lines = unitlink::callsThatCanFail();
-    for (const QString &name : callsOnPaths()) {
+    const QStringList onPaths = callsOnPaths();
+    for (const QString &name : onPaths) {
         lines.append(name + QStringLiteral(" PATH"));
     }
     lines.append(QStringLiteral("system COMMAND"));

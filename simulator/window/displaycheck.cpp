@@ -15,12 +15,17 @@ namespace
 {
 
 /// What the platform plug-in complained of first.
-QString complaint;
+QString &complaint()
+{
+    static QString made;
+    return made;
+}
 QtMessageHandler formerHandler = nullptr;
 
 [[noreturn]] void refuse()
 {
-    const QString reason = complaint.isEmpty() ? QString() : QStringLiteral(" (%1)").arg(complaint);
+    const QString reason =
+        complaint().isEmpty() ? QString() : QStringLiteral(" (%1)").arg(complaint());
     std::fprintf(stderr, "There is no display to show the unit on%s; --headless runs it without.\n",
                  qUtf8Printable(reason));
     std::_Exit(ExitDisplay);
@@ -32,8 +37,8 @@ void handleMessage(QtMsgType type, const QMessageLogContext &context, const QStr
     if (type == QtFatalMsg) {
         refuse();
     }
-    if (complaint.isEmpty() && QByteArray(context.category).startsWith("qt.qpa")) {
-        complaint = message;
+    if (complaint().isEmpty() && QByteArray(context.category).startsWith("qt.qpa")) {
+        complaint() = message;
     }
 }
 
@@ -54,7 +59,7 @@ DisplayCheck::DisplayCheck(bool headless)
 DisplayCheck::~DisplayCheck()
 {
     qInstallMessageHandler(formerHandler);
-    complaint.clear();
+    complaint().clear();
 }
 
 } // namespace simulator

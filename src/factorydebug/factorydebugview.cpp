@@ -186,7 +186,8 @@ void FactoryDebugView::showMaskBgSlot()
 
 void FactoryDebugView::showButtons()
 {
-    for (KvIconButton *button : m_buttons) {
+    const QList<KvIconButton *> &buttons = m_buttons;
+    for (KvIconButton *button : buttons) {
         button->show();
     }
     hideAllSubPage();
@@ -195,7 +196,8 @@ void FactoryDebugView::showButtons()
 
 void FactoryDebugView::hideButtons()
 {
-    for (KvIconButton *button : m_buttons) {
+    const QList<KvIconButton *> &buttons = m_buttons;
+    for (KvIconButton *button : buttons) {
         button->hide();
     }
 }

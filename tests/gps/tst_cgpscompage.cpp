@@ -192,6 +192,7 @@ void TestCGpsComPage::openingItTwiceMakesTwoPages()
 
 void TestCGpsComPage::deletedWhileTheWorkerRuns()
 {
+    switchOn(1); // The page goes well within the task's second.
     plugBoth();
     delete open();
     // The task's second of waiting is over too.

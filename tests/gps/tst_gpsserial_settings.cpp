@@ -20,7 +20,11 @@ int failingGet = 0;
 int failingSet = 0;
 
 /// The calls of both in order, with when it applies and the two speeds.
-QStringList calls;
+QStringList &calls()
+{
+    static QStringList made;
+    return made;
+}
 
 bool isTheOne(int &count)
 {
@@ -39,7 +43,7 @@ extern "C" int tcgetattr(int fd, termios *options) noexcept
 {
     static const auto original =
         reinterpret_cast<int (*)(int, termios *)>(dlsym(RTLD_NEXT, "tcgetattr"));
-    calls.append(QStringLiteral("get"));
+    calls().append(QStringLiteral("get"));
     return isTheOne(failingGet) ? -1 : original(fd, options);
 }
 
@@ -47,7 +51,7 @@ extern "C" int tcsetattr(int fd, int actions, const termios *options) noexcept
 {
     static const auto original =
         reinterpret_cast<int (*)(int, int, const termios *)>(dlsym(RTLD_NEXT, "tcsetattr"));
-    calls.append(set(actions, options->c_ispeed, options->c_ospeed));
+    calls().append(set(actions, options->c_ispeed, options->c_ospeed));
     return isTheOne(failingSet) ? -1 : original(fd, actions, options);
 }
 
@@ -94,11 +98,11 @@ void TestGpsSerialSettings::setsTheLine()
     tcsetattr(line.port(), TCSANOW, &options);
     fcntl(line.port(), F_SETFL, O_NONBLOCK);
 
-    calls.clear();
+    calls().clear();
     QCOMPARE(set_baudrate(line.port(), speed), 0);
     const QString get = QStringLiteral("get");
     const QString applied = set(TCSANOW, speed, speed);
-    QCOMPARE(calls, QStringList({get, get, applied, get, applied}));
+    QCOMPARE(calls(), QStringList({get, get, applied, get, applied}));
 
     QVERIFY((fcntl(line.port(), F_GETFL) & O_NONBLOCK) == 0);
     tcgetattr(line.port(), &options);

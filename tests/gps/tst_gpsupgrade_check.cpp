@@ -24,19 +24,27 @@ namespace
 
 /// Who runs the check, instead of the host's user: by number 1 to 4, and these groups.
 bool isAnotherUser = false;
-QVector<gid_t> userGroups;
+QVector<gid_t> &userGroups()
+{
+    static QVector<gid_t> made;
+    return made;
+}
 int groupsResult = 0;
 bool mayBeRealTime = true;
 
 /// What was asked for, and whether for the thread that asks.
-QString scheduled;
+QString &scheduled()
+{
+    static QString made;
+    return made;
+}
 
 } // namespace
 
 // Ahead of the C library's: neither the test's rights nor its groups are those of every host.
 extern "C" int sched_setscheduler(pid_t pid, int policy, const sched_param *parameters) noexcept
 {
-    scheduled = QStringLiteral("%1 %2 %3").arg(pid).arg(policy).arg(parameters->sched_priority);
+    scheduled() = QStringLiteral("%1 %2 %3").arg(pid).arg(policy).arg(parameters->sched_priority);
     errno = mayBeRealTime ? 0 : EPERM;
     return mayBeRealTime ? 0 : -1;
 }
@@ -67,7 +75,7 @@ extern "C" int getgroups(int size, gid_t *list) noexcept
         errno = EINVAL;
         return -1;
     }
-    std::copy_n(userGroups.constData(), size, list);
+    std::copy_n(userGroups().constData(), size, list);
     return groupsResult;
 }
 
@@ -95,10 +103,10 @@ private:
 void TestGpsUpgradeCheck::init()
 {
     switchOn();
-    userGroups = {4, 27};
+    userGroups() = {4, 27};
     groupsResult = 2;
     mayBeRealTime = true;
-    scheduled.clear();
+    scheduled().clear();
 }
 
 void TestGpsUpgradeCheck::cleanup()
@@ -160,7 +168,7 @@ void TestGpsUpgradeCheck::checks()
     const QByteArray rest = outcome.output.mid(end + measured.size());
     QVERIFY2(times.match(QString::fromUtf8(rest)).hasMatch(), rest.constData());
     // The calling thread, round robin, 50.
-    QCOMPARE(scheduled, QStringLiteral("0 2 50"));
+    QCOMPARE(scheduled(), QStringLiteral("0 2 50"));
 }
 
 void TestGpsUpgradeCheck::saysWhoChecks_data()
@@ -187,10 +195,10 @@ void TestGpsUpgradeCheck::saysWhoChecks()
     QFETCH(int, shown);
     mayBeRealTime = isRealTime;
     groupsResult = groups;
-    userGroups.clear();
+    userGroups().clear();
     QString text;
     for (int group = 100; group < 100 + groups; ++group) {
-        userGroups.append(gid_t(group));
+        userGroups().append(gid_t(group));
         text += group < 100 + shown ? QStringLiteral(" %1").arg(group) : QString();
     }
     QVERIFY(QFile::remove(m_unit->path(QString::fromLatin1(bootloader))));

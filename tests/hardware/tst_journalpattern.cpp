@@ -48,7 +48,8 @@ void TestJournalPattern::quietSourcesAreSeenByWhoAsks()
 
     QCOMPARE(journal.lines(pattern), seen);
     const qint64 first = journal.find(JournalPattern(pattern));
-    QCOMPARE(first < 0 ? QString() : journal.lines(QString(), first, Journal::Everything).first(),
+    QCOMPARE(first < 0 ? QString()
+                       : journal.lines(QString(), first, Journal::Everything).constFirst(),
              seen.value(0));
     QCOMPARE(journal.lines(QString(), 0, Journal::Everything).size(), 4);
 }

@@ -167,8 +167,11 @@ void TestStorage::aListenerMayAskBack()
 {
     QStringList whenMounted;
     QStringList whenRemoved{QStringLiteral("not heard")};
-    connect(m_storage.data(), &Storage::mounted, [&] { whenMounted = m_storage->mountRoots(); });
-    connect(m_storage.data(), &Storage::removed, [&] { whenRemoved = m_storage->mountRoots(); });
+    const auto keepIn = [this](QStringList *roots) {
+        return [this, roots] { *roots = m_storage->mountRoots(); };
+    };
+    connect(m_storage.data(), &Storage::mounted, this, keepIn(&whenMounted));
+    connect(m_storage.data(), &Storage::removed, this, keepIn(&whenRemoved));
     plug(usb0);
     QCOMPARE(whenMounted, QStringList{usb0Root});
     pull(usb0);

@@ -175,9 +175,10 @@ void TestTranslations::everyTextIsMarked()
     lines.append(translator.asked());
     lines.replaceInStrings(QStringLiteral("\n"), QStringLiteral("\\n"));
 
-    const QStringList journal =
-        screen.unit.unit().journal().lines(QString(), 0, hardware::Journal::Everything);
-    for (const QString &line : journal + traces.texts()) {
+    const QStringList said =
+        screen.unit.unit().journal().lines(QString(), 0, hardware::Journal::Everything)
+        + traces.texts();
+    for (const QString &line : said) {
         // The bar's title, and the rows that lists paint, are texts that are also traced.
         QVERIFY2(!isMarked(line) || line.startsWith(QLatin1String("interSecondary"))
                      || line.contains(QLatin1String("role: 25"))

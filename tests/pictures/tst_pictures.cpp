@@ -165,8 +165,9 @@ void TestPictures::sessions()
 
     // Also of a session that has failed: its pictures may show why.
     const QDir pictures(run.pictures());
+    const QStringList names = pictures.entryList(QDir::Files);
     int different = 0;
-    for (const QString &name : pictures.entryList(QDir::Files)) {
+    for (const QString &name : names) {
         const QString complaint = m_comparison.complaint(pictures.filePath(name));
         if (!complaint.isEmpty()) {
             qWarning("%s", qPrintable(complaint));

@@ -62,7 +62,7 @@ void TestLookCommands::shotsOfAPart()
 {
     TestSimulator unit;
     const QString folder = QFileInfo(unit.path("")).path();
-    for (const QString &verb : QStringList{"shot", "shot-anew"}) {
+    for (const QString &verb : {QString("shot"), QString("shot-anew")}) {
         QCOMPARE(unit.errorOf(verb + " screen.png"), QString());
         QCOMPARE(unit.errorOf(verb + " part.png 390 190 410 290"), QString());
         const QImage part(folder + "/part.png");
@@ -109,11 +109,11 @@ void TestLookCommands::refuses_data()
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("error");
     const QString nowhere = "/etc/passwd/nowhere/x.png";
-    for (const QString &verb : QStringList{"shot", "shot-anew", "shot-window"}) {
+    for (const QString &verb : {QString("shot"), QString("shot-anew"), QString("shot-window")}) {
         QTest::newRow(qPrintable(verb + ": no folder"))
             << verb + " " + nowhere << "the picture \"" + nowhere + "\" cannot be written";
     }
-    for (const QString &verb : QStringList{"shot", "shot-anew"}) {
+    for (const QString &verb : {QString("shot"), QString("shot-anew")}) {
         QTest::newRow(qPrintable(verb + ": half a place"))
             << verb + " x.png 10 20"
             << "WIDTH is a whole number from 1 to 790, not \"\"";

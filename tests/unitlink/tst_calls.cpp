@@ -44,14 +44,18 @@ private slots:
 namespace
 {
 
-QStringList rows;
+QStringList &rows()
+{
+    static QStringList names;
+    return names;
+}
 
 /// A call that tells the unit something: its result, if any, the first line that it journals, and
 /// its result when it fails, of which the journal then has nothing else.
 void told(const char *name, const Call &call, const QString &line,
           const QString &result = QString(), const QString &failure = QString())
 {
-    rows.append(QLatin1String(name));
+    rows().append(QLatin1String(name));
     QTest::newRow(name) << call << line << result << QString() << failure;
 }
 
@@ -61,7 +65,7 @@ void asked(const char *name, const Call &call, const QString &arguments, const Q
            const QString &failure)
 {
     const QString line = QStringLiteral("asked %1(%2) = ").arg(QLatin1String(name), arguments);
-    rows.append(QLatin1String(name));
+    rows().append(QLatin1String(name));
     QTest::newRow(name) << call << line + answer << answer << line + failure << failure;
 }
 
@@ -168,7 +172,7 @@ void addModuleRows()
     told("MediaplayModule::setUSBTesting",
          silent([] { SimMediaplayModule().getMediaplayModule()->setUSBTesting(true); }),
          QStringLiteral("mediaplay usb testing 1"));
-    rows.append(QStringLiteral("ModuleManager::getModule"));
+    rows().append(QStringLiteral("ModuleManager::getModule"));
     QTest::newRow("ModuleManager::getModule")
         << Call([] {
                const auto found =
@@ -339,8 +343,8 @@ void TestCalls::call_data()
     addStoreRows();
     addStorageRows();
     addUsbRows();
-    rows.sort();
-    QCOMPARE(rows, unitlink::callsThatCanFail());
+    rows().sort();
+    QCOMPARE(rows(), unitlink::callsThatCanFail());
 }
 
 void TestCalls::call()

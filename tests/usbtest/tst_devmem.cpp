@@ -106,8 +106,9 @@ void TestDevmem::writesPrintsClosesAndUnmapsInThisOrder()
         const OutputCapture capture(unit.path(QStringLiteral("/journal.log")));
         devmem_main(page, swingOffset, 1, &value);
     }
+    const QList<QByteArray> said = readFile(unit.path(QStringLiteral("/journal.log"))).split('\n');
     QStringList lines;
-    for (const QByteArray &line : readFile(unit.path(QStringLiteral("/journal.log"))).split('\n')) {
+    for (const QByteArray &line : said) {
         const QString text = QString::fromLatin1(line);
         lines.append(text.startsWith(QLatin1String("0x")) ? text
                                                           : text.section(QLatin1Char(' '), 1));
@@ -154,7 +155,7 @@ void TestDevmem::unmapAtThePagesStartLeavesNothing()
     unsigned int value = 0;
     devmem_main(page, 0, 0, &value);
     QCOMPARE(unit.unit().memoryDevice().mappings(), 0);
-    QCOMPARE(memoryLines(unit).last(), QStringLiteral("memory unmap 9C000000"));
+    QCOMPARE(memoryLines(unit).constLast(), QStringLiteral("memory unmap 9C000000"));
 }
 
 void TestDevmem::descriptorIsClosed()
