@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Prints what the check of two GPS packages is to print, with Python's own CRC-16/XMODEM.
 
 Arguments: the boot loader's and the firmware's path on the host, each with its name in the text.

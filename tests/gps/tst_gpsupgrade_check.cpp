@@ -139,14 +139,14 @@ QString TestGpsUpgradeCheck::user(const QString &schedule, const QString &groups
 /// What the check is to print, as somebody else's CRC and sum have it.
 QString TestGpsUpgradeCheck::expectedCheck() const
 {
-    QStringList arguments(QStringLiteral(EXPECTED_CHECK));
+    QStringList arguments;
     for (const char *file : {bootloader, firmware}) {
         const QString name = QString::fromLatin1(file);
         arguments << m_unit->path(name) << name;
     }
     QProcess script;
     script.setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    script.start(QStringLiteral("python3"), arguments);
+    script.start(QStringLiteral(EXPECTED_CHECK), arguments);
     script.waitForFinished();
     return user(QStringLiteral("sched_setscheduler with prio 50"), QStringLiteral(" 4 27"))
         + QString::fromUtf8(script.readAllStandardOutput());

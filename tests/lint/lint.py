@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """Rules of the house that a program can check. Each failure names the place and the better choice.
 
     lint.py CHECK [SOURCE]    one of the checks below; SOURCE is another tree to look at

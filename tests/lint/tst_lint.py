@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """That the rules notice what they are for: each gets a small tree with one thing wrong."""
 
 import pathlib

@@ -1,7 +1,8 @@
 # Makes an SDK of the faces of LIBRARIES and of LIBRARY_FILES in WORK, and builds a copy of the plug-in's
 # sources against it: no stand-in, simulator or test may be needed for that, or be within reach, and what
 # comes of it is byte for byte the plug-in of this build, without a path of either.
-file(REMOVE_RECURSE "${WORK}")
+# Objects of the last run stay: copies have the times of their files, so that what has changed is built.
+file(REMOVE_RECURSE "${WORK}/sdk" "${WORK}/source" "${WORK}/installed")
 file(MAKE_DIRECTORY "${WORK}/sdk/include" "${WORK}/sdk/lib" "${WORK}/source")
 foreach(library IN LISTS LIBRARIES ITEMS kvglobal)
     file(GLOB faces "${SOURCE}/platform/${library}/*.h")

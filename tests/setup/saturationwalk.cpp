@@ -5,12 +5,12 @@
 
 QList<SaturationStep> saturationWalk(const QList<int> &steps)
 {
-    QStringList arguments{QStringLiteral(SATURATION_WALK)};
+    QStringList arguments;
     for (const int count : steps) {
         arguments.append(QString::number(count));
     }
     QProcess program;
-    program.start(QStringLiteral("python3"), arguments);
+    program.start(QStringLiteral(SATURATION_WALK), arguments);
     program.waitForFinished();
 
     QList<SaturationStep> walk;

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """saturationwalk.py STEPS...: prints what the panel page's saturation does when it starts at 1.0 and
 is stepped so many times, up for a positive number and down for a negative one: one line before the
 first and one after each step, with the label's text, the value that the display service is given,

@@ -1,4 +1,4 @@
-#!/usr/bin/env python3
+#!/usr/bin/python3
 """That tools/break makes every kind of break, and names those that no test notices: it is given a small tree
 with a test that sees much and one that sees nothing."""
 
