@@ -14,6 +14,7 @@ file(COPY "${SOURCE}/CMakeLists.txt" "${SOURCE}/cmake" "${SOURCE}/src" DESTINATI
 execute_process(
     COMMAND "${CMAKE_COMMAND}" -S "${WORK}/source" -B "${WORK}/build" -G Ninja
             -DCMAKE_BUILD_TYPE=${BUILD_TYPE} -DFACTORYDEBUG_PLATFORM_SDK=${WORK}/sdk
+            "-DCMAKE_CXX_FLAGS_RELEASE=${RELEASE_FLAGS}"
             "-DCMAKE_MODULE_LINKER_FLAGS=${LINKER_FLAGS} -Wl,--allow-shlib-undefined"
     COMMAND_ERROR_IS_FATAL ANY OUTPUT_QUIET)
 execute_process(COMMAND "${CMAKE_COMMAND}" --build "${WORK}/build"
