@@ -24,10 +24,7 @@ class TestFactoryDebugView : public QObject
 private slots:
     void cleanup();
 
-    void menuButton_data();
-    void menuButton();
     void menuButtonsKeepTheirOrder();
-    void paintsItsColour();
 
     void unknownIdIsIgnored_data();
     void unknownIdIsIgnored();
@@ -89,34 +86,6 @@ void TestFactoryDebugView::cleanup()
     usbTestListType = 1;
 }
 
-void TestFactoryDebugView::menuButton_data()
-{
-    QTest::addColumn<int>("index");
-    QTest::addColumn<QString>("label");
-    QTest::addColumn<QString>("id");
-    QTest::addColumn<QPoint>("position");
-    int index = 0;
-    for (const MenuEntry &entry : menu) {
-        QTest::newRow(entry.id) << index++ << QString::fromLatin1(entry.label)
-                                << QString::fromLatin1(entry.id) << entry.position;
-    }
-}
-
-void TestFactoryDebugView::menuButton()
-{
-    QFETCH(int, index);
-    QFETCH(QString, label);
-    QFETCH(QString, id);
-    QFETCH(QPoint, position);
-    const ViewOnScreen shown;
-
-    KvIconButton *button = menuButtons(*shown.view).at(index);
-    QCOMPARE(button->geometry(), QRect(position, QSize(210, 60)));
-    QCOMPARE(button->displayText(), label);
-    QCOMPARE(button->buttonID(), id);
-    QVERIFY(button->isVisible());
-}
-
 void TestFactoryDebugView::menuButtonsKeepTheirOrder()
 {
     const ViewOnScreen shown;
@@ -131,16 +100,6 @@ void TestFactoryDebugView::menuButtonsKeepTheirOrder()
     }
     QCOMPARE(ids, expected);
     QCOMPARE(ids.size(), 13);
-}
-
-void TestFactoryDebugView::paintsItsColour()
-{
-    const ViewOnScreen shown;
-    const QImage image = shown.view->grab().toImage();
-    QCOMPARE(image.size(), QSize(800, 480));
-    for (const QPoint &point : {QPoint(0, 66), QPoint(799, 479), QPoint(400, 445)}) {
-        QCOMPARE(image.pixelColor(point), QColor(11, 12, 13));
-    }
 }
 
 void TestFactoryDebugView::unknownIdIsIgnored_data()

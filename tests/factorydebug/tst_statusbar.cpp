@@ -17,7 +17,6 @@ private slots:
     void emptyTitleIsClearedAndStillSwitchesToThePageMode();
     void pressOnExitSendsExitAndOnReturnSendsReturn();
     void primaryModeComesBack();
-    void paintsItsColour();
 };
 
 namespace
@@ -93,17 +92,6 @@ void TestStatusBar::primaryModeComesBack()
     QVERIFY(!button(bar, "return")->isVisible());
     QVERIFY(button(bar, "exit")->isVisible());
     QCOMPARE(title(bar)->text(), QStringLiteral("Factory"));
-}
-
-void TestStatusBar::paintsItsColour()
-{
-    TestUnit unit;
-    StatusBar bar(&unit.screen());
-    bar.show();
-    const QImage image = bar.grab().toImage();
-    QCOMPARE(image.pixelColor(700, 0), QColor(51, 51, 53));
-    QCOMPARE(image.pixelColor(650, 65), QColor(51, 51, 53));
-    QCOMPARE(image.pixelColor(799, 65), QColor(51, 51, 53));
 }
 
 FACTORY_TEST_MAIN(TestStatusBar)

@@ -19,6 +19,8 @@ private slots:
     void init();
     void cleanup();
 
+    void metaObject();
+
     void findsTheFirstRootForEachFile();
     void takesBothFromTheFirstOfTwoRoots();
     void verifiesAndAsks();
@@ -42,6 +44,19 @@ void TestCGpsComPage::init()
 void TestCGpsComPage::cleanup()
 {
     switchOff();
+}
+
+void TestCGpsComPage::metaObject()
+{
+    const QMetaObject &meta = CGpsComPage::staticMetaObject;
+    QStringList methods;
+    for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        methods.append(QString::fromLatin1(meta.method(index).methodSignature()));
+    }
+    QCOMPARE(methods,
+             QStringList({"sigExitVersionPage(bool)", "sigCheckSoftResult(int)", "returnSlot()",
+                          "exitSlot()", "showSystemNewFwInfoSlot()", "updateSlot()",
+                          "updateUdiskStateSlot(QString)", "softCheckResultSlot(int)"}));
 }
 
 void TestCGpsComPage::findsTheFirstRootForEachFile()

@@ -69,6 +69,7 @@ private slots:
     void firstApplyIsNotLookedAt();
 
     void opensThePort();
+    void portMayBeTheFirstDescriptor();
     void portCannotBeOpened();
 };
 
@@ -154,6 +155,17 @@ void TestGpsSerialSettings::opensThePort()
     tcgetattr(port, &options);
     QCOMPARE(uint(cfgetospeed(&options)), uint(B230400));
     close(port);
+}
+
+void TestGpsSerialSettings::portMayBeTheFirstDescriptor()
+{
+    const TestUnit unit;
+    const int input = fcntl(STDIN_FILENO, F_DUPFD_CLOEXEC, 3);
+    close(STDIN_FILENO);
+    const int port = initial_serialPort();
+    dup2(input, STDIN_FILENO);
+    close(input);
+    QCOMPARE(port, STDIN_FILENO);
 }
 
 void TestGpsSerialSettings::portCannotBeOpened()

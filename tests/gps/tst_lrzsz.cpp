@@ -40,8 +40,8 @@ namespace
 
 const int times = 50;
 
-/// Since rx idles for a second each time.
-const int transfersAtOnce = 25;
+/// Since rx idles for a second each time. With many more a host keeps each rx waiting too long.
+const int transfersAtOnce = 10;
 
 QString rx()
 {

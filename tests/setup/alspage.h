@@ -8,10 +8,8 @@
 using Screen = PageOnScreen<CSetupALSTest>;
 
 const AdjustRow rows[] = {
-    {"day", "labDayTarget", "DayDst [max:1000]", "decreaseDay", "condec", "dayText", "increaseDay",
-     "coninc", 300},
-    {"night", "labNightTarget", "NightDst [min:0]", "decreaseNight", "huedec", "nightText",
-     "increaseNight", "hueinc", 100},
+    {"day", "decreaseDay", "condec", "dayText", "increaseDay", "coninc", 300},
+    {"night", "decreaseNight", "huedec", "nightText", "increaseNight", "hueinc", 100},
 };
 
 const QString effects = QStringLiteral("/^(log|als) /");

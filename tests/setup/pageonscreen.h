@@ -71,10 +71,3 @@ inline bool isTextInside(const QLabel *label)
     return advance <= label->contentsRect().width()
         && text.height() <= label->contentsRect().height();
 }
-
-/// What is on the screen where that widget is.
-inline QImage picture(TestUnit &unit, const QWidget *widget)
-{
-    const QRect area(widget->mapTo(&unit.screen(), QPoint()), widget->size());
-    return unit.screen().grab(area).toImage();
-}

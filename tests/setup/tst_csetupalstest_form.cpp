@@ -8,118 +8,16 @@
 #include "support/testmain.h"
 
 #include <QSignalSpy>
-#include <QTranslator>
 
 class TestCSetupALSTestForm : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void endsWithTheFormsSize();
-    void isBlack();
-    void row_data();
-    void row();
-    void rowsAreAligned();
-    void readingFillsItsPlace();
-    void buttonsShowAndPress();
     void buttonsAreTouchedAtTheirPictures_data();
     void buttonsAreTouchedAtTheirPictures();
     void switchIsWhollyVisibleAndTouchable();
-
-    void idsAreNotTranslated();
 };
-
-namespace
-{
-
-/// Translates every text into capitals.
-class ShoutingTranslator : public QTranslator
-{
-public:
-    ShoutingTranslator() { QCoreApplication::installTranslator(this); }
-    ~ShoutingTranslator() override { QCoreApplication::removeTranslator(this); }
-
-    bool isEmpty() const override { return false; }
-    QString translate(const char *, const char *text, const char *, int) const override
-    {
-        return QString::fromLatin1(text).toUpper();
-    }
-};
-
-} // namespace
-
-void TestCSetupALSTestForm::endsWithTheFormsSize()
-{
-    Screen screen;
-    screen.open();
-    RUN_CHECK(checkForm(screen.page, QRect(0, 66, 800, 480), QStringLiteral("ALS SENSOR DEBUG"),
-                        QRect(10, 81, 781, 321)));
-    RUN_CHECK(checkOwnBlackStyle(screen.page));
-}
-
-void TestCSetupALSTestForm::isBlack()
-{
-    Screen screen;
-    screen.open();
-    RUN_CHECK(checkIsBlack(screen.unit, screen.page,
-                           {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(400, 405)}));
-}
-
-void TestCSetupALSTestForm::row_data()
-{
-    addIndexes(rows);
-}
-
-void TestCSetupALSTestForm::row()
-{
-    QFETCH(int, index);
-    const AdjustRow &row = rows[index];
-    Screen screen;
-    screen.open();
-
-    RUN_CHECK(checkRow(screen.page, row, plainNameStyle));
-    RUN_CHECK(checkNameLabel(screen.page, "labCurrentVal", "Current:0", plainNameStyle));
-    RUN_CHECK(checkGrowingValue(screen.page, row));
-
-    auto *value = screen.widget<QLabel>(row.valueLabel);
-    value->setText(QStringLiteral("1000"));
-    // The layout makes room for it.
-    QCoreApplication::sendPostedEvents();
-    QVERIFY(isTextInside(value));
-
-    for (const char *name : {row.decrease, row.increase}) {
-        const auto *button = screen.widget<KvHorStrButton>(name);
-        QCOMPARE(button->minimumSize(), QSize(56, 56));
-        QCOMPARE(button->maximumSize(), QSize(800, 800));
-    }
-}
-
-void TestCSetupALSTestForm::rowsAreAligned()
-{
-    Screen screen;
-    screen.open();
-    for (const AdjustRow &row : rows) {
-        RUN_CHECK(checkAlignment(screen.page, row, rows[0]));
-    }
-}
-
-void TestCSetupALSTestForm::readingFillsItsPlace()
-{
-    Screen screen;
-    screen.open();
-    const auto *reading = screen.widget<QLabel>("labCurrentVal");
-    // As wide as a label here may be, and all of it between the two spacers.
-    QCOMPARE(reading->size(), QSize(400, 35));
-}
-
-void TestCSetupALSTestForm::buttonsShowAndPress()
-{
-    Screen screen;
-    screen.open();
-    for (const char *name : {"decreaseNight", "increaseNight"}) {
-        RUN_CHECK(checkShowsAndPresses(screen.unit, screen.page, name));
-    }
-}
 
 void TestCSetupALSTestForm::buttonsAreTouchedAtTheirPictures_data()
 {
@@ -167,21 +65,6 @@ void TestCSetupALSTestForm::switchIsWhollyVisibleAndTouchable()
          {QPoint(0, 0), QPoint(79, 0), QPoint(40, 31), QPoint(0, 61), QPoint(79, 61)}) {
         screen.unit.tap(corner + point);
         QCOMPARE(released.count(), ++taps);
-    }
-}
-
-void TestCSetupALSTestForm::idsAreNotTranslated()
-{
-    const ShoutingTranslator translator;
-    Screen screen;
-    screen.open();
-    QCOMPARE(screen.text("labDayTarget"), QStringLiteral("DAYDST [MAX:1000]"));
-    QCOMPARE(screen.widget<CBoolButton>("autoBtn")->buttonID(), QStringLiteral("id_alsbtn"));
-    for (const AdjustRow &row : rows) {
-        QCOMPARE(screen.widget<KvHorStrButton>(row.decrease)->buttonId(),
-                 QLatin1String(row.decreaseId));
-        QCOMPARE(screen.widget<KvHorStrButton>(row.increase)->buttonId(),
-                 QLatin1String(row.increaseId));
     }
 }
 

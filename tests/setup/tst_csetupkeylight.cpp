@@ -10,12 +10,6 @@ class TestCSetupKeyLight : public QObject
     Q_OBJECT
 
 private slots:
-    void endsWithTheFormsSize();
-    void isBlack();
-    void row_data();
-    void row();
-    void rowsAreAligned();
-    void buttonsShowAndPress();
 
     void freshlyOpenedPageHasSentTheMidColourThreeTimes();
     void newPageStartsFromTheMidColourAgain();
@@ -38,12 +32,9 @@ namespace
 using Screen = PageOnScreen<CSetupKeyLight>;
 
 const AdjustRow rows[] = {
-    {"red", "label_brightness", "Red [0,100]", "decreaseRed", "bridec", "brightnessText",
-     "increaseRed", "briinc", 50},
-    {"green", "label_Constast", "Green [0,100]", "decreaseGreen", "condec", "ConstastText",
-     "increaseGreen", "coninc", 50},
-    {"blue", "label_Hue", "Blue [0,100]", "decreaseBlue", "huedec", "HueText", "increaseBlue",
-     "hueinc", 50},
+    {"red", "decreaseRed", "bridec", "brightnessText", "increaseRed", "briinc", 50},
+    {"green", "decreaseGreen", "condec", "ConstastText", "increaseGreen", "coninc", 50},
+    {"blue", "decreaseBlue", "huedec", "HueText", "increaseBlue", "hueinc", 50},
 };
 
 const QString effects = QStringLiteral("/^(log|mcu) /");
@@ -69,67 +60,6 @@ QString logged(const char *id)
 }
 
 } // namespace
-
-void TestCSetupKeyLight::endsWithTheFormsSize()
-{
-    Screen screen;
-    screen.open();
-    RUN_CHECK(checkForm(screen.page, QRect(0, 66, 800, 480), QStringLiteral("Key Led Brightness"),
-                        QRect(0, 40, 771, 281)));
-    RUN_CHECK(checkOwnBlackStyle(screen.page));
-}
-
-void TestCSetupKeyLight::isBlack()
-{
-    Screen screen;
-    screen.open();
-    RUN_CHECK(checkIsBlack(screen.unit, screen.page,
-                           {QPoint(0, 0), QPoint(799, 0), QPoint(5, 200), QPoint(400, 405)}));
-}
-
-void TestCSetupKeyLight::row_data()
-{
-    addIndexes(rows);
-}
-
-void TestCSetupKeyLight::row()
-{
-    QFETCH(int, index);
-    const AdjustRow &row = rows[index];
-    Screen screen;
-    screen.open();
-
-    RUN_CHECK(checkRow(screen.page, row, plainNameStyle));
-    RUN_CHECK(checkGrowingValue(screen.page, row));
-
-    auto *value = screen.widget<QLabel>(row.valueLabel);
-    value->setText(QStringLiteral("100"));
-    QVERIFY(isTextInside(value));
-
-    RUN_CHECK(checkFixedButtons(screen.page, row, QSize(82, 60)));
-}
-
-void TestCSetupKeyLight::rowsAreAligned()
-{
-    Screen screen;
-    screen.open();
-    // Values of different lengths.
-    screen.page->setValue(0, 100);
-    screen.page->setValue(1, 0);
-    QCoreApplication::sendPostedEvents();
-    for (const AdjustRow &row : rows) {
-        RUN_CHECK(checkAlignmentWithValue(screen.page, row, rows[0]));
-    }
-}
-
-void TestCSetupKeyLight::buttonsShowAndPress()
-{
-    Screen screen;
-    screen.open();
-    for (const char *name : {"decreaseRed", "increaseRed"}) {
-        RUN_CHECK(checkShowsAndPresses(screen.unit, screen.page, name));
-    }
-}
 
 void TestCSetupKeyLight::freshlyOpenedPageHasSentTheMidColourThreeTimes()
 {

@@ -17,8 +17,6 @@ class TestCDevsInfoPage : public QObject
 
 private slots:
     void showsTheThreeModules();
-    void laysOutThreeRows();
-    void backgroundIsBlack();
     void sensorIdentifier_data();
     void sensorIdentifier();
     void emptyVersionLeavesThePrefix();
@@ -76,36 +74,6 @@ void TestCDevsInfoPage::showsTheThreeModules()
     QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 1.04.2"));
     QCOMPARE(shown.label("label_bt")->text(), QStringLiteral("BLUETOOTH Version: BT 5.0.17"));
     QCOMPARE(shown.label("label_als")->text(), QStringLiteral("ALS Sensor ID: 0XAB"));
-}
-
-void TestCDevsInfoPage::laysOutThreeRows()
-{
-    const Page shown;
-    // The form's own size has the last word.
-    QCOMPARE(shown.page->geometry(), QRect(0, 66, 800, 422));
-    QCOMPARE(shown.page->windowTitle(), QStringLiteral("Form"));
-    const char *labels[] = {"label_gps", "label_bt", "label_als"};
-    const int tops[] = {0, 84, 167};
-    for (int row = 0; row < 3; ++row) {
-        const QLabel *label = shown.label(labels[row]);
-        QCOMPARE(label->geometry(), QRect(34, 0, 766, 83));
-        QCOMPARE(label->parentWidget()->geometry(), QRect(0, tops[row], 800, 83));
-        QCOMPARE(label->parentWidget()->objectName(), QStringLiteral("widget_%1").arg(row + 1));
-        QCOMPARE(label->alignment(), Qt::AlignLeft | Qt::AlignVCenter);
-        QCOMPARE(label->font().pointSize(), 30);
-    }
-    const auto *bluetooth = qobject_cast<const KvDisLabel *>(shown.label("label_bt"));
-    QVERIFY(bluetooth != nullptr);
-    QVERIFY(bluetooth->property("adaptiveFontSize").value<bool>());
-}
-
-void TestCDevsInfoPage::backgroundIsBlack()
-{
-    const Page shown;
-    QVERIFY(shown.page->testAttribute(Qt::WA_StyledBackground));
-    const QImage image = shown.page->grab().toImage();
-    QCOMPARE(image.pixelColor(10, 300), QColor(Qt::black));
-    QCOMPARE(image.pixelColor(799, 411), QColor(Qt::black));
 }
 
 void TestCDevsInfoPage::sensorIdentifier_data()

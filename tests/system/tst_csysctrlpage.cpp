@@ -16,9 +16,6 @@ class TestCSysCtrlPage : public QObject
 private slots:
     void cleanup();
 
-    void rowsWithoutASizeAreNotToBeSeen();
-    void backgroundIsBlack();
-
     void gpsResetClearsTheConfigurationAndReboots();
 
     void touchCheckOpensOverEverything();
@@ -57,30 +54,6 @@ void deleteDeferred()
 void TestCSysCtrlPage::cleanup()
 {
     qDeleteAll(touchPages());
-}
-
-void TestCSysCtrlPage::rowsWithoutASizeAreNotToBeSeen()
-{
-    Page shown;
-    shown.open();
-    for (const char *name : {"labDriveMode", "labDimmer", "driverModeBtn", "dimmerSwitchBtn"}) {
-        const auto *widget = shown.view->findChild<QWidget *>(QString::fromLatin1(name));
-        QVERIFY2(widget->visibleRegion().isEmpty(), name);
-    }
-}
-
-void TestCSysCtrlPage::backgroundIsBlack()
-{
-    Page shown;
-    shown.open();
-    QVERIFY(shown.page->testAttribute(Qt::WA_StyledBackground));
-    // The form's own size has the last word.
-    QCOMPARE(shown.page->geometry(), QRect(pageRect.topLeft(), QSize(800, 422)));
-    const QImage image = shown.page->grab().toImage();
-    QCOMPARE(image.pixelColor(10, 300), QColor(Qt::black));
-    // Beside the label and beside the round corner of a button: nothing paints a box of its own.
-    QCOMPARE(image.pixelColor(200, 130), QColor(Qt::black));
-    QCOMPARE(image.pixelColor(799, 411), QColor(Qt::black));
 }
 
 void TestCSysCtrlPage::gpsResetClearsTheConfigurationAndReboots()

@@ -19,21 +19,6 @@ FormHost::FormHost(TestUnit &unit, const QSize &size)
     m_host->show();
 }
 
-void FormHost::checkNothingOverlaps() const
-{
-    const auto widgets = m_host->findChildren<QWidget *>();
-    for (const QWidget *widget : widgets) {
-        for (const QWidget *other : widgets) {
-            if (other != widget && other->parentWidget() == widget->parentWidget()
-                && other->isVisible() && widget->isVisible()) {
-                QVERIFY2(!other->geometry().intersects(widget->geometry()),
-                         qPrintable(widget->objectName() + QStringLiteral(" and ")
-                                    + other->objectName()));
-            }
-        }
-    }
-}
-
 void FormHost::checkGoesWith(QObject *page, const QVector<const char *> &names) const
 {
     QVector<QPointer<QWidget>> widgets;

@@ -27,9 +27,6 @@ public:
         return found;
     }
 
-    /// That no two visible widgets lie over one another, but for parents and their children.
-    void checkNothingOverlaps() const;
-
     /// That deleting the page hides the form's widgets, of which some are named, and that none of
     /// them is left on the host a little later.
     void checkGoesWith(QObject *page, const QVector<const char *> &names) const;

@@ -6,6 +6,7 @@
 #include "support/runcheck.h"
 #include "support/testmain.h"
 
+#include <QLabel>
 #include <QTextBrowser>
 #include <QtTest>
 
@@ -15,6 +16,8 @@ class TestNcmTestView : public QObject
 
 private slots:
     void initTestCase();
+
+    void noticesStyleSheetCannotBeParsedAndIsWarnedOfOnce();
 
     void openingRunsTheThreeCommandsInTheirOrder();
     void openingThePageTwiceRunsTheThreeStartUpCommandsTwice();
@@ -39,6 +42,13 @@ private slots:
 
 namespace
 {
+
+int warnings = 0;
+
+void countWarnings(QtMsgType type, const QMessageLogContext &, const QString &)
+{
+    warnings += type == QtWarningMsg;
+}
 
 QStringList calls(const TestUnit &unit)
 {
@@ -73,6 +83,21 @@ void addPairs()
 void TestNcmTestView::initTestCase()
 {
     applyUnitsAppearance();
+}
+
+void TestNcmTestView::noticesStyleSheetCannotBeParsedAndIsWarnedOfOnce()
+{
+    TestUnit unit(fast);
+    warnings = 0;
+    const QtMessageHandler former = qInstallMessageHandler(countWarnings);
+    const NCMTestView view(&unit.screen());
+    QCoreApplication::processEvents();
+    unit.screen().grab();
+    qInstallMessageHandler(former);
+    QCOMPARE(warnings, 1);
+    QCOMPARE(
+        unit.screen().findChild<QLabel *>(QStringLiteral("notice"))->styleSheet(),
+        QStringLiteral("background-color(212, 173, 70);color:rgb(255, 0, 0,);font-size:26px;"));
 }
 
 void TestNcmTestView::openingRunsTheThreeCommandsInTheirOrder()
