@@ -1,5 +1,6 @@
 #pragma once
 
+#include "support/runcheck.h"
 #include "support/testunit.h"
 
 #include <QApplication>

@@ -14,10 +14,18 @@ class TestCSetupALSTestForm : public QObject
     Q_OBJECT
 
 private slots:
+    void endsWithTheFormsSize();
     void buttonsAreTouchedAtTheirPictures_data();
     void buttonsAreTouchedAtTheirPictures();
     void switchIsWhollyVisibleAndTouchable();
 };
+
+void TestCSetupALSTestForm::endsWithTheFormsSize()
+{
+    Screen screen;
+    screen.open();
+    QCOMPARE(screen.page->geometry(), QRect(0, 66, 800, 480));
+}
 
 void TestCSetupALSTestForm::buttonsAreTouchedAtTheirPictures_data()
 {

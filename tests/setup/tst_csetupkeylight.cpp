@@ -10,6 +10,7 @@ class TestCSetupKeyLight : public QObject
     Q_OBJECT
 
 private slots:
+    void endsWithTheFormsSize();
 
     void freshlyOpenedPageHasSentTheMidColourThreeTimes();
     void newPageStartsFromTheMidColourAgain();
@@ -60,6 +61,13 @@ QString logged(const char *id)
 }
 
 } // namespace
+
+void TestCSetupKeyLight::endsWithTheFormsSize()
+{
+    Screen screen;
+    screen.open();
+    QCOMPARE(screen.page->geometry(), QRect(0, 66, 800, 480));
+}
 
 void TestCSetupKeyLight::freshlyOpenedPageHasSentTheMidColourThreeTimes()
 {

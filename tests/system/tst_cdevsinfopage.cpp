@@ -17,6 +17,7 @@ class TestCDevsInfoPage : public QObject
 
 private slots:
     void showsTheThreeModules();
+    void endsWithTheFormsSize();
     void sensorIdentifier_data();
     void sensorIdentifier();
     void emptyVersionLeavesThePrefix();
@@ -74,6 +75,12 @@ void TestCDevsInfoPage::showsTheThreeModules()
     QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 1.04.2"));
     QCOMPARE(shown.label("label_bt")->text(), QStringLiteral("BLUETOOTH Version: BT 5.0.17"));
     QCOMPARE(shown.label("label_als")->text(), QStringLiteral("ALS Sensor ID: 0XAB"));
+}
+
+void TestCDevsInfoPage::endsWithTheFormsSize()
+{
+    const Page shown;
+    QCOMPARE(shown.page->geometry(), QRect(0, 66, 800, 422));
 }
 
 void TestCDevsInfoPage::sensorIdentifier_data()

@@ -16,6 +16,9 @@ class TestCSysCtrlPage : public QObject
 private slots:
     void cleanup();
 
+    void rowsWithoutASizeAreNotToBeSeen();
+    void endsWithTheFormsSize();
+
     void gpsResetClearsTheConfigurationAndReboots();
 
     void touchCheckOpensOverEverything();
@@ -54,6 +57,23 @@ void deleteDeferred()
 void TestCSysCtrlPage::cleanup()
 {
     qDeleteAll(touchPages());
+}
+
+void TestCSysCtrlPage::rowsWithoutASizeAreNotToBeSeen()
+{
+    Page shown;
+    shown.open();
+    for (const char *name : {"labDriveMode", "labDimmer", "driverModeBtn", "dimmerSwitchBtn"}) {
+        const auto *widget = shown.view->findChild<QWidget *>(QString::fromLatin1(name));
+        QVERIFY2(widget->visibleRegion().isEmpty(), name);
+    }
+}
+
+void TestCSysCtrlPage::endsWithTheFormsSize()
+{
+    Page shown;
+    shown.open();
+    QCOMPARE(shown.page->geometry(), QRect(pageRect.topLeft(), QSize(800, 422)));
 }
 
 void TestCSysCtrlPage::gpsResetClearsTheConfigurationAndReboots()

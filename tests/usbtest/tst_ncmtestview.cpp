@@ -24,6 +24,7 @@ private slots:
     void openingStopsAServerThatStillRuns();
     void openingReachesTheUnit();
 
+    void buttonIds();
     void pressReleasesTheOthers_data();
     void pressReleasesTheOthers();
     void pressWithAllDownReleasesTheOthers_data();
@@ -132,6 +133,15 @@ void TestNcmTestView::openingReachesTheUnit()
     Page page(unit);
     QCOMPARE(readFile(unit.path(QStringLiteral("/logset/ALOG_OUTPUT"))), QByteArray("n\n"));
     QCOMPARE(readFile(unit.path(QStringLiteral("/proc/sys/kernel/printk"))), QByteArray("0\n"));
+}
+
+void TestNcmTestView::buttonIds()
+{
+    TestUnit unit(fast);
+    Page page(unit);
+    for (const Button &button : testButtons) {
+        QCOMPARE(page.find<KvLockButton>(button.name)->buttonID(), QString::fromLatin1(button.id));
+    }
 }
 
 void TestNcmTestView::pressReleasesTheOthers_data()
