@@ -160,8 +160,8 @@ void TestGpsUpgrade::bytesSpeedsAndPauses()
     const ListedReceiver receiver(line);
     QByteArray configure, query, leave, reset, enter, select, end;
     std::thread thread([&] {
-        configure = receiver.hear(23);
         line.say("junk"); // It comes before the speeds are equal, and is thrown away.
+        configure = receiver.hear(23);
         query = receiver.hear(10);
         line.say("product\r\n");
         leave = receiver.hear(9);

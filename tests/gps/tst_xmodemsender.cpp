@@ -304,27 +304,30 @@ void TestXmodemSender::otherByteIsFatalAndLeavesTheFileOpen()
 void TestXmodemSender::eotIsSentUntilAcknowledged_data()
 {
     QTest::addColumn<QByteArray>("answers");
-    QTest::addColumn<int>("pause"); // ahead of each answer, in seconds
+    QTest::addColumn<QVector<int>>("pauses"); // ahead of each answer, in seconds
     QTest::addColumn<QByteArray>("end");
     const QByteArray success("Send file successful!!!\n");
-    QTest::newRow("other answers first") << QByteArray("\x15x\x06") << 0 << success;
+    QTest::newRow("other answers first")
+        << QByteArray("\x15x\x06") << QVector<int>{0, 0, 0} << success;
     // The reading waits as long as it takes, and the answer counts before the time does.
-    QTest::newRow("late") << QByteArray("\x06") << 15 << success;
-    QTest::newRow("refused for too long") << QByteArray("\x15\x15\x15") << 4 << QByteArray(timeOut);
+    QTest::newRow("late") << QByteArray("\x06") << QVector<int>{15} << success;
+    // The ten seconds begin with the first.
+    QTest::newRow("refused for too long")
+        << QByteArray("\x15\x15\x15") << QVector<int>{2, 2, 9} << QByteArray(timeOut);
 }
 
 void TestXmodemSender::eotIsSentUntilAcknowledged()
 {
     QFETCH(QByteArray, answers);
-    QFETCH(int, pause);
+    QFETCH(QVector<int>, pauses);
     QFETCH(QByteArray, end);
     QByteArray heard;
     const Conversation outcome = send(0, [&](const TestLine &line) {
         line.say("C");
-        for (const char answer : answers) {
+        for (int index = 0; index < answers.size(); ++index) {
             heard += line.hear(1);
-            usleep(useconds_t(pause) * 1000000);
-            line.say(QByteArray(1, answer));
+            usleep(useconds_t(pauses.at(index)) * 1000000);
+            line.say(answers.mid(index, 1));
         }
     });
     QCOMPARE(outcome.result, end == timeOut ? -1 : 0);
