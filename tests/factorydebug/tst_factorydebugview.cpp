@@ -196,9 +196,10 @@ void TestFactoryDebugView::shadeCoversTheViewAndStays()
     // It goes ahead of the view's other parts, and behind the trace.
     const TraceCapture capture;
     QStringList gone;
-    connect(shade, &QObject::destroyed, [&] { gone = capture.texts(); });
+    connect(shade, &QObject::destroyed,
+            [texts = &gone, traces = &capture] { *texts = traces->texts(); });
     connect(shown.view->findChild<StatusBar *>(), &QObject::destroyed,
-            [&] { gone.append(QStringLiteral("status bar")); });
+            [texts = &gone] { texts->append(QStringLiteral("status bar")); });
     delete shown.view;
     QCOMPARE(gone, QStringList({"~FactoryDebugView", "status bar"}));
 }

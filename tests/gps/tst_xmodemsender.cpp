@@ -10,8 +10,6 @@
 #include "support/testmain.h"
 #include "support/testunit.h"
 
-#include <QFile>
-#include <QTemporaryDir>
 #include <QtTest>
 
 #include <unistd.h>
@@ -305,22 +303,20 @@ void TestXmodemSender::eotIsSentUntilAcknowledged_data()
 {
     QTest::addColumn<QByteArray>("answers");
     QTest::addColumn<QVector<int>>("pauses"); // ahead of each answer, in seconds
-    QTest::addColumn<QByteArray>("end");
-    const QByteArray success("Send file successful!!!\n");
-    QTest::newRow("other answers first")
-        << QByteArray("\x15x\x06") << QVector<int>{0, 0, 0} << success;
+    QTest::newRow("other answers first") << QByteArray("\x15x\x06") << QVector<int>{0, 0, 0};
     // The reading waits as long as it takes, and the answer counts before the time does.
-    QTest::newRow("late") << QByteArray("\x06") << QVector<int>{15} << success;
+    QTest::newRow("late") << QByteArray("\x06") << QVector<int>{15};
     // The ten seconds begin with the first.
-    QTest::newRow("refused for too long")
-        << QByteArray("\x15\x15\x15") << QVector<int>{2, 2, 9} << QByteArray(timeOut);
+    QTest::newRow("refused for too long") << QByteArray("\x15\x15\x15") << QVector<int>{2, 2, 9};
 }
 
 void TestXmodemSender::eotIsSentUntilAcknowledged()
 {
     QFETCH(QByteArray, answers);
     QFETCH(QVector<int>, pauses);
-    QFETCH(QByteArray, end);
+    const bool endsWell = answers.endsWith(ack);
+    m_unit.reset();
+    m_unit.reset(new TestUnit(endsWell ? 6.0 : 2.0)); // Nor may a busy host be late by 6 s.
     QByteArray heard;
     const Conversation outcome = send(0, [&](const TestLine &line) {
         line.say("C");
@@ -330,8 +326,9 @@ void TestXmodemSender::eotIsSentUntilAcknowledged()
             line.say(answers.mid(index, 1));
         }
     });
-    QCOMPARE(outcome.result, end == timeOut ? -1 : 0);
+    QCOMPARE(outcome.result, endsWell ? 0 : -1);
     QCOMPARE(heard, QByteArray(eot).repeated(answers.size()));
+    const QByteArray end = endsWell ? "Send file successful!!!\n" : timeOut;
     QVERIFY2(outcome.output.endsWith("Complete ACK\n" + end), outcome.output.constData());
 }
 

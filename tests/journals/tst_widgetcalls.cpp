@@ -18,6 +18,7 @@
 
 #include <QFont>
 #include <QGroupBox>
+#include <QHash>
 #include <QLabel>
 #include <QMap>
 #include <QMetaMethod>
@@ -49,12 +50,17 @@ struct Turn
     QString calls;
 };
 
-QList<Turn> turns;
+QList<Turn> &turns()
+{
+    static QList<Turn> all;
+    return all;
+}
+
 thread_local bool isRecording = false; // devices have threads of their own
 
 void heading(const char *text)
 {
-    turns.append({nullptr, QStringLiteral("--"), QLatin1Char(' ') + QLatin1String(text)});
+    turns().append({nullptr, QStringLiteral("--"), QLatin1Char(' ') + QLatin1String(text)});
 }
 
 /// Traces stand where they are made, but for those that lists make as often as they are laid out.
@@ -65,14 +71,14 @@ void takeTrace(QtMsgType, const QMessageLogContext &, const QString &line)
     static const QRegularExpression list(QStringLiteral("model|delegate|lvscrollbar"));
     const QRegularExpressionMatch match = form.match(line);
     if (isRecording && match.hasMatch() && !match.captured(1).contains(list)) {
-        turns.append({nullptr, match.captured(2), QStringLiteral(" trace")});
+        turns().append({nullptr, match.captured(2), QStringLiteral(" trace")});
     }
 }
 
 /// The class, and a number that counts those of the class.
 QString nameOf(const QObject *object)
 {
-    static QMap<const QObject *, QPair<QPointer<const QObject>, QString>> names;
+    static QHash<const QObject *, QPair<QPointer<const QObject>, QString>> names;
     static QMap<QString, int> counts;
     auto &known = names[object];
     const QString type = QString::fromLatin1(object->metaObject()->className());
@@ -87,12 +93,12 @@ QString nameOf(const QObject *object)
 QStringList lines()
 {
     QStringList all;
-    for (int i = 0; i < turns.size(); ++i) {
-        QString names = turns.at(i).name;
-        while (i + 1 < turns.size() && turns.at(i + 1).calls == turns.at(i).calls) {
-            names += QLatin1String(", ") + turns.at(++i).name;
+    for (int i = 0; i < turns().size(); ++i) {
+        QString names = turns().at(i).name;
+        while (i + 1 < turns().size() && turns().at(i + 1).calls == turns().at(i).calls) {
+            names += QLatin1String(", ") + turns().at(++i).name;
         }
-        all.append(names + QLatin1Char(':') + turns.at(i).calls);
+        all.append(names + QLatin1Char(':') + turns().at(i).calls);
     }
     return all;
 }
@@ -135,11 +141,11 @@ public:
         if (++depth > 1 || !isRecording || object == nullptr) {
             return;
         }
-        if (turns.last().object != object) {
-            turns.append({object, QString(), QString()});
+        if (turns().last().object != object) {
+            turns().append({object, QString(), QString()});
         }
-        turns.last().name = nameOf(object); // it has become more since its first constructor
-        turns.last().calls += QStringLiteral(" %1(%2)").arg(
+        turns().last().name = nameOf(object); // it has become more since its first constructor
+        turns().last().calls += QStringLiteral(" %1(%2)").arg(
             QLatin1String(name), QStringList({shown(values)...}).join(QLatin1String(", ")));
     }
 

@@ -90,7 +90,8 @@ void TestTopLevelAdopter::pageIsNeverAWindow()
     QCoreApplication::processEvents();
     QVERIFY(page.windowHandle() == nullptr || !page.windowHandle()->isVisible());
     int windows = 0;
-    for (const QWindow *window : QGuiApplication::topLevelWindows()) {
+    const QWindowList all = QGuiApplication::topLevelWindows();
+    for (const QWindow *window : all) {
         windows += window->isVisible() ? 1 : 0;
     }
     QCOMPARE(windows, 1);

@@ -25,11 +25,15 @@ namespace
 
 Q_LOGGING_CATEGORY(otherCategory, "other", QtDebugMsg)
 
-QStringList heard;
+QStringList &heard()
+{
+    static QStringList lines;
+    return lines;
+}
 
 void remember(QtMsgType, const QMessageLogContext &, const QString &message)
 {
-    heard.append(message);
+    heard().append(message);
 }
 
 } // namespace
@@ -58,7 +62,7 @@ void TestTraceJournal::othersAreNot()
 
 void TestTraceJournal::theFormerHandlerHearsEverything()
 {
-    heard.clear();
+    heard().clear();
     const QtMessageHandler testsOwn = qInstallMessageHandler(remember);
     {
         hardware::Journal journal;
@@ -68,7 +72,7 @@ void TestTraceJournal::theFormerHandlerHearsEverything()
     }
     qDebug("later");
     qInstallMessageHandler(testsOwn);
-    QCOMPARE(heard, (QStringList{"traced", "warned", "later"}));
+    QCOMPARE(heard(), (QStringList{"traced", "warned", "later"}));
 }
 
 void TestTraceJournal::nothingIsKeptAfterwards()
@@ -84,7 +88,7 @@ void TestTraceJournal::nothingIsKeptAfterwards()
 
 void TestTraceJournal::linesMayComeFromAnyThread()
 {
-    heard.clear();
+    heard().clear();
     hardware::Journal journal;
     const TraceJournal trace(journal);
     QTest::ignoreMessage(QtDebugMsg, "from a worker");

@@ -23,8 +23,8 @@ void TestUnitAddress::sameFolderSameName()
 {
     const QTemporaryDir folder;
     const QString name = consoleSocketName(folder.path());
-    QVERIFY2(QRegularExpression("^headunit-[0-9a-f]{12}$").match(name).hasMatch(),
-             qPrintable(name));
+    static const QRegularExpression form("^headunit-[0-9a-f]{12}$");
+    QVERIFY2(form.match(name).hasMatch(), qPrintable(name));
     QCOMPARE(consoleSocketName(folder.path() + "/"), name);
     QCOMPARE(consoleSocketName(folder.path() + "/../" + QDir(folder.path()).dirName()), name);
     const QTemporaryDir other;

@@ -6,14 +6,19 @@
 namespace
 {
 
-QMutex mutex;
-QStringList captured;
+QBasicMutex mutex;
+
+QStringList &captured()
+{
+    static QStringList lines;
+    return lines;
+}
 
 void capture(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     const QMutexLocker lock(&mutex);
     if (type == QtDebugMsg && qstrcmp(context.category, "default") == 0) {
-        captured.append(message);
+        captured().append(message);
     } else {
         fprintf(stderr, "%s\n", qPrintable(message));
     }
@@ -35,18 +40,19 @@ TraceCapture::~TraceCapture()
 QStringList TraceCapture::lines() const
 {
     const QMutexLocker lock(&mutex);
-    return captured;
+    return captured();
 }
 
 QStringList TraceCapture::texts() const
 {
     static const QRegularExpression prefix(
         QStringLiteral(R"(^\[Info\] \[FactoryDebug\] \[ \w+\.cpp : \d+ \]  )"));
-    return lines().replaceInStrings(prefix, QString());
+    QStringList texts = lines();
+    return texts.replaceInStrings(prefix, QString());
 }
 
 void TraceCapture::clear()
 {
     const QMutexLocker lock(&mutex);
-    captured.clear();
+    captured().clear();
 }

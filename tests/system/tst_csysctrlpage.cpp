@@ -98,9 +98,9 @@ void TestCSysCtrlPage::touchCheckOpensOverEverything()
     shown.open();
     shown.unit.tap(touchPoint);
     QCOMPARE(touchPages().size(), 1);
-    QVERIFY(touchPages().first()->isVisible());
-    QVERIFY(touchPages().first()->isWindow());
-    QCOMPARE(touchPages().first()->size(), QSize(800, 480));
+    QVERIFY(touchPages().constFirst()->isVisible());
+    QVERIFY(touchPages().constFirst()->isWindow());
+    QCOMPARE(touchPages().constFirst()->size(), QSize(800, 480));
 }
 
 void TestCSysCtrlPage::touchCheckTwiceMakesTwoPagesAndTheNewestIsClosed()
@@ -108,7 +108,7 @@ void TestCSysCtrlPage::touchCheckTwiceMakesTwoPagesAndTheNewestIsClosed()
     Page shown;
     shown.open();
     shown.page->btnReleasedSlot(QStringLiteral("idTouchBtn"));
-    const QPointer<CTouchCheckPage> first = touchPages().first();
+    const QPointer<CTouchCheckPage> first = touchPages().constFirst();
     shown.page->btnReleasedSlot(QStringLiteral("idTouchBtn"));
     QCOMPARE(touchPages().size(), 2);
 
@@ -127,7 +127,7 @@ void TestCSysCtrlPage::touchPageThatIsGoneIsForgotten()
     Page shown;
     shown.open();
     shown.page->btnReleasedSlot(QStringLiteral("idTouchBtn"));
-    delete touchPages().first();
+    delete touchPages().constFirst();
     shown.page->exitTouchPageSlot();
     shown.view.reset();
     deleteDeferred();

@@ -139,7 +139,7 @@ void TestCSysCtrlPageCopy::copyToAFullStickGoesOn()
     QString error;
     QVERIFY(shown.unit.unit().storage().setFull(QStringLiteral("usb0"), true, &error));
     shown.unit.tap(copyPoint);
-    QCOMPARE(shown.journal().last(), QStringLiteral("shell sync"));
+    QCOMPARE(shown.journal().constLast(), QStringLiteral("shell sync"));
     QCOMPARE(readFile(shown.unit.path(QStringLiteral("/media/usb0/QM_SYSTEMLOG/system.log"))),
              QByteArray());
     QCOMPARE(shown.icon("copyBtn")->displayText(), QStringLiteral("SYSTEMLOG"));

@@ -84,8 +84,15 @@ bool shows(const QImage &picture, const QImage &label, const QList<QPoint> &cros
     return anything;
 }
 
-const QList<QPoint> marks = {{30, 30}, {770, 30}, {770, 450}, {30, 450}, {400, 240}};
-const QList<QPoint> labels = {{15, 55}, {750, 55}, {750, 435}, {15, 435}, {385, 265}};
+QList<QPoint> marks()
+{
+    return {{30, 30}, {770, 30}, {770, 450}, {30, 450}, {400, 240}};
+}
+
+QList<QPoint> labels()
+{
+    return {{15, 55}, {750, 55}, {750, 435}, {15, 435}, {385, 265}};
+}
 
 QString coordinates(const QPoint &point)
 {
@@ -132,7 +139,7 @@ struct Page
             }
         }
         return shows(shown, label(shown.size(), QPoint(300, 240), coordinates(centre), red),
-                     marks + QList<QPoint>({centre}));
+                     marks() + QList<QPoint>({centre}));
     }
 
     TestUnit unit;
@@ -167,8 +174,8 @@ void TestCTouchCheckPage::mark_data()
     QTest::addColumn<QString>("text");
     const char *names[] = {"top left", "top right", "bottom right", "bottom left", "centre"};
     const char *texts[] = {"(30,30)", "(770,30)", "(770,450)", "(30,450)", "(400,240)"};
-    for (int i = 0; i < marks.size(); ++i) {
-        QTest::newRow(names[i]) << marks.at(i) << labels.at(i) << QString(texts[i]);
+    for (int i = 0; i < marks().size(); ++i) {
+        QTest::newRow(names[i]) << marks().at(i) << labels().at(i) << QString(texts[i]);
     }
 }
 
@@ -201,10 +208,10 @@ void TestCTouchCheckPage::nothingElseIsPainted()
     shown.press(touch);
     const QImage picture = shown.picture();
     QList<QImage> texts = {label(picture.size(), {300, 240}, QStringLiteral("(200,120)"), red)};
-    for (int i = 0; i < marks.size(); ++i) {
-        texts.append(label(picture.size(), labels.at(i), coordinates(marks.at(i)), black));
+    for (int i = 0; i < marks().size(); ++i) {
+        texts.append(label(picture.size(), labels().at(i), coordinates(marks().at(i)), black));
     }
-    const QList<QPoint> crosses = marks + QList<QPoint>({touch});
+    const QList<QPoint> crosses = marks() + QList<QPoint>({touch});
     for (int y = 0; y < picture.height(); ++y) {
         for (int x = 0; x < picture.width(); ++x) {
             const QPoint pixel(x, y);

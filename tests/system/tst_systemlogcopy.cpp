@@ -26,10 +26,18 @@ private slots:
 namespace
 {
 
+QByteArray logText()
+{
+    return QByteArray("line 1\n\0line 2\n", 15);
+}
+
+QByteArray dumpText()
+{
+    return QByteArray("\177ELF dump", 9);
+}
+
 const QString logFolder = QStringLiteral("/media/flash/userdata/log_service/");
 const QString crashDump = QStringLiteral("/media/flash/nvm/dfb_crash.dump");
-const QByteArray logText("line 1\n\0line 2\n", 15);
-const QByteArray dumpText("\177ELF dump", 9);
 
 // "cp -rf /media/flash/userdata/log_service//*  " has 45 bytes and "/QM_SYSTEMLOG/" has 14; a
 // command has room for 127.
@@ -37,12 +45,12 @@ const int longestRoot = 127 - 45 - 14;
 
 void writeLog(const TestUnit &unit)
 {
-    writeFile(unit.path(logFolder + QStringLiteral("system.log")), logText);
+    writeFile(unit.path(logFolder + QStringLiteral("system.log")), logText());
 }
 
 void writeDump(const TestUnit &unit)
 {
-    writeFile(unit.path(crashDump), dumpText);
+    writeFile(unit.path(crashDump), dumpText());
 }
 
 QStringList commands(const TestUnit &unit)
@@ -75,9 +83,9 @@ void TestSystemLogCopy::copiesLogsAndDumpWithTheseCommands()
                  "shell cp -rf /media/flash/nvm/dfb_crash.dump  /media/usb0/QM_SYSTEMLOG/",
                  "shell sync",
              }));
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/QM_SYSTEMLOG/system.log"))), logText);
+    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/QM_SYSTEMLOG/system.log"))), logText());
     QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/QM_SYSTEMLOG/dfb_crash.dump"))),
-             dumpText);
+             dumpText());
 }
 
 void TestSystemLogCopy::withoutLogFolderOnlyMakesTheTarget()
@@ -144,19 +152,19 @@ void TestSystemLogCopy::fullStickTakesNoBytes()
 
     QVERIFY(unit.unit().storage().setFull(QStringLiteral("usb0"), false, &error));
     QVERIFY(copySystemLogs("/media/usb0"));
-    QCOMPARE(readFile(target + QStringLiteral("/system.log")), logText);
+    QCOMPARE(readFile(target + QStringLiteral("/system.log")), logText());
 }
 
 void TestSystemLogCopy::namesWithBlanksArrive()
 {
     TestUnit unit;
     const QString name = QStringLiteral("day  1/it's a log; $(x) *.txt");
-    writeFile(unit.path(logFolder + name), logText);
+    writeFile(unit.path(logFolder + name), logText());
     unit.plug(QStringLiteral("usb0"));
 
     QVERIFY(copySystemLogs("/media/usb0"));
 
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/QM_SYSTEMLOG/") + name)), logText);
+    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/QM_SYSTEMLOG/") + name)), logText());
 }
 
 void TestSystemLogCopy::storageThatTheShellWouldInterpretRunsNothing()
@@ -183,7 +191,8 @@ void TestSystemLogCopy::longestStorageThatFitsIsUsed()
     const QStringList run = commands(unit);
     QCOMPARE(run.size(), 4);
     QCOMPARE(run.at(1).size(), int(qstrlen("shell ")) + 127);
-    QCOMPARE(readFile(unit.path(QString::fromLatin1(root + "/QM_SYSTEMLOG/system.log"))), logText);
+    QCOMPARE(readFile(unit.path(QString::fromLatin1(root + "/QM_SYSTEMLOG/system.log"))),
+             logText());
 }
 
 void TestSystemLogCopy::storageOneByteTooLongRunsNothing()

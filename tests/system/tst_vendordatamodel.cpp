@@ -28,8 +28,11 @@ QStringList titles(const VendorDataModel &model, int role)
     return found;
 }
 
-const QStringList sources = {QStringLiteral("USB0"), QStringLiteral("USB1"), QStringLiteral("SD0"),
-                             QStringLiteral("SD1"), QStringLiteral("Auto Detect")};
+QStringList sources()
+{
+    return {QStringLiteral("USB0"), QStringLiteral("USB1"), QStringLiteral("SD0"),
+            QStringLiteral("SD1"), QStringLiteral("Auto Detect")};
+}
 
 } // namespace
 
@@ -37,7 +40,7 @@ void TestVendorDataModel::fiveSourcesForEveryRole()
 {
     const VendorDataModel model(nullptr);
     for (const int role : {int(Qt::DisplayRole), int(Qt::DecorationRole), 258, 259, 300}) {
-        QCOMPARE(titles(model, role), sources);
+        QCOMPARE(titles(model, role), sources());
     }
 }
 
@@ -45,7 +48,7 @@ void TestVendorDataModel::otherRowsAreEmpty()
 {
     const VendorDataModel model(nullptr);
     QVERIFY(!model.index(5).isValid());
-    const QStringListModel longer(QStringList(sources) << QStringLiteral("more"));
+    const QStringListModel longer(sources() << QStringLiteral("more"));
     for (const QModelIndex &index : {QModelIndex(), longer.index(5)}) {
         const QVariant data = model.data(index, 258);
         QCOMPARE(data.userType(), int(QMetaType::QString));
@@ -59,7 +62,7 @@ void TestVendorDataModel::refreshIsAModelResetAndTheListNeverChanges()
     QSignalSpy spy(&model, &QAbstractItemModel::modelReset);
     model.refresh();
     QCOMPARE(spy.size(), 1);
-    QCOMPARE(titles(model, 258), sources);
+    QCOMPARE(titles(model, 258), sources());
 }
 
 FACTORY_TEST_MAIN(TestVendorDataModel)

@@ -88,7 +88,7 @@ void TestVendorDataView::eachRowOpensTheDialogWithItsOwnSourceNumber()
     Page page;
     page.tapRow(row);
     QCOMPARE(page.dialogs().size(), 1);
-    const UserUpdateDialog *dialog = page.dialogs().first();
+    const UserUpdateDialog *dialog = page.dialogs().constFirst();
     QVERIFY(dialog->isVisible());
     QCOMPARE(dialog->parentWidget(), &page.host);
     QCOMPARE(dialog->geometry(), QRect(0, 0, 800, 480));
@@ -141,7 +141,7 @@ void TestVendorDataView::dialogOutlivesThePage()
     delete page.view;
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QCOMPARE(page.dialogs().size(), 1);
-    QVERIFY(page.dialogs().first()->isVisible());
+    QVERIFY(page.dialogs().constFirst()->isVisible());
 }
 
 void TestVendorDataView::listGoesWithThePage()

@@ -61,9 +61,12 @@ QStringList shell(const TestUnit &unit)
     return unit.journal(QStringLiteral("/^shell /"));
 }
 
-const QStringList startUpCommands{QStringLiteral("shell logset ALOG_OUTPUT n"),
-                                  QStringLiteral("shell echo 0 > /proc/sys/kernel/printk"),
-                                  QStringLiteral("shell killall as_server")};
+QStringList startUpCommands()
+{
+    return {QStringLiteral("shell logset ALOG_OUTPUT n"),
+            QStringLiteral("shell echo 0 > /proc/sys/kernel/printk"),
+            QStringLiteral("shell killall as_server")};
+}
 
 void addPairs()
 {
@@ -105,7 +108,7 @@ void TestNcmTestView::openingRunsTheThreeCommandsInTheirOrder()
 {
     TestUnit unit(fast);
     Page page(unit);
-    QCOMPARE(unit.journal(), startUpCommands);
+    QCOMPARE(unit.journal(), startUpCommands());
 }
 
 void TestNcmTestView::openingThePageTwiceRunsTheThreeStartUpCommandsTwice()
@@ -115,7 +118,7 @@ void TestNcmTestView::openingThePageTwiceRunsTheThreeStartUpCommandsTwice()
         Page page(unit);
     }
     Page page(unit);
-    QCOMPARE(unit.journal(), startUpCommands + startUpCommands);
+    QCOMPARE(unit.journal(), startUpCommands() + startUpCommands());
 }
 
 void TestNcmTestView::openingStopsAServerThatStillRuns()
@@ -166,7 +169,7 @@ void TestNcmTestView::pressReleasesTheOthers()
     // Also when it was down already: then it stays down.
     QCOMPARE(page.down(), QStringList(QString::fromLatin1(testButtons[pressed].id)));
     QCOMPARE(calls(unit), expected);
-    QCOMPARE(shell(unit), startUpCommands);
+    QCOMPARE(shell(unit), startUpCommands());
     const bool isStop = QByteArray(testButtons[pressed].call) == "ncm stop";
     QCOMPARE(unit.unit().ncmTest().isRunning(), !isStop);
 }

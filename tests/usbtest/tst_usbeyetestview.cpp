@@ -244,7 +244,7 @@ void TestUsbEyeTestView::traces()
                  QStringLiteral("state: 0"),
                  QStringLiteral("refreshMode isUPHY: false"),
              }));
-    QVERIFY(capture.lines().first().contains(QLatin1String("[ usbeyetestview.cpp : ")));
+    QVERIFY(capture.lines().constFirst().contains(QLatin1String("[ usbeyetestview.cpp : ")));
 }
 
 FACTORY_TEST_MAIN(TestUsbEyeTestView)

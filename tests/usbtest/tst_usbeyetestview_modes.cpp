@@ -170,7 +170,7 @@ void TestUsbEyeTestViewModes::fullSpeedChecksNoneAndHidesJKAndSe0()
     QVERIFY(page.isVisible("eyeDiagram"));
     fill(unit);
     page.tap("write");
-    QCOMPARE(writes(unit).last(),
+    QCOMPARE(writes(unit).constLast(),
              QStringLiteral("memory write 9C004A90 testMode0 A5A5A5A5 -> 00000000"));
 }
 
@@ -210,7 +210,7 @@ void TestUsbEyeTestViewModes::speedCommands()
     QCOMPARE(unit.unit().usbPhy().speed(device - 1), QStringLiteral("full speed"));
     QCOMPARE(unit.unit().usbPhy().speed(2 - device), QStringLiteral("high speed"));
     page.tap("highSpeed");
-    QCOMPARE(since(unit, lines).last(), command.arg(1).arg(device));
+    QCOMPARE(since(unit, lines).constLast(), command.arg(1).arg(device));
     QCOMPARE(unit.unit().usbPhy().speed(device - 1), QStringLiteral("high speed"));
     QCOMPARE(capture.texts().filter(QStringLiteral("change")),
              QStringList({QStringLiteral("change to full speed port: %1").arg(device - 1),

@@ -328,7 +328,7 @@ void TestUsbEyeTestViewTuning::writingTheDisconnectValueOpensTheDebugAccessFirst
     QCOMPARE(writes(unit), expected);
     // One map for each write: nothing is read before.
     QCOMPARE(unit.journal(QStringLiteral("memory map")).size(), 1 + 1 + 1 + 5);
-    QCOMPARE(capture.texts().last(),
+    QCOMPARE(capture.texts().constLast(),
              QStringLiteral("open iic debug usbPort: %1").arg(port == "port0" ? 0 : 1));
 }
 
