@@ -5,9 +5,11 @@
 #include "factorydebug/factorydebugview.h"
 #include "factorydebug/viewonscreen.h"
 #include "kvappframework/activityproperty.h"
+#include "kvwidget/baseview.h"
 #include "kvwidget/cboolbutton.h"
 #include "kvwidget/kvbackgroundimage.h"
 #include "kvwidget/kvdislabel.h"
+#include "kvwidget/kvhorstrbutton.h"
 #include "kvwidget/kviconbutton.h"
 #include "kvwidget/kvlockbutton.h"
 #include "kvwidget/popupview.h"
@@ -212,18 +214,29 @@ RECORD_1(QWidget, setFocusPolicy, Qt::FocusPolicy)
 RECORD_1(QWidget, setFont, const QFont &)
 RECORD_1(QWidget, setStyleSheet, const QString &)
 RECORD_2(QWidget, setAttribute, Qt::WidgetAttribute, bool)
+RECORD_1(QWidget, setWindowTitle, const QString &)
+RECORD_2(QWidget, setMaximumSize, int, int)
 RECORD_2(QWidget, setMinimumSize, int, int)
 RECORD_1(QAbstractButton, setChecked, bool)
 RECORD_1(QAbstractButton, setText, const QString &)
 RECORD_1(QGroupBox, setTitle, const QString &)
 RECORD_1(QLabel, setAlignment, Qt::Alignment)
+RECORD_1(QLabel, setIndent, int)
 RECORD_1(QLabel, setText, const QString &)
+RECORD_1(QLabel, setTextFormat, Qt::TextFormat)
+RECORD_1(QLabel, setWordWrap, bool)
 RECORD_1(CBoolButton, setButtonID, const QString &)
 RECORD_1(CBoolButton, setOffImage, const QPixmap &)
 RECORD_1(CBoolButton, setOnImage, const QPixmap &)
 RECORD_1(CBoolButton, setState, bool)
+RECORD_1(KvBackgroundImage, setFitPixmapSize, bool)
 RECORD_1(KvBackgroundImage, setPixmap, const QPixmap &)
 RECORD_1(KvDisLabel, setAdaptiveFontSize, const bool &)
+RECORD_1(KvHorStrButton, setButtonId, QString)
+RECORD_1(KvHorStrButton, setDisablePixmap, QPixmap)
+RECORD_1(KvHorStrButton, setDisplayString, QString)
+RECORD_1(KvHorStrButton, setNormalPixmap, QPixmap)
+RECORD_1(KvHorStrButton, setPressPixmap, QPixmap)
 RECORD_1(KvIconButton, setButtonID, const QString &)
 RECORD_1(KvIconButton, setDisableImage, const QPixmap &)
 RECORD_1(KvIconButton, setDisableMode, const DisableMode &)
@@ -277,10 +290,21 @@ QMetaObject::Connection QObject::connectImpl(const QObject *sender, void **signa
 namespace
 {
 
+/// Pages are given their titles as they are made, by no call of their own.
+template <typename Page> void listTitles(const QList<Page *> &pages)
+{
+    for (const Page *page : pages) {
+        turns().append({page, nameOf(page),
+                        QStringLiteral(" is ") + shown(page->property("title").toString())});
+    }
+}
+
 void press(FactoryDebugView &view, const char *id)
 {
     heading(id);
     view.buttonClicked(QString::fromLatin1(id));
+    listTitles(view.findChildren<BaseView *>());
+    listTitles(gpsPages());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
 }
 
