@@ -6,7 +6,6 @@
 #include "support/testmain.h"
 #include "support/tracecapture.h"
 
-#include <QMetaMethod>
 #include <QRegularExpression>
 
 class TestCSetupPanelForm : public QObject
@@ -98,6 +97,7 @@ void TestCSetupPanelForm::slotsAreInTheirOrder()
     const QMetaObject &meta = CSetupPanelForm::staticMetaObject;
     QStringList own;
     for (int index = meta.methodOffset(); index < meta.methodCount(); ++index) {
+        QCOMPARE(meta.method(index).methodType(), QMetaMethod::Slot);
         own.append(QString::fromLatin1(meta.method(index).methodSignature()));
     }
     QCOMPARE(own, QStringList({"clickedReturn()", "clickedExit()", "clickedAdjustItem(QString)"}));
