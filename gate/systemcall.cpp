@@ -3,8 +3,12 @@
 #include "gate.h"
 #include "hostcall.h"
 
+#include "hardware/unit/calltimes.h"
 #include "hardware/unit/unit.h"
 
+#include <QElapsedTimer>
+
+#include <cerrno>
 #include <cstdlib>
 
 namespace
@@ -19,7 +23,12 @@ extern "C" int system(const char *command)
         return hardware::hostCall<::system>(__func__)(command);
     }
     const hardware::Unit &unit = gate->unit();
-    return unit.callFaults().fails(QStringLiteral("system ") + QString::fromLocal8Bit(command))
-        ? failed
-        : unit.shell().run(command);
+    const QString call = QStringLiteral("system ") + QString::fromLocal8Bit(command);
+    QElapsedTimer taken;
+    taken.start();
+    const int status = unit.callFaults().fails(call) ? failed : unit.shell().run(command);
+    const int keptErrno = errno;
+    hardware::CallTimes::note(call, taken.nsecsElapsed() / 1e9, taken.nsecsElapsed() / 1e9);
+    errno = keptErrno;
+    return status;
 }

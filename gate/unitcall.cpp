@@ -2,6 +2,7 @@
 
 #include "gate.h"
 
+#include "hardware/unit/calltimes.h"
 #include "hardware/unit/gatebypass.h"
 #include "hardware/unit/unit.h"
 
@@ -58,6 +59,15 @@ void write(const std::string &line)
     errno = keptErrno;
 }
 
+void noteTime(const std::string &call, double unitSeconds, double hostSeconds)
+{
+    if (CallTimes::areWanted()) {
+        const int keptErrno = errno;
+        CallTimes::note(QString::fromStdString(call), unitSeconds, hostSeconds);
+        errno = keptErrno;
+    }
+}
+
 } // namespace
 
 UnitCall::UnitCall(const char *name, const char *path, const std::string &flags)
@@ -87,6 +97,8 @@ void UnitCall::tell(bool failed) const
     if (m_path != nullptr) {
         const std::string end = failed ? std::string(") = ") + strerrorname_np(errno) : ")";
         write(m_name + "(\"" + m_path + '"' + (m_flags.empty() ? "" : ", ") + m_flags + end);
+        const std::chrono::duration<double> taken = std::chrono::steady_clock::now() - m_start;
+        noteTime(m_name + ' ' + m_path, taken.count(), taken.count());
     }
 }
 
@@ -98,6 +110,7 @@ void tellOfWait(const char *name, const std::string &asked, int result, double u
     char end[40];
     std::snprintf(end, sizeof end, ") = %d <%.3f>", result, unitSeconds);
     write(std::string(name) + '(' + asked + end);
+    noteTime(name, unitSeconds, unitSeconds / Gate::current()->timeFactor());
 }
 
 std::string mapFlags(int protection, int flags)

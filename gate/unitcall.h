@@ -1,11 +1,13 @@
 #pragma once
 
+#include <chrono>
 #include <string>
 
 namespace hardware
 {
 
-/// A call of the C library's that the gate hands on, for the unit's journal and faults.
+/// A call of the C library's that the gate hands on, for the unit's journal and faults, and for
+/// CallTimes.
 ///
 /// Journal: gate <name>("<path>"[, <flags>])[ = <error>], after the call. The name is that of the
 /// plain function: "open" for "__open64_2".
@@ -28,6 +30,7 @@ private:
     std::string m_name;
     const char *m_path;
     std::string m_flags;
+    const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
 
 /// Writes the line of a wait: gate <name>(<asked>) = <result> <<seconds that it took>>, in the

@@ -10,10 +10,9 @@
 #include "simulator/console/consoleserver.h"
 #include "simulator/console/scriptrunner.h"
 #include "simulator/console/unitaddress.h"
+#include "simulator/framework/unitapplication.h"
 #include "simulator/window/appearance.h"
 #include "simulator/window/displaycheck.h"
-
-#include <QApplication>
 
 #include <cstdio>
 
@@ -34,7 +33,7 @@ QApplication *makeApplication(char *argv[], bool headless)
     static int programNameOnly = 1;
     appearance::prepareEnvironment();
     const DisplayCheck check(headless);
-    return new QApplication(programNameOnly, argv);
+    return new UnitApplication(programNameOnly, argv);
 }
 
 /// Runs the unit until it is quit.
@@ -73,6 +72,12 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
 
     const int exitStatus = QApplication::exec();
     console.close();
+    if (options.stalls) {
+        const QStringList summary = simulator.stallMeter().summary();
+        for (const QString &line : summary) {
+            std::puts(qUtf8Printable(line));
+        }
+    }
     return exitStatus;
 }
 

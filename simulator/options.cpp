@@ -74,6 +74,7 @@ void addOptions(QCommandLineParser &parser)
              .arg(slowest)
              .arg(fastest),
          "factor", "1"},
+        {"stalls", "Says at the end what blocked the screen for 100 ms or more."},
         {"no-socket", "Does not listen for headunit-ctl."},
     });
 }
@@ -120,6 +121,7 @@ bool Options::read(int argc, char *argv[], int *exitStatus)
     plugin = parser.value("plugin");
     script = parser.value("script");
     headless = parser.isSet("headless");
+    stalls = parser.isSet("stalls");
     socket = !parser.isSet("no-socket");
     return true;
 }

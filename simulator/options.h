@@ -13,6 +13,7 @@ struct Options
     QString script; ///< Empty for none.
     double speed = 1.0;
     bool headless = false;
+    bool stalls = false;
     bool socket = true;
 
     /// Reads the command line. False when the program is to end with \a exitStatus: help or the

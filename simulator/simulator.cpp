@@ -6,6 +6,7 @@
 #include "kvappframework/sim/simactivitymanager.h"
 #include "kvappframework/sim/simmodulemanager.h"
 #include "service/sim/simmediaplaymodule.h"
+#include "simulator/framework/unitapplication.h"
 #include "simulator/window/hardkey.h"
 #include "simulator/window/homescreen.h"
 #include "simulator/window/screen.h"
@@ -21,13 +22,21 @@ namespace simulator
 namespace
 {
 const int bootMs = 2000;
+
+void setStallMeter(StallMeter *meter)
+{
+    if (auto *application = qobject_cast<UnitApplication *>(QCoreApplication::instance())) {
+        application->setStallMeter(meter);
+    }
 }
+} // namespace
 
 Simulator::Simulator(hardware::Unit &unit, const QString &plugin)
     : m_unit(unit)
     , m_plugin(plugin)
     , m_link(unit)
     , m_traceJournal(unit.journal())
+    , m_stallMeter(unit)
     , m_lights(unit, m_bezel)
     , m_framework(&m_bezel.screen())
     , m_adopter(&m_bezel, new ScreenLayer(&m_bezel.screen()))
@@ -35,6 +44,7 @@ Simulator::Simulator(hardware::Unit &unit, const QString &plugin)
     , m_finger(m_bezel)
     , m_screenReader(m_bezel.screen())
 {
+    setStallMeter(&m_stallMeter);
     m_framework.modules().add(QStringLiteral("dab"), QSharedPointer<SimDabModule>::create());
     m_framework.modules().add(QStringLiteral("mediaplay"),
                               QSharedPointer<SimMediaplayModule>::create());
@@ -59,12 +69,15 @@ Simulator::Simulator(hardware::Unit &unit, const QString &plugin)
 
 Simulator::~Simulator()
 {
+    const hardware::CauseScope end(hardware::Cause::begun());
     endActivities();
     m_framework.activities().remove(&m_usb);
+    setStallMeter(nullptr);
 }
 
 bool Simulator::start(QString *error)
 {
+    const hardware::CauseScope start(hardware::Cause::begun());
     if (!m_loader.load(m_plugin, error)) {
         return false;
     }
@@ -103,6 +116,11 @@ QString Simulator::temporaryFolder() const
     return m_loader.temporaryFolder();
 }
 
+const StallMeter &Simulator::stallMeter() const
+{
+    return m_stallMeter;
+}
+
 void Simulator::goHome()
 {
     if (m_bezel.screen().isBooting()) {
@@ -134,7 +152,10 @@ void Simulator::reboot()
     m_bezel.screen().setBooting(true);
     endActivities();
     QTimer::singleShot(m_unit.clock().hostMs(bootMs), this,
-                       [this, activity, argument] { boot(activity, argument); });
+                       [this, activity, argument, cause = hardware::Cause::current()] {
+                           const hardware::CauseScope scope(cause);
+                           boot(activity, argument);
+                       });
 }
 
 void Simulator::endActivities()

@@ -4,6 +4,7 @@
 #include "simulator/console/screenreader.h"
 #include "simulator/framework/activityloader.h"
 #include "simulator/framework/graphicalthread.h"
+#include "simulator/framework/stallmeter.h"
 #include "simulator/framework/topleveladopter.h"
 #include "simulator/framework/tracejournal.h"
 #include "simulator/framework/usbactivity.h"
@@ -45,6 +46,7 @@ public:
 
     /// Host path of the folder that is there as long as the simulator.
     QString temporaryFolder() const;
+    const StallMeter &stallMeter() const;
 
 signals:
     /// The program is asked to end. Comes from any thread.
@@ -64,6 +66,7 @@ private:
     const QString m_plugin;
     unitlink::SimulatedUnit m_link;
     TraceJournal m_traceJournal;
+    StallMeter m_stallMeter;
     GraphicalThread m_graphicalThread;
     Bezel m_bezel;
     UnitLights m_lights;

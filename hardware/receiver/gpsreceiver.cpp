@@ -31,9 +31,10 @@ const char recommended[] = "$GNRMC,120000.00,A,4807.038,N,01131.000,E,0.02,31.66
 } // namespace
 
 GpsReceiver::GpsReceiver(const UnitFolder &folder, const Clock &clock, Journal &journal,
-                         Versions &versions)
+                         Versions &versions, std::function<Cause()> lineUser)
     : m_folder(folder)
     , m_versions(versions)
+    , m_lineUser(std::move(lineUser))
     , m_port(clock, journal)
     , m_loader(m_port, folder, journal, [this](const QByteArray &image) { takeFirmware(image); })
 {
@@ -51,7 +52,11 @@ bool GpsReceiver::open(QString *error)
         return false;
     }
     runFirmware(serviceSpeed, true);
-    m_port.loop().start([this] { return m_port.line().descriptor(); }, [this] { hearLine(); },
+    const auto hear = [this] {
+        const CauseScope scope(m_lineUser());
+        hearLine();
+    };
+    m_port.loop().start([this] { return m_port.line().descriptor(); }, hear,
                         [this] { m_port.line().watchSpeed(); });
     return true;
 }

@@ -3,8 +3,12 @@
 #include "receiverloader.h"
 #include "receiverport.h"
 
+#include "hardware/unit/cause.h"
+
 #include <QByteArray>
 #include <QString>
+
+#include <functional>
 
 namespace hardware
 {
@@ -22,7 +26,10 @@ class Versions;
 class GpsReceiver
 {
 public:
-    GpsReceiver(const UnitFolder &folder, const Clock &clock, Journal &journal, Versions &versions);
+    /// \a lineUser tells what the line was last opened for: what the receiver hears, and answers,
+    /// follows from that.
+    GpsReceiver(const UnitFolder &folder, const Clock &clock, Journal &journal, Versions &versions,
+                std::function<Cause()> lineUser);
     ~GpsReceiver();
     Q_DISABLE_COPY(GpsReceiver)
 
@@ -69,6 +76,7 @@ private:
 
     const UnitFolder &m_folder;
     Versions &m_versions;
+    const std::function<Cause()> m_lineUser;
     bool m_isRunning = true; // its firmware, and not the loader
     QByteArray m_heard;      // of a sentence
     ReceiverPort m_port;

@@ -47,8 +47,14 @@ void OpenFiles::opened(int descriptor, const char *unitPath, const char *hostPat
 {
     const KeptErrno kept;
     struct stat status;
-    if (descriptor < 0 || (fcntl(descriptor, F_GETFL) & O_ACCMODE) == O_WRONLY
-        || fstat(descriptor, &status) != 0 || !S_ISREG(status.st_mode)) {
+    if (descriptor < 0 || fstat(descriptor, &status) != 0) {
+        return;
+    }
+    if (S_ISCHR(status.st_mode)) {
+        const QMutexLocker locker(&m_mutex);
+        m_openers.insert(unitPath, Cause::current());
+    }
+    if (!S_ISREG(status.st_mode) || (fcntl(descriptor, F_GETFL) & O_ACCMODE) == O_WRONLY) {
         return;
     }
     {
@@ -70,6 +76,12 @@ void OpenFiles::closing(int descriptor)
         m_files.remove(descriptor);
         m_hasFiles = !m_files.isEmpty();
     }
+}
+
+Cause OpenFiles::opener(const QByteArray &unitPath) const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_openers.value(unitPath);
 }
 
 void OpenFiles::cut(const QByteArray &mountRoot)

@@ -1,5 +1,7 @@
 #pragma once
 
+#include "hardware/unit/cause.h"
+
 #include <QByteArray>
 #include <QHash>
 #include <QMutex>
@@ -13,7 +15,8 @@ namespace hardware
 
 /// The files that the unit's programs hold open for reading, as a gate tells of them. When a stick
 /// is pulled, every further read of a file on it fails with EIO, as on a unit; what a program has
-/// read already, be it into a buffer, it keeps. Every function keeps errno. Thread-safe.
+/// read already, be it into a buffer, it keeps. It also knows who opened a device last. Every
+/// function keeps errno. Thread-safe.
 class OpenFiles
 {
 public:
@@ -25,6 +28,10 @@ public:
 
     /// The descriptor is about to be closed.
     void closing(int descriptor);
+
+    /// What the device with that path of the unit was last opened for: what it hears since follows
+    /// from that.
+    Cause opener(const QByteArray &unitPath) const;
 
     /// What was mounted there is gone.
     void cut(const QByteArray &mountRoot);
@@ -39,8 +46,9 @@ private:
 
     void lead(const QByteArray &mountRoot, int deadEnd);
 
-    QMutex m_mutex;
+    mutable QMutex m_mutex;
     QHash<int, File> m_files; // by descriptor
+    QHash<QByteArray, Cause> m_openers;
     // So that the many calls that have nothing to do with such files take no lock.
     std::atomic<bool> m_hasFiles{false};
 };

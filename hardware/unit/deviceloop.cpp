@@ -1,5 +1,6 @@
 #include "deviceloop.h"
 
+#include "cause.h"
 #include "clock.h"
 #include "gatebypass.h"
 
@@ -74,11 +75,15 @@ void DeviceLoop::call(const std::function<void()> &work)
         work();
         return;
     }
+    const std::function<void()> following = [cause = Cause::current(), &work] {
+        const CauseScope scope(cause);
+        work();
+    };
     std::unique_lock<std::mutex> lock(m_mutex);
-    m_calls.push_back(&work);
+    m_calls.push_back(&following);
     wakeUp();
-    m_callDone.wait(lock, [this, &work] {
-        return std::find(m_calls.cbegin(), m_calls.cend(), &work) == m_calls.cend();
+    m_callDone.wait(lock, [this, &following] {
+        return std::find(m_calls.cbegin(), m_calls.cend(), &following) == m_calls.cend();
     });
 }
 
@@ -88,7 +93,7 @@ void DeviceLoop::after(double unitMs, const std::function<void()> &work)
     const Time due =
         steady_clock::now() + std::chrono::duration_cast<steady_clock::duration>(delay);
     const std::lock_guard<std::mutex> lock(m_mutex);
-    m_due.emplace(due, work);
+    m_due.emplace(due, [cause = Cause::current(), work] { doFollowing(cause, work); });
     if (std::this_thread::get_id() != m_thread.get_id()) {
         wakeUp();
     }

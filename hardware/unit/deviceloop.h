@@ -37,11 +37,12 @@ public:
     void stop();
 
     /// Has the thread do something and waits until it is done. Without a thread, and on the thread
-    /// itself, it is done at once. Any thread.
+    /// itself, it is done at once. It follows from what the caller does. Any thread.
     void call(const std::function<void()> &work);
 
     /// Has the thread do something after \a unitMs milliseconds of the unit's time, and does not
-    /// wait. Any thread.
+    /// wait. It follows from what the caller does, if that is known; else it is the device's own
+    /// doing. Any thread.
     void after(double unitMs, const std::function<void()> &work);
 
     /// Drops everything that after() was given. Any thread; on another one something may just be

@@ -52,56 +52,12 @@ QString onOneLine(const QString &text)
     return line;
 }
 
-bool isQuietSource(const QString &source)
-{
-    return source == QLatin1String("touch") || source == QLatin1String("asked")
-        || source == QLatin1String("gate");
-}
-
 QString timed(double seconds, const QString &line)
 {
     return QStringLiteral("%1 %2").arg(seconds, 0, 'f', 3).arg(line);
 }
 
 } // namespace
-
-JournalPattern::JournalPattern(const QString &text)
-    : m_text(text)
-    , m_isExpression(text.size() >= 2 && text.startsWith(QLatin1Char('/'))
-                     && text.endsWith(QLatin1Char('/')))
-{
-    if (m_isExpression) {
-        m_expression.setPattern(text.mid(1, text.size() - 2));
-    }
-    static const QRegularExpression firstWord(QStringLiteral("^/?\\^?(\\w+) "));
-    m_hearsQuietSources = isQuietSource(firstWord.match(text).captured(1));
-}
-
-bool JournalPattern::isValid() const
-{
-    return m_expression.isValid();
-}
-
-QString JournalPattern::error() const
-{
-    return isValid() ? QString()
-                     : QStringLiteral("%1 is no regular expression: %2 at character %3.")
-                           .arg(m_text, m_expression.errorString())
-                           .arg(m_expression.patternErrorOffset());
-}
-
-bool JournalPattern::matches(const QString &line) const
-{
-    if (m_isExpression) {
-        return m_expression.isValid() && m_expression.match(line).hasMatch();
-    }
-    return line.contains(m_text);
-}
-
-bool JournalPattern::hearsQuietSources() const
-{
-    return m_hearsQuietSources;
-}
 
 Journal::Journal(const Clock &clock)
     : m_clock(clock)
@@ -128,7 +84,7 @@ void Journal::write(const QString &source, const QString &text)
     const QString line = onOneLine(source + QLatin1Char(' ') + text);
 
     QMutexLocker locker(&m_mutex);
-    if (append(line, isQuietSource(source))) {
+    if (append(line, isQuietSource(source), Cause::current())) {
         return;
     }
     const QString file = m_file.fileName();
@@ -146,7 +102,8 @@ void Journal::reportFailedWrite(const QString &file, const QString &reason)
     m_failedFiles.insert(file);
     std::fprintf(stderr, "The unit's file \"%s\" cannot be written: %s.\n", qUtf8Printable(file),
                  qUtf8Printable(reason));
-    append(onOneLine(QStringLiteral("unit cannot write %1: %2").arg(file, reason)), false);
+    append(onOneLine(QStringLiteral("unit cannot write %1: %2").arg(file, reason)), false,
+           Cause::current());
 }
 
 bool Journal::hasFailedWrites() const
@@ -163,7 +120,7 @@ qint64 Journal::end() const
 
 QStringList Journal::lines(const QString &pattern, qint64 from, Detail detail) const
 {
-    const QList<Line> chosen = choose(pattern, from, detail);
+    const QList<Line> chosen = entries(pattern, from, detail);
     QStringList found;
     for (const Line &line : chosen) {
         found.append(line.text);
@@ -171,14 +128,50 @@ QStringList Journal::lines(const QString &pattern, qint64 from, Detail detail) c
     return found;
 }
 
-QStringList Journal::timedLines(const QString &pattern, qint64 from, Detail detail) const
+QList<Journal::Line> Journal::entries(const QString &pattern, qint64 from, Detail detail) const
 {
-    const QList<Line> chosen = choose(pattern, from, detail);
-    QStringList found;
-    for (const Line &line : chosen) {
-        found.append(timed(line.seconds, line.text));
+    const JournalPattern wanted(pattern);
+    const bool withQuiet = detail == Everything || wanted.hearsQuietSources();
+    const QMutexLocker locker(&m_mutex);
+    QList<Line> found;
+    const qint64 first = qBound<qint64>(0, from - m_forgotten, qint64(m_lines.size()));
+    for (std::size_t index = std::size_t(first); index < m_lines.size(); ++index) {
+        const Kept &line = m_lines[index];
+        if ((withQuiet || !line.isQuiet) && wanted.matches(line.text)) {
+            found.append(entry(index));
+        }
     }
     return found;
+}
+
+QList<Journal::Line> Journal::following(qint64 cause) const
+{
+    const QMutexLocker locker(&m_mutex);
+    QList<Line> found;
+    for (std::size_t index = 0; index < m_lines.size(); ++index) {
+        const auto &origin = m_lines[index].origin;
+        if (origin != nullptr && origin->number == cause) {
+            found.append(entry(index));
+        }
+    }
+    return found;
+}
+
+QString Journal::withTime(const Line &line)
+{
+    return timed(line.seconds, line.text);
+}
+
+QString Journal::withCause(const Line &line)
+{
+    const QString cause = line.cause == 0 ? QStringLiteral("?") : QString::number(line.cause);
+    return timed(line.seconds, QLatin1Char('#') + cause + QLatin1Char(' ') + line.text);
+}
+
+qint64 Journal::number(const Cause &cause) const
+{
+    const QMutexLocker locker(&m_mutex);
+    return cause.isKnown() ? cause.m_origin->number : 0;
 }
 
 qint64 Journal::find(const JournalPattern &pattern, qint64 from) const
@@ -203,19 +196,47 @@ qint64 Journal::waitFor(const JournalPattern &pattern, qint64 from, int hostMs) 
     return found;
 }
 
-/// False when the line did not reach the file.
-bool Journal::append(const QString &text, bool isQuiet)
+/// Ahead of the first line that follows from a cause, the one that tells what it is. False when
+/// something did not reach the file.
+bool Journal::append(const QString &text, bool isQuiet, const Cause &cause)
+{
+    bool isKept = true;
+    if (cause.isKnown() && cause.m_origin->number == 0) {
+        cause.m_origin->number = ++m_causes;
+        QString &told = cause.m_origin->line;
+        if (told.isEmpty()) {
+            told = text;
+        } else {
+            told = onOneLine(told);
+            isKept = appendLine(told, isQuietSource(told.section(QLatin1Char(' '), 0, 0)), cause);
+        }
+    }
+    return appendLine(text, isQuiet, cause) && isKept;
+}
+
+bool Journal::appendLine(const QString &text, bool isQuiet, const Cause &cause)
 {
     const double seconds = m_clock.unitMs(m_started.elapsed()) / 1000.0;
-    m_lines.push_back({seconds, text, isQuiet});
+    m_lines.push_back({seconds, text, isQuiet, cause.m_origin});
     forget();
     m_written.wakeAll();
     if (!m_file.isOpen()) {
         return true;
     }
-    const QByteArray line = timed(seconds, text).toUtf8() + '\n';
+    const QByteArray line = withCause(entry(m_lines.size() - 1)).toUtf8() + '\n';
     // A disk that has room for a part of it does not say why; the second attempt does.
     return m_file.write(line) == line.size() && (m_file.flush() || m_file.flush());
+}
+
+Journal::Line Journal::entry(std::size_t index) const
+{
+    const Kept &line = m_lines[index];
+    return {m_forgotten + qint64(index),
+            line.seconds,
+            line.text,
+            line.isQuiet,
+            line.origin == nullptr ? 0 : line.origin->number,
+            line.origin == nullptr ? QString() : line.origin->line};
 }
 
 void Journal::forget()
@@ -233,26 +254,12 @@ void Journal::forget()
     }
 }
 
-QList<Journal::Line> Journal::choose(const QString &pattern, qint64 from, Detail detail) const
-{
-    const JournalPattern wanted(pattern);
-    const bool withQuiet = detail == Everything || wanted.hearsQuietSources();
-    const QMutexLocker locker(&m_mutex);
-    QList<Line> found;
-    const qint64 first = qBound<qint64>(0, from - m_forgotten, qint64(m_lines.size()));
-    std::copy_if(m_lines.cbegin() + first, m_lines.cend(), std::back_inserter(found),
-                 [&wanted, withQuiet](const Line &line) {
-                     return (withQuiet || !line.isQuiet) && wanted.matches(line.text);
-                 });
-    return found;
-}
-
 qint64 Journal::findLocked(const JournalPattern &pattern, qint64 from) const
 {
     const qint64 first = qBound<qint64>(0, from - m_forgotten, qint64(m_lines.size()));
     const bool withQuiet = pattern.hearsQuietSources();
     const auto found = std::find_if(
-        m_lines.cbegin() + first, m_lines.cend(), [&pattern, withQuiet](const Line &line) {
+        m_lines.cbegin() + first, m_lines.cend(), [&pattern, withQuiet](const Kept &line) {
             return (withQuiet || !line.isQuiet) && pattern.matches(line.text);
         });
     return found == m_lines.cend() ? -1 : m_forgotten + (found - m_lines.cbegin());

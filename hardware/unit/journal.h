@@ -1,11 +1,12 @@
 #pragma once
 
+#include "cause.h"
 #include "clock.h"
+#include "journalpattern.h"
 
 #include <QElapsedTimer>
 #include <QFile>
 #include <QMutex>
-#include <QRegularExpression>
 #include <QSet>
 #include <QStringList>
 #include <QWaitCondition>
@@ -15,29 +16,6 @@
 namespace hardware
 {
 
-/// What a reader of the journal looks for: plain text found anywhere in a line, or, written
-/// between slashes ("/^mcu .* FF$/"), a regular expression.
-class JournalPattern
-{
-public:
-    explicit JournalPattern(const QString &text);
-
-    /// False when the regular expression does not compile; error() then says why.
-    bool isValid() const;
-    QString error() const;
-    bool matches(const QString &line) const;
-
-    /// Whether it begins with one of the journal's quiet sources ("gate open", "/^asked .*/"), and
-    /// so looks at their lines too.
-    bool hearsQuietSources() const;
-
-private:
-    QString m_text;
-    QRegularExpression m_expression;
-    bool m_isExpression = false;
-    bool m_hearsQuietSources = false;
-};
-
 class JournalReader;
 
 /// Everything that the simulated unit was told or did, one line each, in order. A line reads
@@ -45,13 +23,28 @@ class JournalReader;
 /// time; line breaks and other control characters in the text are written as C escapes. All
 /// functions may be called from any thread.
 ///
-/// The sources "touch", "asked" (calls of the stand-ins that tell the unit nothing) and "gate" (the
-/// C library's calls) are quiet: readers see their lines only where they want all, or where their
-/// pattern begins with that source.
+/// The sources "touch", "console" (its commands, where a line follows from one), "asked" (calls of
+/// the stand-ins that tell the unit nothing), "gate" (the C library's calls) and "stall" are quiet:
+/// readers see their lines only where they want all, or where their pattern begins with that
+/// source.
+///
+/// Each line knows what it follows from: Cause::current() of the thread that writes it. In the file
+/// its number stands behind the time, "12.345 #3 shell sync", or "#?" where nobody knows. The first
+/// line with a number is the cause itself.
 class Journal
 {
 public:
     enum Detail { WithoutQuietSources, Everything };
+
+    struct Line
+    {
+        qint64 number;
+        double seconds; ///< Of the unit.
+        QString text;
+        bool isQuiet;
+        qint64 cause; ///< Its number, from 1 on; 0 for one that is not known.
+        QString causeText;
+    };
 
     explicit Journal(const Clock &clock = Clock());
     ~Journal();
@@ -78,9 +71,21 @@ public:
     QStringList lines(const QString &pattern = QString(), qint64 from = 0,
                       Detail detail = WithoutQuietSources) const;
 
-    /// The same with their time in front, which a pattern does not see.
-    QStringList timedLines(const QString &pattern = QString(), qint64 from = 0,
-                           Detail detail = WithoutQuietSources) const;
+    /// The same, with all that is known of them.
+    QList<Line> entries(const QString &pattern = QString(), qint64 from = 0,
+                        Detail detail = WithoutQuietSources) const;
+
+    /// Those in memory that follow from the cause with that number, quiet ones too.
+    QList<Line> following(qint64 cause) const;
+
+    /// A line with its time in front.
+    static QString withTime(const Line &line);
+
+    /// A line as the file has it.
+    static QString withCause(const Line &line);
+
+    /// Number of a cause; 0 for one that no line follows from yet.
+    qint64 number(const Cause &cause) const;
 
     /// Number of the first line from \a from on that matches; -1 when none does.
     qint64 find(const JournalPattern &pattern, qint64 from = 0) const;
@@ -91,23 +96,27 @@ public:
 private:
     friend class JournalReader;
 
-    struct Line
+    /// As a line is kept; its number is its place.
+    struct Kept
     {
         double seconds;
         QString text;
         bool isQuiet;
+        std::shared_ptr<const Cause::Origin> origin;
     };
 
-    bool append(const QString &text, bool isQuiet);
+    bool append(const QString &text, bool isQuiet, const Cause &cause);
+    bool appendLine(const QString &text, bool isQuiet, const Cause &cause);
+    Line entry(std::size_t index) const;
     void forget();
-    QList<Line> choose(const QString &pattern, qint64 from, Detail detail) const;
     qint64 findLocked(const JournalPattern &pattern, qint64 from) const;
 
     mutable QMutex m_mutex;
     mutable QWaitCondition m_written;
     const Clock m_clock;
     QElapsedTimer m_started;
-    std::deque<Line> m_lines;
+    std::deque<Kept> m_lines;
+    qint64 m_causes = 0;
     qint64 m_forgotten = 0;
     QList<const JournalReader *> m_readers;
     QFile m_file;

@@ -42,7 +42,8 @@ Unit::Unit(const QString &root, double timeFactor)
     , m_keyLight(m_journal, m_mcu)
     , m_lightSensor(m_journal, m_clock, m_dayNight)
     , m_panel(m_journal, m_mcu, m_vendorData)
-    , m_gpsReceiver(m_folder, m_clock, m_journal, m_versions)
+    , m_gpsReceiver(m_folder, m_clock, m_journal, m_versions,
+                    [this] { return m_openFiles.opener("/dev/ttyS3"); })
 {
     QObject::connect(
         &m_storage, &Storage::removed, &m_storage,
@@ -57,6 +58,7 @@ Unit::Unit(const QString &root, double timeFactor)
 
 bool Unit::open(QString *error)
 {
+    const CauseScope start(Cause::begun());
     if (!std::isfinite(m_clock.factor()) || m_clock.factor() <= 0) {
         *error = QStringLiteral("The time factor %1 is not allowed; it must be greater than 0.")
                      .arg(m_clock.factor());

@@ -8,6 +8,12 @@
 #include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
 
+#include <QHash>
+#include <QJsonDocument>
+#include <QJsonObject>
+
+#include <algorithm>
+#include <iterator>
 #include <limits>
 
 namespace simulator
@@ -19,18 +25,44 @@ namespace
 const int defaultTimeoutMs = 2000;
 const int linesShown = 20;
 
+QString asJson(const hardware::Journal::Line &line)
+{
+    QJsonObject object;
+    object[QStringLiteral("line")] = line.number;
+    object[QStringLiteral("seconds")] = line.seconds;
+    object[QStringLiteral("source")] = line.text.section(QLatin1Char(' '), 0, 0);
+    object[QStringLiteral("text")] = line.text.section(QLatin1Char(' '), 1);
+    object[QStringLiteral("cause")] = line.cause == 0
+        ? QJsonValue()
+        : QJsonObject(
+            {{QStringLiteral("number"), line.cause}, {QStringLiteral("text"), line.causeText}});
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
 ConsoleResult journal(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const bool isAll = arguments.value(0) == QLatin1String("--all");
-    const QString pattern = arguments.value(int(isAll));
-    if (arguments.size() > 1 + int(isAll)) {
-        return ConsoleResult::failed(QStringLiteral("usage: journal [--all] [PATTERN]"));
+    using hardware::Journal;
+    const QHash<QString, QString (*)(const Journal::Line &)> forms = {
+        {QStringLiteral("--causes"), &Journal::withCause}, {QStringLiteral("--json"), asJson}};
+    QStringList words = arguments;
+    const Journal::Detail detail = words.removeOne(QStringLiteral("--all"))
+        ? Journal::Everything
+        : Journal::WithoutQuietSources;
+    const auto form = forms.value(words.value(0), &Journal::withTime);
+    if (forms.contains(words.value(0))) {
+        words.removeFirst();
     }
-    const hardware::JournalPattern check(pattern);
-    return check.isValid() ? ConsoleResult::done(simulator.unit().journal().timedLines(
-               pattern, 0,
-               isAll ? hardware::Journal::Everything : hardware::Journal::WithoutQuietSources))
-                           : ConsoleResult::failed(check.error());
+    const hardware::JournalPattern check(words.value(0));
+    if (words.size() > 1 || !check.isValid()) {
+        return ConsoleResult::failed(words.size() > 1 ? QStringLiteral(
+                                         "usage: journal [--all] [--causes or --json] [PATTERN]")
+                                                      : check.error());
+    }
+    const QList<Journal::Line> entries =
+        simulator.unit().journal().entries(words.value(0), 0, detail);
+    QStringList lines;
+    std::transform(entries.cbegin(), entries.cend(), std::back_inserter(lines), form);
+    return ConsoleResult::done(lines);
 }
 
 QStringList lastLines(const hardware::Journal &journal, qint64 from)
@@ -92,6 +124,17 @@ ConsoleResult absent(Simulator &simulator, const QStringList &arguments, Console
                                 found);
 }
 
+ConsoleResult stalls(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    int ms = StallMeter::shortestMs;
+    QString error;
+    return arguments.isEmpty()
+            || readNumber(arguments.first(), QStringLiteral("MS"), 0,
+                          std::numeric_limits<int>::max(), &ms, &error)
+        ? ConsoleResult::done(simulator.stallMeter().summary(ms))
+        : ConsoleResult::failed(error);
+}
+
 ConsoleResult mark(Simulator &, const QStringList &, ConsoleSession &session)
 {
     session.reader().goToEnd();
@@ -106,13 +149,18 @@ void addJournalCommands(Console &console, Simulator &simulator)
     addCommands(
         console, simulator,
         {
-            {"journal", "[--all] [PATTERN]",
+            {"journal", "[--all] [FORM] [PATTERN]",
              "Lists the journal with the unit's times, or its lines with that text or /REGEX/; "
-             "--all also what was touched, asked and waited for.",
+             "--all also what was touched, asked and waited for; the FORM --causes also what "
+             "each line follows from, --json an object for each.",
              place, journal},
             {"expect", "PATTERN [MS]",
              "Waits, for 2000 ms if not said, for a line, and reads on behind it.", place, expect},
             {"absent", "PATTERN", "Fails when the journal has such a line ahead.", place, absent},
+            {"stalls", "[MS]",
+             "Sums up by button and call how long the screen was blocked, MS and more at a time, "
+             "100 if not said; shorter ones where a call of the plug-in was seen.",
+             place, stalls},
             {"mark", "", "Reads on at the end of the journal.", place, mark},
         });
 }

@@ -3,6 +3,7 @@
 #include "commandline.h"
 #include "consolesession.h"
 
+#include "hardware/unit/cause.h"
 #include "simulator/framework/graphicalthread.h"
 
 #include <algorithm>
@@ -73,6 +74,8 @@ ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
     if (m_graphicalThread.isClosed()) {
         return goingDown();
     }
+    const hardware::CauseScope scope(
+        hardware::Cause::begun(QStringLiteral("console ") + line.trimmed()));
     const QString name = words.takeFirst();
     const Command *command = find(name);
     if (command == nullptr) {

@@ -2,8 +2,6 @@
 
 #include "bezel.h"
 
-#include "unitlink/calls.h"
-
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QWindow>
@@ -48,8 +46,6 @@ void Finger::lift()
 {
     m_down = false;
     send(QEvent::MouseButtonRelease, Qt::LeftButton, Qt::NoButton);
-    // What comes later is no longer a part of the touch.
-    unitlink::tellOfTouch(QStringLiteral("handled"));
 }
 
 void Finger::tap(const QPoint &position)

@@ -80,9 +80,9 @@ void tst_Unit::theJournalTellsEachStartAndTheUnitsTime()
         QString::fromUtf8(readFile(folder.filePath(QStringLiteral("journal.log"))));
     const QRegularExpression lines(
         QStringLiteral("^# (.{19}), version \\d+\\.\\d+\\.\\d+, speed 1\n"
-                       "(\\d+\\.\\d{3}) mcu beep 0\n"
+                       "(\\d+\\.\\d{3}) #\\? mcu beep 0\n"
                        "# .{19}, version \\S+, speed 500\n"
-                       "(\\d+\\.\\d{3}) mcu beep 0\n$"));
+                       "(\\d+\\.\\d{3}) #\\? mcu beep 0\n$"));
     const QRegularExpressionMatch match = lines.match(journal);
     QVERIFY2(match.hasMatch(), qPrintable(journal));
     const QDateTime started =

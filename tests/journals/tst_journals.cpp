@@ -32,11 +32,11 @@ QDir sessions()
     return QDir(QStringLiteral(REFERENCES));
 }
 
-/// Without what differs from run to run, or with every change of a source: times, the lines of
-/// trace lines, how much of an answer a read finds.
+/// Without what differs from run to run, or with every change of a source: times and numbers of
+/// causes, the lines of trace lines, how much of an answer a read finds.
 QString plain(QString line)
 {
-    static const QRegularExpression time(QStringLiteral("^[0-9.]+ "));
+    static const QRegularExpression time(QStringLiteral("^[0-9.]+ #(\\d+|\\?) "));
     static const QRegularExpression traceHead(
         QStringLiteral("^trace \\[Info\\] \\[FactoryDebug\\] \\[ (\\S+) : \\d+ \\]  "));
     static const QRegularExpression duration(QStringLiteral("^(gate .*) <[0-9.]+>$"));
@@ -45,11 +45,12 @@ QString plain(QString line)
         .replace(duration, QStringLiteral("\\1"));
 }
 
-/// What devices on other threads say at a time of their own, and how often a wait for them ends.
+/// What devices on other threads say at a time of their own, how often a wait for them ends, and
+/// how long that took.
 bool isOfAnotherThread(const QString &line)
 {
-    static const QRegularExpression other(
-        QStringLiteral("^(receiver |threads end|gate select|dab (tells|update (ok|failed))|# )"));
+    static const QRegularExpression other(QStringLiteral(
+        "^(receiver |stall |threads end|gate select|dab (tells|update (ok|failed))|# )"));
     return other.match(line).hasMatch();
 }
 
@@ -64,7 +65,12 @@ bool isOfPainting(const QString &line, bool isBehindPainting)
         || (isBehindPainting && line.startsWith(QLatin1String("asked Data")));
 }
 
-/// The lines that are to be the same in every run.
+bool isUnknown(const QString &line)
+{
+    return line.section(QLatin1Char(' '), 1, 1) == QLatin1String("#?");
+}
+
+/// The lines that are to be the same in every run. What nobody knows the cause of has a mark.
 QStringList plainJournal(const QString &text)
 {
     QStringList lines;
@@ -78,7 +84,7 @@ QStringList plainJournal(const QString &text)
             || (hasWorker && !line.startsWith(QLatin1String("touch press")));
         const bool isLeftOut = hasWorker && line == QLatin1String("touch handled");
         if (!isPainting && !isLeftOut && !isOfAnotherThread(line)) {
-            lines.append(line);
+            lines.append(isUnknown(one) ? QStringLiteral("from something unknown: ") + line : line);
         }
     }
     return lines;

@@ -28,7 +28,7 @@ namespace
 /// The journal's lines from these sources ("log|panel"), without their times.
 QStringList journal(const HeadunitRun &run, const QString &sources)
 {
-    const QRegularExpression wanted(QStringLiteral("^[0-9.]+ ((%1) .*)$").arg(sources));
+    const QRegularExpression wanted(QStringLiteral("^[0-9.]+ #\\d+ ((%1) .*)$").arg(sources));
     QStringList found;
     const QStringList lines =
         QString::fromUtf8(run.read(QStringLiteral("/journal.log"))).split(QLatin1Char('\n'));

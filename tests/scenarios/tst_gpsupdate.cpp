@@ -22,6 +22,7 @@ private slots:
     void quitEndsAnUpgradeThatHangs();
     void stickPulledDuringTheTransfer();
     void stickPulledDuringTheCheck();
+    void whatBlocksTheScreenIsKnown();
 };
 
 namespace
@@ -43,6 +44,30 @@ void makePackages(const HeadunitRun &run)
 {
     makePackage(run, QStringLiteral("usb0/gps_bootloader.pkg"), QStringLiteral("boot 3"), 5000);
     makePackage(run, QStringLiteral("usb1/gps_firmware.pkg"), QStringLiteral("GNSS 2.5.1"), 12000);
+}
+
+/// Seconds by button and call; "" is the button's sum.
+using Stalls = QMap<QString, QMap<QString, double>>;
+
+/// What "stalls" has printed, be it as a command's answer.
+Stalls stalls(const QString &text)
+{
+    static const QRegularExpression head(QStringLiteral("^ *(.+): (\\S+) s in "));
+    static const QRegularExpression call(QStringLiteral("^ +(\\d+\\.\\d{3}) (.+)$"));
+    Stalls found;
+    QString by;
+    const QStringList lines = text.split(QLatin1Char('\n'));
+    for (const QString &line : lines) {
+        const QRegularExpressionMatch isHead = head.match(line);
+        const QRegularExpressionMatch isCall = call.match(line);
+        if (isHead.hasMatch()) {
+            by = isHead.captured(1);
+            found[by][QString()] = isHead.captured(2).toDouble();
+        } else if (isCall.hasMatch()) {
+            found[by][isCall.captured(2)] = isCall.captured(1).toDouble();
+        }
+    }
+    return found;
 }
 
 } // namespace
@@ -142,6 +167,37 @@ void TestGpsUpdate::stickPulledDuringTheCheck()
                           qint64(length) + qint64(sizeof header)));
     RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
     RUN_SCENARIO(run, QStringLiteral("gps-pulled-check.txt"), speed);
+}
+
+void TestGpsUpdate::whatBlocksTheScreenIsKnown()
+{
+    HeadunitRun run;
+    makePackages(run);
+    const HeadunitRun::End end =
+        run.start({QStringLiteral("--speed"), QString::number(speed), QStringLiteral("--script"),
+                   HeadunitRun::script(QStringLiteral("stalls.txt")), QStringLiteral("--stalls")});
+    QVERIFY2(end.status == 0, qPrintable(end.error));
+    const int beginning = end.output.indexOf(QLatin1String("\nidUpdateBtn: "));
+    const Stalls calls = stalls(end.output.left(beginning));
+    const Stalls blocked = stalls(end.output.mid(beginning));
+
+    const double eyePage = blocked[QStringLiteral("usbeye")][QStringLiteral("usleep")];
+    QVERIFY2(eyePage >= 0.5 && eyePage < 0.6, qPrintable(end.output));
+    const double certification = blocked["idCertification"]["sleep"];
+    QVERIFY2(certification >= 1 && certification < 1.2, qPrintable(end.output));
+    // Three seconds ahead of the upgrade, two in it.
+    const double upgrade = blocked["idUpdateBtn"]["sleep"];
+    QVERIFY2(upgrade >= 5 && upgrade < 5.5, qPrintable(end.output));
+    for (const char *call : {"", "select", "usleep", "system sync"}) {
+        QVERIFY2(blocked["idUpdateBtn"].contains(call), call);
+    }
+    // The second that the check waits is of another thread.
+    QVERIFY2(!calls["gps"].contains("sleep"), qPrintable(end.output));
+    QStringList commands = calls["ncmtest"].keys();
+    commands.removeAll("rest");
+    QCOMPARE(commands,
+             QStringList({"", "system echo 0 > /proc/sys/kernel/printk", "system killall as_server",
+                          "system logset ALOG_OUTPUT n"}));
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestGpsUpdate)

@@ -4,6 +4,8 @@
 
 #include "support/testmain.h"
 
+#include <QJsonDocument>
+#include <QJsonObject>
 #include <QtTest>
 
 using namespace simulator;
@@ -27,6 +29,7 @@ private slots:
     void settingsAreReadAndWritten();
     void foldersArePlugged();
     void journalIsListed();
+    void journalTellsCauses();
     void expectReadsOnBehindTheLine();
     void expectFailsWithTheJournalSince();
     void expectWaitsInTheUnitsTime();
@@ -244,12 +247,38 @@ void TestCommands::journalIsListed()
     TestSimulator unit;
     unit.journal().write("probe", "one");
     unit.journal().write("probe", "two");
-    const QStringList probes = unit.journal().timedLines("probe");
-    QCOMPARE(unit.run("journal probe").lines, probes);
-    static const QRegularExpression timed("^\\d+\\.\\d{3} probe two$");
-    QVERIFY2(timed.match(probes.value(1)).hasMatch(), qPrintable(probes.value(1)));
+    const QStringList probes = unit.run("journal probe").lines;
+    static const QRegularExpression timed("^\\d+\\.\\d{3} probe one\n\\d+\\.\\d{3} probe two$");
+    QVERIFY2(timed.match(probes.join('\n')).hasMatch(), qPrintable(probes.join('\n')));
     QCOMPARE(unit.run("journal '/^probe t/'").lines, QStringList(probes.value(1)));
     QVERIFY(unit.run("journal").lines.size() > 2);
+}
+
+void TestCommands::journalTellsCauses()
+{
+    TestSimulator unit;
+    unit.journal().write("probe", "unknown");
+    QCOMPARE(unit.errorOf("als 300"), QString());
+    QCOMPARE(unit.errorOf("journal --causes probe els"),
+             QString("usage: journal [--all] [--causes or --json] [PATTERN]"));
+    static const QRegularExpression time("^\\d+\\.\\d{3} ");
+    const auto answer = [&unit](const QString &line) {
+        return unit.run(line).lines.replaceInStrings(time, QString());
+    };
+    QCOMPARE(answer("journal --causes probe"), QStringList("#? probe unknown"));
+    const QStringList reading = answer("journal --all --causes /300/");
+    QCOMPARE(reading.size(), 2);
+    const QString number = reading.first().section(' ', 0, 0);
+    QCOMPARE(reading, QStringList({number + " console als 300", number + " als reading 300"}));
+
+    const QStringList objects = unit.run("journal --json /300/").lines;
+    QCOMPARE(objects.size(), 1);
+    QJsonObject object = QJsonDocument::fromJson(objects.first().toUtf8()).object();
+    QVERIFY(object.take("line").toDouble(-1) >= 0);
+    QVERIFY(object.take("seconds").toDouble(-1) >= 0);
+    const QJsonObject cause = {{"number", number.mid(1).toInt()}, {"text", "console als 300"}};
+    QCOMPARE(object, QJsonObject({{"source", "als"}, {"text", "reading 300"}, {"cause", cause}}));
+    QVERIFY(unit.run("journal --json probe").lines.value(0).contains("\"cause\":null"));
 }
 
 void TestCommands::expectReadsOnBehindTheLine()

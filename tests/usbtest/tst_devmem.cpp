@@ -111,7 +111,7 @@ void TestDevmem::writesPrintsClosesAndUnmapsInThisOrder()
     for (const QByteArray &line : said) {
         const QString text = QString::fromLatin1(line);
         lines.append(text.startsWith(QLatin1String("0x")) ? text
-                                                          : text.section(QLatin1Char(' '), 1));
+                                                          : text.section(QLatin1Char(' '), 2));
     }
     lines.removeFirst(); // the start's date, version and speed
     // The write is found when the device is closed; what was printed is the word as written.

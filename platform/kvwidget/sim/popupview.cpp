@@ -4,6 +4,7 @@
 #include "kvwidget/kviconbutton.h"
 #include "popupbox.h"
 
+#include "hardware/unit/cause.h"
 #include "unitlink/simulatedunit.h"
 
 #include <QEvent>
@@ -16,6 +17,19 @@ namespace
 
 /// What lies over a page that takes no touches.
 constexpr QColor shade(0, 0, 0, 150);
+
+/// Remembers what it was started for.
+class PopupTimer : public QTimer
+{
+public:
+    using QTimer::QTimer;
+
+    void setCause(const hardware::Cause &cause) { m_cause = cause; }
+    hardware::Cause cause() const { return m_cause; }
+
+private:
+    hardware::Cause m_cause;
+};
 
 bool carriesSomething(const QWidget &page)
 {
@@ -34,12 +48,15 @@ bool carriesSomething(const QWidget &page)
 PopupView::PopupView(QWidget *parent)
     : KvWidget(parent)
     , m_box(new PopupBox(*this))
-    , m_timer(new QTimer(this))
+    , m_timer(new PopupTimer(this))
 {
     setAttribute(Qt::WA_NoMousePropagation);
     m_timer->setSingleShot(true);
     m_timer->setTimerType(Qt::PreciseTimer);
-    connect(m_timer, &QTimer::timeout, this, [this] { goAwayWithPage(&PopupView::timeout); });
+    connect(m_timer, &QTimer::timeout, this, [this] {
+        const hardware::CauseScope scope(static_cast<PopupTimer *>(m_timer)->cause());
+        goAwayWithPage(&PopupView::timeout);
+    });
     connect(m_box->ok(), &KvIconButton::btnClicked, this, [this] { goAway(&PopupView::ok); });
     connect(m_box->cancel(), &KvIconButton::btnClicked, this,
             [this] { goAwayWithPage(&PopupView::cancel); });
@@ -173,6 +190,7 @@ void PopupView::goAwayWithPage(Signal signal)
 void PopupView::startTimeout()
 {
     if (m_showTimeout > 0) {
+        static_cast<PopupTimer *>(m_timer)->setCause(hardware::Cause::current());
         m_timer->start(unitlink::hostMs(m_showTimeout));
     } else {
         m_timer->stop();

@@ -1,5 +1,6 @@
 #include "service/threadpool.h"
 
+#include "hardware/unit/cause.h"
 #include "hardware/unit/unit.h"
 #include "unitlink/calls.h"
 #include "unitlink/simulatedunit.h"
@@ -61,7 +62,10 @@ void ThreadPool::Workers::add(const std::function<void()> &task, const std::stri
     m_workers.emplace_back();
     Worker &worker = m_workers.back();
     worker.name = name;
-    worker.thread = std::thread([this, task, &worker] { run(task, worker); });
+    worker.thread = std::thread([this, task, &worker, cause = hardware::Cause::current()] {
+        const hardware::CauseScope scope(cause);
+        run(task, worker);
+    });
 }
 
 void ThreadPool::Workers::join(const std::string &name)
