@@ -95,7 +95,8 @@ QString effect(const QString &line)
         if (pattern.match(line).hasMatch()) {
             return form.kind == nullptr
                 ? QString()
-                : labelled(form.kind, QString(line).replace(pattern, QString::fromLatin1(form.text)));
+                : labelled(form.kind,
+                           QString(line).replace(pattern, QString::fromLatin1(form.text)));
         }
     }
     return QString();

@@ -219,8 +219,8 @@ void TestUnitFiles::timesAreTheUnits()
     // A millisecond of the host, by which both are cut, is a tenth of a second of this unit.
     const double seconds = printed.captured(2).toDouble() - printed.captured(1).toDouble();
     QVERIFY2(seconds > 59.85 && seconds < 600, qPrintable(end.output));
-    QVERIFY2(journal.contains(QRegularExpression(
-                 QRegularExpression::escape(printed.captured(2)) + " #\\d+ als reading 2\n")),
+    QVERIFY2(journal.contains(QRegularExpression(QRegularExpression::escape(printed.captured(2))
+                                                 + " #\\d+ als reading 2\n")),
              qPrintable(journal));
 }
 
