@@ -4,6 +4,7 @@
 #include "commandtable.h"
 
 #include "hardware/unit/unit.h"
+#include "simulator/console/commandline.h"
 #include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
 #include "simulator/window/screen.h"
@@ -20,6 +21,45 @@ const int showTimeoutMs = 2000;
 
 /// A graphical thread that does not answer for so long, in host time, is blocked.
 const int answerMs = 300;
+
+/// Words on a line of their own, quoted where they must be.
+QString line(const char *kind, const QStringList &words)
+{
+    return commandline::join(QStringList(QString::fromLatin1(kind)) + words);
+}
+
+QStringList describe(const ScreenReader::Button &button)
+{
+    const QRect &area = button.area;
+    QStringList words(button.name);
+    for (const int number : {area.x(), area.y(), area.width(), area.height()}) {
+        words.append(QString::number(number));
+    }
+    words += button.state;
+    if (!button.cover.isEmpty()) {
+        words.append(button.cover);
+    }
+    return words + button.texts;
+}
+
+ConsoleResult look(Simulator &simulator, const QStringList &, ConsoleSession &)
+{
+    QStringList lines(line("activity", {simulator.activity()}));
+    const ScreenReader &screen = simulator.screenReader();
+    const QList<QStringList> pages = screen.pages();
+    for (const QStringList &page : pages) {
+        lines.append(line("page", page));
+    }
+    const QStringList texts = screen.plainTexts();
+    for (const QString &text : texts) {
+        lines.append(line("text", {text}));
+    }
+    const QList<ScreenReader::Button> buttons = screen.seenButtons();
+    for (const ScreenReader::Button &button : buttons) {
+        lines.append(line("button", describe(button)));
+    }
+    return ConsoleResult::done(lines);
+}
 
 /// Waits for the screen to answer \a question with yes.
 bool waitForScreen(Simulator &simulator, const std::function<bool(const ScreenReader &)> &question)
@@ -160,6 +200,10 @@ void addLookCommands(Console &console, Simulator &simulator)
     addCommands(
         console, simulator,
         {
+            {"look", "",
+             "Lists what the screen shows: the activity on top, the pages with their parts, texts, "
+             "and buttons with id, place (left, top, width, height), state and text.",
+             Console::Place::GraphicalThread, look},
             {"see", "TEXT",
              "Waits up to 2 s for that text, or one that matches /REGEX/, on the screen.", place,
              see},

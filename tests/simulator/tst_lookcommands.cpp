@@ -28,12 +28,13 @@ protected:
 
 } // namespace
 
-/// The pictures that the console takes.
+/// What the console tells of the screen, and the pictures that it takes.
 class TestLookCommands : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void looks();
     void shots();
     void shotsOfAPart();
     void shotShowsWhatWasNotRepainted();
@@ -41,6 +42,26 @@ private slots:
     void refuses_data();
     void refuses();
 };
+
+void TestLookCommands::looks()
+{
+    TestSimulator unit;
+    QCOMPARE(unit.run("look").lines.mid(0, 3),
+             (QStringList{"activity \"\"", "page simulator::HomeScreen",
+                          "text \"Simulated head unit\""}));
+    unit.openActivity();
+    QCOMPARE(unit.run("look").lines,
+             (QStringList{"activity factorydebug", "page QWidget", "text \"test activity\"",
+                          "button count 20 100 200 50 enabled count",
+                          "button block 20 160 200 50 enabled block",
+                          "button page 20 220 200 50 enabled page",
+                          "button restart 20 280 200 50 enabled restart",
+                          "button hang 20 340 200 50 enabled hang"}));
+    QCOMPARE(unit.errorOf("press page"), QString());
+    QCOMPARE(unit.errorOf("see \"page of its own\""), QString());
+    QCOMPARE(unit.run("look").lines,
+             (QStringList{"activity factorydebug", "page QLabel", "text \"page of its own\""}));
+}
 
 void TestLookCommands::shots()
 {
