@@ -2,6 +2,7 @@
 
 #include "commandline.h"
 #include "consolesession.h"
+#include "nearest.h"
 
 #include "simulator/framework/graphicalthread.h"
 
@@ -77,7 +78,8 @@ ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
     const Command *command = find(name);
     if (command == nullptr) {
         return ConsoleResult::failed(
-            QStringLiteral("unknown command \"%1\"; \"help\" lists them").arg(name));
+            QStringLiteral("unknown command \"%1\"; \"help\" lists them").arg(name)
+            + nearHint(name, names()));
     }
     if (words.size() < minArguments(*command) || words.size() > maxArguments(*command)) {
         return ConsoleResult::failed(QStringLiteral("usage: ") + synopsis(*command));
@@ -113,7 +115,17 @@ ConsoleResult Console::help(const QStringList &arguments) const
     }
     return arguments.isEmpty()
         ? ConsoleResult::done(lines)
-        : ConsoleResult::failed(QStringLiteral("unknown command \"%1\"").arg(arguments.first()));
+        : ConsoleResult::failed(QStringLiteral("unknown command \"%1\"").arg(arguments.first())
+                                + nearHint(arguments.first(), names()));
+}
+
+QStringList Console::names() const
+{
+    QStringList names;
+    for (const Command &command : m_commands) {
+        names.append(command.name);
+    }
+    return names;
 }
 
 const Console::Command *Console::find(const QString &name) const

@@ -42,6 +42,9 @@ public:
 
     void add(const Command &command);
 
+    /// What the commands are called.
+    QStringList names() const;
+
     /// Runs one line; an empty line and a comment do nothing.
     ConsoleResult run(const QString &line, ConsoleSession &session) const;
 

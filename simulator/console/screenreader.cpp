@@ -1,6 +1,7 @@
 #include "screenreader.h"
 
 #include "buttonface.h"
+#include "nearest.h"
 
 #include "kvappframework/sim/screenlayer.h"
 
@@ -44,7 +45,7 @@ ScreenReader::ScreenReader(const QWidget &screen)
 bool ScreenReader::findButton(const QString &id, QPoint *touch, QString *error) const
 {
     const QList<QWidget *> candidates = buttons(id);
-    *error = QStringLiteral("there is no button \"%1\" on the screen").arg(id);
+    *error = QStringLiteral("there is no button \"%1\" on the screen").arg(id) + hint(id);
     for (const QWidget *button : candidates) {
         const QString problem = obstacle(button);
         if (problem.isEmpty()) {
@@ -61,6 +62,20 @@ bool ScreenReader::showsButton(const QString &id) const
     const QList<QWidget *> candidates = buttons(id);
     return std::any_of(candidates.cbegin(), candidates.cend(),
                        [this](const QWidget *button) { return isSeen(button); });
+}
+
+/// Which buttons may have been meant, by their names or by what is written on them.
+QString ScreenReader::hint(const QString &id) const
+{
+    QList<QPair<QString, QString>> names;
+    const QList<Button> buttons = seenButtons();
+    for (const Button &button : buttons) {
+        names.append({button.name, button.name});
+        for (const QString &text : button.texts) {
+            names.append({text, button.name});
+        }
+    }
+    return nearHint(id, names);
 }
 
 QStringList ScreenReader::texts() const

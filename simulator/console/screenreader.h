@@ -29,7 +29,8 @@ public:
     explicit ScreenReader(const QWidget &screen);
 
     /// Where to touch the button with that id, or, for a button without one, with that object name
-    /// or text. False with a sentence in \a error when a touch would not reach such a button.
+    /// or text. False with a sentence in \a error when a touch would not reach such a button; it
+    /// names those that may have been meant.
     bool findButton(const QString &id, QPoint *touch, QString *error) const;
 
     /// Whether such a button is to be seen, disabled or not.
@@ -55,6 +56,7 @@ private:
     QStringList texts(const std::function<bool(const QWidget *)> &isWanted) const;
     QList<Text> rowTexts(const QAbstractItemView *list) const;
     QList<QWidget *> buttons(const QString &id) const;
+    QString hint(const QString &id) const;
     QString obstacle(const QWidget *button) const;
     QString cover(const QWidget *button) const;
     bool isSeen(const QWidget *widget, const QRect &area) const;

@@ -112,7 +112,7 @@ void TestConsole::wrongLines_data()
     QTest::newRow("unknown command") << "dance"
                                      << "unknown command \"dance\"; \"help\" lists them";
     QTest::newRow("wrong case") << "Paint blue"
-                                << "unknown command \"Paint\"; \"help\" lists them";
+                                << "unknown command \"Paint\"; \"help\" lists them; near: paint";
     QTest::newRow("empty command") << "''"
                                    << "unknown command \"\"; \"help\" lists them";
     QTest::newRow("too long") << QString(65537, 'x') << "a command is longer than 65536 bytes";
@@ -153,6 +153,7 @@ void TestConsole::helpExplainsOneCommand()
 void TestConsole::helpRefusesUnknownCommands()
 {
     QCOMPARE(run("help dance").error, QString("unknown command \"dance\""));
+    QCOMPARE(run("help lok").error, QString("unknown command \"lok\"; near: look"));
 }
 
 void TestConsole::runsWhereTheCommandBelongs_data()

@@ -33,6 +33,7 @@ private slots:
     void buttonsAreInReadingOrder();
     void hiddenButtonsAreNotListed();
     void coveredButtonsSayByWhat();
+    void nearButtonsAreNamed();
     void textsAreInReadingOrder();
     void pagesAreListedWithTheirMainParts();
 
@@ -173,6 +174,26 @@ void TestScreenReaderLook::coveredButtonsSayByWhat()
     auto *shade = put(new QLabel(m_page), m_page->rect());
     shade->setObjectName("shade");
     QCOMPARE(m_reader->seenButtons().value(0).cover, QString("is covered by QLabel \"shade\""));
+}
+
+void TestScreenReaderLook::nearButtonsAreNamed()
+{
+    put(new KvIconButton(m_page), QRect(0, 100, 100, 50), "usbtest")->setDisplayText("USB Test");
+    put(new KvIconButton(m_page), QRect(0, 200, 100, 50), "C_TCP")->setDisplayText("Client");
+    put(new KvIconButton(m_page), QRect(0, 300, 100, 50), "S_TCP");
+    put(new KvIconButton(m_page), QRect(0, 400, 100, 50), "X_TCP")->hide();
+    const auto errorOf = [this](const QString &id) {
+        QPoint touch;
+        QString error;
+        m_reader->findButton(id, &touch, &error);
+        return error;
+    };
+    const QString none = "there is no button \"%1\" on the screen";
+    QCOMPARE(errorOf("usbtst"), none.arg("usbtst") + "; near: usbtest");
+    QCOMPARE(errorOf("USB Test"), none.arg("USB Test") + "; near: usbtest");
+    QCOMPARE(errorOf("cleint"), none.arg("cleint") + "; near: C_TCP");
+    QCOMPARE(errorOf("D_TCP"), none.arg("D_TCP") + "; near: C_TCP, S_TCP");
+    QCOMPARE(errorOf("idNone"), none.arg("idNone"));
 }
 
 void TestScreenReaderLook::textsAreInReadingOrder()
