@@ -24,6 +24,11 @@ struct CommandRow
 /// least, since the host's work is what it waits for just as often.
 int patienceMs(Simulator &simulator, int unitMs);
 
+/// Reads for how many milliseconds of the unit a command is to wait, and says what that is on the
+/// host: who gives a \a word means it, an empty one stands for patienceMs() of \a unitMs. False
+/// with a sentence in \a error.
+bool readWait(Simulator &simulator, const QString &word, int *unitMs, int *hostMs, QString *error);
+
 void addCommands(Console &console, Simulator &simulator, std::initializer_list<CommandRow> table);
 
 } // namespace simulator

@@ -1,14 +1,11 @@
 #include "allcommands.h"
 
-#include "arguments.h"
 #include "commandtable.h"
 
 #include "hardware/unit/journalreader.h"
 #include "hardware/unit/unit.h"
 #include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
-
-#include <limits>
 
 namespace simulator
 {
@@ -33,9 +30,12 @@ ConsoleResult journal(Simulator &simulator, const QStringList &arguments, Consol
                            : ConsoleResult::failed(check.error());
 }
 
-QStringList lastLines(const hardware::Journal &journal, qint64 from)
+/// The end of what was there to be found, that of quiet sources too for who looks at one.
+QStringList lastLines(const hardware::Journal &journal, qint64 from, bool hearsQuietSources)
 {
-    const QStringList lines = journal.lines(QString(), from);
+    const QStringList lines = journal.lines(
+        QString(), from,
+        hearsQuietSources ? hardware::Journal::Everything : hardware::Journal::WithoutQuietSources);
     return lines.mid(qMax(0, lines.size() - linesShown));
 }
 
@@ -46,19 +46,16 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
     if (!pattern.isValid()) {
         return ConsoleResult::failed(pattern.error());
     }
-    int ms = 0;
+    int ms = defaultTimeoutMs;
+    int hostMs = 0;
     QString error;
-    if (!readNumber(arguments.value(1, QString::number(defaultTimeoutMs)), QStringLiteral("MS"), 0,
-                    std::numeric_limits<int>::max(), &ms, &error)) {
+    if (!readWait(simulator, arguments.value(1), &ms, &hostMs, &error)) {
         return ConsoleResult::failed(error);
     }
     const hardware::Journal &journal = simulator.unit().journal();
     const qint64 from = session.reader().position();
     qint64 next = from;
     qint64 found = -1;
-    // Who gives a time means it.
-    const int hostMs =
-        arguments.size() > 1 ? simulator.unit().clock().hostMs(ms) : patienceMs(simulator, ms);
     simulator.graphicalThread().waitUntil(hostMs, [&] {
         const qint64 end = journal.end();
         found = journal.find(pattern, next);
@@ -72,7 +69,7 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
                 "last match:")
                 .arg(wanted)
                 .arg(ms),
-            lastLines(journal, from));
+            lastLines(journal, from, pattern.hearsQuietSources()));
     }
     session.reader().goTo(found + 1);
     return ConsoleResult::done();

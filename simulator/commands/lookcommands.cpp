@@ -62,55 +62,69 @@ ConsoleResult look(Simulator &simulator, const QStringList &, ConsoleSession &)
 }
 
 /// Waits for the screen to answer \a question with yes.
-bool waitForScreen(Simulator &simulator, const std::function<bool(const ScreenReader &)> &question)
+bool waitForScreen(Simulator &simulator, int hostMs,
+                   const std::function<bool(const ScreenReader &)> &question)
 {
     bool answer = false;
-    simulator.graphicalThread().waitUntil(patienceMs(simulator, showTimeoutMs), [&] {
+    simulator.graphicalThread().waitUntil(hostMs, [&] {
         simulator.graphicalThread().run([&] { answer = question(simulator.screenReader()); });
         return answer;
     });
     return answer;
 }
 
-/// A text is looked for like a line of the journal.
-bool shows(const ScreenReader &screen, const hardware::JournalPattern &pattern)
+/// Texts are looked for like lines of the journal.
+QStringList matching(const QStringList &texts, const hardware::JournalPattern &pattern)
 {
-    const QStringList texts = screen.texts();
-    return std::any_of(texts.cbegin(), texts.cend(),
-                       [&pattern](const QString &text) { return pattern.matches(text); });
+    QStringList found;
+    std::copy_if(texts.cbegin(), texts.cend(), std::back_inserter(found),
+                 [&pattern](const QString &text) { return pattern.matches(text); });
+    return found;
+}
+
+/// Waits until the screen shows a text, or no longer does.
+ConsoleResult waitForText(Simulator &simulator, const QStringList &arguments, bool isToBeSeen)
+{
+    const QString &wanted = arguments.first();
+    const hardware::JournalPattern pattern(wanted);
+    int unitMs = showTimeoutMs;
+    int hostMs = 0;
+    QString error = pattern.error();
+    if (!pattern.isValid() || !readWait(simulator, arguments.value(1), &unitMs, &hostMs, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    QStringList texts;
+    QStringList found;
+    const bool isFine = waitForScreen(simulator, hostMs, [&](const ScreenReader &screen) {
+        texts = screen.texts();
+        found = matching(texts, pattern);
+        return found.isEmpty() != isToBeSeen;
+    });
+    if (isFine) {
+        return ConsoleResult::done();
+    }
+    return isToBeSeen
+        ? ConsoleResult::failed(QStringLiteral("the screen does not show \"%1\" but:").arg(wanted),
+                                texts)
+        : ConsoleResult::failed(QStringLiteral("the screen shows \"%1\":").arg(wanted), found);
 }
 
 ConsoleResult see(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const hardware::JournalPattern pattern(arguments.first());
-    if (!pattern.isValid()) {
-        return ConsoleResult::failed(pattern.error());
-    }
-    const bool seen = waitForScreen(
-        simulator, [&](const ScreenReader &screen) { return shows(screen, pattern); });
-    return seen ? ConsoleResult::done()
-                : ConsoleResult::failed(
-                    QStringLiteral("the screen does not show \"%1\"").arg(arguments.first()));
+    return waitForText(simulator, arguments, true);
 }
 
 ConsoleResult unseen(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const hardware::JournalPattern pattern(arguments.first());
-    if (!pattern.isValid()) {
-        return ConsoleResult::failed(pattern.error());
-    }
-    const bool gone = waitForScreen(
-        simulator, [&](const ScreenReader &screen) { return !shows(screen, pattern); });
-    return gone
-        ? ConsoleResult::done()
-        : ConsoleResult::failed(QStringLiteral("the screen shows \"%1\"").arg(arguments.first()));
+    return waitForText(simulator, arguments, false);
 }
 
 ConsoleResult visible(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     const QString &id = arguments.first();
-    const bool seen = waitForScreen(
-        simulator, [&id](const ScreenReader &screen) { return screen.showsButton(id); });
+    const bool seen =
+        waitForScreen(simulator, patienceMs(simulator, showTimeoutMs),
+                      [&id](const ScreenReader &screen) { return screen.showsButton(id); });
     return seen
         ? ConsoleResult::done()
         : ConsoleResult::failed(QStringLiteral("the button \"%1\" is not to be seen").arg(id));
@@ -119,8 +133,9 @@ ConsoleResult visible(Simulator &simulator, const QStringList &arguments, Consol
 ConsoleResult hidden(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     const QString &id = arguments.first();
-    const bool gone = waitForScreen(
-        simulator, [&id](const ScreenReader &screen) { return !screen.showsButton(id); });
+    const bool gone =
+        waitForScreen(simulator, patienceMs(simulator, showTimeoutMs),
+                      [&id](const ScreenReader &screen) { return !screen.showsButton(id); });
     return gone ? ConsoleResult::done()
                 : ConsoleResult::failed(QStringLiteral("the button \"%1\" is to be seen").arg(id));
 }
@@ -204,10 +219,12 @@ void addLookCommands(Console &console, Simulator &simulator)
              "Lists what the screen shows: the activity on top, the pages with their parts, texts, "
              "and buttons with id, place (left, top, width, height), state and text.",
              Console::Place::GraphicalThread, look},
-            {"see", "TEXT",
-             "Waits up to 2 s for that text, or one that matches /REGEX/, on the screen.", place,
-             see},
-            {"unseen", "TEXT", "Waits up to 2 s until the screen does not show that text.", place,
+            {"see", "TEXT [MS]",
+             "Waits, for 2000 ms if not said, for that text, or one that matches /REGEX/, on the "
+             "screen.",
+             place, see},
+            {"unseen", "TEXT [MS]",
+             "Waits, for 2000 ms if not said, until the screen does not show that text.", place,
              unseen},
             {"visible", "ID", "Waits up to 2 s for that button to be seen.", place, visible},
             {"hidden", "ID", "Waits up to 2 s until that button is not to be seen.", place, hidden},

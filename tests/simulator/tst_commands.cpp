@@ -83,6 +83,8 @@ void TestCommands::refuses_data()
     QTest::newRow("absent: bad expression")
         << "absent /(/"
         << "/(/ is no regular expression: missing closing parenthesis at character 1.";
+    QTest::newRow("see: no time") << "see x soon"
+                                  << "MS is a whole number from 0 to 2147483647, not \"soon\"";
     QTest::newRow("see: bad expression")
         << "see /(/"
         << "/(/ is no regular expression: missing closing parenthesis at character 1.";
@@ -286,6 +288,11 @@ void TestCommands::expectFailsWithTheJournalSince()
         last.append(QStringLiteral("probe %1").arg(line));
     }
     QCOMPARE(unit.run("expect \"probe missing\" 0").lines, last.mid(10));
+
+    unit.journal().write("gate", "open one");
+    QCOMPARE(unit.run("expect \"probe missing\" 0").lines.last(), QString("probe 30"));
+    QCOMPARE(unit.run("expect \"gate missing\" 0").lines,
+             last.mid(11) + QStringList{"gate open one"});
 }
 
 void TestCommands::expectWaitsInTheUnitsTime()

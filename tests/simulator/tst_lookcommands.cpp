@@ -35,6 +35,8 @@ class TestLookCommands : public QObject
 
 private slots:
     void looks();
+    void failingLookTellsWhatIsThere();
+    void textsAreWaitedForInTheUnitsTime();
     void shots();
     void shotsOfAPart();
     void shotShowsWhatWasNotRepainted();
@@ -61,6 +63,35 @@ void TestLookCommands::looks()
     QCOMPARE(unit.errorOf("see \"page of its own\""), QString());
     QCOMPARE(unit.run("look").lines,
              (QStringList{"activity factorydebug", "page QLabel", "text \"page of its own\""}));
+}
+
+void TestLookCommands::failingLookTellsWhatIsThere()
+{
+    TestSimulator unit;
+    unit.openActivity();
+    ConsoleResult result = unit.run("see nothing 0");
+    QCOMPARE(result.error, QString("the screen does not show \"nothing\" but:"));
+    QCOMPARE(result.lines,
+             (QStringList{"test activity", "count", "block", "page", "restart", "hang"}));
+    result = unit.run("unseen /a.*t/ 0");
+    QCOMPARE(result.error, QString("the screen shows \"/a.*t/\":"));
+    QCOMPARE(result.lines, (QStringList{"test activity", "restart"}));
+}
+
+void TestLookCommands::textsAreWaitedForInTheUnitsTime()
+{
+    TestSimulator unit(100.0);
+    unit.openActivity();
+    for (const char *line : {"see nothing 30000", "unseen count 30000"}) {
+        QElapsedTimer time;
+        time.start();
+        // Half a minute of the unit is 0.3 s here.
+        QVERIFY(!unit.errorOf(line).isEmpty());
+        QVERIFY2(time.elapsed() >= 300, qPrintable(QString::number(time.elapsed())));
+        QVERIFY2(time.elapsed() < 15000, qPrintable(QString::number(time.elapsed())));
+    }
+    QTimer::singleShot(20, &unit.simulator(), [&unit] { unit.errorOf("press count"); });
+    QCOMPARE(unit.errorOf("see \"presses: 1\" 1000000"), QString());
 }
 
 void TestLookCommands::shots()
