@@ -7,6 +7,7 @@
 #include "simulator/framework/graphicalthread.h"
 
 #include <algorithm>
+#include <limits>
 
 namespace simulator
 {
@@ -34,12 +35,13 @@ int minArguments(const Console::Command &command)
 
 int maxArguments(const Console::Command &command)
 {
-    return usageWords(command).size();
+    return command.usage.endsWith(QLatin1String("...")) ? std::numeric_limits<int>::max()
+                                                        : usageWords(command).size();
 }
 
 ConsoleResult goingDown()
 {
-    return ConsoleResult::failed(QStringLiteral("the unit is going down"));
+    return ConsoleResult::refused(QStringLiteral("the unit is going down"));
 }
 
 } // namespace
@@ -65,8 +67,8 @@ ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
     }
     QStringList words;
     QString error;
-    if (!commandline::split(line, &words, &error)) {
-        return ConsoleResult::failed(error);
+    if (!commandline::split(line, session.values(), &words, &error)) {
+        return ConsoleResult::refused(error);
     }
     if (words.isEmpty()) {
         return ConsoleResult::done();
@@ -77,12 +79,12 @@ ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
     const QString name = words.takeFirst();
     const Command *command = find(name);
     if (command == nullptr) {
-        return ConsoleResult::failed(
+        return ConsoleResult::refused(
             QStringLiteral("unknown command \"%1\"; \"help\" lists them").arg(name)
             + nearHint(name, names()));
     }
     if (words.size() < minArguments(*command) || words.size() > maxArguments(*command)) {
-        return ConsoleResult::failed(QStringLiteral("usage: ") + synopsis(*command));
+        return ConsoleResult::refused(QStringLiteral("usage: ") + synopsis(*command));
     }
     return runCommand(*command, words, session);
 }

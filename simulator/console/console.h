@@ -30,8 +30,10 @@ public:
     struct Command
     {
         QString name;
-        QString usage; ///< The arguments, those that may be left out in brackets: "SLOT [FOLDER]".
-        QString help;  ///< One sentence.
+        /// The arguments, those that may be left out in brackets: "SLOT [FOLDER]". The last one
+        /// may stand for more of its kind: "COMMAND...".
+        QString usage;
+        QString help; ///< One sentence.
         Place place;
         Handler handler; ///< Called with as many arguments as the usage admits.
     };

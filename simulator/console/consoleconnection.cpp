@@ -9,6 +9,16 @@
 namespace simulator
 {
 
+namespace
+{
+
+QByteArray asAnswer(const QString &line)
+{
+    return ' ' + line.toUtf8().replace('\n', "\n ") + '\n';
+}
+
+} // namespace
+
 ConsoleConnection::ConsoleConnection(const Console &console, hardware::JournalReader &reader,
                                      quintptr descriptor)
     : m_console(console)
@@ -27,6 +37,7 @@ void ConsoleConnection::run()
 {
     ConsoleSession session(m_reader);
     QLocalSocket socket;
+    session.setListener([&socket](const QString &line) { socket.write(asAnswer(line)); });
     connect(
         &socket, &QLocalSocket::readyRead, &socket,
         [this, &socket, &session] { answerLines(socket, session); }, Qt::DirectConnection);
@@ -58,7 +69,7 @@ QByteArray ConsoleConnection::answer(const QByteArray &line, ConsoleSession &ses
     const ConsoleResult result = m_console.run(QString::fromUtf8(line), session);
     QByteArray text;
     for (const QString &answered : result.lines) {
-        text += ' ' + answered.toUtf8().replace('\n', "\n ") + '\n';
+        text += asAnswer(answered);
     }
     text += result.isOk() ? QByteArrayLiteral("ok")
                           : "error " + result.error.toUtf8().replace('\n', ' ');

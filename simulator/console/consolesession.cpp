@@ -2,6 +2,8 @@
 
 #include <QDir>
 
+#include <algorithm>
+
 namespace simulator
 {
 
@@ -19,6 +21,28 @@ hardware::JournalReader &ConsoleSession::reader() const
 void ConsoleSession::setDirectory(const QString &directory)
 {
     m_directory = QDir::cleanPath(path(directory));
+}
+
+void ConsoleSession::setValue(const QString &name, const QString &value)
+{
+    m_values.insert(name, value);
+}
+
+const QMap<QString, QString> &ConsoleSession::values() const
+{
+    return m_values;
+}
+
+void ConsoleSession::setListener(const std::function<void(const QString &line)> &listener)
+{
+    m_listener = listener;
+}
+
+void ConsoleSession::tell(const QStringList &lines) const
+{
+    if (m_listener) {
+        std::for_each(lines.cbegin(), lines.cend(), m_listener);
+    }
 }
 
 QString ConsoleSession::path(const QString &name) const

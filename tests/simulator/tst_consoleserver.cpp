@@ -156,6 +156,13 @@ void TestConsoleServer::speaksLines()
     QCOMPARE(exchange(served, "setting a\n", 2), (QByteArrayList{"   b\n", "ok\n"}));
     QCOMPARE(exchange(served, "\n# nothing\r\n", 2), (QByteArrayList{"ok\n", "ok\n"}));
     QCOMPARE(exchange(served, "wait\n", 1), QByteArrayList{"error usage: wait MS\n"});
+
+    QFile script(served.folder() + "/script.txt");
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write("setting a\n");
+    script.close();
+    QCOMPARE(exchange(served, "include '" + script.fileName().toUtf8() + "'\n", 2),
+             (QByteArrayList{"   b\n", "ok\n"}));
 }
 
 void TestConsoleServer::textOfSeveralLinesStaysText()
