@@ -9,12 +9,10 @@ namespace simulator
 
 class Simulator;
 
-/// A row in the table of commands that each area has; the texts are those of Console::Command.
+/// A row in the table of commands that each area has: a verb of verbTable(), and what does it.
 struct CommandRow
 {
     const char *name;
-    const char *usage;
-    const char *help;
     Console::Place place;
     ConsoleResult (*function)(Simulator &simulator, const QStringList &arguments,
                               ConsoleSession &session);

@@ -100,18 +100,13 @@ ConsoleResult mark(Simulator &, const QStringList &, ConsoleSession &session)
 void addJournalCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"journal", "[--all] [PATTERN]",
-             "Lists the journal with the unit's times, or its lines with that text or /REGEX/; "
-             "--all also what was touched, asked and waited for.",
-             place, journal},
-            {"expect", "PATTERN [MS]",
-             "Waits, for 2000 ms if not said, for a line, and reads on behind it.", place, expect},
-            {"absent", "PATTERN", "Fails when the journal has such a line ahead.", place, absent},
-            {"mark", "", "Reads on at the end of the journal.", place, mark},
-        });
+    addCommands(console, simulator,
+                {
+                    {"journal", place, journal},
+                    {"expect", place, expect},
+                    {"absent", place, absent},
+                    {"mark", place, mark},
+                });
 }
 
 } // namespace simulator

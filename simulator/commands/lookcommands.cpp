@@ -212,32 +212,17 @@ ConsoleResult shotWindow(Simulator &simulator, const QStringList &arguments,
 void addLookCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"look", "",
-             "Lists what the screen shows: the activity on top, the pages with their parts, texts, "
-             "and buttons with id, place (left, top, width, height), state and text.",
-             Console::Place::GraphicalThread, look},
-            {"see", "TEXT [MS]",
-             "Waits, for 2000 ms if not said, for that text, or one that matches /REGEX/, on the "
-             "screen.",
-             place, see},
-            {"unseen", "TEXT [MS]",
-             "Waits, for 2000 ms if not said, until the screen does not show that text.", place,
-             unseen},
-            {"visible", "ID", "Waits up to 2 s for that button to be seen.", place, visible},
-            {"hidden", "ID", "Waits up to 2 s until that button is not to be seen.", place, hidden},
-            {"shot", "FILE [X] [Y] [WIDTH] [HEIGHT]",
-             "Saves the 800 x 480 screen, or that part of it, as a PNG: what the window really "
-             "shows, as it was painted last, also while it hangs.",
-             place, shot},
-            {"shot-anew", "FILE [X] [Y] [WIDTH] [HEIGHT]",
-             "Saves the same painted anew, as it ought to look; where \"shot\" differs, a repaint "
-             "was forgotten.",
-             Console::Place::GraphicalThread, shotAnew},
-            {"shot-window", "FILE", "Saves the screen with its bezel.", place, shotWindow},
-        });
+    addCommands(console, simulator,
+                {
+                    {"look", Console::Place::GraphicalThread, look},
+                    {"see", place, see},
+                    {"unseen", place, unseen},
+                    {"visible", place, visible},
+                    {"hidden", place, hidden},
+                    {"shot", place, shot},
+                    {"shot-anew", Console::Place::GraphicalThread, shotAnew},
+                    {"shot-window", place, shotWindow},
+                });
 }
 
 } // namespace simulator

@@ -101,24 +101,11 @@ ConsoleResult set(const Console &, const QStringList &arguments, ConsoleSession 
 struct ScriptRow
 {
     const char *name;
-    const char *usage;
-    const char *help;
     ConsoleResult (*function)(const Console &console, const QStringList &arguments,
                               ConsoleSession &session);
 };
 
-const ScriptRow rows[] = {
-    {"repeat", "COUNT COMMAND", "Runs a command, in quotes, so many times, until it fails.",
-     repeat},
-    {"fails", "COMMAND...",
-     "Runs a command, in quotes or as it is, and fails when that does not; says why it failed.",
-     fails},
-    {"include", "FILE", "Runs the commands of a script, as if they stood here.", include},
-    {"set", "NAME VALUE",
-     "From the next line of the session on, $NAME and ${NAME} stand for that value, but not "
-     "between '…'.",
-     set},
-};
+const ScriptRow rows[] = {{"repeat", repeat}, {"fails", fails}, {"include", include}, {"set", set}};
 
 } // namespace
 
@@ -126,11 +113,10 @@ void addScriptCommands(Console &console)
 {
     for (const ScriptRow &row : rows) {
         const auto function = row.function;
-        console.add({QString::fromUtf8(row.name), QString::fromUtf8(row.usage),
-                     QString::fromUtf8(row.help), Console::Place::AnyThread,
-                     [&console, function](const QStringList &arguments, ConsoleSession &session) {
-                         return function(console, arguments, session);
-                     }});
+        console.add(QString::fromLatin1(row.name), Console::Place::AnyThread,
+                    [&console, function](const QStringList &arguments, ConsoleSession &session) {
+                        return function(console, arguments, session);
+                    });
     }
 }
 

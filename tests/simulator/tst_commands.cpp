@@ -149,13 +149,9 @@ void TestCommands::refusesOnTheScreen()
 void TestCommands::everyCommandIsExplained()
 {
     TestSimulator unit;
-    const QStringList lines = unit.run("help").lines;
-    QVERIFY(lines.size() > 20);
-    for (const QString &line : lines) {
-        QVERIFY2(line.endsWith('.'), qPrintable(line));
-        const QString name = line.section(' ', 0, 0);
-        QCOMPARE(unit.errorOf("help " + name), QString());
-    }
+    QStringList explained = verbNames(verbTable());
+    explained.sort();
+    QCOMPARE(unit.console().names(), explained);
 }
 
 void TestCommands::tapHoldLiftAndDrag()

@@ -58,21 +58,22 @@ void TestScriptCommands::init()
     m_painted.clear();
     m_told.clear();
     m_folder.reset(new QTemporaryDir);
-    m_console.reset(new Console(m_graphicalThread));
+    m_console.reset(new Console(
+        m_graphicalThread,
+        verbTable()
+            + QList<Verb>{{"Test", "paint", "COLOR", "Paints; but no green.", "paint blue"}}));
     addScriptCommands(*m_console);
-    m_console->add({"paint", "COLOR", "Paints; but no green.", Console::Place::AnyThread,
-                    [this](const QStringList &arguments, ConsoleSession &) {
-                        m_painted += arguments;
-                        return arguments.contains("green")
-                            ? ConsoleResult::failed("no green", {"is left"})
-                            : ConsoleResult::done({"wet"});
-                    }});
     m_console->add(
-        {"quit", "", "Ends.", Console::Place::AnyThread, [](const QStringList &, ConsoleSession &) {
-             ConsoleResult result = ConsoleResult::done();
-             result.endsSession = true;
-             return result;
-         }});
+        "paint", Console::Place::AnyThread, [this](const QStringList &arguments, ConsoleSession &) {
+            m_painted += arguments;
+            return arguments.contains("green") ? ConsoleResult::failed("no green", {"is left"})
+                                               : ConsoleResult::done({"wet"});
+        });
+    m_console->add("quit", Console::Place::AnyThread, [](const QStringList &, ConsoleSession &) {
+        ConsoleResult result = ConsoleResult::done();
+        result.endsSession = true;
+        return result;
+    });
     m_session.reset(new ConsoleSession(m_reader));
     m_session->setDirectory(m_folder->path());
     m_session->setListener([this](const QString &line) { m_told.append(line); });
