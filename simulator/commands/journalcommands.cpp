@@ -7,6 +7,8 @@
 #include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
 
+#include <algorithm>
+
 namespace simulator
 {
 
@@ -16,18 +18,60 @@ namespace
 const int defaultTimeoutMs = 2000;
 const int linesShown = 20;
 
-ConsoleResult journal(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+/// In host time, how long a line may wait to be told to who follows the journal.
+const int followMs = 20;
+
+/// Whether a line, with its time in front, is one that a pattern sees.
+bool isWanted(const QString &timedLine, const hardware::JournalPattern &pattern, bool isAll)
 {
-    const bool isAll = arguments.value(0) == QLatin1String("--all");
-    const QString pattern = arguments.value(int(isAll));
-    if (arguments.size() > 1 + int(isAll)) {
-        return ConsoleResult::failed(QStringLiteral("usage: journal [--all] [PATTERN]"));
+    const QString line = timedLine.section(QLatin1Char(' '), 1);
+    const bool isQuiet = hardware::JournalPattern(line).hearsQuietSources();
+    return (isAll || !isQuiet || pattern.hearsQuietSources()) && pattern.matches(line);
+}
+
+/// Tells the lines that are written from now on, as long as somebody listens.
+ConsoleResult follow(Simulator &simulator, const hardware::JournalPattern &pattern, bool isAll,
+                     const ConsoleSession &session)
+{
+    if (!session.isListenedTo()) {
+        return ConsoleResult::failed(
+            QStringLiteral("only headunit-ctl can follow the journal; nothing would end it here"));
     }
-    const hardware::JournalPattern check(pattern);
-    return check.isValid() ? ConsoleResult::done(simulator.unit().journal().timedLines(
-               pattern, 0,
-               isAll ? hardware::Journal::Everything : hardware::Journal::WithoutQuietSources))
-                           : ConsoleResult::failed(check.error());
+    hardware::Journal &journal = simulator.unit().journal();
+    hardware::JournalReader reader(journal);
+    bool goesOn = true;
+    while (goesOn) {
+        // What is written up to the end is told, too.
+        goesOn = session.isListenedTo() && simulator.graphicalThread().pause(followMs);
+        QStringList lines =
+            journal.timedLines(QString(), reader.position(), hardware::Journal::Everything);
+        reader.goTo(reader.position() + lines.size());
+        lines.erase(
+            std::remove_if(lines.begin(), lines.end(),
+                           [&](const QString &line) { return !isWanted(line, pattern, isAll); }),
+            lines.end());
+        session.tell(lines);
+    }
+    return ConsoleResult::done();
+}
+
+ConsoleResult journal(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
+{
+    QStringList words = arguments;
+    const bool isAll = words.removeOne(QStringLiteral("--all"));
+    const bool isFollowed = words.removeOne(QStringLiteral("--follow"));
+    if (words.size() > 1) {
+        return ConsoleResult::failed(QStringLiteral("usage: journal [--all] [--follow] [PATTERN]"));
+    }
+    const hardware::JournalPattern pattern(words.value(0));
+    if (!pattern.isValid()) {
+        return ConsoleResult::failed(pattern.error());
+    }
+    return isFollowed
+        ? follow(simulator, pattern, isAll, session)
+        : ConsoleResult::done(simulator.unit().journal().timedLines(
+            words.value(0), 0,
+            isAll ? hardware::Journal::Everything : hardware::Journal::WithoutQuietSources));
 }
 
 /// The end of what was there to be found, that of quiet sources too for who looks at one.

@@ -2,8 +2,6 @@
 
 #include <QDir>
 
-#include <algorithm>
-
 namespace simulator
 {
 
@@ -33,15 +31,22 @@ const QMap<QString, QString> &ConsoleSession::values() const
     return m_values;
 }
 
-void ConsoleSession::setListener(const std::function<void(const QString &line)> &listener)
+void ConsoleSession::setListener(const std::function<void(const QStringList &lines)> &listener,
+                                 const std::function<bool()> &isThere)
 {
     m_listener = listener;
+    m_isListenerThere = isThere;
+}
+
+bool ConsoleSession::isListenedTo() const
+{
+    return m_isListenerThere && m_isListenerThere();
 }
 
 void ConsoleSession::tell(const QStringList &lines) const
 {
-    if (m_listener) {
-        std::for_each(lines.cbegin(), lines.cend(), m_listener);
+    if (m_listener && !lines.isEmpty()) {
+        m_listener(lines);
     }
 }
 

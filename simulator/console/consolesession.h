@@ -30,9 +30,14 @@ public:
     void setValue(const QString &name, const QString &value);
     const QMap<QString, QString> &values() const;
 
-    /// Who takes lines that a command has to say before it ends; without one they are lost.
-    void setListener(const std::function<void(const QString &line)> &listener);
+    /// Who takes lines that a command has to say before it ends; without one they are lost. One
+    /// that can go away says with \a isThere whether it still listens.
+    void setListener(const std::function<void(const QStringList &lines)> &listener,
+                     const std::function<bool()> &isThere = {});
     void tell(const QStringList &lines) const;
+
+    /// Whether there is a listener that can go away, and it did not.
+    bool isListenedTo() const;
 
     /// Counts, as long as it lives, one more script that runs within another.
     class Depth
@@ -59,7 +64,8 @@ private:
     hardware::JournalReader &m_reader;
     QString m_directory;
     QMap<QString, QString> m_values;
-    std::function<void(const QString &line)> m_listener;
+    std::function<void(const QStringList &lines)> m_listener;
+    std::function<bool()> m_isListenerThere;
     int m_depth = 0;
 };
 

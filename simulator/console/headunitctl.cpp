@@ -78,6 +78,10 @@ int runCommand(const QString &unitFolder, const QStringList &command)
     if (!client.connectTo(unitFolder, &error)) {
         return fail(ExitNoUnit, error);
     }
+    client.setListener([](const QString &line) {
+        print(stdout, {line});
+        std::fflush(stdout);
+    });
     // The unit's program runs in a folder of its own, but names are meant from here.
     const bool successful = client.run({QStringLiteral("cd"), QDir::currentPath()}, &lines, &error)
         && client.run(command, &lines, &error);

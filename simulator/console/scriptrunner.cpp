@@ -17,9 +17,11 @@ void print(FILE *stream, const QString &line)
     std::fflush(stream);
 }
 
-void printAnswer(FILE *stream, const QString &line)
+void printAnswer(FILE *stream, const QStringList &lines)
 {
-    print(stream, QLatin1String("  ") + line);
+    for (const QString &line : lines) {
+        print(stream, QLatin1String("  ") + line);
+    }
 }
 
 } // namespace
@@ -45,7 +47,7 @@ bool ScriptRunner::open(const QString &file, QString *error)
 void ScriptRunner::run()
 {
     ConsoleSession session(m_reader);
-    session.setListener([](const QString &line) { printAnswer(stdout, line); });
+    session.setListener([](const QStringList &lines) { printAnswer(stdout, lines); });
     QByteArray line;
     int number = 0;
     bool successful = true;
@@ -68,9 +70,7 @@ bool ScriptRunner::runLine(const QByteArray &line, int number, ConsoleSession &s
     if (!result.isOk()) {
         print(stderr, QStringLiteral("%1:%2: %3").arg(m_name).arg(number).arg(result.error));
     }
-    for (const QString &answer : result.lines) {
-        printAnswer(result.isOk() ? stdout : stderr, answer);
-    }
+    printAnswer(result.isOk() ? stdout : stderr, result.lines);
     return result.isOk();
 }
 

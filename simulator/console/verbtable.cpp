@@ -51,9 +51,10 @@ const Row rows[] = {
      "shot-anew menu.png"},
     {"Look", "shot-window", "FILE", "Saves the screen with its bezel.", "shot-window unit.png"},
 
-    {"Journal", "journal", "[--all] [PATTERN]",
+    {"Journal", "journal", "[--all] [--follow] [PATTERN]",
      "Lists the journal with the unit's times, or its lines with that text or /REGEX/; --all also "
-     "what was touched, asked and waited for.",
+     "what was touched, asked and waited for. --follow tells headunit-ctl the lines from now on as "
+     "they come.",
      "journal \"/^shell cp/\""},
     {"Journal", "expect", "PATTERN [MS]",
      "Waits, for 2000 ms if not said, for a line, and reads on behind it.",

@@ -162,7 +162,7 @@ void TestConsoleServer::speaksLines()
     script.write("setting a\n");
     script.close();
     QCOMPARE(exchange(served, "include '" + script.fileName().toUtf8() + "'\n", 2),
-             (QByteArrayList{"   b\n", "ok\n"}));
+             (QByteArrayList{">  b\n", "ok\n"}));
 }
 
 void TestConsoleServer::textOfSeveralLinesStaysText()

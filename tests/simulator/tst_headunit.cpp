@@ -34,6 +34,7 @@ private slots:
     void controlWhileTheScreenHangs();
     void controlsExitStatus();
     void controlExplainsWithoutAUnit();
+    void controlFollowsTheJournal();
 };
 
 void TestHeadunit::init()
@@ -301,6 +302,22 @@ void TestHeadunit::controlExplainsWithoutAUnit()
     QCOMPARE(none.status, 1);
     QCOMPARE(none.error, QString("unknown command \"pul\"; \"help\" lists them; near: pull\n"));
     QCOMPARE(control({"help", "a", "b"}).error, QString("usage: help [COMMAND]\n"));
+}
+
+void TestHeadunit::controlFollowsTheJournal()
+{
+    Program program(HEADUNIT, withTestActivity({"--unit", m_unit}));
+    QVERIFY(waitForUnit());
+    Program follower(HEADUNIT_CTL, {"--unit", m_unit, "journal", "--follow", "settings"});
+    // So few that they would fit into the buffer of who does not tell them at once.
+    for (int line = 0; line < 100 && follower.outputSoFar().isEmpty(); ++line) {
+        QCOMPARE(control({"setting", "a", "1"}).status, 0);
+    }
+    QVERIFY(follower.outputSoFar().endsWith("settings a = 1\n"));
+    QVERIFY(follower.isRunning());
+    QCOMPARE(control({"quit"}).status, 0);
+    QCOMPARE(follower.finish().status, 0);
+    QCOMPARE(program.finish().status, 0);
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestHeadunit)

@@ -76,7 +76,7 @@ void TestScriptCommands::init()
     });
     m_session.reset(new ConsoleSession(m_reader));
     m_session->setDirectory(m_folder->path());
-    m_session->setListener([this](const QString &line) { m_told.append(line); });
+    m_session->setListener([this](const QStringList &lines) { m_told += lines; });
 }
 
 void TestScriptCommands::fails_data()
