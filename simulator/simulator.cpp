@@ -111,6 +111,12 @@ const ScreenReader &Simulator::screenReader() const
     return m_screenReader;
 }
 
+QString Simulator::activity()
+{
+    const QStringList running = m_framework.activities().running();
+    return running.value(running.size() - 1);
+}
+
 QString Simulator::temporaryFolder() const
 {
     return m_loader.temporaryFolder();
@@ -146,15 +152,14 @@ void Simulator::reboot()
         return;
     }
     journal(QStringLiteral("unit"), QStringLiteral("reboot"));
-    const QStringList running = m_framework.activities().running();
-    const QString activity = running.value(running.size() - 1);
-    const int argument = m_framework.activities().argument(activity);
+    const QString running = activity();
+    const int argument = m_framework.activities().argument(running);
     m_bezel.screen().setBooting(true);
     endActivities();
     QTimer::singleShot(m_unit.clock().hostMs(bootMs), this,
-                       [this, activity, argument, cause = hardware::Cause::current()] {
+                       [this, running, argument, cause = hardware::Cause::current()] {
                            const hardware::CauseScope scope(cause);
-                           boot(activity, argument);
+                           boot(running, argument);
                        });
 }
 

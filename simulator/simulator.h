@@ -44,6 +44,9 @@ public:
     Finger &finger();
     const ScreenReader &screenReader() const;
 
+    /// The activity on top; empty while none runs.
+    QString activity();
+
     /// Host path of the folder that is there as long as the simulator.
     QString temporaryFolder() const;
     const StallMeter &stallMeter() const;

@@ -16,7 +16,7 @@ void addAllCommands(Console &console, Simulator &simulator)
     addMemoryCommands(console, simulator);
     addNcmCommands(console, simulator);
     addReceiverCommands(console, simulator);
-    addRepeatCommand(console);
+    addScriptCommands(console);
     addSystemCommands(console, simulator);
     addUsbCommands(console, simulator);
     addVendorCommands(console, simulator);

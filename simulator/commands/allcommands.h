@@ -31,8 +31,8 @@ void addMemoryCommands(Console &console, Simulator &simulator);
 void addNcmCommands(Console &console, Simulator &simulator);
 /// The GPS receiver and what goes wrong with it.
 void addReceiverCommands(Console &console, Simulator &simulator);
-/// A command that runs another one again and again.
-void addRepeatCommand(Console &console);
+/// Commands that run others, and names for values.
+void addScriptCommands(Console &console);
 /// The DAB tuner and the modules' versions.
 void addSystemCommands(Console &console, Simulator &simulator);
 /// The unit's USB ports.

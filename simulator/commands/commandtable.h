@@ -9,12 +9,10 @@ namespace simulator
 
 class Simulator;
 
-/// A row in the table of commands that each area has; the texts are those of Console::Command.
+/// A row in the table of commands that each area has: a verb of verbTable(), and what does it.
 struct CommandRow
 {
     const char *name;
-    const char *usage;
-    const char *help;
     Console::Place place;
     ConsoleResult (*function)(Simulator &simulator, const QStringList &arguments,
                               ConsoleSession &session);
@@ -23,6 +21,11 @@ struct CommandRow
 /// Host milliseconds for which a command waits that waits for \a unitMs of the unit: two seconds at
 /// least, since the host's work is what it waits for just as often.
 int patienceMs(Simulator &simulator, int unitMs);
+
+/// Reads for how many milliseconds of the unit a command is to wait, and says what that is on the
+/// host: who gives a \a word means it, an empty one stands for patienceMs() of \a unitMs. False
+/// with a sentence in \a error.
+bool readWait(Simulator &simulator, const QString &word, int *unitMs, int *hostMs, QString *error);
 
 void addCommands(Console &console, Simulator &simulator, std::initializer_list<CommandRow> table);
 

@@ -64,30 +64,7 @@ QStringList counted(const QStringList &lines)
     return found;
 }
 
-} // namespace
-
-Effects::Effects(const QList<hardware::Journal::Line> &lines, const QStringList &before,
-                 const QStringList &after)
-{
-    for (const hardware::Journal::Line &line : lines) {
-        m_lines.append(effect(line.text));
-    }
-    m_lines.removeAll(QString());
-    const QStringList appeared = beyond(after, before);
-    for (const QString &text : appeared) {
-        m_lines.append(labelled("screen", QStringLiteral("+ \"%1\"").arg(text)));
-    }
-    const QStringList gone = beyond(before, after);
-    for (const QString &text : gone) {
-        m_lines.append(labelled("screen", QStringLiteral("- \"%1\"").arg(text)));
-    }
-}
-
-QStringList Effects::lines() const
-{
-    return counted(m_lines);
-}
-
+/// What a line of the journal tells; empty when that is nothing.
 QString effect(const QString &line)
 {
     for (const Form &form : forms) {
@@ -100,6 +77,27 @@ QString effect(const QString &line)
         }
     }
     return QString();
+}
+
+} // namespace
+
+QStringList effects(const QList<hardware::Journal::Line> &lines, const QStringList &before,
+                    const QStringList &after)
+{
+    QStringList found;
+    for (const hardware::Journal::Line &line : lines) {
+        found.append(effect(line.text));
+    }
+    found.removeAll(QString());
+    const QStringList appeared = beyond(after, before);
+    for (const QString &text : appeared) {
+        found.append(labelled("screen", QStringLiteral("+ \"%1\"").arg(text)));
+    }
+    const QStringList gone = beyond(before, after);
+    for (const QString &text : gone) {
+        found.append(labelled("screen", QStringLiteral("- \"%1\"").arg(text)));
+    }
+    return counted(found);
 }
 
 } // namespace simulator

@@ -87,12 +87,7 @@ void addFaultCommands(Console &console, Simulator &simulator)
 {
     addCommands(console, simulator,
                 {
-                    {"fail", "[CALL] [N]",
-                     "Has the next such call of the plug-in's fail, or the N-th: a function of a "
-                     "closed library, \"open PATH\" or \"system COMMAND\", where the beginning is "
-                     "enough. \"fail calls\" lists them, \"fail\" those to come, \"fail none\" "
-                     "drops these.",
-                     Console::Place::AnyThread, fail},
+                    {"fail", Console::Place::AnyThread, fail},
                 });
 }
 

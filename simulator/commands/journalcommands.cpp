@@ -25,6 +25,18 @@ namespace
 const int defaultTimeoutMs = 2000;
 const int linesShown = 20;
 
+/// In host time, how long a line may wait to be told to who follows the journal.
+const int followMs = 20;
+
+/// What is asked of the journal, and in which form it is told.
+struct Question
+{
+    QString pattern;
+    hardware::Journal::Detail detail = hardware::Journal::WithoutQuietSources;
+    QString (*form)(const hardware::Journal::Line &) = &hardware::Journal::withTime;
+    bool isFollowed = false;
+};
+
 QString asJson(const hardware::Journal::Line &line)
 {
     QJsonObject object;
@@ -39,35 +51,78 @@ QString asJson(const hardware::Journal::Line &line)
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
-ConsoleResult journal(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+/// False with a sentence in \a error.
+bool readQuestion(QStringList words, Question *question, QString *error)
 {
-    using hardware::Journal;
-    const QHash<QString, QString (*)(const Journal::Line &)> forms = {
-        {QStringLiteral("--causes"), &Journal::withCause}, {QStringLiteral("--json"), asJson}};
-    QStringList words = arguments;
-    const Journal::Detail detail = words.removeOne(QStringLiteral("--all"))
-        ? Journal::Everything
-        : Journal::WithoutQuietSources;
-    const auto form = forms.value(words.value(0), &Journal::withTime);
+    const QHash<QString, QString (*)(const hardware::Journal::Line &)> forms = {
+        {QStringLiteral("--causes"), &hardware::Journal::withCause},
+        {QStringLiteral("--json"), asJson}};
+    question->isFollowed = words.removeOne(QStringLiteral("--follow"));
+    if (words.removeOne(QStringLiteral("--all"))) {
+        question->detail = hardware::Journal::Everything;
+    }
     if (forms.contains(words.value(0))) {
-        words.removeFirst();
+        question->form = forms.value(words.takeFirst());
     }
-    const hardware::JournalPattern check(words.value(0));
-    if (words.size() > 1 || !check.isValid()) {
-        return ConsoleResult::failed(words.size() > 1 ? QStringLiteral(
-                                         "usage: journal [--all] [--causes or --json] [PATTERN]")
-                                                      : check.error());
-    }
-    const QList<Journal::Line> entries =
-        simulator.unit().journal().entries(words.value(0), 0, detail);
-    QStringList lines;
-    std::transform(entries.cbegin(), entries.cend(), std::back_inserter(lines), form);
-    return ConsoleResult::done(lines);
+    question->pattern = words.value(0);
+    const hardware::JournalPattern check(question->pattern);
+    *error = words.size() > 1
+        ? QStringLiteral("usage: journal [--all] [--follow] [--causes or --json] [PATTERN]")
+        : check.error();
+    return error->isEmpty();
 }
 
-QStringList lastLines(const hardware::Journal &journal, qint64 from)
+QStringList told(const QList<hardware::Journal::Line> &lines, const Question &question)
 {
-    const QStringList lines = journal.lines(QString(), from);
+    QStringList told;
+    std::transform(lines.cbegin(), lines.cend(), std::back_inserter(told), question.form);
+    return told;
+}
+
+/// Tells the lines that are written from now on, as long as somebody listens.
+ConsoleResult follow(Simulator &simulator, const Question &question, const ConsoleSession &session)
+{
+    if (!session.isListenedTo()) {
+        return ConsoleResult::failed(
+            QStringLiteral("only headunit-ctl can follow the journal; nothing would end it here"));
+    }
+    hardware::Journal &journal = simulator.unit().journal();
+    hardware::JournalReader reader(journal);
+    bool goesOn = true;
+    while (goesOn) {
+        // What is written up to the end is told, too.
+        goesOn = session.isListenedTo() && simulator.graphicalThread().pause(followMs);
+        const qint64 end = journal.end();
+        QList<hardware::Journal::Line> lines =
+            journal.entries(question.pattern, reader.position(), question.detail);
+        while (!lines.isEmpty() && lines.constLast().number >= end) {
+            lines.removeLast();
+        }
+        reader.goTo(end);
+        session.tell(told(lines, question));
+    }
+    return ConsoleResult::done();
+}
+
+ConsoleResult journal(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
+{
+    Question question;
+    QString error;
+    if (!readQuestion(arguments, &question, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    return question.isFollowed
+        ? follow(simulator, question, session)
+        : ConsoleResult::done(told(
+            simulator.unit().journal().entries(question.pattern, 0, question.detail), question));
+}
+
+/// The end of what was there to be found, that of quiet sources too for who looks at one.
+QStringList lastLines(const hardware::Journal &journal, qint64 from, bool hearsQuietSources)
+{
+    const QStringList lines = journal.lines(
+        QString(), from,
+        hearsQuietSources ? hardware::Journal::Everything : hardware::Journal::WithoutQuietSources);
     return lines.mid(qMax(0, lines.size() - linesShown));
 }
 
@@ -78,19 +133,16 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
     if (!pattern.isValid()) {
         return ConsoleResult::failed(pattern.error());
     }
-    int ms = 0;
+    int ms = defaultTimeoutMs;
+    int hostMs = 0;
     QString error;
-    if (!readNumber(arguments.value(1, QString::number(defaultTimeoutMs)), QStringLiteral("MS"), 0,
-                    std::numeric_limits<int>::max(), &ms, &error)) {
+    if (!readWait(simulator, arguments.value(1), &ms, &hostMs, &error)) {
         return ConsoleResult::failed(error);
     }
     const hardware::Journal &journal = simulator.unit().journal();
     const qint64 from = session.reader().position();
     qint64 next = from;
     qint64 found = -1;
-    // Who gives a time means it.
-    const int hostMs =
-        arguments.size() > 1 ? simulator.unit().clock().hostMs(ms) : patienceMs(simulator, ms);
     simulator.graphicalThread().waitUntil(hostMs, [&] {
         const qint64 end = journal.end();
         found = journal.find(pattern, next);
@@ -104,7 +156,7 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
                 "last match:")
                 .arg(wanted)
                 .arg(ms),
-            lastLines(journal, from));
+            lastLines(journal, from, pattern.hearsQuietSources()));
     }
     session.reader().goTo(found + 1);
     return ConsoleResult::done();
@@ -146,23 +198,14 @@ ConsoleResult mark(Simulator &, const QStringList &, ConsoleSession &session)
 void addJournalCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"journal", "[--all] [FORM] [PATTERN]",
-             "Lists the journal with the unit's times, or its lines with that text or /REGEX/; "
-             "--all also what was touched, asked and waited for; the FORM --causes also what "
-             "each line follows from, --json an object for each.",
-             place, journal},
-            {"expect", "PATTERN [MS]",
-             "Waits, for 2000 ms if not said, for a line, and reads on behind it.", place, expect},
-            {"absent", "PATTERN", "Fails when the journal has such a line ahead.", place, absent},
-            {"stalls", "[MS]",
-             "Sums up by button and call how long the screen was blocked, MS and more at a time, "
-             "100 if not said; shorter ones where a call of the plug-in was seen.",
-             place, stalls},
-            {"mark", "", "Reads on at the end of the journal.", place, mark},
-        });
+    addCommands(console, simulator,
+                {
+                    {"journal", place, journal},
+                    {"expect", place, expect},
+                    {"absent", place, absent},
+                    {"stalls", place, stalls},
+                    {"mark", place, mark},
+                });
 }
 
 } // namespace simulator

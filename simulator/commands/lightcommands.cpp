@@ -131,22 +131,13 @@ ConsoleResult keyLight(Simulator &simulator, const QStringList &, ConsoleSession
 void addLightCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"als", "[READING]",
-             "Has the light sensor report, or says its reading, thresholds and mode.", place, als},
-            {"als-curve", "RATE [SECONDS]",
-             "Has the light sensor follow a day of 240 s, if not said, with RATE readings a "
-             "second; 0 ends it.",
-             place, alsCurve},
-            {"panel", "[ITEM] [VALUE] [wrong]",
-             "Says the panel's picture, or changes an item of it; \"wrong\" allows a value out of "
-             "range.",
-             place, panel},
-            {"keylight", "", "Says the colour behind the hard keys, 0 to 100 each.", place,
-             keyLight},
-        });
+    addCommands(console, simulator,
+                {
+                    {"als", place, als},
+                    {"als-curve", place, alsCurve},
+                    {"panel", place, panel},
+                    {"keylight", place, keyLight},
+                });
 }
 
 } // namespace simulator

@@ -4,6 +4,7 @@
 #include "commandtable.h"
 
 #include "hardware/unit/unit.h"
+#include "simulator/console/commandline.h"
 #include "simulator/console/consolesession.h"
 #include "simulator/simulator.h"
 #include "simulator/window/screen.h"
@@ -21,56 +22,109 @@ const int showTimeoutMs = 2000;
 /// A graphical thread that does not answer for so long, in host time, is blocked.
 const int answerMs = 300;
 
+/// Words on a line of their own, quoted where they must be.
+QString line(const char *kind, const QStringList &words)
+{
+    return commandline::join(QStringList(QString::fromLatin1(kind)) + words);
+}
+
+QStringList describe(const ScreenReader::Button &button)
+{
+    const QRect &area = button.area;
+    QStringList words(button.name);
+    for (const int number : {area.x(), area.y(), area.width(), area.height()}) {
+        words.append(QString::number(number));
+    }
+    words += button.state;
+    if (!button.cover.isEmpty()) {
+        words.append(button.cover);
+    }
+    return words + button.texts;
+}
+
+ConsoleResult look(Simulator &simulator, const QStringList &, ConsoleSession &)
+{
+    QStringList lines(line("activity", {simulator.activity()}));
+    const ScreenReader &screen = simulator.screenReader();
+    const QList<QStringList> pages = screen.pages();
+    for (const QStringList &page : pages) {
+        lines.append(line("page", page));
+    }
+    const QStringList texts = screen.plainTexts();
+    for (const QString &text : texts) {
+        lines.append(line("text", {text}));
+    }
+    const QList<ScreenReader::Button> buttons = screen.seenButtons();
+    for (const ScreenReader::Button &button : buttons) {
+        lines.append(line("button", describe(button)));
+    }
+    return ConsoleResult::done(lines);
+}
+
 /// Waits for the screen to answer \a question with yes.
-bool waitForScreen(Simulator &simulator, const std::function<bool(const ScreenReader &)> &question)
+bool waitForScreen(Simulator &simulator, int hostMs,
+                   const std::function<bool(const ScreenReader &)> &question)
 {
     bool answer = false;
-    simulator.graphicalThread().waitUntil(patienceMs(simulator, showTimeoutMs), [&] {
+    simulator.graphicalThread().waitUntil(hostMs, [&] {
         simulator.graphicalThread().run([&] { answer = question(simulator.screenReader()); });
         return answer;
     });
     return answer;
 }
 
-/// A text is looked for like a line of the journal.
-bool shows(const ScreenReader &screen, const hardware::JournalPattern &pattern)
+/// Texts are looked for like lines of the journal.
+QStringList matching(const QStringList &texts, const hardware::JournalPattern &pattern)
 {
-    const QStringList texts = screen.texts();
-    return std::any_of(texts.cbegin(), texts.cend(),
-                       [&pattern](const QString &text) { return pattern.matches(text); });
+    QStringList found;
+    std::copy_if(texts.cbegin(), texts.cend(), std::back_inserter(found),
+                 [&pattern](const QString &text) { return pattern.matches(text); });
+    return found;
+}
+
+/// Waits until the screen shows a text, or no longer does.
+ConsoleResult waitForText(Simulator &simulator, const QStringList &arguments, bool isToBeSeen)
+{
+    const QString &wanted = arguments.first();
+    const hardware::JournalPattern pattern(wanted);
+    int unitMs = showTimeoutMs;
+    int hostMs = 0;
+    QString error = pattern.error();
+    if (!pattern.isValid() || !readWait(simulator, arguments.value(1), &unitMs, &hostMs, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    QStringList texts;
+    QStringList found;
+    const bool isFine = waitForScreen(simulator, hostMs, [&](const ScreenReader &screen) {
+        texts = screen.texts();
+        found = matching(texts, pattern);
+        return found.isEmpty() != isToBeSeen;
+    });
+    if (isFine) {
+        return ConsoleResult::done();
+    }
+    return isToBeSeen
+        ? ConsoleResult::failed(QStringLiteral("the screen does not show \"%1\" but:").arg(wanted),
+                                texts)
+        : ConsoleResult::failed(QStringLiteral("the screen shows \"%1\":").arg(wanted), found);
 }
 
 ConsoleResult see(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const hardware::JournalPattern pattern(arguments.first());
-    if (!pattern.isValid()) {
-        return ConsoleResult::failed(pattern.error());
-    }
-    const bool seen = waitForScreen(
-        simulator, [&](const ScreenReader &screen) { return shows(screen, pattern); });
-    return seen ? ConsoleResult::done()
-                : ConsoleResult::failed(
-                    QStringLiteral("the screen does not show \"%1\"").arg(arguments.first()));
+    return waitForText(simulator, arguments, true);
 }
 
 ConsoleResult unseen(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
-    const hardware::JournalPattern pattern(arguments.first());
-    if (!pattern.isValid()) {
-        return ConsoleResult::failed(pattern.error());
-    }
-    const bool gone = waitForScreen(
-        simulator, [&](const ScreenReader &screen) { return !shows(screen, pattern); });
-    return gone
-        ? ConsoleResult::done()
-        : ConsoleResult::failed(QStringLiteral("the screen shows \"%1\"").arg(arguments.first()));
+    return waitForText(simulator, arguments, false);
 }
 
 ConsoleResult visible(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     const QString &id = arguments.first();
-    const bool seen = waitForScreen(
-        simulator, [&id](const ScreenReader &screen) { return screen.showsButton(id); });
+    const bool seen =
+        waitForScreen(simulator, patienceMs(simulator, showTimeoutMs),
+                      [&id](const ScreenReader &screen) { return screen.showsButton(id); });
     return seen
         ? ConsoleResult::done()
         : ConsoleResult::failed(QStringLiteral("the button \"%1\" is not to be seen").arg(id));
@@ -79,8 +133,9 @@ ConsoleResult visible(Simulator &simulator, const QStringList &arguments, Consol
 ConsoleResult hidden(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     const QString &id = arguments.first();
-    const bool gone = waitForScreen(
-        simulator, [&id](const ScreenReader &screen) { return !screen.showsButton(id); });
+    const bool gone =
+        waitForScreen(simulator, patienceMs(simulator, showTimeoutMs),
+                      [&id](const ScreenReader &screen) { return !screen.showsButton(id); });
     return gone ? ConsoleResult::done()
                 : ConsoleResult::failed(QStringLiteral("the button \"%1\" is to be seen").arg(id));
 }
@@ -157,26 +212,17 @@ ConsoleResult shotWindow(Simulator &simulator, const QStringList &arguments,
 void addLookCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"see", "TEXT",
-             "Waits up to 2 s for that text, or one that matches /REGEX/, on the screen.", place,
-             see},
-            {"unseen", "TEXT", "Waits up to 2 s until the screen does not show that text.", place,
-             unseen},
-            {"visible", "ID", "Waits up to 2 s for that button to be seen.", place, visible},
-            {"hidden", "ID", "Waits up to 2 s until that button is not to be seen.", place, hidden},
-            {"shot", "FILE [X] [Y] [WIDTH] [HEIGHT]",
-             "Saves the 800 x 480 screen, or that part of it, as a PNG: what the window really "
-             "shows, as it was painted last, also while it hangs.",
-             place, shot},
-            {"shot-anew", "FILE [X] [Y] [WIDTH] [HEIGHT]",
-             "Saves the same painted anew, as it ought to look; where \"shot\" differs, a repaint "
-             "was forgotten.",
-             Console::Place::GraphicalThread, shotAnew},
-            {"shot-window", "FILE", "Saves the screen with its bezel.", place, shotWindow},
-        });
+    addCommands(console, simulator,
+                {
+                    {"look", Console::Place::GraphicalThread, look},
+                    {"see", place, see},
+                    {"unseen", place, unseen},
+                    {"visible", place, visible},
+                    {"hidden", place, hidden},
+                    {"shot", place, shot},
+                    {"shot-anew", Console::Place::GraphicalThread, shotAnew},
+                    {"shot-window", place, shotWindow},
+                });
 }
 
 } // namespace simulator

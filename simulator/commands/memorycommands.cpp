@@ -111,21 +111,13 @@ ConsoleResult phy(Simulator &simulator, const QStringList &, ConsoleSession &)
 void addMemoryCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"memory", "[ADDRESS] [VALUE]",
-             "Says or changes a word of the physical memory, in hexadecimal; an address "
-             "may be a register's name. Without an address, all registers.",
-             place, memory},
-            {"memory-fill", "VALUE",
-             "Writes that hexadecimal value into every register that has a name.", place,
-             fillMemory},
-            {"memory-fault", "FAULT",
-             "Has /dev/mem fail from now on: missing, map-refused, or none.", place, memoryFault},
-            {"phy", "", "Says the USB ports' role, speed, test mode, swing and disconnect level.",
-             place, phy},
-        });
+    addCommands(console, simulator,
+                {
+                    {"memory", place, memory},
+                    {"memory-fill", place, fillMemory},
+                    {"memory-fault", place, memoryFault},
+                    {"phy", place, phy},
+                });
 }
 
 } // namespace simulator

@@ -33,14 +33,11 @@ ConsoleResult ncmFault(Simulator &simulator, const QStringList &arguments, Conso
 void addNcmCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"ncm", "", "Says which NCM throughput test runs or ran last, and its figures.", place,
-             ncm},
-            {"ncm-fault", "FAULT", "Has starts of NCM tests fail from now on: refused, or none.",
-             place, ncmFault},
-        });
+    addCommands(console, simulator,
+                {
+                    {"ncm", place, ncm},
+                    {"ncm-fault", place, ncmFault},
+                });
 }
 
 } // namespace simulator

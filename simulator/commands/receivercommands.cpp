@@ -54,11 +54,7 @@ void addReceiverCommands(Console &console, Simulator &simulator)
 {
     addCommands(console, simulator,
                 {
-                    {"receiver", "[ACTION] [FAULT] [A] [B] [C]",
-                     "Says what the GPS receiver does and what goes wrong with it; \"fault NAME "
-                     "...\" makes "
-                     "something go wrong, \"faults\" lists what there is, \"repair\" ends it all.",
-                     Console::Place::AnyThread, receiver},
+                    {"receiver", Console::Place::AnyThread, receiver},
                 });
 }
 

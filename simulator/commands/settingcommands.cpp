@@ -31,8 +31,7 @@ void addSettingCommands(Console &console, Simulator &simulator)
 {
     addCommands(console, simulator,
                 {
-                    {"setting", "KEY [VALUE]", "Says or changes a value of the settings store.",
-                     Console::Place::AnyThread, setting},
+                    {"setting", Console::Place::AnyThread, setting},
                 });
 }
 

@@ -48,16 +48,12 @@ ConsoleResult fill(Simulator &simulator, const QStringList &arguments, ConsoleSe
 void addStorageCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"plug", "SLOT [FOLDER]",
-             "Plugs a stick: that folder, or the slot's own stick in the unit's folder.", place,
-             plug},
-            {"pull", "SLOT", "Pulls the stick.", place, pull},
-            {"fill", "SLOT [on|off]",
-             "The stick there takes no more bytes from the shell, or does again.", place, fill},
-        });
+    addCommands(console, simulator,
+                {
+                    {"plug", place, plug},
+                    {"pull", place, pull},
+                    {"fill", place, fill},
+                });
 }
 
 } // namespace simulator

@@ -107,20 +107,12 @@ ConsoleResult version(Simulator &simulator, const QStringList &arguments, Consol
 void addSystemCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"dab", "[CODE] [wrong]",
-             "Says the DAB tuner's update status, or has the tuner take one on and tell it: "
-             "0 idle, 7 running, 8 failed, 9 succeeded; \"wrong\" allows other codes up to 255.",
-             place, dab},
-            {"dab-fault", "KIND [PERCENT]",
-             "From now on a DAB update fails or stands still (\"fail\", \"stall\"; at 50 % if not "
-             "said), or its status is not told (\"mute\"); \"none\" ends it.",
-             place, dabFault},
-            {"version", "[NAME] [VALUE]",
-             "Says the modules' versions, or one of them, or changes it.", place, version},
-        });
+    addCommands(console, simulator,
+                {
+                    {"dab", place, dab},
+                    {"dab-fault", place, dabFault},
+                    {"version", place, version},
+                });
 }
 
 } // namespace simulator

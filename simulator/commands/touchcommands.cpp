@@ -134,17 +134,12 @@ void addTouchCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::GraphicalThread;
     addCommands(console, simulator,
                 {
-                    {"press", "ID [nowait]",
-                     "Taps the button with that id (or, if it has none, that object name or text). "
-                     "With \"nowait\" what the tap sets off is not waited for.",
-                     place, press},
-                    {"tap", "X Y [nowait]", "Taps the screen there.", place, tap},
-                    {"hold", "X Y", "Puts the finger down there; moves it there when it is down.",
-                     place, hold},
-                    {"lift", "[X] [Y]", "Lifts the finger where it is, or there.", place, lift},
-                    {"drag", "X1 Y1 X2 Y2 [STEPS]", "Drags the finger, in 10 steps if not said.",
-                     place, drag},
-                    {"key", "HOME|FACTORY", "Presses a hard key beside the screen.", place, key},
+                    {"press", place, press},
+                    {"tap", place, tap},
+                    {"hold", place, hold},
+                    {"lift", place, lift},
+                    {"drag", place, drag},
+                    {"key", place, key},
                 });
 }
 

@@ -62,16 +62,13 @@ ConsoleResult quit(Simulator &simulator, const QStringList &, ConsoleSession &)
 void addUnitCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"wait", "MS", "Lets that many milliseconds of the unit's time pass.", place, wait},
-            {"reboot", "", "Has the unit restarted; it then journals \"unit booted\".", place,
-             reboot},
-            {"cd", "FOLDER", "Relative file names count from that folder on.", place, changeFolder},
-            {"quit", "", "Ends the program, after 5 s also when the screen is blocked.", place,
-             quit},
-        });
+    addCommands(console, simulator,
+                {
+                    {"wait", place, wait},
+                    {"reboot", place, reboot},
+                    {"cd", place, changeFolder},
+                    {"quit", place, quit},
+                });
 }
 
 } // namespace simulator

@@ -20,11 +20,10 @@ ConsoleResult usb(Simulator &simulator, const QStringList &, ConsoleSession &)
 
 void addUsbCommands(Console &console, Simulator &simulator)
 {
-    addCommands(
-        console, simulator,
-        {
-            {"usb", "", "Says what the USB ports are set to.", Console::Place::AnyThread, usb},
-        });
+    addCommands(console, simulator,
+                {
+                    {"usb", Console::Place::AnyThread, usb},
+                });
 }
 
 } // namespace simulator

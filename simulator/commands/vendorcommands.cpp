@@ -61,18 +61,12 @@ ConsoleResult updateFault(Simulator &simulator, const QStringList &arguments, Co
 void addVendorCommands(Console &console, Simulator &simulator)
 {
     const auto place = Console::Place::AnyThread;
-    addCommands(
-        console, simulator,
-        {
-            {"vendor", "POSITION", "Says the bytes of an item of the vendor data.", place, vendor},
-            {"vendor-fault", "look-up|write|none",
-             "From now on the vendor data refuses look-ups, or writes, or nothing.", place,
-             vendorFault},
-            {"update-fault", "silent|no-data|none",
-             "From now on the update service never ends a check, or has no data for an update, or "
-             "has no fault.",
-             place, updateFault},
-        });
+    addCommands(console, simulator,
+                {
+                    {"vendor", place, vendor},
+                    {"vendor-fault", place, vendorFault},
+                    {"update-fault", place, updateFault},
+                });
 }
 
 } // namespace simulator

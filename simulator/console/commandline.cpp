@@ -1,5 +1,7 @@
 #include "commandline.h"
 
+#include "nearest.h"
+
 #include <QRegularExpression>
 
 namespace simulator
@@ -15,8 +17,9 @@ namespace
 class Splitter
 {
 public:
-    explicit Splitter(const QString &line)
+    Splitter(const QString &line, const QMap<QString, QString> &values)
         : m_line(line)
+        , m_values(values)
     {
     }
 
@@ -53,6 +56,9 @@ private:
         if (character == QLatin1Char('\\')) {
             return takeEscaped(false);
         }
+        if (character == QLatin1Char('$')) {
+            return takeValue();
+        }
         m_word += character;
         ++m_at;
         return true;
@@ -69,6 +75,10 @@ private:
             }
             if (character == QLatin1Char('\\') && quote == QLatin1Char('"')) {
                 if (!takeEscaped(true)) {
+                    return false;
+                }
+            } else if (character == QLatin1Char('$') && quote == QLatin1Char('"')) {
+                if (!takeValue()) {
                     return false;
                 }
             } else {
@@ -92,6 +102,37 @@ private:
         return true;
     }
 
+    /// A $ that no name follows stands for itself.
+    bool takeValue()
+    {
+        static const QRegularExpression reference(
+            QStringLiteral("\\$(?:\\{([^}]*)\\}|([A-Za-z_][A-Za-z0-9_]*))"));
+        const QRegularExpressionMatch match = reference.match(
+            m_line, m_at, QRegularExpression::NormalMatch, QRegularExpression::AnchoredMatchOption);
+        if (!match.hasMatch()) {
+            return takeBareDollar();
+        }
+        const QString name = match.captured(1) + match.captured(2);
+        if (!m_values.contains(name)) {
+            m_error = QStringLiteral("nothing was set for \"%1\"").arg(name)
+                + nearHint(name, m_values.keys());
+            return false;
+        }
+        m_word += m_values.value(name);
+        m_at += match.capturedLength();
+        return true;
+    }
+
+    bool takeBareDollar()
+    {
+        m_word += m_line.at(m_at++);
+        if (m_line.midRef(m_at).startsWith(QLatin1Char('{'))) {
+            m_error = QStringLiteral("the brace at column %1 is not closed").arg(m_at + 1);
+            return false;
+        }
+        return true;
+    }
+
     void endWord()
     {
         if (m_inWord) {
@@ -102,6 +143,7 @@ private:
     }
 
     const QString m_line;
+    const QMap<QString, QString> m_values;
     int m_at = 0;
     bool m_inWord = false;
     QString m_word;
@@ -118,6 +160,7 @@ QString quoted(const QString &word)
     QString escaped = word;
     escaped.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
     escaped.replace(QLatin1Char('"'), QLatin1String("\\\""));
+    escaped.replace(QLatin1Char('$'), QLatin1String("\\$"));
     escaped.replace(QLatin1Char('\n'), QLatin1String("\\n"));
     return QLatin1Char('"') + escaped + QLatin1Char('"');
 }
@@ -129,9 +172,17 @@ QString tooLong()
     return QStringLiteral("a command is longer than %1 bytes").arg(maxLineBytes);
 }
 
-bool split(const QString &line, QStringList *words, QString *error)
+bool isName(const QString &word)
 {
-    Splitter splitter(line);
+    static const QRegularExpression name(
+        QRegularExpression::anchoredPattern(QStringLiteral("[A-Za-z_][A-Za-z0-9_]*")));
+    return name.match(word).hasMatch();
+}
+
+bool split(const QString &line, const QMap<QString, QString> &values, QStringList *words,
+           QString *error)
+{
+    Splitter splitter(line, values);
     if (!splitter.run()) {
         *error = splitter.error();
         return false;

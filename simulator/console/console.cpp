@@ -14,48 +14,40 @@ namespace simulator
 namespace
 {
 
-QString synopsis(const Console::Command &command)
+/// Whether the verb can be used with so many arguments.
+bool admits(const Verb &verb, int count)
 {
-    return command.usage.isEmpty() ? command.name : command.name + QLatin1Char(' ') + command.usage;
-}
-
-QStringList usageWords(const Console::Command &command)
-{
-    return command.usage.split(QLatin1Char(' '), Qt::SkipEmptyParts);
-}
-
-int minArguments(const Console::Command &command)
-{
-    const QStringList words = usageWords(command);
-    return int(std::count_if(words.cbegin(), words.cend(), [](const QString &word) {
+    const QStringList words = verb.usage.split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    const auto least = std::count_if(words.cbegin(), words.cend(), [](const QString &word) {
         return !word.startsWith(QLatin1Char('['));
-    }));
-}
-
-int maxArguments(const Console::Command &command)
-{
-    return usageWords(command).size();
+    });
+    return count >= least && (count <= words.size() || verb.usage.endsWith(QLatin1String("...")));
 }
 
 ConsoleResult goingDown()
 {
-    return ConsoleResult::failed(QStringLiteral("the unit is going down"));
+    return ConsoleResult::refused(QStringLiteral("the unit is going down"));
 }
 
 } // namespace
 
-Console::Console(GraphicalThread &graphicalThread)
+Console::Console(GraphicalThread &graphicalThread, const QList<Verb> &verbs)
     : m_graphicalThread(graphicalThread)
+    , m_verbs(verbs)
 {
-    add({QStringLiteral("help"), QStringLiteral("[COMMAND]"),
-         QStringLiteral("Lists the commands, or explains one."), Place::AnyThread,
-         [this](const QStringList &arguments, ConsoleSession &) { return help(arguments); }});
+    add(QStringLiteral("help"), Place::AnyThread,
+        [this](const QStringList &arguments, ConsoleSession &) { return help(arguments); });
 }
 
-void Console::add(const Command &command)
+void Console::add(const QString &name, Place place, const Handler &handler)
 {
-    Q_ASSERT(find(command.name) == nullptr);
-    m_commands.append(command);
+    Q_ASSERT(findVerb(m_verbs, name) != nullptr && !m_commands.contains(name));
+    m_commands.insert(name, {place, handler});
+}
+
+QStringList Console::names() const
+{
+    return m_commands.keys();
 }
 
 ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
@@ -65,8 +57,8 @@ ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
     }
     QStringList words;
     QString error;
-    if (!commandline::split(line, &words, &error)) {
-        return ConsoleResult::failed(error);
+    if (!commandline::split(line, session.values(), &words, &error)) {
+        return ConsoleResult::refused(error);
     }
     if (words.isEmpty()) {
         return ConsoleResult::done();
@@ -77,13 +69,13 @@ ConsoleResult Console::run(const QString &line, ConsoleSession &session) const
     const hardware::CauseScope scope(
         hardware::Cause::begun(QStringLiteral("console ") + line.trimmed()));
     const QString name = words.takeFirst();
-    const Command *command = find(name);
-    if (command == nullptr) {
-        return ConsoleResult::failed(
-            QStringLiteral("unknown command \"%1\"; \"help\" lists them").arg(name));
+    const Verb *verb = findVerb(m_verbs, name);
+    const auto command = m_commands.constFind(name);
+    if (verb == nullptr || command == m_commands.cend()) {
+        return ConsoleResult::refused(unknownVerb(m_verbs, name));
     }
-    if (words.size() < minArguments(*command) || words.size() > maxArguments(*command)) {
-        return ConsoleResult::failed(QStringLiteral("usage: ") + synopsis(*command));
+    if (!admits(*verb, words.size())) {
+        return ConsoleResult::refused(QStringLiteral("usage: ") + verb->synopsis());
     }
     return runCommand(*command, words, session);
 }
@@ -106,25 +98,12 @@ ConsoleResult Console::runCommand(const Command &command, const QStringList &arg
 
 ConsoleResult Console::help(const QStringList &arguments) const
 {
-    QStringList lines;
-    for (const Command &command : m_commands) {
-        if (arguments.isEmpty()) {
-            lines.append(synopsis(command).leftJustified(28) + command.help);
-        } else if (command.name == arguments.first()) {
-            return ConsoleResult::done({synopsis(command), command.help});
-        }
+    if (arguments.isEmpty()) {
+        return ConsoleResult::done(helpOnAll(m_verbs));
     }
-    return arguments.isEmpty()
-        ? ConsoleResult::done(lines)
-        : ConsoleResult::failed(QStringLiteral("unknown command \"%1\"").arg(arguments.first()));
-}
-
-const Console::Command *Console::find(const QString &name) const
-{
-    const auto found =
-        std::find_if(m_commands.cbegin(), m_commands.cend(),
-                     [&name](const Command &command) { return command.name == name; });
-    return found == m_commands.cend() ? nullptr : &*found;
+    const Verb *verb = findVerb(m_verbs, arguments.first());
+    return verb == nullptr ? ConsoleResult::failed(unknownVerb(m_verbs, arguments.first()))
+                           : ConsoleResult::done(helpOn(*verb));
 }
 
 } // namespace simulator

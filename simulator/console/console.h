@@ -1,8 +1,9 @@
 #pragma once
 
 #include "consoleresult.h"
+#include "verbs.h"
 
-#include <QList>
+#include <QMap>
 #include <QString>
 
 #include <functional>
@@ -14,7 +15,7 @@ class ConsoleSession;
 class GraphicalThread;
 
 /// The command language of the simulated unit: takes a line apart, finds the command and runs it.
-/// Filled at the start; from then on any thread may run lines.
+/// Filled at the start with what carries out its verbs; from then on any thread may run lines.
 class Console
 {
 public:
@@ -27,20 +28,16 @@ public:
     using Handler =
         std::function<ConsoleResult(const QStringList &arguments, ConsoleSession &session)>;
 
-    struct Command
-    {
-        QString name;
-        QString usage; ///< The arguments, those that may be left out in brackets: "SLOT [FOLDER]".
-        QString help;  ///< One sentence.
-        Place place;
-        Handler handler; ///< Called with as many arguments as the usage admits.
-    };
-
-    /// Knows the command "help" only.
-    explicit Console(GraphicalThread &graphicalThread);
+    /// Knows the command "help" only, as far as \a verbs tells of it.
+    explicit Console(GraphicalThread &graphicalThread, const QList<Verb> &verbs = verbTable());
     Q_DISABLE_COPY(Console)
 
-    void add(const Command &command);
+    /// Carries out the verb of that name; \a handler is called with as many arguments as its usage
+    /// admits.
+    void add(const QString &name, Place place, const Handler &handler);
+
+    /// Which verbs it carries out.
+    QStringList names() const;
 
     /// Runs one line; an empty line and a comment do nothing.
     ConsoleResult run(const QString &line, ConsoleSession &session) const;
@@ -50,13 +47,19 @@ public:
     void close();
 
 private:
+    struct Command
+    {
+        Place place;
+        Handler handler;
+    };
+
     ConsoleResult runCommand(const Command &command, const QStringList &arguments,
                              ConsoleSession &session) const;
     ConsoleResult help(const QStringList &arguments) const;
-    const Command *find(const QString &name) const;
 
     GraphicalThread &m_graphicalThread;
-    QList<Command> m_commands;
+    const QList<Verb> m_verbs;
+    QMap<QString, Command> m_commands;
 };
 
 } // namespace simulator

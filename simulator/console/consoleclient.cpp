@@ -30,14 +30,23 @@ bool ConsoleClient::run(const QStringList &words, QStringList *lines, QString *e
     m_socket.write(command + '\n');
     QByteArray line;
     while (readLine(&line)) {
-        if (!line.startsWith(' ')) {
+        const QString text = QString::fromUtf8(line.mid(1));
+        if (line.startsWith('>')) {
+            m_listener(text);
+        } else if (line.startsWith(' ')) {
+            lines->append(text);
+        } else {
             *error = QString::fromUtf8(line.mid(int(qstrlen("error "))));
             return line == "ok";
         }
-        lines->append(QString::fromUtf8(line.mid(1)));
     }
     *error = QStringLiteral("the unit went down before it had answered");
     return false;
+}
+
+void ConsoleClient::setListener(const std::function<void(const QString &line)> &listener)
+{
+    m_listener = listener;
 }
 
 bool ConsoleClient::readLine(QByteArray *line)

@@ -3,6 +3,8 @@
 #include <QLocalSocket>
 #include <QStringList>
 
+#include <functional>
+
 namespace simulator
 {
 
@@ -15,13 +17,18 @@ public:
     bool connectTo(const QString &unitFolder, QString *error);
 
     /// Runs a command, given as its words. False when it failed: \a error then says why. In any
-    /// case \a lines is what it answered.
+    /// case \a lines is what it answered in the end; what it had to say before went to the
+    /// listener.
     bool run(const QStringList &words, QStringList *lines, QString *error);
+
+    /// Who takes lines that come before a command has ended; without one they are dropped.
+    void setListener(const std::function<void(const QString &line)> &listener);
 
 private:
     bool readLine(QByteArray *line);
 
     QLocalSocket m_socket;
+    std::function<void(const QString &line)> m_listener = [](const QString &) {};
 };
 
 } // namespace simulator

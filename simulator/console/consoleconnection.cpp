@@ -6,8 +6,40 @@
 
 #include <QLocalSocket>
 
+#include <poll.h>
+
 namespace simulator
 {
+
+namespace
+{
+
+/// One line of the protocol for each line of the texts.
+QByteArray asLines(char mark, const QStringList &texts)
+{
+    QByteArray lines;
+    for (const QString &text : texts) {
+        lines += mark + text.toUtf8().replace('\n', QByteArray("\n") + mark) + '\n';
+    }
+    return lines;
+}
+
+/// Also while no event loop tells.
+bool isConnected(const QLocalSocket &socket)
+{
+    pollfd hangUp = {int(socket.socketDescriptor()), 0, 0};
+    return poll(&hangUp, 1, 0) == 0;
+}
+
+void send(QLocalSocket &socket, const QByteArray &bytes)
+{
+    if (isConnected(socket)) {
+        socket.write(bytes);
+        while (socket.bytesToWrite() > 0 && socket.waitForBytesWritten()) { }
+    }
+}
+
+} // namespace
 
 ConsoleConnection::ConsoleConnection(const Console &console, hardware::JournalReader &reader,
                                      quintptr descriptor)
@@ -27,6 +59,8 @@ void ConsoleConnection::run()
 {
     ConsoleSession session(m_reader);
     QLocalSocket socket;
+    session.setListener([&socket](const QStringList &lines) { send(socket, asLines('>', lines)); },
+                        [&socket] { return isConnected(socket); });
     connect(
         &socket, &QLocalSocket::readyRead, &socket,
         [this, &socket, &session] { answerLines(socket, session); }, Qt::DirectConnection);
@@ -43,26 +77,27 @@ void ConsoleConnection::answerLines(QLocalSocket &socket, ConsoleSession &sessio
         QByteArray line = socket.readLine(commandline::maxLineBytes + 2);
         const bool isWhole = line.endsWith('\n');
         line.chop(isWhole ? 1 : 0);
-        socket.write(answer(line, session));
-        socket.waitForBytesWritten();
+        send(socket, answer(line, session));
         if (!isWhole) {
             // Who sends this may well never end it.
             socket.disconnectFromServer();
             return;
         }
     }
+    // A hang-up that is only noticed when writing may end no event loop.
+    if (socket.state() == QLocalSocket::UnconnectedState) {
+        quit();
+    }
 }
 
 QByteArray ConsoleConnection::answer(const QByteArray &line, ConsoleSession &session) const
 {
     const ConsoleResult result = m_console.run(QString::fromUtf8(line), session);
-    QByteArray text;
-    for (const QString &answered : result.lines) {
-        text += ' ' + answered.toUtf8().replace('\n', "\n ") + '\n';
-    }
-    text += result.isOk() ? QByteArrayLiteral("ok")
-                          : "error " + result.error.toUtf8().replace('\n', ' ');
-    return text + '\n';
+    const QByteArray lines = asLines(' ', result.lines);
+    return lines
+        + (result.isOk() ? QByteArrayLiteral("ok")
+                         : "error " + result.error.toUtf8().replace('\n', ' '))
+        + '\n';
 }
 
 } // namespace simulator

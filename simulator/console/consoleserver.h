@@ -18,7 +18,9 @@ class Console;
 /// answered while others wait for it.
 ///
 /// A client sends one command a line. For each it is answered with any number of lines that begin
-/// with a blank, which is not part of them, and then with one line "ok" or "error <what is wrong>".
+/// with ">", which come as soon as there is something to say, then with any number that begin with
+/// a blank, which is no more part of them than the ">", and then with one line "ok" or "error <what
+/// is wrong>".
 /// One whose line is longer than commandline::maxLineBytes is hung up on after the error.
 class ConsoleServer : public QObject
 {

@@ -1,5 +1,6 @@
 #include "consoleclient.h"
 #include "unitaddress.h"
+#include "verbs.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -15,7 +16,8 @@ namespace
 enum ExitStatus { ExitFine = 0, ExitCommandFailed = 1, ExitWrongUsage = 2, ExitNoUnit = 3 };
 
 const char description[] =
-    "Runs one console command on a headunit that runs. The command \"help\" lists them all.\n"
+    "Runs one console command on a headunit that runs. The command \"help\" lists them all,\n"
+    "and needs no unit.\n"
     "\n"
     "Exit status:\n"
     "  0  all went well\n"
@@ -23,9 +25,16 @@ const char description[] =
     "  2  the command line is wrong\n"
     "  3  no unit runs on that folder";
 
+void print(FILE *stream, const QStringList &lines)
+{
+    for (const QString &line : lines) {
+        std::fprintf(stream, "%s\n", qUtf8Printable(line));
+    }
+}
+
 int fail(ExitStatus status, const QString &sentence)
 {
-    std::fprintf(stderr, "%s\n", qUtf8Printable(sentence));
+    print(stderr, {sentence});
     return status;
 }
 
@@ -44,6 +53,23 @@ void addOptions(QCommandLineParser &parser)
     parser.addPositionalArgument("arguments", "Its arguments.", "[arguments...]");
 }
 
+/// Tells of the commands, which it knows without a unit.
+int help(const QStringList &names)
+{
+    const QList<Verb> verbs = verbTable();
+    if (names.size() > 1) {
+        return fail(ExitCommandFailed,
+                    QStringLiteral("usage: ")
+                        + findVerb(verbs, QStringLiteral("help"))->synopsis());
+    }
+    const Verb *verb = names.isEmpty() ? nullptr : findVerb(verbs, names.first());
+    if (verb == nullptr && !names.isEmpty()) {
+        return fail(ExitCommandFailed, unknownVerb(verbs, names.first()));
+    }
+    print(stdout, verb == nullptr ? helpOnAll(verbs) : helpOn(*verb));
+    return ExitFine;
+}
+
 int runCommand(const QString &unitFolder, const QStringList &command)
 {
     ConsoleClient client;
@@ -52,6 +78,10 @@ int runCommand(const QString &unitFolder, const QStringList &command)
     if (!client.connectTo(unitFolder, &error)) {
         return fail(ExitNoUnit, error);
     }
+    client.setListener([](const QString &line) {
+        print(stdout, {line});
+        std::fflush(stdout);
+    });
     // The unit's program runs in a folder of its own, but names are meant from here.
     const bool successful = client.run({QStringLiteral("cd"), QDir::currentPath()}, &lines, &error)
         && client.run(command, &lines, &error);
@@ -59,9 +89,7 @@ int runCommand(const QString &unitFolder, const QStringList &command)
     if (!successful) {
         fail(ExitCommandFailed, error);
     }
-    for (const QString &line : qAsConst(lines)) {
-        std::fprintf(stream, "%s\n", qUtf8Printable(line));
-    }
+    print(stream, lines);
     return successful ? ExitFine : ExitCommandFailed;
 }
 
@@ -89,5 +117,7 @@ int main(int argc, char *argv[])
     if (parser.positionalArguments().isEmpty()) {
         return fail(ExitWrongUsage, QStringLiteral("A command is missing; --help tells more."));
     }
-    return runCommand(parser.value("unit"), parser.positionalArguments());
+    const QStringList command = parser.positionalArguments();
+    return command.first() == QLatin1String("help") ? help(command.mid(1))
+                                                    : runCommand(parser.value("unit"), command);
 }

@@ -1,14 +1,14 @@
 #include "screenreader.h"
 
+#include "buttonface.h"
+#include "nearest.h"
+
 #include "kvappframework/sim/screenlayer.h"
 
 #include <QAbstractItemView>
-#include <QCheckBox>
-#include <QGroupBox>
-#include <QRadioButton>
-#include <QStyleOptionButton>
 
 #include <algorithm>
+#include <utility>
 
 namespace simulator
 {
@@ -16,91 +16,23 @@ namespace simulator
 namespace
 {
 
-const char *const idProperties[] = {"buttonID", "buttonId"};
-const char *const textProperties[] = {"text", "displayText", "displayString"};
-
 /// Roles of list rows that may hold texts: lists with a delegate of their own keep them in the
 /// first user roles.
 const int lastUserRole = Qt::UserRole + 7;
 
-bool isButton(const QWidget *widget)
-{
-    return qobject_cast<const QAbstractButton *>(widget) != nullptr
-        || std::any_of(std::begin(idProperties), std::end(idProperties),
-                       [widget](const char *name) { return widget->property(name).isValid(); });
-}
-
-QString buttonId(const QWidget *widget)
-{
-    for (const char *name : idProperties) {
-        const QVariant id = widget->property(name);
-        if (id.isValid()) {
-            return id.toString();
-        }
-    }
-    return QString();
-}
-
-QStringList texts(const QWidget *widget)
-{
-    QStringList found;
-    for (const char *name : textProperties) {
-        const QVariant text = widget->property(name);
-        if (text.isValid()) {
-            found.append(text.toString());
-        }
-    }
-    const auto *group = qobject_cast<const QGroupBox *>(widget);
-    if (group != nullptr) {
-        found.append(group->title());
-    }
-    return found;
-}
-
-bool isCalled(const QWidget *button, const QString &name)
-{
-    const QString id = buttonId(button);
-    return id.isEmpty() ? button->objectName() == name || texts(button).contains(name) : id == name;
-}
-
-bool isUsable(const QWidget *button)
-{
-    return button->isEnabled() && !button->property("disableState").toBool();
-}
-
-/// Check boxes and radio buttons take touches only on their mark and text, which need not reach
-/// the middle.
-QRect touchArea(const QWidget *widget)
-{
-    const auto *button = qobject_cast<const QAbstractButton *>(widget);
-    const bool radio = qobject_cast<const QRadioButton *>(widget) != nullptr;
-    if (!radio && qobject_cast<const QCheckBox *>(widget) == nullptr) {
-        return widget->rect();
-    }
-    QStyleOptionButton option;
-    option.initFrom(button);
-    option.text = button->text();
-    option.icon = button->icon();
-    option.iconSize = button->iconSize();
-    return button->style()->subElementRect(
-        radio ? QStyle::SE_RadioButtonClickRect : QStyle::SE_CheckBoxClickRect, &option, button);
-}
-
-QString describe(const QWidget *widget)
-{
-    const QString id = buttonId(widget);
-    const QString name = id.isEmpty() ? widget->objectName() : id;
-    const QString type = QString::fromLatin1(widget->metaObject()->className());
-    return name.isEmpty() ? type : QStringLiteral("%1 \"%2\"").arg(type, name);
-}
-
-QStringList texts(const QModelIndex &row)
+QStringList textsOf(const QModelIndex &row)
 {
     QStringList found(row.data().toString());
     for (int role = Qt::UserRole; role <= lastUserRole; ++role) {
         found.append(row.data(role).toString());
     }
     return found;
+}
+
+/// From top to bottom, in a line from left to right.
+bool isReadBefore(const QRect &one, const QRect &other)
+{
+    return std::make_pair(one.top(), one.left()) < std::make_pair(other.top(), other.left());
 }
 
 } // namespace
@@ -113,11 +45,11 @@ ScreenReader::ScreenReader(const QWidget &screen)
 bool ScreenReader::findButton(const QString &id, QPoint *touch, QString *error) const
 {
     const QList<QWidget *> candidates = buttons(id);
-    *error = QStringLiteral("there is no button \"%1\" on the screen").arg(id);
+    *error = QStringLiteral("there is no button \"%1\" on the screen").arg(id) + hint(id);
     for (const QWidget *button : candidates) {
         const QString problem = obstacle(button);
         if (problem.isEmpty()) {
-            *touch = onScreen(button, touchArea(button).center());
+            *touch = onScreen(button, buttonface::touchArea(button).center());
             return true;
         }
         *error = QStringLiteral("the button \"%1\" %2").arg(id, problem);
@@ -132,31 +64,103 @@ bool ScreenReader::showsButton(const QString &id) const
                        [this](const QWidget *button) { return isSeen(button); });
 }
 
+/// Which buttons may have been meant, by their names or by what is written on them.
+QString ScreenReader::hint(const QString &id) const
+{
+    QList<QPair<QString, QString>> names;
+    const QList<Button> buttons = seenButtons();
+    for (const Button &button : buttons) {
+        names.append({button.name, button.name});
+        for (const QString &text : button.texts) {
+            names.append({text, button.name});
+        }
+    }
+    return nearHint(id, names);
+}
+
 QStringList ScreenReader::texts() const
 {
-    QStringList seen;
+    return texts([](const QWidget *) { return true; });
+}
+
+QStringList ScreenReader::plainTexts() const
+{
+    return texts([](const QWidget *widget) { return !buttonface::isButton(widget); });
+}
+
+QList<ScreenReader::Button> ScreenReader::seenButtons() const
+{
+    QList<Button> seen;
     const QList<QWidget *> widgets = m_screen.findChildren<QWidget *>();
     for (const QWidget *widget : widgets) {
-        if (isSeen(widget)) {
-            seen.append(simulator::texts(widget));
+        if (buttonface::isButton(widget) && isSeen(widget)) {
+            QStringList written = buttonface::texts(widget);
+            written.removeAll(QString());
+            seen.append({buttonface::name(widget), onScreen(widget, widget->rect()),
+                         buttonface::state(widget), cover(widget), written});
+        }
+    }
+    std::stable_sort(seen.begin(), seen.end(), [](const Button &one, const Button &other) {
+        return isReadBefore(one.area, other.area);
+    });
+    return seen;
+}
+
+QList<QStringList> ScreenReader::pages() const
+{
+    QList<QStringList> pages;
+    const QList<QWidget *> widgets = m_screen.findChildren<QWidget *>();
+    for (const QWidget *widget : widgets) {
+        if (pageOf(widget) == widget && isSeen(widget)) {
+            pages.append(QStringList());
+            for (const QWidget *part = widget; part != nullptr; part = mainPartOf(part)) {
+                pages.last().append(QString::fromLatin1(part->metaObject()->className()));
+            }
+        }
+    }
+    return pages;
+}
+
+/// The texts of the widgets that are wanted, in the order in which they are read.
+QStringList ScreenReader::texts(const std::function<bool(const QWidget *)> &isWanted) const
+{
+    QList<Text> seen;
+    const QList<QWidget *> widgets = m_screen.findChildren<QWidget *>();
+    for (const QWidget *widget : widgets) {
+        if (isSeen(widget) && isWanted(widget)) {
+            const QStringList written = buttonface::texts(widget);
+            for (const QString &text : written) {
+                seen.append({onScreen(widget, widget->rect()), text});
+            }
         }
         const auto *list = qobject_cast<const QAbstractItemView *>(widget);
         if (list != nullptr) {
             seen.append(rowTexts(list));
         }
     }
-    seen.removeAll(QString());
-    return seen;
+    std::stable_sort(seen.begin(), seen.end(), [](const Text &one, const Text &other) {
+        return isReadBefore(one.first, other.first);
+    });
+    QStringList texts;
+    for (const Text &text : qAsConst(seen)) {
+        texts.append(text.second);
+    }
+    texts.removeAll(QString());
+    return texts;
 }
 
-QStringList ScreenReader::rowTexts(const QAbstractItemView *list) const
+QList<ScreenReader::Text> ScreenReader::rowTexts(const QAbstractItemView *list) const
 {
-    QStringList seen;
+    QList<Text> seen;
     const QAbstractItemModel *model = list->model();
     for (int row = 0; model != nullptr && row < model->rowCount(); ++row) {
         const QModelIndex index = model->index(row, 0);
-        if (isSeen(list->viewport(), list->visualRect(index))) {
-            seen.append(simulator::texts(index));
+        const QRect area = list->visualRect(index);
+        if (isSeen(list->viewport(), area)) {
+            const QStringList written = textsOf(index);
+            for (const QString &text : written) {
+                seen.append({onScreen(list->viewport(), area), text});
+            }
         }
     }
     return seen;
@@ -167,7 +171,9 @@ QList<QWidget *> ScreenReader::buttons(const QString &id) const
     QList<QWidget *> found;
     const QList<QWidget *> widgets = m_screen.findChildren<QWidget *>();
     std::copy_if(widgets.cbegin(), widgets.cend(), std::back_inserter(found),
-                 [&id](const QWidget *widget) { return isButton(widget) && isCalled(widget, id); });
+                 [&id](const QWidget *widget) {
+                     return buttonface::isButton(widget) && buttonface::isCalled(widget, id);
+                 });
     return found;
 }
 
@@ -177,15 +183,22 @@ QString ScreenReader::obstacle(const QWidget *button) const
     if (!button->isVisible()) {
         return QStringLiteral("is hidden");
     }
-    const QPoint touch = onScreen(button, touchArea(button).center());
+    const QString problem = cover(button);
+    return problem.isEmpty() && !buttonface::isUsable(button) ? QStringLiteral("is disabled")
+                                                              : problem;
+}
+
+/// What keeps a touch from reaching the button; empty when nothing does.
+QString ScreenReader::cover(const QWidget *button) const
+{
+    const QPoint touch = onScreen(button, buttonface::touchArea(button).center());
     const QWidget *hit = m_screen.rect().contains(touch) ? m_screen.childAt(touch) : nullptr;
     if (hit == nullptr) {
         return QStringLiteral("is outside the screen");
     }
-    if (hit != button && !button->isAncestorOf(hit)) {
-        return QStringLiteral("is covered by %1").arg(describe(hit));
-    }
-    return isUsable(button) ? QString() : QStringLiteral("is disabled");
+    return hit == button || button->isAncestorOf(hit)
+        ? QString()
+        : QStringLiteral("is covered by %1").arg(buttonface::describe(hit));
 }
 
 bool ScreenReader::isSeen(const QWidget *widget) const
@@ -215,9 +228,30 @@ const QWidget *ScreenReader::pageOf(const QWidget *widget) const
     return widget;
 }
 
+/// What a page shows in most of the screen: the topmost such part that consists of parts itself;
+/// null for a page that shows nothing but itself there.
+const QWidget *ScreenReader::mainPartOf(const QWidget *page) const
+{
+    const QObjectList &parts = page->children();
+    for (auto part = parts.crbegin(); part != parts.crend(); ++part) {
+        const auto *widget = qobject_cast<const QWidget *>(*part);
+        if (widget != nullptr && !buttonface::isButton(widget) && isSeen(widget)
+            && 2 * widget->width() * widget->height() > m_screen.width() * m_screen.height()
+            && widget->findChild<QWidget *>() != nullptr) {
+            return widget;
+        }
+    }
+    return nullptr;
+}
+
 QPoint ScreenReader::onScreen(const QWidget *widget, const QPoint &position) const
 {
     return widget->mapTo(&m_screen, position);
+}
+
+QRect ScreenReader::onScreen(const QWidget *widget, const QRect &area) const
+{
+    return QRect(onScreen(widget, area.topLeft()), area.size());
 }
 
 } // namespace simulator

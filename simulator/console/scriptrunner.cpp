@@ -17,6 +17,13 @@ void print(FILE *stream, const QString &line)
     std::fflush(stream);
 }
 
+void printAnswer(FILE *stream, const QStringList &lines)
+{
+    for (const QString &line : lines) {
+        print(stream, QLatin1String("  ") + line);
+    }
+}
+
 } // namespace
 
 ScriptRunner::ScriptRunner(const Console &console, hardware::Journal &journal)
@@ -40,6 +47,7 @@ bool ScriptRunner::open(const QString &file, QString *error)
 void ScriptRunner::run()
 {
     ConsoleSession session(m_reader);
+    session.setListener([](const QStringList &lines) { printAnswer(stdout, lines); });
     QByteArray line;
     int number = 0;
     bool successful = true;
@@ -62,9 +70,7 @@ bool ScriptRunner::runLine(const QByteArray &line, int number, ConsoleSession &s
     if (!result.isOk()) {
         print(stderr, QStringLiteral("%1:%2: %3").arg(m_name).arg(number).arg(result.error));
     }
-    for (const QString &answer : result.lines) {
-        print(result.isOk() ? stdout : stderr, QLatin1String("  ") + answer);
-    }
+    printAnswer(result.isOk() ? stdout : stderr, result.lines);
     return result.isOk();
 }
 

@@ -101,9 +101,11 @@ class Others(unittest.TestCase):
             self.assertEqual(len(complaints("oddities", {**tree, "docs/handbook.md": wrong})), 1)
 
     def test_verbs(self):
-        tree = {"simulator/commands/acommands.cpp": '            {"plug", "SLOT", "…"},\n'}
+        table = "simulator/console/verbtable.cpp"
+        tree = {table: '    {"World", "plug", "SLOT",\n     "…"},\n'}
         self.assertEqual(complaints("verbs", {**tree, "docs/handbook.md": "`plug SLOT`"}), [])
         self.assertEqual(len(complaints("verbs", {**tree, "docs/handbook.md": ""})), 1)
+        self.assertEqual(len(complaints("verbs", {table: "", "docs/handbook.md": ""})), 1)
 
 
 if __name__ == "__main__":

@@ -38,6 +38,13 @@ bool Program::isRunning()
     return !m_process.waitForFinished(0) && m_process.state() == QProcess::Running;
 }
 
+QString Program::outputSoFar()
+{
+    m_process.waitForReadyRead(10);
+    m_output += m_process.readAllStandardOutput();
+    return QString::fromUtf8(m_output);
+}
+
 Outcome Program::finish()
 {
     m_process.closeWriteChannel();
@@ -45,7 +52,7 @@ Outcome Program::finish()
     if (m_process.waitForFinished(patienceMs) && m_process.exitStatus() == QProcess::NormalExit) {
         outcome.status = m_process.exitCode();
     }
-    outcome.output = QString::fromUtf8(m_process.readAllStandardOutput());
+    outcome.output = QString::fromUtf8(m_output + m_process.readAllStandardOutput());
     outcome.error = QString::fromUtf8(m_process.readAllStandardError());
     return outcome;
 }

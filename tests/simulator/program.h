@@ -25,11 +25,15 @@ public:
     void send(int signal);
     bool isRunning();
 
+    /// What it has said on standard output so far.
+    QString outputSoFar();
+
     /// Waits, up to a minute, for its end.
     Outcome finish();
 
 private:
     QProcess m_process;
+    QByteArray m_output;
 };
 
 /// Runs a program to its end.

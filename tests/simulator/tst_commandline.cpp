@@ -6,6 +6,14 @@
 
 using namespace simulator;
 
+namespace
+{
+
+const QMap<QString, QString> values{
+    {"slot", "usb0"}, {"Key_2", "system/capture"}, {"text", "it's \"two words\" $slot"}};
+
+} // namespace
+
 class TestCommandLine : public QObject
 {
     Q_OBJECT
@@ -17,6 +25,8 @@ private slots:
     void refuses();
     void joinedWordsSplitAgain_data();
     void joinedWordsSplitAgain();
+    void names_data();
+    void names();
 };
 
 void TestCommandLine::splits_data()
@@ -45,6 +55,18 @@ void TestCommandLine::splits_data()
     QTest::newRow("no escapes in single quotes") << R"('/\d+\n/')" << QStringList{R"(/\d+\n/)"};
     QTest::newRow("escaped blank") << R"(a\ b)" << QStringList{"a b"};
     QTest::newRow("no line break outside quotes") << R"(a\nb)" << QStringList{"anb"};
+    QTest::newRow("value") << "plug $slot" << QStringList{"plug", "usb0"};
+    QTest::newRow("value of a name with a digit")
+        << "setting $Key_2" << QStringList{"setting", "system/capture"};
+    QTest::newRow("values within words")
+        << "/media/$slot/x$slot" << QStringList{"/media/usb0/xusb0"};
+    QTest::newRow("value in braces") << "${slot}x" << QStringList{"usb0x"};
+    QTest::newRow("value in double quotes") << "\"$slot ${slot}2\"" << QStringList{"usb0 usb02"};
+    QTest::newRow("no value in single quotes") << "'$slot ${slot}'" << QStringList{"$slot ${slot}"};
+    QTest::newRow("no value behind a backslash")
+        << R"(\$slot "\$slot")" << QStringList{"$slot", "$slot"};
+    QTest::newRow("value stays one word, as it is") << "$text" << QStringList{values["text"]};
+    QTest::newRow("$ alone") << "/^a$/ $5 \"b$\" $" << QStringList{"/^a$/", "$5", "b$", "$"};
     QTest::newRow("other alphabets") << QString::fromUtf8("see \"Größe 音\"")
                                      << QStringList{"see", QString::fromUtf8("Größe 音")};
 }
@@ -55,7 +77,7 @@ void TestCommandLine::splits()
     QFETCH(QStringList, words);
     QStringList found;
     QString error;
-    QVERIFY2(commandline::split(line, &found, &error), qPrintable(error));
+    QVERIFY2(commandline::split(line, values, &found, &error), qPrintable(error));
     QCOMPARE(found, words);
 }
 
@@ -70,6 +92,14 @@ void TestCommandLine::refuses_data()
                                        << "the quote at column 1 is not closed";
     QTest::newRow("escaped end of quote") << R"(see "a\")"
                                           << "the quote at column 5 is not closed";
+    QTest::newRow("no such value") << "plug $Slots"
+                                   << "nothing was set for \"Slots\"; near: slot";
+    QTest::newRow("no such value in quotes") << "\"${other}\""
+                                             << "nothing was set for \"other\"";
+    QTest::newRow("no name in braces") << "${}"
+                                       << "nothing was set for \"\"";
+    QTest::newRow("open brace") << "plug \"${slot\""
+                                << "the brace at column 8 is not closed";
     QTest::newRow("backslash at the end") << R"(see a\)"
                                           << "nothing follows the backslash at the end";
 }
@@ -79,7 +109,7 @@ void TestCommandLine::refuses()
     QFETCH(QString, line);
     QStringList words;
     QString error;
-    QVERIFY(!commandline::split(line, &words, &error));
+    QVERIFY(!commandline::split(line, values, &words, &error));
     QTEST(error, "error");
 }
 
@@ -92,6 +122,7 @@ void TestCommandLine::joinedWordsSplitAgain_data()
     QTest::newRow("line break") << QStringList{"see", "two\nlines"};
     QTest::newRow("backslash and n") << QStringList{R"(a\nb)"};
     QTest::newRow("empty word") << QStringList{"setting", "key", ""};
+    QTest::newRow("value's name") << QStringList{"see", "$slot", "${slot}"};
     QTest::newRow("comment sign") << QStringList{"see", "#1"};
 }
 
@@ -102,8 +133,24 @@ void TestCommandLine::joinedWordsSplitAgain()
     QVERIFY2(!line.contains('\n'), qPrintable(line));
     QStringList found;
     QString error;
-    QVERIFY2(commandline::split(line, &found, &error), qPrintable(error));
+    QVERIFY2(commandline::split(line, values, &found, &error), qPrintable(error));
     QCOMPARE(found, words);
+}
+
+void TestCommandLine::names_data()
+{
+    QTest::addColumn<bool>("isName");
+    QTest::newRow("slot") << true;
+    QTest::newRow("_A_9") << true;
+    QTest::newRow("9A") << false;
+    QTest::newRow("a-b") << false;
+    QTest::newRow("a\n") << false;
+    QTest::newRow("") << false;
+}
+
+void TestCommandLine::names()
+{
+    QTEST(commandline::isName(QTest::currentDataTag()), "isName");
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestCommandLine)

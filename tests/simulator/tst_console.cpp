@@ -46,15 +46,20 @@ void TestConsole::init()
     m_arguments.clear();
     m_ranOn = nullptr;
     m_graphicalThread.reset(new GraphicalThread);
-    m_console.reset(new Console(*m_graphicalThread));
+    m_console.reset(
+        new Console(*m_graphicalThread,
+                    {{"Paint", "paint", "COLOR [LAYERS] [BRUSH]", "Paints.", "paint blue 2"},
+                     {"Paint", "sink", "WORD...", "Sinks.", "sink a b"},
+                     {"Other", "look", "", "Looks.", "look"},
+                     {"Other", "help", "[COMMAND]", "Helps.", "help look"}}));
     const auto remember = [this](const QStringList &arguments, ConsoleSession &) {
         m_arguments = arguments;
         m_ranOn = QThread::currentThread();
         return ConsoleResult::done({"remembered"});
     };
-    m_console->add(
-        {"paint", "COLOR [LAYERS] [BRUSH]", "Paints.", Console::Place::AnyThread, remember});
-    m_console->add({"look", "", "Looks.", Console::Place::GraphicalThread, remember});
+    m_console->add("paint", Console::Place::AnyThread, remember);
+    m_console->add("sink", Console::Place::AnyThread, remember);
+    m_console->add("look", Console::Place::GraphicalThread, remember);
 }
 
 void TestConsole::cleanup()
@@ -86,6 +91,8 @@ void TestConsole::runsTheCommandWithItsArguments()
     QVERIFY(result.isOk());
     QCOMPARE(result.lines, QStringList{"remembered"});
     QCOMPARE(m_arguments, (QStringList{"dark blue", "2"}));
+    QVERIFY(run("sink a b c d e").isOk());
+    QCOMPARE(m_arguments, (QStringList{"a", "b", "c", "d", "e"}));
 }
 
 void TestConsole::nothingToRun_data()
@@ -112,7 +119,7 @@ void TestConsole::wrongLines_data()
     QTest::newRow("unknown command") << "dance"
                                      << "unknown command \"dance\"; \"help\" lists them";
     QTest::newRow("wrong case") << "Paint blue"
-                                << "unknown command \"Paint\"; \"help\" lists them";
+                                << "unknown command \"Paint\"; \"help\" lists them; near: paint";
     QTest::newRow("empty command") << "''"
                                    << "unknown command \"\"; \"help\" lists them";
     QTest::newRow("too long") << QString(65537, 'x') << "a command is longer than 65536 bytes";
@@ -120,6 +127,8 @@ void TestConsole::wrongLines_data()
                                       << "usage: paint COLOR [LAYERS] [BRUSH]";
     QTest::newRow("too many arguments") << "paint a b c d"
                                         << "usage: paint COLOR [LAYERS] [BRUSH]";
+    QTest::newRow("none of several") << "sink"
+                                     << "usage: sink WORD...";
     QTest::newRow("argument where none is") << "look there"
                                             << "usage: look";
     QTest::newRow("open quote") << "paint 'blue"
@@ -137,22 +146,24 @@ void TestConsole::wrongLines()
 
 void TestConsole::helpListsEveryCommand()
 {
-    const QStringList lines = run("help").lines;
-    QCOMPARE(lines.size(), 3);
-    QVERIFY(lines.at(0).startsWith("help [COMMAND]"));
-    QVERIFY(lines.at(1).startsWith("paint COLOR [LAYERS] [BRUSH]"));
-    QVERIFY(lines.at(1).endsWith("Paints."));
-    QVERIFY(lines.at(2).startsWith("look"));
+    QCOMPARE(
+        run("help").lines.filter(QRegularExpression("^  ?\\w")),
+        (QStringList{"  paint COLOR [LAYERS] [BRUSH]", "  sink WORD...              Sinks.",
+                     "  look                      Looks.", "  help [COMMAND]            Helps."}));
 }
 
 void TestConsole::helpExplainsOneCommand()
 {
-    QCOMPARE(run("help paint").lines, (QStringList{"paint COLOR [LAYERS] [BRUSH]", "Paints."}));
+    QCOMPARE(
+        run("help paint").lines,
+        (QStringList{"paint COLOR [LAYERS] [BRUSH]", "  Paints.", "For example: paint blue 2"}));
 }
 
 void TestConsole::helpRefusesUnknownCommands()
 {
-    QCOMPARE(run("help dance").error, QString("unknown command \"dance\""));
+    QCOMPARE(run("help dance").error, QString("unknown command \"dance\"; \"help\" lists them"));
+    QCOMPARE(run("help lok").error,
+             QString("unknown command \"lok\"; \"help\" lists them; near: look"));
 }
 
 void TestConsole::runsWhereTheCommandBelongs_data()

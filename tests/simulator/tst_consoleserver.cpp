@@ -156,6 +156,13 @@ void TestConsoleServer::speaksLines()
     QCOMPARE(exchange(served, "setting a\n", 2), (QByteArrayList{"   b\n", "ok\n"}));
     QCOMPARE(exchange(served, "\n# nothing\r\n", 2), (QByteArrayList{"ok\n", "ok\n"}));
     QCOMPARE(exchange(served, "wait\n", 1), QByteArrayList{"error usage: wait MS\n"});
+
+    QFile script(served.folder() + "/script.txt");
+    QVERIFY(script.open(QIODevice::WriteOnly));
+    script.write("setting a\n");
+    script.close();
+    QCOMPARE(exchange(served, "include '" + script.fileName().toUtf8() + "'\n", 2),
+             (QByteArrayList{">  b\n", "ok\n"}));
 }
 
 void TestConsoleServer::textOfSeveralLinesStaysText()
@@ -166,7 +173,7 @@ void TestConsoleServer::textOfSeveralLinesStaysText()
     QVERIFY(answers.at(1).ok);
     QCOMPARE(answers.at(1).lines, (QStringList{"one", "ok"}));
     QVERIFY(!answers.at(2).ok);
-    QCOMPARE(answers.at(2).error, QString("the screen does not show \"x y\""));
+    QCOMPARE(answers.at(2).error, QString("the screen does not show \"x y\" but:"));
 }
 
 void TestConsoleServer::severalCommandsAtOnce()

@@ -33,6 +33,8 @@ private slots:
     void controlledFromOutside();
     void controlWhileTheScreenHangs();
     void controlsExitStatus();
+    void controlExplainsWithoutAUnit();
+    void controlFollowsTheJournal();
 };
 
 void TestHeadunit::init()
@@ -201,7 +203,7 @@ void TestHeadunit::startsAgainAfterItWasKilled()
         QVERIFY(waitForUnit());
         QCOMPARE(control({"setting", "a", "1"}).status, 0);
     }
-    QCOMPARE(control({"help"}).status, 3);
+    QCOMPARE(control({"mark"}).status, 3);
     Program program(HEADUNIT, withTestActivity({"--unit", m_unit}));
     QVERIFY(waitForUnit());
     QCOMPARE(control({"setting", "a"}).output, QString("1\n"));
@@ -277,14 +279,45 @@ void TestHeadunit::controlsExitStatus()
     QCOMPARE(usage.error, QString("A command is missing; --help tells more.\n"));
     QCOMPARE(control({"--colour"}).status, 2);
 
-    const Outcome nobody = run(HEADUNIT_CTL, {"--unit", m_folder->path(), "help"});
+    const Outcome nobody = run(HEADUNIT_CTL, {"--unit", m_folder->path(), "mark"});
     QCOMPARE(nobody.status, 3);
     QCOMPARE(nobody.error, QString("No unit runs on the folder \"%1\".\n").arg(m_folder->path()));
 
     QCOMPARE(run(HEADUNIT_CTL, {"--help"}).status, 0);
     QCOMPARE(control({"quit"}).status, 0);
     QCOMPARE(program.finish().status, 0);
-    QCOMPARE(control({"help"}).status, 3);
+    QCOMPARE(control({"mark"}).status, 3);
+}
+
+void TestHeadunit::controlExplainsWithoutAUnit()
+{
+    const Outcome all = control({"help"});
+    QCOMPARE(all.status, 0);
+    QVERIFY2(all.output.startsWith("Touch, for example: press idCapture\n"),
+             qPrintable(all.output));
+    const Outcome one = control({"help", "pull"});
+    QCOMPARE(one.status, 0);
+    QCOMPARE(one.output, QString("pull SLOT\n  Pulls the stick.\nFor example: pull usb0\n"));
+    const Outcome none = control({"help", "pul"});
+    QCOMPARE(none.status, 1);
+    QCOMPARE(none.error, QString("unknown command \"pul\"; \"help\" lists them; near: pull\n"));
+    QCOMPARE(control({"help", "a", "b"}).error, QString("usage: help [COMMAND]\n"));
+}
+
+void TestHeadunit::controlFollowsTheJournal()
+{
+    Program program(HEADUNIT, withTestActivity({"--unit", m_unit}));
+    QVERIFY(waitForUnit());
+    Program follower(HEADUNIT_CTL, {"--unit", m_unit, "journal", "--follow", "settings"});
+    // So few that they would fit into the buffer of who does not tell them at once.
+    for (int line = 0; line < 100 && follower.outputSoFar().isEmpty(); ++line) {
+        QCOMPARE(control({"setting", "a", "1"}).status, 0);
+    }
+    QVERIFY(follower.outputSoFar().endsWith("settings a = 1\n"));
+    QVERIFY(follower.isRunning());
+    QCOMPARE(control({"quit"}).status, 0);
+    QCOMPARE(follower.finish().status, 0);
+    QCOMPARE(program.finish().status, 0);
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestHeadunit)

@@ -32,12 +32,17 @@ void TestHeadunitScript::init()
 
 void TestHeadunitScript::scriptRuns()
 {
+    QFile included(m_folder->filePath("included.txt"));
+    QVERIFY(included.open(QIODevice::WriteOnly));
+    included.write("setting a 5\nsetting $key\n");
+    included.close();
     const QString name = script("key FACTORY\nsee 'test activity'\npress count\n"
-                                "see 'presses: 1'\nsetting a 5\nsetting a\n");
+                                "see 'presses: 1'\nset key a\ninclude '"
+                                + included.fileName().toUtf8() + "'\nfails press idNone\n");
     const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
     QCOMPARE(ownWords(outcome), QString());
     QCOMPARE(outcome.status, 0);
-    QCOMPARE(outcome.output, QString("  5\n"));
+    QCOMPARE(outcome.output, QString("  5\n  there is no button \"idNone\" on the screen\n"));
 }
 
 void TestHeadunitScript::scriptFails_data()
@@ -151,7 +156,7 @@ void TestHeadunitScript::noSocketWhenNotWanted()
     Program program(HEADUNIT, withTestActivity({"--unit", m_unit, "--no-socket", "--script", "-"}));
     program.type("setting a 1\n");
     QTRY_VERIFY(QFile::exists(m_unit + "/settings.ini"));
-    QCOMPARE(control({"help"}).status, 3);
+    QCOMPARE(control({"mark"}).status, 3);
     program.type("quit\n");
     QCOMPARE(program.finish().status, 0);
 }

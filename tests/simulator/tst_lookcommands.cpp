@@ -28,12 +28,15 @@ protected:
 
 } // namespace
 
-/// The pictures that the console takes.
+/// What the console tells of the screen, and the pictures that it takes.
 class TestLookCommands : public QObject
 {
     Q_OBJECT
 
 private slots:
+    void looks();
+    void failingLookTellsWhatIsThere();
+    void textsAreWaitedForInTheUnitsTime();
     void shots();
     void shotsOfAPart();
     void shotShowsWhatWasNotRepainted();
@@ -41,6 +44,55 @@ private slots:
     void refuses_data();
     void refuses();
 };
+
+void TestLookCommands::looks()
+{
+    TestSimulator unit;
+    QCOMPARE(unit.run("look").lines.mid(0, 3),
+             (QStringList{"activity \"\"", "page simulator::HomeScreen",
+                          "text \"Simulated head unit\""}));
+    unit.openActivity();
+    QCOMPARE(unit.run("look").lines,
+             (QStringList{"activity factorydebug", "page QWidget", "text \"test activity\"",
+                          "button count 20 100 200 50 enabled count",
+                          "button block 20 160 200 50 enabled block",
+                          "button page 20 220 200 50 enabled page",
+                          "button restart 20 280 200 50 enabled restart",
+                          "button hang 20 340 200 50 enabled hang"}));
+    QCOMPARE(unit.errorOf("press page"), QString());
+    QCOMPARE(unit.errorOf("see \"page of its own\""), QString());
+    QCOMPARE(unit.run("look").lines,
+             (QStringList{"activity factorydebug", "page QLabel", "text \"page of its own\""}));
+}
+
+void TestLookCommands::failingLookTellsWhatIsThere()
+{
+    TestSimulator unit;
+    unit.openActivity();
+    ConsoleResult result = unit.run("see nothing 0");
+    QCOMPARE(result.error, QString("the screen does not show \"nothing\" but:"));
+    QCOMPARE(result.lines,
+             (QStringList{"test activity", "count", "block", "page", "restart", "hang"}));
+    result = unit.run("unseen /a.*t/ 0");
+    QCOMPARE(result.error, QString("the screen shows \"/a.*t/\":"));
+    QCOMPARE(result.lines, (QStringList{"test activity", "restart"}));
+}
+
+void TestLookCommands::textsAreWaitedForInTheUnitsTime()
+{
+    TestSimulator unit(100.0);
+    unit.openActivity();
+    for (const char *line : {"see nothing 30000", "unseen count 30000"}) {
+        QElapsedTimer time;
+        time.start();
+        // Half a minute of the unit is 0.3 s here.
+        QVERIFY(!unit.errorOf(line).isEmpty());
+        QVERIFY2(time.elapsed() >= 300, qPrintable(QString::number(time.elapsed())));
+        QVERIFY2(time.elapsed() < 15000, qPrintable(QString::number(time.elapsed())));
+    }
+    QTimer::singleShot(20, &unit.simulator(), [&unit] { unit.errorOf("press count"); });
+    QCOMPARE(unit.errorOf("see \"presses: 1\" 1000000"), QString());
+}
 
 void TestLookCommands::shots()
 {

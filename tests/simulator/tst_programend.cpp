@@ -68,7 +68,7 @@ Outcome TestProgramEnd::control(const QStringList &command) const
 
 void TestProgramEnd::open() const
 {
-    QTRY_COMPARE_WITH_TIMEOUT(control({"help"}).status, 0, 30000);
+    QTRY_COMPARE_WITH_TIMEOUT(control({"mark"}).status, 0, 30000);
     QCOMPARE(control({"key", "FACTORY"}).status, 0);
     QCOMPARE(control({"expect", "framework started factorydebug", "30000"}).status, 0);
     QVERIFY(!leftovers().isEmpty());

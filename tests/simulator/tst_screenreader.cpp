@@ -130,7 +130,7 @@ void TestScreenReader::findsByEitherProperty()
     button.setGeometry(middle);
     button.show();
     QCOMPARE(errorFor("idOk"), QString());
-    QCOMPARE(errorFor("idok"), QString("there is no button \"idok\" on the screen"));
+    QCOMPARE(errorFor("idok"), QString("there is no button \"idok\" on the screen; near: idOk"));
 }
 
 void TestScreenReader::findsByNameOrTextWithoutId_data()
@@ -153,7 +153,7 @@ void TestScreenReader::idGoesBeforeText()
 {
     IdButton button("idRead", m_page, middle);
     button.m_text = "Read";
-    QCOMPARE(errorFor("Read"), QString("there is no button \"Read\" on the screen"));
+    QCOMPARE(errorFor("Read"), QString("there is no button \"Read\" on the screen; near: idRead"));
 }
 
 void TestScreenReader::choosesTheOneThatATouchReaches()

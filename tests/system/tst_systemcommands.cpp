@@ -19,8 +19,6 @@ class TestSystemCommands : public QObject
     Q_OBJECT
 
 private slots:
-    void helpListsThem_data();
-    void helpListsThem();
     void dabTellsAndTakesAStatus();
     void dabFaultReachesTheTuner_data();
     void dabFaultReachesTheTuner();
@@ -62,25 +60,6 @@ struct Bench
 };
 
 } // namespace
-
-void TestSystemCommands::helpListsThem_data()
-{
-    QTest::addColumn<QString>("usage");
-    QTest::newRow("dab") << "dab [CODE] [wrong]";
-    QTest::newRow("dab-fault") << "dab-fault KIND [PERCENT]";
-    QTest::newRow("version") << "version [NAME] [VALUE]";
-    QTest::newRow("fill") << "fill SLOT [on|off]";
-}
-
-void TestSystemCommands::helpListsThem()
-{
-    QFETCH(QString, usage);
-    Bench bench;
-    QVERIFY2(bench.isOpen, qPrintable(bench.error));
-    const QStringList lines = bench.run("help").lines;
-    QVERIFY(std::any_of(lines.cbegin(), lines.cend(),
-                        [&usage](const QString &line) { return line.startsWith(usage); }));
-}
 
 void TestSystemCommands::dabTellsAndTakesAStatus()
 {

@@ -37,8 +37,6 @@ private slots:
     void ncmFaultIsSetAndTakenBack();
     void wrongCommands_data();
     void wrongCommands();
-    void helpShowsThem_data();
-    void helpShowsThem();
     void theyAnswerOnAnyThread();
 
 private:
@@ -189,24 +187,6 @@ void TestUsbCommands::wrongCommands()
 {
     QTEST(run(QTest::currentDataTag()).error, "error");
     QVERIFY(m_unit->journal().lines(QStringLiteral("memory set")).isEmpty());
-}
-
-void TestUsbCommands::helpShowsThem_data()
-{
-    QTest::addColumn<QString>("name");
-    for (const char *name : {"memory", "memory-fill", "memory-fault", "phy", "ncm", "ncm-fault"}) {
-        QTest::newRow(name) << QString::fromLatin1(name);
-    }
-}
-
-void TestUsbCommands::helpShowsThem()
-{
-    QFETCH(QString, name);
-    const QStringList lines = run("help").lines;
-    QVERIFY(std::any_of(lines.cbegin(), lines.cend(), [&name](const QString &line) {
-        return line.section(QLatin1Char(' '), 0, 0) == name;
-    }));
-    QCOMPARE(run("help " + name.toLatin1()).lines.size(), 2);
 }
 
 void TestUsbCommands::theyAnswerOnAnyThread()

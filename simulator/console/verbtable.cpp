@@ -1,0 +1,164 @@
+#include "verbs.h"
+
+namespace simulator
+{
+
+namespace
+{
+
+struct Row
+{
+    const char *group;
+    const char *name;
+    const char *usage;
+    const char *help;
+    const char *example;
+};
+
+const Row rows[] = {
+    {"Touch", "press", "ID [nowait]",
+     "Taps the button with that id (or, if it has none, that object name or text). With \"nowait\" "
+     "what the tap sets off is not waited for.",
+     "press idCapture"},
+    {"Touch", "tap", "X Y [nowait]", "Taps the screen there.", "tap 400 120"},
+    {"Touch", "hold", "X Y", "Puts the finger down there; moves it there when it is down.",
+     "hold 400 120"},
+    {"Touch", "lift", "[X] [Y]", "Lifts the finger where it is, or there.", "lift 400 300"},
+    {"Touch", "drag", "X1 Y1 X2 Y2 [STEPS]", "Drags the finger, in 10 steps if not said.",
+     "drag 400 400 400 100"},
+    {"Touch", "key", "HOME|FACTORY", "Presses a hard key beside the screen.", "key FACTORY"},
+
+    {"Look", "look", "",
+     "Lists what the screen shows: the activity on top, the pages with their parts, texts, and "
+     "buttons with id, place (left, top, width, height), state and text.",
+     "look"},
+    {"Look", "see", "TEXT [MS]",
+     "Waits, for 2000 ms if not said, for that text, or one that matches /REGEX/, on the screen.",
+     "see \"capture turned on\" 5000"},
+    {"Look", "unseen", "TEXT [MS]",
+     "Waits, for 2000 ms if not said, until the screen does not show that text.",
+     "unseen \"/capture turned o.*/\""},
+    {"Look", "visible", "ID", "Waits up to 2 s for that button to be seen.", "visible return"},
+    {"Look", "hidden", "ID", "Waits up to 2 s until that button is not to be seen.",
+     "hidden return"},
+    {"Look", "shot", "FILE [X] [Y] [WIDTH] [HEIGHT]",
+     "Saves the 800 x 480 screen, or that part of it, as a PNG: what the window really shows, as "
+     "it was painted last, also while it hangs.",
+     "shot bar.png 0 0 800 66"},
+    {"Look", "shot-anew", "FILE [X] [Y] [WIDTH] [HEIGHT]",
+     "Saves the same painted anew, as it ought to look; where \"shot\" differs, a repaint was "
+     "forgotten.",
+     "shot-anew menu.png"},
+    {"Look", "shot-window", "FILE", "Saves the screen with its bezel.", "shot-window unit.png"},
+
+    {"Journal", "journal", "[--all] [--follow] [FORM] [PATTERN]",
+     "Lists the journal with the unit's times, or its lines with that text or /REGEX/; --all also "
+     "what was touched, asked and waited for. --follow tells headunit-ctl the lines from now on as "
+     "they come. The FORM --causes also tells what each line follows from, --json is an object "
+     "for each.",
+     "journal \"/^shell cp/\""},
+    {"Journal", "expect", "PATTERN [MS]",
+     "Waits, for 2000 ms if not said, for a line, and reads on behind it.",
+     "expect \"unit booted\" 20000"},
+    {"Journal", "absent", "PATTERN", "Fails when the journal has such a line ahead.",
+     "absent \"shell cp\""},
+    {"Journal", "stalls", "[MS]",
+     "Sums up by button and call how long the screen was blocked, MS and more at a time, 100 if "
+     "not "
+     "said; shorter ones where a call of the plug-in was seen.",
+     "stalls 1"},
+    {"Journal", "mark", "", "Reads on at the end of the journal.", "mark"},
+
+    {"World", "plug", "SLOT [FOLDER]",
+     "Plugs a stick: that folder, or the slot's own stick in the unit's folder.",
+     "plug usb0 /tmp/stick"},
+    {"World", "pull", "SLOT", "Pulls the stick.", "pull usb0"},
+    {"World", "fill", "SLOT [on|off]",
+     "The stick there takes no more bytes from the shell, or does again.", "fill usb0 off"},
+    {"World", "als", "[READING]",
+     "Has the light sensor report, or says its reading, thresholds and mode.", "als 300"},
+    {"World", "als-curve", "RATE [SECONDS]",
+     "Has the light sensor follow a day of 240 s, if not said, with RATE readings a second; 0 "
+     "ends it.",
+     "als-curve 10 60"},
+
+    {"Unit", "setting", "KEY [VALUE]", "Says or changes a value of the settings store.",
+     "setting system/capture true"},
+    {"Unit", "panel", "[ITEM] [VALUE] [wrong]",
+     "Says the panel's picture, or changes an item of it; \"wrong\" allows a value out of range.",
+     "panel brightness 12"},
+    {"Unit", "keylight", "", "Says the colour behind the hard keys, 0 to 100 each.", "keylight"},
+    {"Unit", "vendor", "POSITION", "Says the bytes of an item of the vendor data.", "vendor 2"},
+    {"Unit", "version", "[NAME] [VALUE]",
+     "Says the modules' versions, or one of them, or changes it.", "version bluetooth 4.2"},
+    {"Unit", "usb", "", "Says what the USB ports are set to.", "usb"},
+    {"Unit", "phy", "", "Says the USB ports' role, speed, test mode, swing and disconnect level.",
+     "phy"},
+    {"Unit", "ncm", "", "Says which NCM throughput test runs or ran last, and its figures.", "ncm"},
+    {"Unit", "memory", "[ADDRESS] [VALUE]",
+     "Says or changes a word of the physical memory, in hexadecimal; an address may be a "
+     "register's name. Without an address, all registers.",
+     "memory phySwing 7F7F4041"},
+    {"Unit", "memory-fill", "VALUE",
+     "Writes that hexadecimal value into every register that has a name.", "memory-fill A5A5A5A5"},
+    {"Unit", "dab", "[CODE] [wrong]",
+     "Says the DAB tuner's update status, or has the tuner take one on and tell it: 0 idle, 7 "
+     "running, 8 failed, 9 succeeded; \"wrong\" allows other codes up to 255.",
+     "dab 8"},
+    {"Unit", "receiver", "[ACTION] [FAULT] [A] [B] [C]",
+     "Says what the GPS receiver does and what goes wrong with it; \"fault NAME ...\" makes "
+     "something go wrong, \"faults\" lists what there is, \"repair\" ends it all.",
+     "receiver fault nak 3 5"},
+    {"Unit", "reboot", "", "Has the unit restarted; it then journals \"unit booted\".", "reboot"},
+
+    {"Faults", "fail", "[CALL] [N]",
+     "Has the next such call of the plug-in's fail, or the N-th: a function of a closed library, "
+     "\"open PATH\" or \"system COMMAND\", where the beginning is enough. \"fail calls\" lists "
+     "them, \"fail\" those to come, \"fail none\" drops these.",
+     "fail McuMsgModule::sendMsgToMcu 2"},
+    {"Faults", "memory-fault", "FAULT",
+     "Has /dev/mem fail from now on: missing, map-refused, or none.", "memory-fault missing"},
+    {"Faults", "ncm-fault", "FAULT", "Has starts of NCM tests fail from now on: refused, or none.",
+     "ncm-fault refused"},
+    {"Faults", "dab-fault", "KIND [PERCENT]",
+     "From now on a DAB update fails or stands still (\"fail\", \"stall\"; at 50 % if not said), "
+     "or its status is not told (\"mute\"); \"none\" ends it.",
+     "dab-fault stall 20"},
+    {"Faults", "vendor-fault", "look-up|write|none",
+     "From now on the vendor data refuses look-ups, or writes, or nothing.", "vendor-fault write"},
+    {"Faults", "update-fault", "silent|no-data|none",
+     "From now on the update service never ends a check, or has no data for an update, or has no "
+     "fault.",
+     "update-fault silent"},
+
+    {"Scripts", "repeat", "COUNT COMMAND",
+     "Runs a command, in quotes, so many times, until it fails.", "repeat 12 \"press briinc\""},
+    {"Scripts", "fails", "COMMAND...",
+     "Runs a command, in quotes or as it is, and fails when that does not; says why it failed.",
+     "fails pull usb0"},
+    {"Scripts", "include", "FILE", "Runs the commands of a script, as if they stood here.",
+     "include open-panel.txt"},
+    {"Scripts", "set", "NAME VALUE",
+     "From the next line of the session on, $NAME and ${NAME} stand for that value, but not "
+     "between '…'.",
+     "set slot usb1"},
+    {"Scripts", "cd", "FOLDER", "Relative file names count from that folder on.", "cd /tmp"},
+    {"Scripts", "wait", "MS", "Lets that many milliseconds of the unit's time pass.", "wait 2500"},
+    {"Scripts", "help", "[COMMAND]", "Lists the commands, or explains one.", "help press"},
+    {"Scripts", "quit", "", "Ends the program, after 5 s also when the screen is blocked.", "quit"},
+};
+
+} // namespace
+
+QList<Verb> verbTable()
+{
+    QList<Verb> verbs;
+    for (const Row &row : rows) {
+        verbs.append({QString::fromUtf8(row.group), QString::fromUtf8(row.name),
+                      QString::fromUtf8(row.usage), QString::fromUtf8(row.help),
+                      QString::fromUtf8(row.example)});
+    }
+    return verbs;
+}
+
+} // namespace simulator

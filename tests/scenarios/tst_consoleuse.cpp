@@ -1,0 +1,59 @@
+#include "headunitrun.h"
+
+#include "support/testmain.h"
+
+#include <QtTest>
+
+/// What the console tells and forgives, on the screen that ships.
+class TestConsoleUse : public QObject
+{
+    Q_OBJECT
+
+private slots:
+    void looks();
+};
+
+void TestConsoleUse::looks()
+{
+    const HeadunitRun run;
+    const HeadunitRun::End end = run.start({"--script", HeadunitRun::script("look.txt")});
+    QVERIFY2(end.status == 0, qPrintable(end.error));
+    QCOMPARE(end.output.split("\n  "),
+             (QString("  activity factorydebug\n"
+                      "  page FactoryDebugView\n"
+                      "  text Factory\n"
+                      "  button exit 720 0 80 65 enabled\n"
+                      "  button usbtest 65 90 210 60 enabled \"USB Test\"\n"
+                      "  button usbeye 295 90 210 60 enabled \"USB Eye\"\n"
+                      "  button ncmtest 525 90 210 60 enabled \"NCM Test\"\n"
+                      "  button keycolor 65 170 210 60 enabled KeyColor\n"
+                      "  button vendordata 295 170 210 60 enabled Vendordata\n"
+                      "  button gps 525 170 210 60 enabled \"GPS Update\"\n"
+                      "  button als 65 250 210 60 enabled \"ALS Test\"\n"
+                      "  button pdtVer 295 250 210 60 enabled Product\n"
+                      "  button sysCtrl 525 250 210 60 enabled SysCtrl\n"
+                      "  button idPanel 65 330 210 60 enabled \"Panel Config\"\n"
+                      "  button idCopyBtsnoop 295 330 210 60 enabled \"Copy Btsnoop\"\n"
+                      "  button idCapture 525 330 210 60 enabled Capture\n"
+                      "  button startUSBTest 65 410 210 60 enabled \"Start USB Test\"\n"
+                      "  activity factorydebug\n"
+                      "  page FactoryDebugView CSetupKeyLight QWidget\n"
+                      "  text \"KeyColor Set\"\n"
+                      "  text 50\n"
+                      "  text \"Red [0,100]\"\n"
+                      "  text 50\n"
+                      "  text \"Green [0,100]\"\n"
+                      "  text 50\n"
+                      "  text \"Blue [0,100]\"\n"
+                      "  button return 0 0 80 65 enabled\n"
+                      "  button bridec 439 120 82 60 enabled\n"
+                      "  button briinc 589 120 82 60 enabled\n"
+                      "  button condec 439 216 82 60 enabled\n"
+                      "  button coninc 589 216 82 60 enabled\n"
+                      "  button huedec 439 312 82 60 enabled\n"
+                      "  button hueinc 589 312 82 60 enabled\n")
+                  .split("\n  ")));
+}
+
+FACTORY_TEST_GUILESS_MAIN(TestConsoleUse)
+#include "tst_consoleuse.moc"
