@@ -22,13 +22,6 @@ namespace simulator
 namespace
 {
 const int bootMs = 2000;
-
-void setStallMeter(StallMeter *meter)
-{
-    if (auto *application = qobject_cast<UnitApplication *>(QCoreApplication::instance())) {
-        application->setStallMeter(meter);
-    }
-}
 } // namespace
 
 Simulator::Simulator(hardware::Unit &unit, const QString &plugin)
@@ -44,7 +37,7 @@ Simulator::Simulator(hardware::Unit &unit, const QString &plugin)
     , m_finger(m_bezel)
     , m_screenReader(m_bezel.screen())
 {
-    setStallMeter(&m_stallMeter);
+    watchApplication();
     m_framework.modules().add(QStringLiteral("dab"), QSharedPointer<SimDabModule>::create());
     m_framework.modules().add(QStringLiteral("mediaplay"),
                               QSharedPointer<SimMediaplayModule>::create());
@@ -72,7 +65,9 @@ Simulator::~Simulator()
     const hardware::CauseScope end(hardware::Cause::begun());
     endActivities();
     m_framework.activities().remove(&m_usb);
-    setStallMeter(nullptr);
+    if (auto *application = qobject_cast<UnitApplication *>(QCoreApplication::instance())) {
+        application->setStallMeter(nullptr);
+    }
 }
 
 bool Simulator::start(QString *error)
@@ -122,6 +117,11 @@ QString Simulator::temporaryFolder() const
     return m_loader.temporaryFolder();
 }
 
+QStringList Simulator::textsBeforeTouch() const
+{
+    return m_textsBeforeTouch;
+}
+
 const StallMeter &Simulator::stallMeter() const
 {
     return m_stallMeter;
@@ -161,6 +161,16 @@ void Simulator::reboot()
                            const hardware::CauseScope scope(cause);
                            boot(running, argument);
                        });
+}
+
+/// Tests may have another application.
+void Simulator::watchApplication()
+{
+    if (auto *application = qobject_cast<UnitApplication *>(QCoreApplication::instance())) {
+        application->setStallMeter(&m_stallMeter);
+        connect(application, &UnitApplication::touchBegins, this,
+                [this] { m_textsBeforeTouch = m_screenReader.widgetTexts(); });
+    }
 }
 
 void Simulator::endActivities()

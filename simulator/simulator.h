@@ -50,6 +50,8 @@ public:
     /// Host path of the folder that is there as long as the simulator.
     QString temporaryFolder() const;
     const StallMeter &stallMeter() const;
+    /// Those on the screen, but for rows of lists, when it was touched last.
+    QStringList textsBeforeTouch() const;
 
 signals:
     /// The program is asked to end. Comes from any thread.
@@ -59,6 +61,7 @@ private:
     void goHome();
     void requestFactoryMenu();
     void reboot();
+    void watchApplication();
     void endActivities();
     void boot(const QString &activity, int argument);
     void showStorage();
@@ -79,6 +82,7 @@ private:
     ActivityLoader m_loader;
     Finger m_finger;
     ScreenReader m_screenReader;
+    QStringList m_textsBeforeTouch;
 };
 
 } // namespace simulator

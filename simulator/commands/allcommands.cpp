@@ -7,6 +7,7 @@ void addAllCommands(Console &console, Simulator &simulator)
 {
     addTouchCommands(console, simulator);
     addLookCommands(console, simulator);
+    addEffectCommands(console, simulator);
     addFaultCommands(console, simulator);
     addJournalCommands(console, simulator);
     addUnitCommands(console, simulator);

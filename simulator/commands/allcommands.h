@@ -13,6 +13,8 @@ void addAllCommands(Console &console, Simulator &simulator);
 void addTouchCommands(Console &console, Simulator &simulator);
 /// What a person sees: texts and buttons on the screen, and pictures of it.
 void addLookCommands(Console &console, Simulator &simulator);
+/// What touches lead to.
+void addEffectCommands(Console &console, Simulator &simulator);
 /// Calls of the plug-in's that are to fail.
 void addFaultCommands(Console &console, Simulator &simulator);
 /// Reading the journal and waiting for its lines.

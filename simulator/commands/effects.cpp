@@ -32,7 +32,11 @@ const Form forms[] = {
     {"^asked (.*)$", "asked", "\\1"},
     {"^(settings|vendor) (.*)$", "stored", "\\1 \\2"},
     {"^receiver heard .*$", nullptr, nullptr},
-    {"^(keylight|panel|receiver|dab|storage|update|ncm|unit|fault) (.*)$", "device", "\\1 \\2"},
+    // Its figures are those of the host's network.
+    {"^(ncm ended [a-z0-9 ]+),.*$", "device", "\\1"},
+    {"^((?:keylight|receiver|storage|update verified) .*)$", "device", "\\1"},
+    {"^(dab (?:tells|progress|restarted|update (?:ok|failed)).*)$", "device", "\\1"},
+    {"^unit (.*)$", "unit", "\\1"},
     {"^(.*)$", "call", "\\1"},
 };
 
@@ -48,6 +52,30 @@ QStringList beyond(QStringList texts, const QStringList &others)
         texts.removeOne(other);
     }
     return texts;
+}
+
+QString quoted(const QStringList &texts)
+{
+    return QLatin1Char('"') + texts.join(QStringLiteral("\", \"")).replace('\n', "\\n")
+        + QLatin1Char('"');
+}
+
+/// Another page is told as a whole.
+QStringList screenEffects(const QStringList &before, const QStringList &after)
+{
+    const QStringList appeared = beyond(after, before);
+    const QStringList gone = beyond(before, after);
+    if (2 * gone.size() > before.size() && !appeared.isEmpty()) {
+        return {labelled("screen", QStringLiteral("now ") + quoted(after))};
+    }
+    QStringList lines;
+    if (!appeared.isEmpty()) {
+        lines.append(labelled("screen", QStringLiteral("+ ") + quoted(appeared)));
+    }
+    if (!gone.isEmpty()) {
+        lines.append(labelled("screen", QStringLiteral("- ") + quoted(gone)));
+    }
+    return lines;
 }
 
 /// Equal neighbours become one line that tells how many they were.
@@ -89,15 +117,11 @@ QStringList effects(const QList<hardware::Journal::Line> &lines, const QStringLi
         found.append(effect(line.text));
     }
     found.removeAll(QString());
-    const QStringList appeared = beyond(after, before);
-    for (const QString &text : appeared) {
-        found.append(labelled("screen", QStringLiteral("+ \"%1\"").arg(text)));
-    }
-    const QStringList gone = beyond(before, after);
-    for (const QString &text : gone) {
-        found.append(labelled("screen", QStringLiteral("- \"%1\"").arg(text)));
-    }
-    return counted(found);
+    // What devices do on their own threads comes at its own time.
+    std::stable_partition(found.begin(), found.end(), [](const QString &line) {
+        return !line.startsWith(QLatin1String("device"));
+    });
+    return counted(found) + screenEffects(before, after);
 }
 
 } // namespace simulator

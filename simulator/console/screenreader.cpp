@@ -26,6 +26,7 @@ QStringList textsOf(const QModelIndex &row)
     for (int role = Qt::UserRole; role <= lastUserRole; ++role) {
         found.append(row.data(role).toString());
     }
+    found.removeDuplicates();
     return found;
 }
 
@@ -83,6 +84,11 @@ QStringList ScreenReader::texts() const
     return texts([](const QWidget *) { return true; });
 }
 
+QStringList ScreenReader::widgetTexts() const
+{
+    return texts([](const QWidget *) { return true; }, WithoutRows);
+}
+
 QStringList ScreenReader::plainTexts() const
 {
     return texts([](const QWidget *widget) { return !buttonface::isButton(widget); });
@@ -106,6 +112,22 @@ QList<ScreenReader::Button> ScreenReader::seenButtons() const
     return seen;
 }
 
+QList<ScreenReader::Row> ScreenReader::seenRows() const
+{
+    QList<Row> rows;
+    const QList<QAbstractItemView *> lists = m_screen.findChildren<QAbstractItemView *>();
+    for (const QAbstractItemView *list : lists) {
+        const QList<Text> texts = rowTexts(list);
+        for (const Text &text : texts) {
+            const bool isSameRow = !rows.isEmpty() && rows.constLast().area == text.first;
+            if (!text.second.isEmpty() && !isSameRow) {
+                rows.append({text.second, text.first});
+            }
+        }
+    }
+    return rows;
+}
+
 QList<QStringList> ScreenReader::pages() const
 {
     QList<QStringList> pages;
@@ -122,7 +144,8 @@ QList<QStringList> ScreenReader::pages() const
 }
 
 /// The texts of the widgets that are wanted, in the order in which they are read.
-QStringList ScreenReader::texts(const std::function<bool(const QWidget *)> &isWanted) const
+QStringList ScreenReader::texts(const std::function<bool(const QWidget *)> &isWanted,
+                                Rows rows) const
 {
     QList<Text> seen;
     const QList<QWidget *> widgets = m_screen.findChildren<QWidget *>();
@@ -134,7 +157,7 @@ QStringList ScreenReader::texts(const std::function<bool(const QWidget *)> &isWa
             }
         }
         const auto *list = qobject_cast<const QAbstractItemView *>(widget);
-        if (list != nullptr) {
+        if (list != nullptr && rows == WithRows) {
             seen.append(rowTexts(list));
         }
     }

@@ -39,11 +39,23 @@ public:
     /// The buttons that are to be seen, in the order in which one reads.
     QList<Button> seenButtons() const;
 
+    struct Row
+    {
+        QString text; ///< The first of those in it.
+        QRect area;   ///< In pixels of the screen.
+    };
+
+    /// The rows of lists that are to be seen, each list's from its top on.
+    QList<Row> seenRows() const;
+
     /// The texts that are to be seen, in the order in which one reads: of labels, buttons, groups,
     /// pop-ups and rows of lists.
     QStringList texts() const;
 
-    /// The same without those of buttons.
+    /// The same without rows of lists, which have to be asked for their texts: nobody notices.
+    QStringList widgetTexts() const;
+
+    /// The same as texts() without those of buttons.
     QStringList plainTexts() const;
 
     /// The pages that are to be seen, those behind others first. Of each the class, and behind it
@@ -53,7 +65,10 @@ public:
 private:
     using Text = QPair<QRect, QString>; // with its place
 
-    QStringList texts(const std::function<bool(const QWidget *)> &isWanted) const;
+    enum Rows { WithRows, WithoutRows };
+
+    QStringList texts(const std::function<bool(const QWidget *)> &isWanted,
+                      Rows rows = WithRows) const;
     QList<Text> rowTexts(const QAbstractItemView *list) const;
     QList<QWidget *> buttons(const QString &id) const;
     QString hint(const QString &id) const;

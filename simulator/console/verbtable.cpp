@@ -62,6 +62,11 @@ const Row rows[] = {
      "expect \"unit booted\" 20000"},
     {"Journal", "absent", "PATTERN", "Fails when the journal has such a line ahead.",
      "absent \"shell cp\""},
+    {"Journal", "effects", "[ID] [FILE]",
+     "Tells what the last touch led to: on the screen, in calls, messages, registers, commands, "
+     "waits and stored values; with an ID presses that button first. --all presses every button "
+     "of every page, and is meant for a fresh unit; it can save that as Markdown in a FILE.",
+     "effects idCapture"},
     {"Journal", "stalls", "[MS]",
      "Sums up by button and call how long the screen was blocked, MS and more at a time, 100 if "
      "not "

@@ -63,6 +63,7 @@ bool UnitApplication::notifyWindow(QObject *receiver, QEvent *event)
 {
     switch (event->type()) {
     case QEvent::MouseButtonPress:
+        emit touchBegins();
         m_touch = Cause::begun();
         break;
     case QEvent::MouseButtonDblClick:

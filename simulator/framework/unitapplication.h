@@ -23,6 +23,10 @@ public:
 
     bool notify(QObject *receiver, QEvent *event) override;
 
+signals:
+    /// A finger is about to come down.
+    void touchBegins();
+
 private:
     bool deliver(QObject *receiver, QEvent *event);
     bool notifyWindow(QObject *receiver, QEvent *event);

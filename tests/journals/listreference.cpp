@@ -9,9 +9,28 @@ namespace
 QStringList readLines(const QString &path)
 {
     QFile file(path);
-    return file.open(QIODevice::ReadOnly)
-        ? QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'), Qt::SkipEmptyParts)
-        : QStringList();
+    if (!file.open(QIODevice::ReadOnly)) {
+        return {};
+    }
+    QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
+    lines.removeLast(); // behind the last line's end
+    return lines;
+}
+
+bool isDocument(const QString &name)
+{
+    return name.endsWith(QLatin1String(".md"));
+}
+
+QString fileName(const QString &name)
+{
+    return isDocument(name) ? name : name + QStringLiteral(".txt");
+}
+
+QString referenceOf(const QString &name)
+{
+    return (isDocument(name) ? QStringLiteral(DOCUMENTS "/") : QStringLiteral(REFERENCES "/"))
+        + fileName(name);
 }
 
 QString firstDifference(const QStringList &got, const QStringList &expected)
@@ -30,7 +49,7 @@ QString firstDifference(const QStringList &got, const QStringList &expected)
 
 QString differenceOf(const QString &name)
 {
-    return QStringLiteral(DIFFERENCES "/%1.txt").arg(name);
+    return QStringLiteral(DIFFERENCES "/") + fileName(name);
 }
 
 QString keep(const QString &name, const QStringList &lines)
@@ -47,7 +66,7 @@ QString keep(const QString &name, const QStringList &lines)
 
 QString listComplaint(const QString &name, const QStringList &lines)
 {
-    const QStringList expected = readLines(QStringLiteral(REFERENCES "/%1.txt").arg(name));
+    const QStringList expected = readLines(referenceOf(name));
     if (lines == expected) {
         QFile::remove(differenceOf(name)); // of an earlier run
         return QString();

@@ -1,11 +1,10 @@
+#include "furnishing.h"
 #include "listreference.h"
 
 #include "scenarios/headunitrun.h"
 #include "support/testmain.h"
-#include "support/updatepackages.h"
 
 #include <QDir>
-#include <QProcess>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -90,23 +89,6 @@ QStringList plainJournal(const QString &text)
     return lines;
 }
 
-/// Packages on both sticks, and logs to copy.
-void furnish(const HeadunitRun &run)
-{
-    run.write(QStringLiteral("/media/flash/userdata/log_service/service.log"), "log");
-    run.write(QStringLiteral("/media/flash/nvm/dfb_crash.dump"), "dump");
-    const QString stick = run.path(QStringLiteral("/sticks/usb0/"));
-    QVERIFY(QDir().mkpath(stick) && QDir().mkpath(run.path(QStringLiteral("/sticks/usb1"))));
-    makeUpdatePackage(run.path(QStringLiteral("/sticks/usb1/ORRERY_PACK.BIN")));
-    for (const char *name : {"bootloader", "firmware"}) {
-        const QString file = stick + QStringLiteral("gps_%1.pkg").arg(QLatin1String(name));
-        QCOMPARE(QProcess::execute(
-                     QStringLiteral(MAKE_GPS_PACKAGE),
-                     {QStringLiteral("valid"), file, QLatin1String(name), QStringLiteral("3000")}),
-                 0);
-    }
-}
-
 } // namespace
 
 void TestJournals::everyJournalBelongsToASession()
@@ -137,7 +119,7 @@ void TestJournals::session()
 {
     QFETCH(QString, name);
     HeadunitRun run;
-    furnish(run);
+    QVERIFY(furnish(run));
     RUN_SCENARIO(run, sessions().filePath(name + QStringLiteral(".script")), speed);
     const QByteArray journal = run.read(QStringLiteral("/journal.log"));
     const QString complaint = listComplaint(name, plainJournal(QString::fromUtf8(journal)));
