@@ -2,9 +2,11 @@
 
 #include "factorydebug/factorydebugproperty.h"
 #include "factorydebug/viewonscreen.h"
+#include "gps/cgpsfwinfo.h"
 #include "simulator/console/screenreader.h"
 #include "support/testmain.h"
 #include "support/tracecapture.h"
+#include "support/updatepackages.h"
 #include "system/csysctrlpage.h"
 
 #include <QSet>
@@ -117,6 +119,8 @@ void readEyePage(Reader &reader)
     reader.press(marked("Host Mode"));
     reader.press(marked("Use UPHY"));
     reader.writeDown(QStringLiteral("usbeye, tuning"));
+    reader.press(QStringLiteral("decrease"));
+    reader.writeDown(QStringLiteral("usbeye, minus zero"));
 }
 
 void readSystemPage(ViewOnScreen &screen, Reader &reader)
@@ -130,11 +134,45 @@ void readSystemPage(ViewOnScreen &screen, Reader &reader)
     reader.writeDown(QStringLiteral("sysCtrl, copying"));
 }
 
+/// While it is verified and then, on the stick of "usb0".
+void readPackage(ViewOnScreen &screen, Reader &reader, const QStringList &options,
+                 const char *verified)
+{
+    makeUpdatePackage(screen.unit.path(QStringLiteral("/sticks/usb0/ORRERY_PACK.BIN")), options);
+    screen.unit.plug(QStringLiteral("usb0"));
+    const hardware::Journal &journal = screen.unit.unit().journal();
+    const qint64 from = journal.end();
+    screen.unit.tap(QPoint(200, 439));
+    reader.writeDown(QStringLiteral("vendordata, verifying"));
+    QVERIFY(journal.waitFor(hardware::JournalPattern(QLatin1String(verified)), from, 10000) >= 0);
+    QCoreApplication::processEvents();
+    reader.writeDown(QStringLiteral("vendordata, ") + QLatin1String(verified));
+    reader.press(QStringLiteral("popupview_cancel"));
+    QString error;
+    QVERIFY2(screen.unit.unit().storage().pull(QStringLiteral("usb0"), &error), qPrintable(error));
+}
+
+/// The box over the receiver's page, ahead of the upgrade that blocks everything.
+void readReceiverBox(ViewOnScreen &screen, Reader &reader)
+{
+    CGpsFwInfo box(QRect(0, 0, 800, 480), screen.view);
+    box.show();
+    for (const bool verified : {false, true}) {
+        box.selectSubPage(verified);
+        reader.writeDown(verified ? QStringLiteral("gps, verified")
+                                  : QStringLiteral("gps, verifying"));
+    }
+    box.systemNewInfoSlot(QStringLiteral("idUpdateBtn"));
+    reader.writeDown(QStringLiteral("gps, updating"));
+}
+
 void readUpdateDialog(ViewOnScreen &screen, Reader &reader)
 {
     screen.unit.tap(QPoint(200, 439));
     reader.writeDown(QStringLiteral("vendordata, without a package"));
     reader.press(QStringLiteral("popupview_cancel"));
+    readPackage(screen, reader, {QStringLiteral("--corrupt")}, "update verified 1 wrong checksum");
+    readPackage(screen, reader, {}, "update verified 0 good");
 }
 
 QStringList readAllPages(ViewOnScreen &screen)
@@ -154,6 +192,7 @@ QStringList readAllPages(ViewOnScreen &screen)
     for (const char *page : {"ncmtest", "keycolor", "als", "pdtVer", "idPanel"}) {
         reader.visit(QString::fromLatin1(page));
     }
+    readReceiverBox(screen, reader);
     // Last, since the notices cover a part of the menu for a while.
     reader.press(QStringLiteral("idCapture"));
     reader.writeDown(QStringLiteral("menu, capture on"));
