@@ -56,6 +56,7 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
     if (!options.script.isEmpty() && !script.open(options.script, &error)) {
         return fail(ExitWrongUsage, error);
     }
+    script.setReport(options.report);
     ConsoleServer server(console);
     if (options.socket
         && !server.listen(consoleSocketName(options.unitFolder), unit.journal(), &error)) {

@@ -27,7 +27,8 @@ const char description[] =
     "\n"
     "Exit status:\n"
     "  0  all went well\n"
-    "  1  a command of the script failed, or the script could not be read on\n"
+    "  1  a command of the script failed, the script could not be read on, or its report not\n"
+    "     be written\n"
     "  2  the command line or the script's name is wrong\n"
     "  3  the plug-in cannot be used\n"
     "  4  the unit's folder cannot be used, or another headunit uses it\n"
@@ -68,6 +69,7 @@ void addOptions(QCommandLineParser &parser)
          "dir", defaultUnitFolder()},
         {"plugin", "The plug-in to load. Default: the one that was built.", "file", builtPlugin()},
         {"script", "Runs console commands, one a line, and ends; \"-\" is standard input.", "file"},
+        {"report", "Writes there, as JUnit does, how the script went.", "file.xml"},
         {"headless", "Shows no window."},
         {"speed",
          QStringLiteral("Lets the unit's time pass that many times faster, %1 to %2. Default: 1")
@@ -85,6 +87,9 @@ QString complaint(const QCommandLineParser &parser, double *speed)
     if (!parser.positionalArguments().isEmpty()) {
         return QStringLiteral("Unexpected argument \"%1\".")
             .arg(parser.positionalArguments().constFirst());
+    }
+    if (parser.isSet("report") && !parser.isSet("script")) {
+        return QStringLiteral("Only a script has a report.");
     }
     const QString speedWord = parser.value("speed");
     if (!readSpeed(speedWord, speed)) {
@@ -120,6 +125,7 @@ bool Options::read(int argc, char *argv[], int *exitStatus)
     unitFolder = parser.value("unit");
     plugin = parser.value("plugin");
     script = parser.value("script");
+    report = parser.value("report");
     headless = parser.isSet("headless");
     stalls = parser.isSet("stalls");
     socket = !parser.isSet("no-socket");

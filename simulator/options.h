@@ -11,6 +11,7 @@ struct Options
     QString unitFolder;
     QString plugin;
     QString script; ///< Empty for none.
+    QString report; ///< Where it is told how the script went; empty for nowhere.
     double speed = 1.0;
     bool headless = false;
     bool stalls = false;

@@ -70,6 +70,13 @@ void DabTuner::setStatus(int status)
     take(status);
 }
 
+DabTuner::Fault DabTuner::fault(int *percent) const
+{
+    const QMutexLocker locker(&m_mutex);
+    *percent = m_faultPercent;
+    return m_fault;
+}
+
 void DabTuner::setFault(Fault fault, int percent)
 {
     const QMutexLocker locker(&m_mutex);

@@ -65,6 +65,7 @@ public:
 
     /// \a percent is the place at which the firmware's write fails or stands still.
     void setFault(Fault fault, int percent);
+    Fault fault(int *percent) const;
 
 signals:
     /// Sent from the tuner's thread, which waits while a receiver works. Journal: dab tells <code>.

@@ -174,10 +174,8 @@ bool Storage::setFull(const QString &name, bool full, QString *error)
     if (slot == nullptr) {
         return false;
     }
-    // The unit's cp looks for this mark.
-    const QString marks = m_folder.path(QStringLiteral("/full"));
-    QFile mark(marks + slot->mountRoot.mid(slot->mountRoot.lastIndexOf(QLatin1Char('/'))));
-    if (full && !(QDir().mkpath(marks) && mark.open(QIODevice::WriteOnly))) {
+    QFile mark(fullMark(*slot));
+    if (full && !(QDir().mkpath(QFileInfo(mark).path()) && mark.open(QIODevice::WriteOnly))) {
         *error = QStringLiteral("\"%1\" cannot be written.").arg(mark.fileName());
         return false;
     }
@@ -187,6 +185,21 @@ bool Storage::setFull(const QString &name, bool full, QString *error)
     m_journal.write(QStringLiteral("storage"),
                     (full ? QStringLiteral("full ") : QStringLiteral("free ")) + name);
     return true;
+}
+
+bool Storage::isFull(const QString &name) const
+{
+    const QMutexLocker locker(&m_mutex);
+    QString ignored;
+    const StorageSlot *slot = m_slots.find(name, &ignored);
+    return slot != nullptr && QFile::exists(fullMark(*slot));
+}
+
+/// The unit's cp looks for this file.
+QString Storage::fullMark(const StorageSlot &slot) const
+{
+    return m_folder.path(QStringLiteral("/full"))
+        + slot.mountRoot.mid(slot.mountRoot.lastIndexOf(QLatin1Char('/')));
 }
 
 bool Storage::remount(const Stick &stick, QString *error)

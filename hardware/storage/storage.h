@@ -56,6 +56,8 @@ public:
     /// it is taken back. False with a sentence in \a error for an unknown slot.
     /// Journal: storage full <name>, storage free <name>.
     bool setFull(const QString &name, bool full, QString *error);
+    /// False for an unknown slot, too.
+    bool isFull(const QString &name) const;
 
 signals:
     void mounted(const QString &mountRoot);
@@ -65,6 +67,7 @@ private:
     bool remount(const Stick &stick, QString *error);
     bool mount(const Stick &stick, QString *error) const;
     void unmount(const Stick &stick) const;
+    QString fullMark(const StorageSlot &slot) const;
     int stickIn(const QString &slot) const;
     const StorageSlot *slotAt(const QString &mountRoot) const;
 

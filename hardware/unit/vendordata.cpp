@@ -153,6 +153,12 @@ bool VendorData::write(int offset, const QByteArray &data)
     return true;
 }
 
+QList<VendorItem> VendorData::items() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_items;
+}
+
 QByteArray VendorData::item(int position) const
 {
     const QMutexLocker locker(&m_mutex);
@@ -174,6 +180,18 @@ void VendorData::refuseWrites(bool refuse)
 {
     const QMutexLocker locker(&m_mutex);
     m_writesRefused = refuse;
+}
+
+bool VendorData::refusesLookUps() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_lookUpsRefused;
+}
+
+bool VendorData::refusesWrites() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_writesRefused;
 }
 
 bool VendorData::store(int offset, const QByteArray &data)

@@ -42,12 +42,17 @@ public:
     /// refused. Journal: vendor write <offset> <bytes in hexadecimal>, or vendor refused write.
     bool write(int offset, const QByteArray &data);
 
+    /// In the order of the table.
+    QList<VendorItem> items() const;
+
     /// The bytes of an item; empty for a position that the table does not name.
     QByteArray item(int position) const;
 
     /// Faults: from now on look-ups, or writes, fail.
     void refuseLookUps(bool refuse);
     void refuseWrites(bool refuse);
+    bool refusesLookUps() const;
+    bool refusesWrites() const;
 
 private:
     bool store(int offset, const QByteArray &data);

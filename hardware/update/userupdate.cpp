@@ -87,6 +87,16 @@ void UserUpdate::refuseData(bool refuse)
     m_dataRefused = refuse;
 }
 
+bool UserUpdate::isSilent() const
+{
+    return m_silent;
+}
+
+bool UserUpdate::refusesData() const
+{
+    return m_dataRefused;
+}
+
 void UserUpdate::beginNext()
 {
     if (!m_waiting.isEmpty()) {

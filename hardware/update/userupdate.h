@@ -51,6 +51,8 @@ public:
     /// Faults: from now on checks end without an answer; there is no data for any update.
     void setSilent(bool silent);
     void refuseData(bool refuse);
+    bool isSilent() const;
+    bool refusesData() const;
 
 signals:
     /// A check has ended: 0 the package is good, other numbers are UpdatePackage::Result. Sent from

@@ -88,6 +88,12 @@ void NcmTest::refuseStarts(bool refuse)
     m_startsRefused = refuse;
 }
 
+bool NcmTest::refusesStarts() const
+{
+    const QMutexLocker locker(&m_mutex);
+    return m_startsRefused;
+}
+
 bool NcmTest::isRunning() const
 {
     const QMutexLocker locker(&m_mutex);

@@ -37,6 +37,7 @@ public:
 
     /// Fault: from now on no test can be started, as without a connected device.
     void refuseStarts(bool refuse);
+    bool refusesStarts() const;
 
     bool isRunning() const;
 

@@ -1,13 +1,12 @@
 #include "allcommands.h"
 
-#include "arguments.h"
 #include "commandtable.h"
+#include "faultdevices.h"
 
-#include "hardware/unit/unit.h"
+#include "simulator/console/nearest.h"
 #include "simulator/simulator.h"
-#include "unitlink/calls.h"
 
-#include <limits>
+#include <algorithm>
 
 namespace simulator
 {
@@ -15,80 +14,87 @@ namespace simulator
 namespace
 {
 
-/// The calls of the C library that the gate can let fail: on a path of the unit, or a command.
-QStringList callsOnPaths()
+const QLatin1String none("none");
+
+QStringList behind(const QString &name, const QStringList &lines)
 {
-    return {QStringLiteral("access"), QStringLiteral("fopen"), QStringLiteral("mkdir"),
-            QStringLiteral("open"),   QStringLiteral("stat"),  QStringLiteral("statx"),
-            QStringLiteral("unlink")};
+    QStringList named;
+    for (const QString &line : lines) {
+        named.append(QStringLiteral("  %1 %2").arg(name, line));
+    }
+    return named;
 }
 
-QStringList knownCalls()
+/// Calls are many, and listed only for who asks for them.
+QStringList possible(const FaultDevice &device, bool isAsked)
 {
-    QStringList lines = unitlink::callsThatCanFail();
-    const QStringList onPaths = callsOnPaths();
-    for (const QString &name : onPaths) {
-        lines.append(name + QStringLiteral(" PATH"));
-    }
-    lines.append(QStringLiteral("system COMMAND"));
-    return lines;
+    const bool isShort = device.name == QLatin1String("call") && !isAsked;
+    return behind(device.name,
+                  isShort ? QStringList(
+                      QStringLiteral("CALL [N]               the next such call of the plug-in's "
+                                     "fails, or the N-th; \"fault call\" lists them"))
+                          : device.possible());
 }
 
-/// Whether there is such a call, with what belongs to it.
-bool isKnown(const QString &call, const QString &argument)
+ConsoleResult list(const QList<FaultDevice> &devices)
 {
-    if (callsOnPaths().contains(call)) {
-        return argument.startsWith(QLatin1Char('/'));
+    QStringList can(QStringLiteral("What can fail:"));
+    QStringList does(QStringLiteral("What does:"));
+    for (const FaultDevice &device : devices) {
+        can += possible(device, devices.size() == 1);
+        does += behind(device.name, device.present());
     }
-    return call == QLatin1String("system")
-        ? !argument.isEmpty()
-        : unitlink::callsThatCanFail().contains(call) && argument.isEmpty();
+    return ConsoleResult::done(can + does);
 }
 
-ConsoleResult addFault(hardware::CallFaults &faults, const QString &text, const QString &number)
+ConsoleResult unknownDevice(const QList<FaultDevice> &devices, const QString &name)
 {
-    const QString call = text.section(QLatin1Char(' '), 0, 0);
-    const QString argument = text.section(QLatin1Char(' '), 1);
-    if (!isKnown(call, argument)) {
-        return ConsoleResult::failed(
-            QStringLiteral("there is no call \"%1\" that can fail; \"fail calls\" lists them")
-                .arg(text));
+    QStringList names;
+    for (const FaultDevice &device : devices) {
+        names.append(device.name);
     }
-    int count = 0;
-    QString error;
-    if (!readNumber(number, QStringLiteral("N"), 1, std::numeric_limits<int>::max(), &count,
-                    &error)) {
-        return ConsoleResult::failed(error);
-    }
-    faults.add(text, count);
-    return ConsoleResult::done();
+    return ConsoleResult::failed(QStringLiteral("there is no device \"%1\", only: %2")
+                                     .arg(name, names.join(QLatin1String(", ")))
+                                 + nearHint(name, names));
 }
 
-ConsoleResult fail(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+ConsoleResult set(const FaultDevice &device, const QStringList &words)
 {
-    hardware::CallFaults &faults = simulator.unit().callFaults();
-    const QString call = arguments.value(0);
-    if (arguments.isEmpty()) {
-        return ConsoleResult::done(faults.pending());
-    }
-    if (call == QLatin1String("none") && arguments.size() == 1) {
-        faults.clear();
+    if (words == QStringList(none)) {
+        device.clear();
         return ConsoleResult::done();
     }
-    if (call == QLatin1String("calls") && arguments.size() == 1) {
-        return ConsoleResult::done(knownCalls());
+    QString error;
+    return device.set(words, &error) ? ConsoleResult::done() : ConsoleResult::failed(error);
+}
+
+ConsoleResult fault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    const QList<FaultDevice> devices = faultDevices(simulator.unit());
+    if (arguments.isEmpty()) {
+        return list(devices);
     }
-    return addFault(faults, call, arguments.value(1, QStringLiteral("1")));
+    if (arguments == QStringList(none)) {
+        for (const FaultDevice &device : devices) {
+            device.clear();
+        }
+        return ConsoleResult::done();
+    }
+    const auto device =
+        std::find_if(devices.cbegin(), devices.cend(), [&arguments](const FaultDevice &device) {
+            return device.name == arguments.first();
+        });
+    if (device == devices.cend()) {
+        return unknownDevice(devices, arguments.first());
+    }
+    return arguments.size() == 1 ? list({*device}) : set(*device, arguments.mid(1));
 }
 
 } // namespace
 
 void addFaultCommands(Console &console, Simulator &simulator)
 {
-    addCommands(console, simulator,
-                {
-                    {"fail", Console::Place::AnyThread, fail},
-                });
+    addCommands(console, simulator, {{"fault", Console::Place::AnyThread, fault}});
 }
 
 } // namespace simulator

@@ -40,6 +40,41 @@ ConsoleResult als(Simulator &simulator, const QStringList &arguments, ConsoleSes
     return ConsoleResult::done();
 }
 
+ConsoleResult setThreshold(hardware::DayNight &dayNight, hardware::DayNight::Mode mode,
+                           const QString &value)
+{
+    int threshold = 0;
+    QString error;
+    if (!readNumber(value, QStringLiteral("VALUE"), std::numeric_limits<int>::min(),
+                    std::numeric_limits<int>::max(), &threshold, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    dayNight.setThreshold(mode, threshold);
+    return ConsoleResult::done();
+}
+
+ConsoleResult dayNight(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    using hardware::DayNight;
+    DayNight &dayNight = simulator.unit().dayNight();
+    if (arguments.isEmpty()) {
+        return ConsoleResult::done(dayNight.description());
+    }
+    const QString &item = arguments.first();
+    const QString value = arguments.value(1);
+    if (item == QLatin1String("day") || item == QLatin1String("night")) {
+        return setThreshold(dayNight,
+                            item == QLatin1String("day") ? DayNight::Day : DayNight::Night, value);
+    }
+    const int isOn = QStringList({QStringLiteral("off"), QStringLiteral("on")}).indexOf(value);
+    if (item != QLatin1String("automatic") || isOn < 0) {
+        return ConsoleResult::failed(QStringLiteral("usage: daynight, daynight day VALUE, daynight "
+                                                    "night VALUE, daynight automatic on|off"));
+    }
+    dayNight.setAutomatic(isOn == 1);
+    return ConsoleResult::done();
+}
+
 ConsoleResult alsCurve(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     int perSecond = 0;
@@ -135,6 +170,7 @@ void addLightCommands(Console &console, Simulator &simulator)
                 {
                     {"als", place, als},
                     {"als-curve", place, alsCurve},
+                    {"daynight", place, dayNight},
                     {"panel", place, panel},
                     {"keylight", place, keyLight},
                 });

@@ -11,7 +11,6 @@ namespace simulator
 namespace
 {
 
-using hardware::MemoryDevice;
 using hardware::MemoryRegister;
 using hardware::PhysicalMemory;
 
@@ -87,20 +86,6 @@ ConsoleResult fillMemory(Simulator &simulator, const QStringList &arguments, Con
     return ConsoleResult::done();
 }
 
-ConsoleResult memoryFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
-{
-    const QStringList faults{QStringLiteral("none"), QStringLiteral("missing"),
-                             QStringLiteral("map-refused")}; // by MemoryDevice::Fault
-    const int fault = faults.indexOf(arguments.first());
-    if (fault < 0) {
-        return ConsoleResult::failed(
-            QStringLiteral("FAULT is one of %1, not \"%2\"")
-                .arg(faults.join(QStringLiteral(", ")), arguments.first()));
-    }
-    simulator.unit().memoryDevice().setFault(MemoryDevice::Fault(fault));
-    return ConsoleResult::done();
-}
-
 ConsoleResult phy(Simulator &simulator, const QStringList &, ConsoleSession &)
 {
     return ConsoleResult::done(simulator.unit().usbPhy().description());
@@ -115,7 +100,6 @@ void addMemoryCommands(Console &console, Simulator &simulator)
                 {
                     {"memory", place, memory},
                     {"memory-fill", place, fillMemory},
-                    {"memory-fault", place, memoryFault},
                     {"phy", place, phy},
                 });
 }

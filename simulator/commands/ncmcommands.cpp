@@ -16,18 +16,6 @@ ConsoleResult ncm(Simulator &simulator, const QStringList &, ConsoleSession &)
     return ConsoleResult::done(simulator.unit().ncmTest().description());
 }
 
-ConsoleResult ncmFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
-{
-    const QString &fault = arguments.first();
-    const bool isRefused = fault == QLatin1String("refused");
-    if (!isRefused && fault != QLatin1String("none")) {
-        return ConsoleResult::failed(
-            QStringLiteral("FAULT is one of none, refused, not \"%1\"").arg(fault));
-    }
-    simulator.unit().ncmTest().refuseStarts(isRefused);
-    return ConsoleResult::done();
-}
-
 } // namespace
 
 void addNcmCommands(Console &console, Simulator &simulator)
@@ -36,7 +24,6 @@ void addNcmCommands(Console &console, Simulator &simulator)
     addCommands(console, simulator,
                 {
                     {"ncm", place, ncm},
-                    {"ncm-fault", place, ncmFault},
                 });
 }
 

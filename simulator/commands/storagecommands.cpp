@@ -29,20 +29,6 @@ ConsoleResult pull(Simulator &simulator, const QStringList &arguments, ConsoleSe
         : ConsoleResult::failed(error);
 }
 
-ConsoleResult fill(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
-{
-    const QString state = arguments.value(1, QStringLiteral("on"));
-    if (state != QLatin1String("on") && state != QLatin1String("off")) {
-        return ConsoleResult::failed(
-            QStringLiteral("only \"on\" or \"off\" may follow here, not \"%1\"").arg(state));
-    }
-    QString error;
-    return simulator.unit().storage().setFull(arguments.first(), state == QLatin1String("on"),
-                                              &error)
-        ? ConsoleResult::done()
-        : ConsoleResult::failed(error);
-}
-
 } // namespace
 
 void addStorageCommands(Console &console, Simulator &simulator)
@@ -52,7 +38,6 @@ void addStorageCommands(Console &console, Simulator &simulator)
                 {
                     {"plug", place, plug},
                     {"pull", place, pull},
-                    {"fill", place, fill},
                 });
 }
 

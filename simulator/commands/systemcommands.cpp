@@ -14,21 +14,6 @@ namespace
 
 using hardware::DabTuner;
 
-struct DabFault
-{
-    const char *name;
-    DabTuner::Fault fault;
-};
-
-const DabFault dabFaults[] = {
-    {"none", DabTuner::NoFault},
-    {"fail", DabTuner::WriteFails},
-    {"stall", DabTuner::Stalls},
-    {"mute", DabTuner::IsMute},
-};
-
-const int defaultFaultPercent = 50;
-
 bool isToldStatus(int code)
 {
     return code == DabTuner::Idle || code == DabTuner::Updating || code == DabTuner::UpdateFailed
@@ -56,26 +41,6 @@ ConsoleResult dab(Simulator &simulator, const QStringList &arguments, ConsoleSes
     }
     tuner.setStatus(code);
     return ConsoleResult::done();
-}
-
-ConsoleResult dabFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
-{
-    int percent = defaultFaultPercent;
-    QString error;
-    if (arguments.size() > 1
-        && !readNumber(arguments.at(1), QStringLiteral("PERCENT"), 0, 99, &percent, &error)) {
-        return ConsoleResult::failed(error);
-    }
-    QStringList names;
-    for (const DabFault &known : dabFaults) {
-        if (arguments.first() == QLatin1String(known.name)) {
-            simulator.unit().dabTuner().setFault(known.fault, percent);
-            return ConsoleResult::done();
-        }
-        names.append(QLatin1String(known.name));
-    }
-    return ConsoleResult::failed(QStringLiteral("there is no fault \"%1\"; the faults are: %2")
-                                     .arg(arguments.first(), names.join(QLatin1String(", "))));
 }
 
 ConsoleResult version(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
@@ -110,7 +75,6 @@ void addSystemCommands(Console &console, Simulator &simulator)
     addCommands(console, simulator,
                 {
                     {"dab", place, dab},
-                    {"dab-fault", place, dabFault},
                     {"version", place, version},
                 });
 }

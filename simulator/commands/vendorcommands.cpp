@@ -6,6 +6,8 @@
 #include "hardware/unit/unit.h"
 #include "simulator/simulator.h"
 
+#include <QRegularExpression>
+
 namespace simulator
 {
 
@@ -14,46 +16,63 @@ namespace
 
 const int lastPosition = 255;
 
+QString hex(const QByteArray &bytes)
+{
+    return QString::fromLatin1(bytes.toHex(' ').toUpper());
+}
+
+ConsoleResult listItems(const hardware::VendorData &vendor)
+{
+    QStringList lines;
+    const QList<hardware::VendorItem> items = vendor.items();
+    for (const hardware::VendorItem &item : items) {
+        lines.append(QStringLiteral("%1 %2 %3")
+                         .arg(item.position)
+                         .arg(item.name, hex(vendor.item(item.position))));
+    }
+    return ConsoleResult::done(lines);
+}
+
+/// Writes what an item is to begin with; the rest of it stays.
+ConsoleResult writeItem(hardware::VendorData &vendor, int position, const QString &text)
+{
+    int offset = 0;
+    int length = 0;
+    if (!vendor.find(position, &offset, &length)) {
+        return ConsoleResult::failed(QStringLiteral("the vendor data refuses look-ups"));
+    }
+    static const QRegularExpression pairs(
+        QRegularExpression::anchoredPattern(QStringLiteral("([0-9A-Fa-f]{2} ?)+")));
+    const QByteArray bytes = QByteArray::fromHex(text.toLatin1());
+    if (!pairs.match(text).hasMatch() || bytes.size() > length) {
+        return ConsoleResult::failed(
+            QStringLiteral("BYTES is 1 to %1 pairs of hexadecimal digits, not \"%2\"")
+                .arg(length)
+                .arg(text));
+    }
+    return vendor.write(offset, bytes)
+        ? ConsoleResult::done()
+        : ConsoleResult::failed(QStringLiteral("the vendor data refuses writes"));
+}
+
 ConsoleResult vendor(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
+    hardware::VendorData &vendor = simulator.unit().vendorData();
+    if (arguments.isEmpty()) {
+        return listItems(vendor);
+    }
     int position = 0;
     QString error;
     if (!readNumber(arguments.first(), QStringLiteral("POSITION"), 0, lastPosition, &position,
                     &error)) {
         return ConsoleResult::failed(error);
     }
-    const QByteArray item = simulator.unit().vendorData().item(position);
-    return item.isEmpty()
-        ? ConsoleResult::failed(QStringLiteral("nothing has position %1").arg(position))
-        : ConsoleResult::done({QString::fromLatin1(item.toHex(' ').toUpper())});
-}
-
-ConsoleResult vendorFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
-{
-    const QString &fault = arguments.first();
-    const bool lookUps = fault == QLatin1String("look-up");
-    const bool writes = fault == QLatin1String("write");
-    if (!lookUps && !writes && fault != QLatin1String("none")) {
-        return ConsoleResult::failed(
-            QStringLiteral("FAULT is look-up, write or none, not \"%1\"").arg(fault));
+    const QByteArray item = vendor.item(position);
+    if (item.isEmpty()) {
+        return ConsoleResult::failed(QStringLiteral("nothing has position %1").arg(position));
     }
-    simulator.unit().vendorData().refuseLookUps(lookUps);
-    simulator.unit().vendorData().refuseWrites(writes);
-    return ConsoleResult::done();
-}
-
-ConsoleResult updateFault(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
-{
-    const QString &fault = arguments.first();
-    const bool silent = fault == QLatin1String("silent");
-    const bool noData = fault == QLatin1String("no-data");
-    if (!silent && !noData && fault != QLatin1String("none")) {
-        return ConsoleResult::failed(
-            QStringLiteral("FAULT is silent, no-data or none, not \"%1\"").arg(fault));
-    }
-    simulator.unit().userUpdate().setSilent(silent);
-    simulator.unit().userUpdate().refuseData(noData);
-    return ConsoleResult::done();
+    return arguments.size() > 1 ? writeItem(vendor, position, arguments.at(1))
+                                : ConsoleResult::done({hex(item)});
 }
 
 } // namespace
@@ -64,8 +83,6 @@ void addVendorCommands(Console &console, Simulator &simulator)
     addCommands(console, simulator,
                 {
                     {"vendor", place, vendor},
-                    {"vendor-fault", place, vendorFault},
-                    {"update-fault", place, updateFault},
                 });
 }
 

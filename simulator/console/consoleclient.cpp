@@ -21,8 +21,12 @@ bool ConsoleClient::connectTo(const QString &unitFolder, QString *error)
 
 bool ConsoleClient::run(const QStringList &words, QStringList *lines, QString *error)
 {
+    return runLine(commandline::join(words).toUtf8(), lines, error);
+}
+
+bool ConsoleClient::runLine(const QByteArray &command, QStringList *lines, QString *error)
+{
     lines->clear();
-    const QByteArray command = commandline::join(words).toUtf8();
     if (command.size() > commandline::maxLineBytes) {
         *error = commandline::tooLong();
         return false;
@@ -42,6 +46,11 @@ bool ConsoleClient::run(const QStringList &words, QStringList *lines, QString *e
     }
     *error = QStringLiteral("the unit went down before it had answered");
     return false;
+}
+
+bool ConsoleClient::isConnected() const
+{
+    return m_socket.state() == QLocalSocket::ConnectedState;
 }
 
 void ConsoleClient::setListener(const std::function<void(const QString &line)> &listener)

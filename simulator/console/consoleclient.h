@@ -21,6 +21,12 @@ public:
     /// listener.
     bool run(const QStringList &words, QStringList *lines, QString *error);
 
+    /// The same for a command as it is typed.
+    bool runLine(const QByteArray &command, QStringList *lines, QString *error);
+
+    /// False once the unit went down while it was asked.
+    bool isConnected() const;
+
     /// Who takes lines that come before a command has ended; without one they are dropped.
     void setListener(const std::function<void(const QString &line)> &listener);
 

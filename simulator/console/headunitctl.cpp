@@ -1,10 +1,10 @@
-#include "consoleclient.h"
+#include "completion.h"
 #include "unitaddress.h"
+#include "unitcontrol.h"
 #include "verbs.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QDir>
 
 #include <cstdio>
 
@@ -13,10 +13,9 @@ using namespace simulator;
 namespace
 {
 
-enum ExitStatus { ExitFine = 0, ExitCommandFailed = 1, ExitWrongUsage = 2, ExitNoUnit = 3 };
-
 const char description[] =
-    "Runs one console command on a headunit that runs. The command \"help\" lists them all,\n"
+    "Runs a console command on a headunit that runs; without one, the commands that are typed,\n"
+    "or those of standard input up to the first that fails. The command \"help\" lists them all,\n"
     "and needs no unit.\n"
     "\n"
     "Exit status:\n"
@@ -32,7 +31,7 @@ void print(FILE *stream, const QStringList &lines)
     }
 }
 
-int fail(ExitStatus status, const QString &sentence)
+int fail(ControlStatus status, const QString &sentence)
 {
     print(stderr, {sentence});
     return status;
@@ -48,9 +47,10 @@ void addOptions(QCommandLineParser &parser)
         {{"v", "version"}, "Says which version this is."},
         {"unit", QStringLiteral("The unit's folder. Default: %1").arg(defaultUnitFolder()), "dir",
          defaultUnitFolder()},
+        {"complete", "Lists what the last word of that line of the console can become.", "line"},
     });
-    parser.addPositionalArgument("command", "The command.");
-    parser.addPositionalArgument("arguments", "Its arguments.", "[arguments...]");
+    parser.addPositionalArgument("command", "The command.", "[command");
+    parser.addPositionalArgument("arguments", "Its arguments.", "[arguments...]]");
 }
 
 /// Tells of the commands, which it knows without a unit.
@@ -58,39 +58,37 @@ int help(const QStringList &names)
 {
     const QList<Verb> verbs = verbTable();
     if (names.size() > 1) {
-        return fail(ExitCommandFailed,
+        return fail(ControlCommandFailed,
                     QStringLiteral("usage: ")
                         + findVerb(verbs, QStringLiteral("help"))->synopsis());
     }
     const Verb *verb = names.isEmpty() ? nullptr : findVerb(verbs, names.first());
     if (verb == nullptr && !names.isEmpty()) {
-        return fail(ExitCommandFailed, unknownVerb(verbs, names.first()));
+        return fail(ControlCommandFailed, unknownVerb(verbs, names.first()));
     }
     print(stdout, verb == nullptr ? helpOnAll(verbs) : helpOn(*verb));
-    return ExitFine;
+    return ControlFine;
 }
 
-int runCommand(const QString &unitFolder, const QStringList &command)
+/// What the end of a line can become; without a unit no button.
+int complete(const QString &unitFolder, const QString &line)
 {
-    ConsoleClient client;
-    QStringList lines;
-    QString error;
-    if (!client.connectTo(unitFolder, &error)) {
-        return fail(ExitNoUnit, error);
+    print(stdout, completions(line, [&unitFolder] {
+              UnitControl control;
+              return control.connectTo(unitFolder) == ControlFine ? control.buttons()
+                                                                  : QStringList();
+          }));
+    return ControlFine;
+}
+
+int control(const QString &unitFolder, const QStringList &command)
+{
+    UnitControl control;
+    const ControlStatus status = control.connectTo(unitFolder);
+    if (status != ControlFine) {
+        return status;
     }
-    client.setListener([](const QString &line) {
-        print(stdout, {line});
-        std::fflush(stdout);
-    });
-    // The unit's program runs in a folder of its own, but names are meant from here.
-    const bool successful = client.run({QStringLiteral("cd"), QDir::currentPath()}, &lines, &error)
-        && client.run(command, &lines, &error);
-    FILE *stream = successful ? stdout : stderr;
-    if (!successful) {
-        fail(ExitCommandFailed, error);
-    }
-    print(stream, lines);
-    return successful ? ExitFine : ExitCommandFailed;
+    return command.isEmpty() ? control.runInput() : control.run(command);
 }
 
 } // namespace
@@ -104,20 +102,21 @@ int main(int argc, char *argv[])
     QCommandLineParser parser;
     addOptions(parser);
     if (!parser.parse(QCoreApplication::arguments())) {
-        return fail(ExitWrongUsage, parser.errorText());
+        return fail(ControlWrongUsage, parser.errorText());
     }
     if (parser.isSet("help")) {
         std::printf("%s", qUtf8Printable(parser.helpText()));
-        return ExitFine;
+        return ControlFine;
     }
     if (parser.isSet("version")) {
         std::printf("headunit-ctl %s\n", FACTORYDEBUG_VERSION);
-        return ExitFine;
+        return ControlFine;
     }
-    if (parser.positionalArguments().isEmpty()) {
-        return fail(ExitWrongUsage, QStringLiteral("A command is missing; --help tells more."));
+    const QString unitFolder = parser.value("unit");
+    if (parser.isSet("complete")) {
+        return complete(unitFolder, parser.value("complete"));
     }
     const QStringList command = parser.positionalArguments();
-    return command.first() == QLatin1String("help") ? help(command.mid(1))
-                                                    : runCommand(parser.value("unit"), command);
+    return command.value(0) == QLatin1String("help") ? help(command.mid(1))
+                                                     : control(unitFolder, command);
 }

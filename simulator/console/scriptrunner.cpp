@@ -3,6 +3,8 @@
 #include "console.h"
 #include "consolesession.h"
 
+#include <QElapsedTimer>
+
 #include <cstdio>
 
 namespace simulator
@@ -44,34 +46,62 @@ bool ScriptRunner::open(const QString &file, QString *error)
     return m_input.open(file, error);
 }
 
+void ScriptRunner::setReport(const QString &file)
+{
+    m_reportFile = file;
+}
+
 void ScriptRunner::run()
+{
+    QElapsedTimer time;
+    time.start();
+    runLines();
+    if (!m_report.failure.isEmpty()) {
+        print(stderr, m_report.failure);
+        printAnswer(stderr, m_report.more);
+    }
+    m_report.script = m_name;
+    m_report.seconds = double(time.elapsed()) / 1000;
+    const bool isReported = writeReport();
+    emit over(m_report.failure.isEmpty() && isReported);
+}
+
+/// Up to the first that fails.
+void ScriptRunner::runLines()
 {
     ConsoleSession session(m_reader);
     session.setListener([](const QStringList &lines) { printAnswer(stdout, lines); });
     QByteArray line;
     int number = 0;
-    bool successful = true;
-    bool ended = false;
-    while (successful && !ended && m_input.readLine(&line)) {
-        successful = runLine(line, ++number, session, &ended);
+    while (m_input.readLine(&line)) {
+        if (!runLine(line, ++number, session)) {
+            return;
+        }
     }
-    if (!m_input.error().isEmpty()) {
-        print(stderr, m_input.error());
-        successful = false;
-    }
-    emit over(successful);
+    m_report.failure = m_input.error();
 }
 
-bool ScriptRunner::runLine(const QByteArray &line, int number, ConsoleSession &session,
-                           bool *ended) const
+/// False when no other line is to be run.
+bool ScriptRunner::runLine(const QByteArray &line, int number, ConsoleSession &session)
 {
     const ConsoleResult result = m_console.run(QString::fromUtf8(line), session);
-    *ended = result.endsSession;
-    if (!result.isOk()) {
-        print(stderr, QStringLiteral("%1:%2: %3").arg(m_name).arg(number).arg(result.error));
+    if (result.isOk()) {
+        printAnswer(stdout, result.lines);
+    } else {
+        m_report.failure = QStringLiteral("%1:%2: %3").arg(m_name).arg(number).arg(result.error);
+        m_report.more = result.lines;
     }
-    printAnswer(result.isOk() ? stdout : stderr, result.lines);
-    return result.isOk();
+    return result.isOk() && !result.endsSession;
+}
+
+bool ScriptRunner::writeReport() const
+{
+    QString error;
+    if (m_reportFile.isEmpty() || m_report.write(m_reportFile, &error)) {
+        return true;
+    }
+    print(stderr, error);
+    return false;
 }
 
 } // namespace simulator

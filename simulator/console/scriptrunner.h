@@ -1,6 +1,7 @@
 #pragma once
 
 #include "scriptinput.h"
+#include "scriptreport.h"
 
 #include "hardware/unit/journalreader.h"
 
@@ -28,20 +29,28 @@ public:
     /// \a file "-" stands for standard input. False with a sentence in \a error.
     bool open(const QString &file, QString *error);
 
+    /// Has it told in that file how the script went.
+    void setReport(const QString &file);
+
 signals:
-    /// The script is over; \a successful when it was read to its end and no command failed.
+    /// The script is over; \a successful when it was read to its end, no command failed, and
+    /// the report could be written.
     void over(bool successful);
 
 protected:
     void run() override;
 
 private:
-    bool runLine(const QByteArray &line, int number, ConsoleSession &session, bool *ended) const;
+    void runLines();
+    bool runLine(const QByteArray &line, int number, ConsoleSession &session);
+    bool writeReport() const;
 
     const Console &m_console;
     hardware::JournalReader m_reader;
     QString m_name;
     ScriptInput m_input;
+    ScriptReport m_report;
+    QString m_reportFile;
 };
 
 } // namespace simulator

@@ -78,8 +78,6 @@ const Row rows[] = {
      "Plugs a stick: that folder, or the slot's own stick in the unit's folder.",
      "plug usb0 /tmp/stick"},
     {"World", "pull", "SLOT", "Pulls the stick.", "pull usb0"},
-    {"World", "fill", "SLOT [on|off]",
-     "The stick there takes no more bytes from the shell, or does again.", "fill usb0 off"},
     {"World", "als", "[READING]",
      "Has the light sensor report, or says its reading, thresholds and mode.", "als 300"},
     {"World", "als-curve", "RATE [SECONDS]",
@@ -92,11 +90,23 @@ const Row rows[] = {
     {"Unit", "panel", "[ITEM] [VALUE] [wrong]",
      "Says the panel's picture, or changes an item of it; \"wrong\" allows a value out of range.",
      "panel brightness 12"},
+    {"Unit", "daynight", "[day|night|automatic] [VALUE]",
+     "Says the light sensor's thresholds, whether the mode goes by them, and the mode; or changes "
+     "a "
+     "threshold, or has the mode go by them: on, off.",
+     "daynight night 120"},
     {"Unit", "keylight", "", "Says the colour behind the hard keys, 0 to 100 each.", "keylight"},
-    {"Unit", "vendor", "POSITION", "Says the bytes of an item of the vendor data.", "vendor 2"},
+    {"Unit", "vendor", "[POSITION] [BYTES]",
+     "Lists the vendor data, or says the bytes of one item, or changes as many of them, from the "
+     "first on, as are given in hexadecimal.",
+     "vendor 2 0C000000"},
     {"Unit", "version", "[NAME] [VALUE]",
      "Says the modules' versions, or one of them, or changes it.", "version bluetooth 4.2"},
-    {"Unit", "usb", "", "Says what the USB ports are set to.", "usb"},
+    {"Unit", "usb", "[PORT|certification] [MODE]",
+     "Says what the USB ports are set to, or sets one: CDP, DCP, SDP; or their certification: O, "
+     "T, "
+     "M.",
+     "usb 1 DCP"},
     {"Unit", "phy", "", "Says the USB ports' role, speed, test mode, swing and disconnect level.",
      "phy"},
     {"Unit", "ncm", "", "Says which NCM throughput test runs or ran last, and its figures.", "ncm"},
@@ -110,31 +120,17 @@ const Row rows[] = {
      "Says the DAB tuner's update status, or has the tuner take one on and tell it: 0 idle, 7 "
      "running, 8 failed, 9 succeeded; \"wrong\" allows other codes up to 255.",
      "dab 8"},
-    {"Unit", "receiver", "[ACTION] [FAULT] [A] [B] [C]",
-     "Says what the GPS receiver does and what goes wrong with it; \"fault NAME ...\" makes "
-     "something go wrong, \"faults\" lists what there is, \"repair\" ends it all.",
-     "receiver fault nak 3 5"},
+    {"Unit", "receiver", "", "Says what the GPS receiver does and what goes wrong with it.",
+     "receiver"},
     {"Unit", "reboot", "", "Has the unit restarted; it then journals \"unit booted\".", "reboot"},
 
-    {"Faults", "fail", "[CALL] [N]",
-     "Has the next such call of the plug-in's fail, or the N-th: a function of a closed library, "
-     "\"open PATH\" or \"system COMMAND\", where the beginning is enough. \"fail calls\" lists "
-     "them, \"fail\" those to come, \"fail none\" drops these.",
-     "fail McuMsgModule::sendMsgToMcu 2"},
-    {"Faults", "memory-fault", "FAULT",
-     "Has /dev/mem fail from now on: missing, map-refused, or none.", "memory-fault missing"},
-    {"Faults", "ncm-fault", "FAULT", "Has starts of NCM tests fail from now on: refused, or none.",
-     "ncm-fault refused"},
-    {"Faults", "dab-fault", "KIND [PERCENT]",
-     "From now on a DAB update fails or stands still (\"fail\", \"stall\"; at 50 % if not said), "
-     "or its status is not told (\"mute\"); \"none\" ends it.",
-     "dab-fault stall 20"},
-    {"Faults", "vendor-fault", "look-up|write|none",
-     "From now on the vendor data refuses look-ups, or writes, or nothing.", "vendor-fault write"},
-    {"Faults", "update-fault", "silent|no-data|none",
-     "From now on the update service never ends a check, or has no data for an update, or has no "
-     "fault.",
-     "update-fault silent"},
+    {"Faults", "fault", "[DEVICE] [NAME]...",
+     "Lists what can fail and what does, of the whole unit or one device of it, or has something "
+     "fail from now on: of calls, receiver and storage any number of things, of the other "
+     "devices one at a time. \"none\" in place of NAME ends it for that device, in place of DEVICE "
+     "for "
+     "all.",
+     "fault dab stall 20"},
 
     {"Scripts", "repeat", "COUNT COMMAND",
      "Runs a command, in quotes, so many times, until it fails.", "repeat 12 \"press briinc\""},

@@ -100,7 +100,7 @@ void TestCommands::refuses_data()
                                    << "MS is a whole number from 0 to 2147483647, not \"long\"";
     QTest::newRow("cd: no folder") << "cd /etc/passwd/nowhere"
                                    << "there is no folder \"/etc/passwd/nowhere\"";
-    QTest::newRow("receiver: impossible") << "receiver fault silence prompt 3"
+    QTest::newRow("receiver: impossible") << "fault receiver silence prompt 3"
                                           << "the stage \"prompt\" has no blocks";
     QTest::newRow("quit: argument") << "quit now"
                                     << "usage: quit";
@@ -372,11 +372,11 @@ void TestCommands::receiverListsWhatGoesWrong()
     TestSimulator unit;
     const QStringList well{"runs GNSS 1.04.2, 230400 baud"};
     QCOMPARE(unit.run("receiver").lines, well);
-    QCOMPARE(unit.errorOf("receiver fault nak 3 5 firmware"), QString());
-    QCOMPARE(unit.errorOf("receiver fault no-yc"), QString());
+    QCOMPARE(unit.errorOf("fault receiver nak 3 5 firmware"), QString());
+    QCOMPARE(unit.errorOf("fault receiver no-yc"), QString());
     QCOMPARE(unit.run("receiver").lines,
              well + QStringList({"fault nak 3 5 firmware", "fault no-yc"}));
-    QCOMPARE(unit.errorOf("receiver repair"), QString());
+    QCOMPARE(unit.errorOf("fault receiver none"), QString());
     QCOMPARE(unit.run("receiver").lines, well);
 }
 

@@ -7,6 +7,7 @@
 
 #include <QtTest>
 
+/// Whatever can be made to fail; that it then does, the devices' own tests show.
 class TestFaultCommands : public QObject
 {
     Q_OBJECT
@@ -14,27 +15,72 @@ class TestFaultCommands : public QObject
 private slots:
     void refuses_data();
     void refuses();
-    void failsAreListedAndDropped();
+    void isListedUntilItIsEnded_data();
+    void isListedUntilItIsEnded();
+    void callsReceiverAndStorageHaveSeveral();
+    void othersHaveOneAtATime();
+    void noneEndsAll();
+    void tellsWhatCanFail();
     void everyCallThatIsListedIsTaken();
+    void fullStickIsToldAndMarked();
 };
+
+namespace
+{
+
+/// What fails now.
+QStringList present(TestSimulator &unit)
+{
+    const QStringList lines = unit.run("fault").lines;
+    return lines.mid(lines.indexOf("What does:") + 1);
+}
+
+} // namespace
 
 void TestFaultCommands::refuses_data()
 {
     QTest::addColumn<QString>("line");
     QTest::addColumn<QString>("error");
     const auto unknown =
-        QStringLiteral("there is no call \"%1\" that can fail; \"fail calls\" lists them");
-    QTest::newRow("no call") << "fail fire" << unknown.arg(QStringLiteral("fire"));
-    QTest::newRow("not of a library")
-        << "fail DisplayControl::explode" << unknown.arg(QStringLiteral("DisplayControl::explode"));
+        QStringLiteral("there is no call \"%1\" that can fail; \"fault call\" lists them");
+    QTest::newRow("no call") << "fault call fire" << unknown.arg("fire");
+    QTest::newRow("nearly a call")
+        << "fault call ThreadPool::adTask"
+        << unknown.arg("ThreadPool::adTask") + "; near: ThreadPool::addTask";
     QTest::newRow("with an argument")
-        << "fail \"ThreadPool::addTask 1\"" << unknown.arg(QStringLiteral("ThreadPool::addTask 1"));
-    QTest::newRow("no path") << "fail open" << unknown.arg(QStringLiteral("open"));
-    QTest::newRow("relative path")
-        << "fail \"open media\"" << unknown.arg(QStringLiteral("open media"));
-    QTest::newRow("no command") << "fail system" << unknown.arg(QStringLiteral("system"));
-    QTest::newRow("number") << "fail \"system sync\" 0"
+        << "fault call \"ThreadPool::addTask 1\""
+        << unknown.arg("ThreadPool::addTask 1") + "; near: ThreadPool::addTask";
+    QTest::newRow("no path") << "fault call open" << unknown.arg("open");
+    QTest::newRow("relative path") << "fault call \"open media\"" << unknown.arg("open media");
+    QTest::newRow("no command") << "fault call system" << unknown.arg("system");
+    QTest::newRow("number") << "fault call \"system sync\" 0"
                             << "N is a whole number from 1 to 2147483647, not \"0\"";
+    QTest::newRow("no quotes")
+        << "fault call \"open /dev\" /mem 1"
+        << "only a number may follow behind \"open /dev\"; a call with blanks stands in quotes";
+    QTest::newRow("no device")
+        << "fault memry missing"
+        << "there is no device \"memry\", only: call, dab, memory, ncm, receiver, "
+           "storage, update, vendor; near: memory";
+    const auto none = QStringLiteral("there is no such fault \"fire\"; there is: %1");
+    QTest::newRow("dab") << "fault dab fire" << none.arg("fail, stall, mute");
+    QTest::newRow("dab: place") << "fault dab fail 100"
+                                << "PERCENT is a whole number from 0 to 99, not \"100\"";
+    QTest::newRow("dab: no place") << "fault dab mute 5"
+                                   << "nothing may follow behind \"mute\"";
+    QTest::newRow("memory") << "fault memory fire" << none.arg("missing, map-refused");
+    QTest::newRow("memory: more") << "fault memory missing twice"
+                                  << "nothing may follow behind \"missing\"";
+    QTest::newRow("ncm") << "fault ncm fire" << none.arg("refused");
+    QTest::newRow("receiver") << "fault receiver silence prompt 3"
+                              << "the stage \"prompt\" has no blocks";
+    QTest::newRow("storage") << "fault storage usb0"
+                             << "of a storage slot there is only: full SLOT";
+    QTest::newRow("storage: slot")
+        << "fault storage full usb9"
+        << "There is no slot \"usb9\"; the slots are: usb0, usb1, sd0, sd1.";
+    QTest::newRow("update") << "fault update fire" << none.arg("silent, no-data");
+    QTest::newRow("vendor") << "fault vendor fire" << none.arg("look-up, write");
 }
 
 void TestFaultCommands::refuses()
@@ -43,31 +89,118 @@ void TestFaultCommands::refuses()
     QFETCH(QString, error);
     TestSimulator unit;
     QCOMPARE(unit.errorOf(line), error);
-    QCOMPARE(unit.run(QStringLiteral("fail")).lines, QStringList());
+    QCOMPARE(present(unit), QStringList());
 }
 
-void TestFaultCommands::failsAreListedAndDropped()
+void TestFaultCommands::isListedUntilItIsEnded_data()
+{
+    QTest::addColumn<QString>("listed");
+    QTest::newRow("call McuMsgModule::sendMsgToMcu") << "call 1 McuMsgModule::sendMsgToMcu";
+    QTest::newRow("call \"system sync\" 3") << "call 3 system sync";
+    QTest::newRow("dab fail") << "dab fail 50";
+    QTest::newRow("dab stall 20") << "dab stall 20";
+    QTest::newRow("dab mute") << "dab mute";
+    QTest::newRow("memory missing") << "memory missing";
+    QTest::newRow("memory map-refused") << "memory map-refused";
+    QTest::newRow("ncm refused") << "ncm refused";
+    QTest::newRow("receiver nak 3 5 firmware") << "receiver nak 3 5 firmware";
+    QTest::newRow("storage full sd1") << "storage full sd1";
+    QTest::newRow("update silent") << "update silent";
+    QTest::newRow("update no-data") << "update no-data";
+    QTest::newRow("vendor look-up") << "vendor look-up";
+    QTest::newRow("vendor write") << "vendor write";
+}
+
+void TestFaultCommands::isListedUntilItIsEnded()
+{
+    QFETCH(QString, listed);
+    const QString words = QTest::currentDataTag();
+    const QString device = words.section(' ', 0, 0);
+    TestSimulator unit;
+    QCOMPARE(unit.errorOf("fault " + words), QString());
+    QCOMPARE(present(unit), QStringList("  " + listed));
+    const QStringList ofDevice = unit.run("fault " + device).lines;
+    QCOMPARE(ofDevice.last(), "  " + listed);
+    QCOMPARE(unit.errorOf("fault " + device + " none"), QString());
+    QCOMPARE(present(unit), QStringList());
+}
+
+void TestFaultCommands::callsReceiverAndStorageHaveSeveral()
 {
     TestSimulator unit;
-    unit.run(QStringLiteral("fail \"system sync\" 3"));
-    unit.run(QStringLiteral("fail McuMsgModule::sendMsgToMcu"));
-    QCOMPARE(unit.run(QStringLiteral("fail")).lines,
-             QStringList({QStringLiteral("3 system sync"),
-                          QStringLiteral("1 McuMsgModule::sendMsgToMcu")}));
-    unit.run(QStringLiteral("fail none"));
-    QCOMPARE(unit.run(QStringLiteral("fail")).lines, QStringList());
+    const QStringList faults{"call \"system sync\"",      "call \"system cp\" 2",
+                             "receiver nak 3 5 firmware", "receiver no-yc",
+                             "storage full usb0",         "storage full sd0"};
+    for (const QString &fault : faults) {
+        QCOMPARE(unit.errorOf("fault " + fault), QString());
+    }
+    QCOMPARE(
+        present(unit),
+        (QStringList{"  call 1 system sync", "  call 2 system cp", "  receiver nak 3 5 firmware",
+                     "  receiver no-yc", "  storage full usb0", "  storage full sd0"}));
+}
+
+void TestFaultCommands::othersHaveOneAtATime()
+{
+    TestSimulator unit;
+    for (const char *line : {"fault vendor look-up", "fault vendor write", "fault update silent",
+                             "fault update no-data", "fault dab fail", "fault dab mute"}) {
+        QCOMPARE(unit.errorOf(line), QString());
+    }
+    QCOMPARE(present(unit), (QStringList{"  dab mute", "  update no-data", "  vendor write"}));
+}
+
+void TestFaultCommands::noneEndsAll()
+{
+    TestSimulator unit;
+    for (const char *line :
+         {"call \"system sync\"", "dab mute", "memory missing", "ncm refused", "receiver no-yc",
+          "storage full usb0", "update silent", "vendor write"}) {
+        QCOMPARE(unit.errorOf(QString("fault ") + line), QString());
+    }
+    QCOMPARE(present(unit).size(), 8);
+    QCOMPARE(unit.errorOf("fault none"), QString());
+    QCOMPARE(present(unit), QStringList());
+}
+
+void TestFaultCommands::tellsWhatCanFail()
+{
+    TestSimulator unit;
+    const QStringList lines = unit.run("fault").lines;
+    QCOMPARE(lines.first(), QString("What can fail:"));
+    const QStringList expected{
+        "  call CALL [N]               the next such call of the plug-in's fails, or the N-th; "
+        "\"fault call\" lists them",
+        "  dab stall [PERCENT]         the update stands still at PERCENT (50)",
+        "  memory missing                 /dev/mem cannot be opened",
+        "  storage full SLOT               the stick there takes no more bytes from the unit's cp"};
+    for (const QString &line : expected) {
+        QVERIFY2(lines.contains(line), qPrintable(line + "\nis not in\n" + lines.join('\n')));
+    }
+    QCOMPARE(lines.filter("  receiver ").size(), hardware::ReceiverFaults::help().size());
 }
 
 void TestFaultCommands::everyCallThatIsListedIsTaken()
 {
     TestSimulator unit;
-    QStringList calls = unit.run(QStringLiteral("fail calls")).lines;
+    QStringList calls = unit.run("fault call").lines.filter(QRegularExpression("^  call "));
     QVERIFY(calls.size() > unitlink::callsThatCanFail().size());
-    calls.replaceInStrings(QStringLiteral(" PATH"), QStringLiteral(" /media"));
+    calls.replaceInStrings("  call ", QString());
+    calls.replaceInStrings(" PATH", " /media");
     for (const QString &call : qAsConst(calls)) {
-        unit.run(QStringLiteral("fail \"%1\"").arg(call));
+        QCOMPARE(unit.errorOf(QString("fault call \"%1\"").arg(call)), QString());
     }
-    QCOMPARE(unit.run(QStringLiteral("fail")).lines.size(), calls.size());
+    QCOMPARE(present(unit).size(), calls.size());
+}
+
+void TestFaultCommands::fullStickIsToldAndMarked()
+{
+    TestSimulator unit;
+    for (const char *line : {"fault storage full usb0", "fault storage none"}) {
+        QCOMPARE(unit.errorOf(line), QString());
+    }
+    QCOMPARE(unit.journal().lines("storage"),
+             (QStringList{"storage full usb0", "storage free usb0"}));
 }
 
 FACTORY_TEST_MAIN(TestFaultCommands)

@@ -3,6 +3,7 @@
 #include "support/testmain.h"
 
 #include <QtTest>
+#include <QXmlStreamReader>
 
 /// The program "headunit" with a script.
 class TestHeadunitScript : public QObject, private HeadunitTest
@@ -23,6 +24,10 @@ private slots:
     void timePassesFaster();
     void rebootBringsTheActivityBack();
     void noSocketWhenNotWanted();
+    void reports_data();
+    void reports();
+    void reportThatCannotBeWritten();
+    void reportNeedsAScript();
 };
 
 void TestHeadunitScript::init()
@@ -159,6 +164,83 @@ void TestHeadunitScript::noSocketWhenNotWanted()
     QCOMPARE(control({"mark"}).status, 3);
     program.type("quit\n");
     QCOMPARE(program.finish().status, 0);
+}
+
+void TestHeadunitScript::reports_data()
+{
+    QTest::addColumn<QByteArray>("content");
+    QTest::addColumn<QString>("failures");
+    QTest::addColumn<QString>("message");
+    QTest::addColumn<QString>("more");
+    QTest::newRow("all went well") << QByteArray("setting a 1\n") << "0"
+                                   << ""
+                                   << "";
+    QTest::newRow("ended by quit") << QByteArray("quit\ndance\n") << "0"
+                                   << ""
+                                   << "";
+    QTest::newRow("failed") << QByteArray("\ndance\n") << "1"
+                            << "%1:2: unknown command \"dance\"; \"help\" lists them"
+                            << "";
+    QTest::newRow("with lines") << QByteArray("setting a '<1>'\nsetting b 2\nabsent settings\n")
+                                << "1"
+                                << "%1:3: the journal has \"settings\":"
+                                << "settings a = <1>\nsettings b = 2";
+    QTest::newRow("what XML cannot hold") << QByteArray("see '\x01x' 0\nx\n") << "1"
+                                          << "%1:1: the screen does not show \"x\" but:"
+                                          << "?";
+}
+
+void TestHeadunitScript::reports()
+{
+    QFETCH(QByteArray, content);
+    QFETCH(QString, message);
+    QFETCH(QString, more);
+    const QString name = script(content);
+    const QString report = m_folder->filePath("report.xml");
+    const Outcome outcome =
+        headunit(withTestActivity({"--unit", m_unit, "--script", name, "--report", report}));
+    QCOMPARE(outcome.status, message.isEmpty() ? 0 : 1);
+    QFile file(report);
+    QVERIFY(file.open(QIODevice::ReadOnly));
+    QXmlStreamReader xml(&file);
+    QVERIFY(xml.readNextStartElement());
+    QCOMPARE(xml.name(), QString("testsuite"));
+    QCOMPARE(xml.attributes().value("tests"), QString("1"));
+    QTEST(xml.attributes().value("failures").toString(), "failures");
+    QVERIFY(xml.readNextStartElement());
+    QCOMPARE(xml.name(), QString("testcase"));
+    QCOMPARE(xml.attributes().value("name"), name);
+    bool isNumber = false;
+    QVERIFY(xml.attributes().value("time").toDouble(&isNumber) < 60 && isNumber);
+    QCOMPARE(xml.readNextStartElement(), !message.isEmpty());
+    if (!message.isEmpty()) {
+        QCOMPARE(xml.name(), QString("failure"));
+        QCOMPARE(xml.attributes().value("message"), message.arg(name));
+        const QString text = xml.readElementText();
+        QVERIFY2(more == "?" || text == more, qPrintable(text));
+    }
+    while (!xml.atEnd()) {
+        xml.readNext();
+    }
+    QCOMPARE(xml.errorString(), QString());
+}
+
+void TestHeadunitScript::reportThatCannotBeWritten()
+{
+    const QString name = script("setting a 1\n");
+    const Outcome outcome = headunit(withTestActivity(
+        {"--unit", m_unit, "--script", name, "--report", "/etc/passwd/nowhere/report.xml"}));
+    QCOMPARE(outcome.status, 1);
+    QVERIFY2(ownWords(outcome).startsWith(
+                 "The report \"/etc/passwd/nowhere/report.xml\" cannot be written: "),
+             qPrintable(outcome.error));
+}
+
+void TestHeadunitScript::reportNeedsAScript()
+{
+    const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--report", "x.xml"}));
+    QCOMPARE(outcome.status, 2);
+    QCOMPARE(outcome.error, QString("Only a script has a report.\n"));
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestHeadunitScript)

@@ -20,6 +20,7 @@ private slots:
     void keyLightIsTold();
     void vendorDataIsTold();
     void vendorDataRefuses();
+    void dayNightIsSaidAndSet();
     void repeatRunsSoManyTimes();
     void repeatStopsWhereItFails();
 };
@@ -65,8 +66,13 @@ void TestLightCommands::refuses_data()
                                      << "POSITION is a whole number from 0 to 255, not \"first\"";
     QTest::newRow("vendor: unknown") << "vendor 77"
                                      << "nothing has position 77";
-    QTest::newRow("vendor-fault: unknown") << "vendor-fault read"
-                                           << "FAULT is look-up, write or none, not \"read\"";
+    QTest::newRow("daynight: no number")
+        << "daynight day bright"
+        << "VALUE is a whole number from -2147483648 to 2147483647, not \"bright\"";
+    const QString usage =
+        "usage: daynight, daynight day VALUE, daynight night VALUE, daynight automatic on|off";
+    QTest::newRow("daynight: other word") << "daynight dusk 5" << usage;
+    QTest::newRow("daynight: no switch") << "daynight automatic 1" << usage;
     QTest::newRow("repeat: no count") << "repeat often help"
                                       << "COUNT is a whole number from 1 to 100000, not \"often\"";
     QTest::newRow("repeat: not at all") << "repeat 0 help"
@@ -137,15 +143,30 @@ void TestLightCommands::vendorDataRefuses()
     hardware::VendorData &data = test.simulator().unit().vendorData();
     int offset = 0;
     int length = 0;
-    QCOMPARE(test.errorOf("vendor-fault look-up"), QString());
+    QCOMPARE(test.errorOf("fault vendor look-up"), QString());
     QVERIFY(!data.find(2, &offset, &length));
     QVERIFY(data.write(256, QByteArray(4, '\1')));
-    QCOMPARE(test.errorOf("vendor-fault write"), QString());
+    QCOMPARE(test.errorOf("fault vendor write"), QString());
     QVERIFY(data.find(2, &offset, &length));
     QVERIFY(!data.write(256, QByteArray(4, '\2')));
-    QCOMPARE(test.errorOf("vendor-fault none"), QString());
+    QCOMPARE(test.errorOf("fault vendor none"), QString());
     QVERIFY(data.find(2, &offset, &length));
     QVERIFY(data.write(256, QByteArray(4, '\2')));
+}
+
+void TestLightCommands::dayNightIsSaidAndSet()
+{
+    TestSimulator test;
+    for (const char *line : {"daynight day 70", "daynight night -5", "daynight automatic on"}) {
+        QCOMPARE(test.errorOf(line), QString());
+    }
+    QCOMPARE(test.run("daynight").lines,
+             (QStringList{"day threshold 70", "night threshold -5", "automatic 1", "mode day"}));
+    QCOMPARE(test.errorOf("als -6"), QString());
+    QCOMPARE(test.run("daynight").lines.last(), QString("mode night"));
+    QCOMPARE(test.errorOf("daynight automatic off"), QString());
+    QCOMPARE(test.errorOf("als 71"), QString());
+    QCOMPARE(test.run("daynight").lines.mid(2), (QStringList{"automatic 0", "mode night"}));
 }
 
 void TestLightCommands::repeatRunsSoManyTimes()

@@ -23,7 +23,6 @@ private slots:
     void dabFaultReachesTheTuner_data();
     void dabFaultReachesTheTuner();
     void versionsAreSaidAndChanged();
-    void fillMarksTheStick();
     void wrongCommandSaysWhatIsAllowed_data();
     void wrongCommandSaysWhatIsAllowed();
 };
@@ -43,7 +42,7 @@ struct Bench
         , session(reader)
     {
         simulator::addSystemCommands(console, simulator);
-        simulator::addStorageCommands(console, simulator);
+        simulator::addFaultCommands(console, simulator);
     }
 
     ConsoleResult run(const char *line) { return console.run(QString::fromLatin1(line), session); }
@@ -78,9 +77,9 @@ void TestSystemCommands::dabFaultReachesTheTuner_data()
 {
     QTest::addColumn<QByteArray>("command");
     QTest::addColumn<QString>("end");
-    QTest::newRow("fail") << QByteArray("dab-fault fail 0")
+    QTest::newRow("fail") << QByteArray("fault dab fail 0")
                           << "dab update failed: write error at 0 %";
-    QTest::newRow("none") << QByteArray("dab-fault none") << "dab update ok, 10 bytes";
+    QTest::newRow("none") << QByteArray("fault dab none") << "dab update ok, 10 bytes";
 }
 
 void TestSystemCommands::dabFaultReachesTheTuner()
@@ -108,22 +107,10 @@ void TestSystemCommands::versionsAreSaidAndChanged()
     QCOMPARE(bench.unit.versions().gps(), QStringLiteral("G 2"));
 }
 
-void TestSystemCommands::fillMarksTheStick()
-{
-    Bench bench;
-    for (const char *line : {"fill usb0", "fill usb0 off", "fill usb0 on"}) {
-        QVERIFY(bench.run(line).isOk());
-    }
-    QCOMPARE(bench.unit.journal().lines(QStringLiteral("storage")),
-             QStringList({"storage full usb0", "storage free usb0", "storage full usb0"}));
-}
-
 void TestSystemCommands::wrongCommandSaysWhatIsAllowed_data()
 {
     QTest::addColumn<QByteArray>("line");
     QTest::addColumn<QString>("error");
-    QTest::newRow("fault") << QByteArray("dab-fault burn")
-                           << "there is no fault \"burn\"; the faults are: none, fail, stall, mute";
     QTest::newRow("version") << QByteArray("version wifi")
                              << "there is no version of \"wifi\"; there are: gps, bluetooth, "
                                 "alsProduct, dabSdk";
@@ -135,10 +122,6 @@ void TestSystemCommands::wrongCommandSaysWhatIsAllowed_data()
     QTest::newRow("product") << QByteArray("version alsProduct abc")
                              << "alsProduct \"abc\" is not allowed; allowed is a whole number from "
                                 "-2147483648 to 2147483647";
-    QTest::newRow("fill") << QByteArray("fill usb0 half")
-                          << "only \"on\" or \"off\" may follow here, not \"half\"";
-    QTest::newRow("slot") << QByteArray("fill usb9")
-                          << "There is no slot \"usb9\"; the slots are: usb0, usb1, sd0, sd1.";
 }
 
 void TestSystemCommands::wrongCommandSaysWhatIsAllowed()
@@ -147,8 +130,7 @@ void TestSystemCommands::wrongCommandSaysWhatIsAllowed()
     QFETCH(QString, error);
     Bench bench;
     QCOMPARE(bench.run(line.constData()).error, error);
-    for (const char *outOfRange :
-         {"dab 256", "dab -1", "dab x", "dab 256 wrong", "dab-fault fail 100"}) {
+    for (const char *outOfRange : {"dab 256", "dab -1", "dab x", "dab 256 wrong"}) {
         QVERIFY2(!bench.run(outOfRange).isOk(), outOfRange);
     }
 }

@@ -116,11 +116,11 @@ void TestUsbCommands::memoryFillReachesEveryRegister()
 void TestUsbCommands::memoryFaultIsSetAndTakenBack()
 {
     using hardware::MemoryDevice;
-    QVERIFY(run("memory-fault missing").isOk());
+    QVERIFY(run("fault memory missing").isOk());
     QCOMPARE(m_unit->memoryDevice().fault(), MemoryDevice::Missing);
-    QVERIFY(run("memory-fault map-refused").isOk());
+    QVERIFY(run("fault memory map-refused").isOk());
     QCOMPARE(m_unit->memoryDevice().fault(), MemoryDevice::MapRefused);
-    QVERIFY(run("memory-fault none").isOk());
+    QVERIFY(run("fault memory none").isOk());
     QCOMPARE(m_unit->memoryDevice().fault(), MemoryDevice::NoFault);
 }
 
@@ -157,9 +157,9 @@ void TestUsbCommands::ncmTellsTheTestAndItsFigures()
 
 void TestUsbCommands::ncmFaultIsSetAndTakenBack()
 {
-    QVERIFY(run("ncm-fault refused").isOk());
+    QVERIFY(run("fault ncm refused").isOk());
     QVERIFY(!m_unit->ncmTest().start(hardware::NcmTest::TcpClient));
-    QVERIFY(run("ncm-fault none").isOk());
+    QVERIFY(run("fault ncm none").isOk());
     QVERIFY(m_unit->ncmTest().start(hardware::NcmTest::TcpClient));
 }
 
@@ -178,9 +178,7 @@ void TestUsbCommands::wrongCommands_data()
         "VALUE is a hexadecimal number from 0 to FFFFFFFF, not \"100000000\"");
     row("memory-fill", "usage: memory-fill VALUE");
     row("memory-fill x", "VALUE is a hexadecimal number from 0 to FFFFFFFF, not \"x\"");
-    row("memory-fault some", "FAULT is one of none, missing, map-refused, not \"some\"");
     row("phy 1", "usage: phy");
-    row("ncm-fault some", "FAULT is one of none, refused, not \"some\"");
 }
 
 void TestUsbCommands::wrongCommands()
