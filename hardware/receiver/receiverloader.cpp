@@ -187,6 +187,11 @@ void ReceiverLoader::answerBlock(char defaultAnswer)
         return;
     }
     const bool isGarbage = m_port.faults().isGarbage(m_part, m_transfer.block());
+    if (isGarbage) {
+        m_port.note(QStringLiteral("%1 block %2 is answered with garbage")
+                        .arg(m_part)
+                        .arg(m_transfer.block()));
+    }
     m_port.say(QByteArray(1, isGarbage ? noise[0] : defaultAnswer));
 }
 
