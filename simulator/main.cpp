@@ -6,6 +6,7 @@
 #include "gate/gate.h"
 #include "hardware/unit/unit.h"
 #include "simulator/commands/allcommands.h"
+#include "simulator/console/commandline.h"
 #include "simulator/console/console.h"
 #include "simulator/console/consoleserver.h"
 #include "simulator/console/scriptrunner.h"
@@ -13,6 +14,8 @@
 #include "simulator/framework/unitapplication.h"
 #include "simulator/window/appearance.h"
 #include "simulator/window/displaycheck.h"
+
+#include <QDir>
 
 #include <cstdio>
 
@@ -36,13 +39,26 @@ QApplication *makeApplication(char *argv[], bool headless)
     return new UnitApplication(programNameOnly, argv);
 }
 
+/// For who sees no window.
+void sayWhereItIs(const Options &options)
+{
+    const QString folder = QDir(options.unitFolder).absolutePath();
+    const QString talk = options.socket
+        ? QStringLiteral("talk to it with: headunit-ctl --unit %1").arg(commandline::join({folder}))
+        : QStringLiteral("without a socket nothing but a signal reaches it");
+    std::printf("The unit is in %s; %s\n", qUtf8Printable(folder), qUtf8Printable(talk));
+    std::fflush(stdout);
+}
+
 /// Runs the unit until it is quit.
 int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
 {
     QString error;
     const hardware::Gate gate(unit);
 
-    Simulator simulator(unit, options.plugin);
+    Simulator simulator(unit, options.plugin,
+                        options.verbose ? TraceJournal::JournalAndOutput
+                                        : TraceJournal::JournalOnly);
     end.leaveNothingOf({simulator.temporaryFolder()});
     QObject::connect(&simulator, &Simulator::quitRequested, &end, &ProgramEnd::request,
                      Qt::DirectConnection);
@@ -69,6 +85,8 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
 
     if (!options.script.isEmpty()) {
         script.start();
+    } else if (options.headless) {
+        sayWhereItIs(options);
     }
 
     const int exitStatus = QApplication::exec();

@@ -71,6 +71,7 @@ void addOptions(QCommandLineParser &parser)
         {"script", "Runs console commands, one a line, and ends; \"-\" is standard input.", "file"},
         {"report", "Writes there, as JUnit does, how the script went.", "file.xml"},
         {"headless", "Shows no window."},
+        {"verbose", "Shows the plug-in's traces, which the journal has, on standard error too."},
         {"speed",
          QStringLiteral("Lets the unit's time pass that many times faster, %1 to %2. Default: 1")
              .arg(slowest)
@@ -127,6 +128,7 @@ bool Options::read(int argc, char *argv[], int *exitStatus)
     script = parser.value("script");
     report = parser.value("report");
     headless = parser.isSet("headless");
+    verbose = parser.isSet("verbose");
     stalls = parser.isSet("stalls");
     socket = !parser.isSet("no-socket");
     return true;

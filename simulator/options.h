@@ -14,6 +14,7 @@ struct Options
     QString report; ///< Where it is told how the script went; empty for nowhere.
     double speed = 1.0;
     bool headless = false;
+    bool verbose = false;
     bool stalls = false;
     bool socket = true;
 

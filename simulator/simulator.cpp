@@ -24,11 +24,11 @@ namespace
 const int bootMs = 2000;
 } // namespace
 
-Simulator::Simulator(hardware::Unit &unit, const QString &plugin)
+Simulator::Simulator(hardware::Unit &unit, const QString &plugin, TraceJournal::Place traces)
     : m_unit(unit)
     , m_plugin(plugin)
     , m_link(unit)
-    , m_traceJournal(unit.journal())
+    , m_traceJournal(unit.journal(), traces)
     , m_stallMeter(unit)
     , m_lights(unit, m_bezel)
     , m_framework(&m_bezel.screen())

@@ -30,8 +30,10 @@ class Simulator : public QObject
     Q_OBJECT
 
 public:
-    /// \a unit must be open, and outlive the simulator.
-    Simulator(hardware::Unit &unit, const QString &plugin);
+    /// \a unit must be open, and outlive the simulator. The plug-in's traces can be read at
+    /// \a traces.
+    Simulator(hardware::Unit &unit, const QString &plugin,
+              TraceJournal::Place traces = TraceJournal::JournalAndOutput);
     ~Simulator() override;
 
     /// Loads the plug-in and shows the window. False with one sentence in \a error when the

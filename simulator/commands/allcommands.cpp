@@ -19,6 +19,7 @@ void addAllCommands(Console &console, Simulator &simulator)
     addReceiverCommands(console, simulator);
     addScriptCommands(console);
     addSystemCommands(console, simulator);
+    addStateCommands(console, simulator);
     addUsbCommands(console, simulator);
     addVendorCommands(console, simulator);
 }

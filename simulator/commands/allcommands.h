@@ -37,6 +37,8 @@ void addReceiverCommands(Console &console, Simulator &simulator);
 void addScriptCommands(Console &console);
 /// The DAB tuner and the modules' versions.
 void addSystemCommands(Console &console, Simulator &simulator);
+/// The state of the whole unit, for programs.
+void addStateCommands(Console &console, Simulator &simulator);
 /// The unit's USB ports.
 void addUsbCommands(Console &console, Simulator &simulator);
 /// The unit's vendor data and the updates that are handed over through it.

@@ -16,6 +16,10 @@ namespace
 
 const QLatin1String none("none");
 
+// In characters, by the longest.
+const int nameWidth = 8;
+const int wordsWidth = 24;
+
 QStringList behind(const QString &name, const QStringList &lines)
 {
     QStringList named;
@@ -25,15 +29,16 @@ QStringList behind(const QString &name, const QStringList &lines)
     return named;
 }
 
-/// Calls are many, and listed only for who asks for them.
+/// In columns. Calls are many, and listed only for who asks for them.
 QStringList possible(const FaultDevice &device, bool isAsked)
 {
     const bool isShort = device.name == QLatin1String("call") && !isAsked;
-    return behind(device.name,
-                  isShort ? QStringList(
-                      QStringLiteral("CALL [N]               the next such call of the plug-in's "
-                                     "fails, or the N-th; \"fault call\" lists them"))
-                          : device.possible());
+    const QString calls = QStringLiteral("the next such call of the plug-in's fails, or the N-th; "
+                                         "\"fault call\" lists them");
+    return behind(device.name.leftJustified(nameWidth),
+                  isShort
+                      ? QStringList(QStringLiteral("CALL [N]").leftJustified(wordsWidth) + calls)
+                      : device.possible());
 }
 
 ConsoleResult list(const QList<FaultDevice> &devices)

@@ -152,8 +152,8 @@ ConsoleResult expect(Simulator &simulator, const QStringList &arguments, Console
     if (found < 0) {
         return ConsoleResult::failed(
             QStringLiteral(
-                "no line matched \"%1\" within %2 ms; the journal's last lines since the "
-                "last match:")
+                "no line matched \"%1\" within %2 ms; shown are the journal's last lines "
+                "since the last match")
                 .arg(wanted)
                 .arg(ms),
             lastLines(journal, from, pattern.hearsQuietSources()));
@@ -172,7 +172,7 @@ ConsoleResult absent(Simulator &simulator, const QStringList &arguments, Console
         simulator.unit().journal().lines(arguments.first(), session.reader().position());
     return found.isEmpty()
         ? ConsoleResult::done()
-        : ConsoleResult::failed(QStringLiteral("the journal has \"%1\":").arg(arguments.first()),
+        : ConsoleResult::failed(QStringLiteral("the journal has \"%1\"").arg(arguments.first()),
                                 found);
 }
 

@@ -104,9 +104,10 @@ ConsoleResult waitForText(Simulator &simulator, const QStringList &arguments, bo
         return ConsoleResult::done();
     }
     return isToBeSeen
-        ? ConsoleResult::failed(QStringLiteral("the screen does not show \"%1\" but:").arg(wanted),
-                                texts)
-        : ConsoleResult::failed(QStringLiteral("the screen shows \"%1\":").arg(wanted), found);
+        ? ConsoleResult::failed(
+            QStringLiteral("the screen does not show \"%1\"; shown are its texts").arg(wanted),
+            texts)
+        : ConsoleResult::failed(QStringLiteral("the screen shows \"%1\"").arg(wanted), found);
 }
 
 ConsoleResult see(Simulator &simulator, const QStringList &arguments, ConsoleSession &)

@@ -57,8 +57,9 @@ void ScriptRunner::run()
     time.start();
     runLines();
     if (!m_report.failure.isEmpty()) {
-        print(stderr, m_report.failure);
+        // The reason last, where people look first.
         printAnswer(stderr, m_report.more);
+        print(stderr, m_report.failure);
     }
     m_report.script = m_name;
     m_report.seconds = double(time.elapsed()) / 1000;

@@ -14,8 +14,8 @@ class Console;
 class ConsoleSession;
 
 /// Runs a script of console commands, one a line, on a thread of its own, up to the first that
-/// fails. What commands answer goes to standard output; a failure goes to standard error, as
-/// "FILE:LINE: message" and the lines that belong to it.
+/// fails. What commands answer goes to standard output; a failure goes to standard error, as the
+/// lines that belong to it and "FILE:LINE: message".
 class ScriptRunner : public QThread
 {
     Q_OBJECT

@@ -80,10 +80,10 @@ bool UnitControl::runLine(const QByteArray &line, const QString &place)
     QStringList lines;
     QString error;
     const bool isFine = m_client.runLine(line, &lines, &error);
+    print(isFine ? stdout : stderr, lines);
     if (!isFine) {
         print(stderr, {place + error});
     }
-    print(isFine ? stdout : stderr, lines);
     return isFine;
 }
 

@@ -85,6 +85,10 @@ const Row rows[] = {
      "ends it.",
      "als-curve 10 60"},
 
+    {"Unit", "state", "--json",
+     "Says the state of the whole unit for programs: an object of JSON for each device, on a line "
+     "each.",
+     "state --json"},
     {"Unit", "setting", "KEY [VALUE]", "Says or changes a value of the settings store.",
      "setting system/capture true"},
     {"Unit", "panel", "[ITEM] [VALUE] [wrong]",

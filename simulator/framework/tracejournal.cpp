@@ -14,6 +14,7 @@ namespace
 {
 
 std::atomic<hardware::Journal *> traceJournal{nullptr};
+std::atomic<bool> isOutputToo{true};
 QtMessageHandler formerHandler = nullptr;
 
 void handleMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
@@ -21,14 +22,18 @@ void handleMessage(QtMsgType type, const QMessageLogContext &context, const QStr
     hardware::Journal *journal = traceJournal;
     if (journal != nullptr && type == QtDebugMsg && qstrcmp(context.category, "default") == 0) {
         journal->write(QStringLiteral("trace"), message);
+        if (!isOutputToo) {
+            return;
+        }
     }
     formerHandler(type, context, message);
 }
 
 } // namespace
 
-TraceJournal::TraceJournal(hardware::Journal &journal)
+TraceJournal::TraceJournal(hardware::Journal &journal, Place place)
 {
+    isOutputToo = place == JournalAndOutput;
     traceJournal = &journal;
     formerHandler = qInstallMessageHandler(handleMessage);
 }

@@ -6,7 +6,6 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
-#include <QRegularExpression>
 #include <QtTest>
 
 namespace
@@ -46,11 +45,9 @@ QString HeadunitRun::scenario(const QString &name, double speed)
                            QStringLiteral("--script"), script(name)});
     // The end of what the program said, where the reason is; QtTest shows no more of a long
     // message.
-    const QString error =
-        QString(end.error).remove(QRegularExpression(QStringLiteral("\\[Info\\][^\n]*\n")));
     return end.status == 0 ? QString()
                            : QStringLiteral("%1 ends with %2:\n").arg(name).arg(end.status)
-            + end.output.right(600) + error.right(1200);
+            + end.output.right(600) + end.error.right(1200);
 }
 
 HeadunitRun::End HeadunitRun::start(const QStringList &arguments, int fullDisk) const

@@ -11,6 +11,7 @@ class TestConsoleUse : public QObject
 
 private slots:
     void looks();
+    void namesWhatWasMeant();
 };
 
 void TestConsoleUse::looks()
@@ -53,6 +54,21 @@ void TestConsoleUse::looks()
                       "  button huedec 439 312 82 60 enabled\n"
                       "  button hueinc 589 312 82 60 enabled\n")
                   .split("\n  ")));
+}
+
+void TestConsoleUse::namesWhatWasMeant()
+{
+    const HeadunitRun run;
+    run.write("/media/flash/userdata/btsnoop.log", "log");
+    run.write("/media/flash/nvm/btsnoop.log", "log");
+    const HeadunitRun::End end = run.start({"--script", HeadunitRun::script("console-use.txt")});
+    QCOMPARE(end.error, QString());
+    QCOMPARE(end.status, 0);
+    QCOMPARE(end.output.split('\n'),
+             (QStringList{"  There is a stick in slot \"usb1\" already: \"../sticks/usb1\".",
+                          "  there is no button \"usbtst\" on the screen; near: usbtest",
+                          "  there is no button \"USB Eye\" on the screen; near: usbeye",
+                          "  the screen does not show \"Capturd\"; shown are its texts", ""}));
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestConsoleUse)

@@ -17,13 +17,6 @@ Outcome headunit(const QStringList &arguments)
     return run(HEADUNIT, arguments);
 }
 
-QString ownWords(const Outcome &outcome)
-{
-    QStringList lines = outcome.error.split('\n', Qt::SkipEmptyParts);
-    lines.removeAll("~FactoryDebugctivity");
-    return lines.join('\n');
-}
-
 void HeadunitTest::makeFolder()
 {
     m_folder.reset(new QTemporaryDir);

@@ -11,9 +11,6 @@ QStringList withTestActivity(const QStringList &arguments);
 
 Outcome headunit(const QStringList &arguments);
 
-/// What the program said itself; the plug-in's trace lines are not its own.
-QString ownWords(const Outcome &outcome);
-
 /// What tests of the program "headunit" have alike: a folder for its unit.
 class HeadunitTest
 {

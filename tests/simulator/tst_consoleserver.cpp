@@ -173,7 +173,7 @@ void TestConsoleServer::textOfSeveralLinesStaysText()
     QVERIFY(answers.at(1).ok);
     QCOMPARE(answers.at(1).lines, (QStringList{"one", "ok"}));
     QVERIFY(!answers.at(2).ok);
-    QCOMPARE(answers.at(2).error, QString("the screen does not show \"x y\" but:"));
+    QCOMPARE(answers.at(2).error, QString("the screen does not show \"x y\"; shown are its texts"));
 }
 
 void TestConsoleServer::severalCommandsAtOnce()

@@ -169,11 +169,13 @@ void TestFaultCommands::tellsWhatCanFail()
     const QStringList lines = unit.run("fault").lines;
     QCOMPARE(lines.first(), QString("What can fail:"));
     const QStringList expected{
-        "  call CALL [N]               the next such call of the plug-in's fails, or the N-th; "
+        "  call     CALL [N]                the next such call of the plug-in's fails, or the "
+        "N-th; "
         "\"fault call\" lists them",
-        "  dab stall [PERCENT]         the update stands still at PERCENT (50)",
-        "  memory missing                 /dev/mem cannot be opened",
-        "  storage full SLOT               the stick there takes no more bytes from the unit's cp"};
+        "  dab      stall [PERCENT]         the update stands still at PERCENT (50)",
+        "  memory   missing                 /dev/mem cannot be opened",
+        "  storage  full SLOT               the stick there takes no more bytes from the unit's cp",
+        "  receiver no-yc                   enters its loader with 'C' alone"};
     for (const QString &line : expected) {
         QVERIFY2(lines.contains(line), qPrintable(line + "\nis not in\n" + lines.join('\n')));
     }
@@ -183,9 +185,9 @@ void TestFaultCommands::tellsWhatCanFail()
 void TestFaultCommands::everyCallThatIsListedIsTaken()
 {
     TestSimulator unit;
-    QStringList calls = unit.run("fault call").lines.filter(QRegularExpression("^  call "));
+    QStringList calls = unit.run("fault call").lines.filter(QRegularExpression("^  call     "));
     QVERIFY(calls.size() > unitlink::callsThatCanFail().size());
-    calls.replaceInStrings("  call ", QString());
+    calls.replaceInStrings("  call     ", QString());
     calls.replaceInStrings(" PATH", " /media");
     for (const QString &call : qAsConst(calls)) {
         QCOMPARE(unit.errorOf(QString("fault call \"%1\"").arg(call)), QString());

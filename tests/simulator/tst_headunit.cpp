@@ -5,6 +5,8 @@
 #include <QImage>
 #include <QtTest>
 
+#include <csignal>
+
 class TestHeadunit : public QObject, private HeadunitTest
 {
     Q_OBJECT
@@ -32,6 +34,8 @@ private slots:
 
     void controlledFromOutside();
     void controlWhileTheScreenHangs();
+    void saysWhereItIs_data();
+    void saysWhereItIs();
     void controlsExitStatus();
     void controlExplainsWithoutAUnit();
     void controlFollowsTheJournal();
@@ -174,7 +178,7 @@ void TestHeadunit::secondStartFindsTheStateOfTheFirst()
              0);
     const Outcome outcome = headunit(
         withTestActivity({"--unit", m_unit, "--script", script("see plugged\nsetting a\n")}));
-    QCOMPARE(ownWords(outcome), QString());
+    QCOMPARE(outcome.error.trimmed(), QString());
     QCOMPARE(outcome.output, QString("  1\n"));
     // The file of the journal goes on, too.
     QFile journal(m_unit + "/journal.log");
@@ -263,6 +267,29 @@ void TestHeadunit::controlWhileTheScreenHangs()
     QVERIFY(before.copy(20, 20, 400, 40) != during.copy(20, 20, 400, 40));
     QCOMPARE(control({"quit"}).status, 0);
     QCOMPARE(program.finish().status, 0);
+}
+
+void TestHeadunit::saysWhereItIs_data()
+{
+    QTest::addColumn<QStringList>("arguments");
+    QTest::addColumn<QString>("line");
+    QTest::newRow("with a socket")
+        << QStringList() << "The unit is in %1; talk to it with: headunit-ctl --unit \"%1\"\n";
+    QTest::newRow("without") << QStringList{
+        "--no-socket"} << "The unit is in %1; without a socket nothing but a signal reaches it\n";
+}
+
+void TestHeadunit::saysWhereItIs()
+{
+    QFETCH(QStringList, arguments);
+    QFETCH(QString, line);
+    m_unit = m_folder->filePath("a unit");
+    Program program(HEADUNIT, withTestActivity(QStringList{"--unit", m_unit} + arguments));
+    QTRY_COMPARE_WITH_TIMEOUT(program.outputSoFar(), line.arg(m_unit), 30000);
+    program.send(SIGTERM);
+    const Outcome outcome = program.finish();
+    QCOMPARE(outcome.status, 0);
+    QCOMPARE(outcome.error, QString());
 }
 
 void TestHeadunit::controlsExitStatus()

@@ -23,6 +23,8 @@ private slots:
     void quitEndsTheScript();
     void timePassesFaster();
     void rebootBringsTheActivityBack();
+    void tracesAreInTheJournal();
+    void tracesAreShownToWhoWantsThem();
     void noSocketWhenNotWanted();
     void reports_data();
     void reports();
@@ -45,7 +47,7 @@ void TestHeadunitScript::scriptRuns()
                                 "see 'presses: 1'\nset key a\ninclude '"
                                 + included.fileName().toUtf8() + "'\nfails press idNone\n");
     const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
-    QCOMPARE(ownWords(outcome), QString());
+    QCOMPARE(outcome.error.trimmed(), QString());
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.output, QString("  5\n  there is no button \"idNone\" on the screen\n"));
 }
@@ -73,7 +75,7 @@ void TestHeadunitScript::scriptFails()
     const QString name = script(content);
     const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
     QCOMPARE(outcome.status, 1);
-    QCOMPARE(ownWords(outcome), error.arg(name));
+    QCOMPARE(outcome.error.trimmed(), error.arg(name));
 }
 
 void TestHeadunitScript::failedExpectationShowsTheJournal()
@@ -82,11 +84,10 @@ void TestHeadunitScript::failedExpectationShowsTheJournal()
         script("mark\nsetting a 1\nsetting b 2\nexpect 'settings a'\nexpect x 20\n");
     const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
     QCOMPARE(outcome.status, 1);
-    QCOMPARE(ownWords(outcome),
-             name
-                 + ":5: no line matched \"x\" within 20 ms; the journal's last lines since the "
-                   "last match:\n"
-                   "  settings b = 2");
+    QCOMPARE(outcome.error,
+             "  settings b = 2\n" + name
+                 + ":5: no line matched \"x\" within 20 ms; shown are the journal's last lines "
+                   "since the last match\n");
 }
 
 void TestHeadunitScript::scriptFromStandardInput()
@@ -99,7 +100,7 @@ void TestHeadunitScript::scriptFromStandardInput()
     program.type("setting a 2\nquit too early\n");
     const Outcome outcome = program.finish();
     QCOMPARE(outcome.status, 1);
-    QCOMPARE(ownWords(outcome), QString("<stdin>:3: usage: quit"));
+    QCOMPARE(outcome.error.trimmed(), QString("<stdin>:3: usage: quit"));
 }
 
 void TestHeadunitScript::unreadableScripts_data()
@@ -118,14 +119,15 @@ void TestHeadunitScript::unreadableScripts()
     QFETCH(QString, reason);
     const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
     QTEST(outcome.status, "status");
-    QCOMPARE(ownWords(outcome), QString("The script \"%1\" cannot be read: %2.").arg(name, reason));
+    QCOMPARE(outcome.error.trimmed(),
+             QString("The script \"%1\" cannot be read: %2.").arg(name, reason));
 }
 
 void TestHeadunitScript::quitEndsTheScript()
 {
     const QString name = script("setting a 1\nquit\ndance\n");
     const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
-    QCOMPARE(ownWords(outcome), QString());
+    QCOMPARE(outcome.error.trimmed(), QString());
     QCOMPARE(outcome.status, 0);
 }
 
@@ -156,6 +158,24 @@ void TestHeadunitScript::rebootBringsTheActivityBack()
     QVERIFY2(outcome.status == 0, qPrintable(outcome.error));
 }
 
+void TestHeadunitScript::tracesAreInTheJournal()
+{
+    const QString name = script("key FACTORY\nsee 'test activity'\nkey HOME\n"
+                                "expect 'framework closed factorydebug'\nabsent nothing\ndance\n");
+    const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
+    QCOMPARE(outcome.error, name + ":6: unknown command \"dance\"; \"help\" lists them\n");
+    QFile journal(m_unit + "/journal.log");
+    QVERIFY(journal.open(QIODevice::ReadOnly));
+    QVERIFY(journal.readAll().contains(" trace ~FactoryDebugctivity\n"));
+}
+
+void TestHeadunitScript::tracesAreShownToWhoWantsThem()
+{
+    const Outcome outcome = headunit(
+        withTestActivity({"--unit", m_unit, "--verbose", "--script", script("setting a 1\n")}));
+    QCOMPARE(outcome.error, QString("~FactoryDebugctivity\n"));
+}
+
 void TestHeadunitScript::noSocketWhenNotWanted()
 {
     Program program(HEADUNIT, withTestActivity({"--unit", m_unit, "--no-socket", "--script", "-"}));
@@ -183,11 +203,12 @@ void TestHeadunitScript::reports_data()
                             << "";
     QTest::newRow("with lines") << QByteArray("setting a '<1>'\nsetting b 2\nabsent settings\n")
                                 << "1"
-                                << "%1:3: the journal has \"settings\":"
+                                << "%1:3: the journal has \"settings\""
                                 << "settings a = <1>\nsettings b = 2";
-    QTest::newRow("what XML cannot hold") << QByteArray("see '\x01x' 0\nx\n") << "1"
-                                          << "%1:1: the screen does not show \"x\" but:"
-                                          << "?";
+    QTest::newRow("what XML cannot hold")
+        << QByteArray("see '\x01x' 0\nx\n") << "1"
+        << "%1:1: the screen does not show \"x\"; shown are its texts"
+        << "?";
 }
 
 void TestHeadunitScript::reports()
@@ -231,7 +252,7 @@ void TestHeadunitScript::reportThatCannotBeWritten()
     const Outcome outcome = headunit(withTestActivity(
         {"--unit", m_unit, "--script", name, "--report", "/etc/passwd/nowhere/report.xml"}));
     QCOMPARE(outcome.status, 1);
-    QVERIFY2(ownWords(outcome).startsWith(
+    QVERIFY2(outcome.error.trimmed().startsWith(
                  "The report \"/etc/passwd/nowhere/report.xml\" cannot be written: "),
              qPrintable(outcome.error));
 }

@@ -8,6 +8,8 @@
 
 using namespace simulator;
 
+Q_DECLARE_METATYPE(TraceJournal::Place)
+
 class TestTraceJournal : public QObject
 {
     Q_OBJECT
@@ -15,6 +17,7 @@ class TestTraceJournal : public QObject
 private slots:
     void debugLinesOfTheDefaultCategoryAreKept();
     void othersAreNot();
+    void theFormerHandlerHearsEverything_data();
     void theFormerHandlerHearsEverything();
     void nothingIsKeptAfterwards();
     void linesMayComeFromAnyThread();
@@ -41,7 +44,7 @@ void remember(QtMsgType, const QMessageLogContext &, const QString &message)
 void TestTraceJournal::debugLinesOfTheDefaultCategoryAreKept()
 {
     hardware::Journal journal;
-    const TraceJournal trace(journal);
+    const TraceJournal trace(journal, TraceJournal::JournalAndOutput);
     QTest::ignoreMessage(QtDebugMsg, "id: \"usbtest\"");
     qDebug() << "id:" << QString("usbtest");
     QCOMPARE(journal.lines(), QStringList{"trace id: \"usbtest\""});
@@ -50,7 +53,7 @@ void TestTraceJournal::debugLinesOfTheDefaultCategoryAreKept()
 void TestTraceJournal::othersAreNot()
 {
     hardware::Journal journal;
-    const TraceJournal trace(journal);
+    const TraceJournal trace(journal, TraceJournal::JournalAndOutput);
     QTest::ignoreMessage(QtDebugMsg, "another category");
     QTest::ignoreMessage(QtInfoMsg, "information");
     QTest::ignoreMessage(QtWarningMsg, "warning");
@@ -60,26 +63,38 @@ void TestTraceJournal::othersAreNot()
     QVERIFY(journal.lines().isEmpty());
 }
 
+void TestTraceJournal::theFormerHandlerHearsEverything_data()
+{
+    QTest::addColumn<TraceJournal::Place>("place");
+    QTest::addColumn<QStringList>("lines");
+    QTest::newRow("output too") << TraceJournal::JournalAndOutput
+                                << QStringList{"traced", "noted", "warned", "later"};
+    QTest::newRow("but for traces")
+        << TraceJournal::JournalOnly << QStringList{"noted", "warned", "later"};
+}
+
 void TestTraceJournal::theFormerHandlerHearsEverything()
 {
+    QFETCH(TraceJournal::Place, place);
     heard().clear();
     const QtMessageHandler testsOwn = qInstallMessageHandler(remember);
     {
         hardware::Journal journal;
-        const TraceJournal trace(journal);
+        const TraceJournal trace(journal, place);
         qDebug("traced");
+        qCDebug(otherCategory) << "noted";
         qWarning("warned");
     }
     qDebug("later");
     qInstallMessageHandler(testsOwn);
-    QCOMPARE(heard(), (QStringList{"traced", "warned", "later"}));
+    QTEST(heard(), "lines");
 }
 
 void TestTraceJournal::nothingIsKeptAfterwards()
 {
     hardware::Journal journal;
     {
-        const TraceJournal trace(journal);
+        const TraceJournal trace(journal, TraceJournal::JournalAndOutput);
     }
     QTest::ignoreMessage(QtDebugMsg, "too late");
     qDebug("too late");
@@ -90,7 +105,7 @@ void TestTraceJournal::linesMayComeFromAnyThread()
 {
     heard().clear();
     hardware::Journal journal;
-    const TraceJournal trace(journal);
+    const TraceJournal trace(journal, TraceJournal::JournalAndOutput);
     QTest::ignoreMessage(QtDebugMsg, "from a worker");
     const QScopedPointer<QThread> worker(QThread::create([] { qDebug("from a worker"); }));
     worker->start();
