@@ -66,6 +66,10 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
         return fail(ExitPlugin, error);
     }
 
+    if (!options.record.isEmpty() && !simulator.recorder().start(options.record, &error)) {
+        return fail(ExitWrongUsage, error);
+    }
+
     Console console(simulator.graphicalThread());
     addAllCommands(console, simulator);
     ScriptRunner script(console, unit.journal());

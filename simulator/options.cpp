@@ -29,7 +29,7 @@ const char description[] =
     "  0  all went well\n"
     "  1  a command of the script failed, the script could not be read on, or its report not\n"
     "     be written\n"
-    "  2  the command line or the script's name is wrong\n"
+    "  2  the command line or the name of a script or session is wrong\n"
     "  3  the plug-in cannot be used\n"
     "  4  the unit's folder cannot be used, or another headunit uses it\n"
     "  5  there is no display, or its font is missing\n"
@@ -70,6 +70,7 @@ void addOptions(QCommandLineParser &parser)
         {"plugin", "The plug-in to load. Default: the one that was built.", "file", builtPlugin()},
         {"script", "Runs console commands, one a line, and ends; \"-\" is standard input.", "file"},
         {"report", "Writes there, as JUnit does, how the script went.", "file.xml"},
+        {"record", "Writes what is done to the unit as such a script.", "file"},
         {"headless", "Shows no window."},
         {"verbose", "Shows the plug-in's traces, which the journal has, on standard error too."},
         {"speed",
@@ -127,6 +128,7 @@ bool Options::read(int argc, char *argv[], int *exitStatus)
     plugin = parser.value("plugin");
     script = parser.value("script");
     report = parser.value("report");
+    record = parser.value("record");
     headless = parser.isSet("headless");
     verbose = parser.isSet("verbose");
     stalls = parser.isSet("stalls");

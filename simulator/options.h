@@ -12,6 +12,7 @@ struct Options
     QString plugin;
     QString script; ///< Empty for none.
     QString report; ///< Where it is told how the script went; empty for nowhere.
+    QString record; ///< File for the session; empty for none.
     double speed = 1.0;
     bool headless = false;
     bool verbose = false;

@@ -36,6 +36,7 @@ Simulator::Simulator(hardware::Unit &unit, const QString &plugin, TraceJournal::
     , m_loader(m_framework.activities())
     , m_finger(m_bezel)
     , m_screenReader(m_bezel.screen())
+    , m_recorder(m_bezel, m_screenReader, unit)
 {
     watchApplication();
     m_framework.modules().add(QStringLiteral("dab"), QSharedPointer<SimDabModule>::create());
@@ -77,6 +78,7 @@ bool Simulator::start(QString *error)
         return false;
     }
     m_bezel.show();
+    m_recorder.watchWindow();
     journal(QStringLiteral("unit"), QStringLiteral("booted"));
     return true;
 }
@@ -110,6 +112,11 @@ QString Simulator::activity()
 {
     const QStringList running = m_framework.activities().running();
     return running.value(running.size() - 1);
+}
+
+SessionRecorder &Simulator::recorder()
+{
+    return m_recorder;
 }
 
 QString Simulator::temporaryFolder() const

@@ -8,6 +8,7 @@
 #include "simulator/framework/topleveladopter.h"
 #include "simulator/framework/tracejournal.h"
 #include "simulator/framework/usbactivity.h"
+#include "simulator/session/sessionrecorder.h"
 #include "simulator/window/bezel.h"
 #include "simulator/window/finger.h"
 #include "simulator/window/unitlights.h"
@@ -45,6 +46,7 @@ public:
     Bezel &bezel();
     Finger &finger();
     const ScreenReader &screenReader() const;
+    SessionRecorder &recorder();
 
     /// The activity on top; empty while none runs.
     QString activity();
@@ -85,6 +87,7 @@ private:
     Finger m_finger;
     ScreenReader m_screenReader;
     QStringList m_textsBeforeTouch;
+    SessionRecorder m_recorder;
 };
 
 } // namespace simulator

@@ -1,10 +1,15 @@
 #include "allcommands.h"
 
+#include "simulator/console/console.h"
+#include "simulator/simulator.h"
+
 namespace simulator
 {
 
 void addAllCommands(Console &console, Simulator &simulator)
 {
+    console.setListener(
+        [&simulator](const QStringList &words) { simulator.recorder().noteCommand(words); });
     addTouchCommands(console, simulator);
     addLookCommands(console, simulator);
     addEffectCommands(console, simulator);
@@ -18,6 +23,7 @@ void addAllCommands(Console &console, Simulator &simulator)
     addNcmCommands(console, simulator);
     addReceiverCommands(console, simulator);
     addScriptCommands(console);
+    addSessionCommands(console, simulator);
     addSystemCommands(console, simulator);
     addStateCommands(console, simulator);
     addUsbCommands(console, simulator);

@@ -35,6 +35,8 @@ void addNcmCommands(Console &console, Simulator &simulator);
 void addReceiverCommands(Console &console, Simulator &simulator);
 /// Commands that run others, and names for values.
 void addScriptCommands(Console &console);
+/// What is recorded of a session, and reports of it.
+void addSessionCommands(Console &console, Simulator &simulator);
 /// The DAB tuner and the modules' versions.
 void addSystemCommands(Console &console, Simulator &simulator);
 /// The state of the whole unit, for programs.

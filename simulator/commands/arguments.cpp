@@ -44,12 +44,12 @@ bool readNumberOrWrong(const QString &word, const QString &name, int least, int 
     return false;
 }
 
-bool readPosition(const QString &x, const QString &y, QPoint *position, QString *error)
+bool readPosition(const QString &x, const QString &y, QPoint *position, QString *error, int beyond)
 {
-    return readNumber(x, QStringLiteral("X"), 0, Screen::resolution.width() - 1, &position->rx(),
-                      error)
-        && readNumber(y, QStringLiteral("Y"), 0, Screen::resolution.height() - 1, &position->ry(),
-                      error);
+    return readNumber(x, QStringLiteral("X"), -beyond, Screen::resolution.width() - 1 + beyond,
+                      &position->rx(), error)
+        && readNumber(y, QStringLiteral("Y"), -beyond, Screen::resolution.height() - 1 + beyond,
+                      &position->ry(), error);
 }
 
 } // namespace simulator

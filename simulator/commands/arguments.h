@@ -20,7 +20,8 @@ bool readWrong(const QString &word, bool *isWrong, QString *error);
 bool readNumberOrWrong(const QString &word, const QString &name, int least, int most, bool isWrong,
                        int *number, QString *error);
 
-/// Reads a place on the screen, in pixels.
-bool readPosition(const QString &x, const QString &y, QPoint *position, QString *error);
+/// Reads a place on the screen, in pixels, or up to \a beyond pixels off it.
+bool readPosition(const QString &x, const QString &y, QPoint *position, QString *error,
+                  int beyond = 0);
 
 } // namespace simulator

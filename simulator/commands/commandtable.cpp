@@ -36,7 +36,7 @@ void addCommands(Console &console, Simulator &simulator, std::initializer_list<C
 {
     for (const CommandRow &row : table) {
         const auto function = row.function;
-        console.add(QString::fromLatin1(row.name), row.place,
+        console.add(QString::fromLatin1(row.name), row.place, row.effect,
                     [&simulator, function](const QStringList &arguments, ConsoleSession &session) {
                         return function(simulator, arguments, session);
                     });

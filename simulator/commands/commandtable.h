@@ -9,11 +9,14 @@ namespace simulator
 
 class Simulator;
 
+using Effect = Console::Effect;
+
 /// A row in the table of commands that each area has: a verb of verbTable(), and what does it.
 struct CommandRow
 {
     const char *name;
     Console::Place place;
+    Effect effect;
     ConsoleResult (*function)(Simulator &simulator, const QStringList &arguments,
                               ConsoleSession &session);
 };

@@ -84,7 +84,8 @@ ConsoleResult effects(Simulator &simulator, const QStringList &arguments, Consol
 
 void addEffectCommands(Console &console, Simulator &simulator)
 {
-    addCommands(console, simulator, {{"effects", Console::Place::AnyThread, effects}});
+    addCommands(console, simulator,
+                {{"effects", Console::Place::AnyThread, Effect::None, effects}});
 }
 
 } // namespace simulator

@@ -99,7 +99,7 @@ ConsoleResult fault(Simulator &simulator, const QStringList &arguments, ConsoleS
 
 void addFaultCommands(Console &console, Simulator &simulator)
 {
-    addCommands(console, simulator, {{"fault", Console::Place::AnyThread, fault}});
+    addCommands(console, simulator, {{"fault", Console::Place::AnyThread, Effect::World, fault}});
 }
 
 } // namespace simulator

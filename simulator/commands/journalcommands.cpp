@@ -200,11 +200,11 @@ void addJournalCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::AnyThread;
     addCommands(console, simulator,
                 {
-                    {"journal", place, journal},
-                    {"expect", place, expect},
-                    {"absent", place, absent},
-                    {"stalls", place, stalls},
-                    {"mark", place, mark},
+                    {"journal", place, Effect::None, journal},
+                    {"expect", place, Effect::None, expect},
+                    {"absent", place, Effect::None, absent},
+                    {"stalls", place, Effect::None, stalls},
+                    {"mark", place, Effect::None, mark},
                 });
 }
 

@@ -168,11 +168,11 @@ void addLightCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::AnyThread;
     addCommands(console, simulator,
                 {
-                    {"als", place, als},
-                    {"als-curve", place, alsCurve},
-                    {"daynight", place, dayNight},
-                    {"panel", place, panel},
-                    {"keylight", place, keyLight},
+                    {"als", place, Effect::World, als},
+                    {"als-curve", place, Effect::World, alsCurve},
+                    {"daynight", place, Effect::World, dayNight},
+                    {"panel", place, Effect::World, panel},
+                    {"keylight", place, Effect::None, keyLight},
                 });
 }
 

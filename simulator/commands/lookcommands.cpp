@@ -215,14 +215,14 @@ void addLookCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::AnyThread;
     addCommands(console, simulator,
                 {
-                    {"look", Console::Place::GraphicalThread, look},
-                    {"see", place, see},
-                    {"unseen", place, unseen},
-                    {"visible", place, visible},
-                    {"hidden", place, hidden},
-                    {"shot", place, shot},
-                    {"shot-anew", Console::Place::GraphicalThread, shotAnew},
-                    {"shot-window", place, shotWindow},
+                    {"look", Console::Place::GraphicalThread, Effect::None, look},
+                    {"see", place, Effect::None, see},
+                    {"unseen", place, Effect::None, unseen},
+                    {"visible", place, Effect::None, visible},
+                    {"hidden", place, Effect::None, hidden},
+                    {"shot", place, Effect::None, shot},
+                    {"shot-anew", Console::Place::GraphicalThread, Effect::None, shotAnew},
+                    {"shot-window", place, Effect::None, shotWindow},
                 });
 }
 

@@ -98,9 +98,9 @@ void addMemoryCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::AnyThread;
     addCommands(console, simulator,
                 {
-                    {"memory", place, memory},
-                    {"memory-fill", place, fillMemory},
-                    {"phy", place, phy},
+                    {"memory", place, Effect::World, memory},
+                    {"memory-fill", place, Effect::World, fillMemory},
+                    {"phy", place, Effect::None, phy},
                 });
 }
 

@@ -23,7 +23,7 @@ void addNcmCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::AnyThread;
     addCommands(console, simulator,
                 {
-                    {"ncm", place, ncm},
+                    {"ncm", place, Effect::None, ncm},
                 });
 }
 

@@ -28,7 +28,7 @@ void addReceiverCommands(Console &console, Simulator &simulator)
 {
     addCommands(console, simulator,
                 {
-                    {"receiver", Console::Place::AnyThread, receiver},
+                    {"receiver", Console::Place::AnyThread, Effect::None, receiver},
                 });
 }
 

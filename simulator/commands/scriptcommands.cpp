@@ -113,7 +113,7 @@ void addScriptCommands(Console &console)
 {
     for (const ScriptRow &row : rows) {
         const auto function = row.function;
-        console.add(QString::fromLatin1(row.name), Console::Place::AnyThread,
+        console.add(QString::fromLatin1(row.name), Console::Place::AnyThread, Console::Effect::None,
                     [&console, function](const QStringList &arguments, ConsoleSession &session) {
                         return function(console, arguments, session);
                     });

@@ -31,7 +31,7 @@ void addSettingCommands(Console &console, Simulator &simulator)
 {
     addCommands(console, simulator,
                 {
-                    {"setting", Console::Place::AnyThread, setting},
+                    {"setting", Console::Place::AnyThread, Effect::World, setting},
                 });
 }
 

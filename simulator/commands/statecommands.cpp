@@ -192,7 +192,7 @@ ConsoleResult state(Simulator &simulator, const QStringList &arguments, ConsoleS
 
 void addStateCommands(Console &console, Simulator &simulator)
 {
-    addCommands(console, simulator, {{"state", Console::Place::AnyThread, state}});
+    addCommands(console, simulator, {{"state", Console::Place::AnyThread, Effect::None, state}});
 }
 
 } // namespace simulator

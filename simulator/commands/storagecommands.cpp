@@ -36,8 +36,8 @@ void addStorageCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::AnyThread;
     addCommands(console, simulator,
                 {
-                    {"plug", place, plug},
-                    {"pull", place, pull},
+                    {"plug", place, Effect::World, plug},
+                    {"pull", place, Effect::World, pull},
                 });
 }
 

@@ -74,8 +74,8 @@ void addSystemCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::AnyThread;
     addCommands(console, simulator,
                 {
-                    {"dab", place, dab},
-                    {"version", place, version},
+                    {"dab", place, Effect::World, dab},
+                    {"version", place, Effect::World, version},
                 });
 }
 

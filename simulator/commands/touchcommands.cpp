@@ -14,7 +14,9 @@ namespace
 {
 
 const int defaultSteps = 10;
-const int maxSteps = 1000;
+
+/// How far, in pixels, a finger that is down may get off the glass.
+const int beyondGlass = 1000;
 
 ConsoleResult fingerIsDown()
 {
@@ -61,12 +63,14 @@ ConsoleResult tap(Simulator &simulator, const QStringList &arguments, ConsoleSes
 
 ConsoleResult hold(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
+    const bool isDown = simulator.finger().isDown();
     QPoint position;
     QString error;
-    if (!readPosition(arguments.at(0), arguments.at(1), &position, &error)) {
+    if (!readPosition(arguments.at(0), arguments.at(1), &position, &error,
+                      isDown ? beyondGlass : 0)) {
         return ConsoleResult::failed(error);
     }
-    if (simulator.finger().isDown()) {
+    if (isDown) {
         simulator.finger().moveTo(position);
     } else {
         simulator.finger().putDown(position);
@@ -101,7 +105,7 @@ ConsoleResult drag(Simulator &simulator, const QStringList &arguments, ConsoleSe
     QString error;
     if (!readPosition(arguments.at(0), arguments.at(1), &from, &error)
         || !readPosition(arguments.at(2), arguments.at(3), &to, &error)
-        || !readNumber(steps, QStringLiteral("STEPS"), 1, maxSteps, &count, &error)) {
+        || !readNumber(steps, QStringLiteral("STEPS"), 1, Finger::maxSteps, &count, &error)) {
         return ConsoleResult::failed(error);
     }
     if (simulator.finger().isDown()) {
@@ -134,12 +138,12 @@ void addTouchCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::GraphicalThread;
     addCommands(console, simulator,
                 {
-                    {"press", place, press},
-                    {"tap", place, tap},
-                    {"hold", place, hold},
-                    {"lift", place, lift},
-                    {"drag", place, drag},
-                    {"key", place, key},
+                    {"press", place, Effect::None, press},
+                    {"tap", place, Effect::None, tap},
+                    {"hold", place, Effect::None, hold},
+                    {"lift", place, Effect::None, lift},
+                    {"drag", place, Effect::None, drag},
+                    {"key", place, Effect::None, key},
                 });
 }
 

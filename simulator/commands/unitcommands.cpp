@@ -64,10 +64,10 @@ void addUnitCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::AnyThread;
     addCommands(console, simulator,
                 {
-                    {"wait", place, wait},
-                    {"reboot", place, reboot},
-                    {"cd", place, changeFolder},
-                    {"quit", place, quit},
+                    {"wait", place, Effect::None, wait},
+                    {"reboot", place, Effect::World, reboot},
+                    {"cd", place, Effect::None, changeFolder},
+                    {"quit", place, Effect::None, quit},
                 });
 }
 

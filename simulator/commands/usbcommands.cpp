@@ -66,7 +66,7 @@ void addUsbCommands(Console &console, Simulator &simulator)
 {
     addCommands(console, simulator,
                 {
-                    {"usb", Console::Place::AnyThread, usb},
+                    {"usb", Console::Place::AnyThread, Effect::World, usb},
                 });
 }
 

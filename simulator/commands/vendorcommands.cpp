@@ -82,7 +82,7 @@ void addVendorCommands(Console &console, Simulator &simulator)
     const auto place = Console::Place::AnyThread;
     addCommands(console, simulator,
                 {
-                    {"vendor", place, vendor},
+                    {"vendor", place, Effect::World, vendor},
                 });
 }
 

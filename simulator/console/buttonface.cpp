@@ -45,6 +45,14 @@ bool isButton(const QWidget *widget)
                        [widget](const char *name) { return widget->property(name).isValid(); });
 }
 
+const QWidget *buttonOf(const QWidget *widget)
+{
+    while (widget != nullptr && !isButton(widget)) {
+        widget = widget->parentWidget();
+    }
+    return widget;
+}
+
 QString name(const QWidget *button)
 {
     QStringList names = QStringList({id(button), button->objectName()}) + texts(button);
@@ -112,6 +120,16 @@ QRect touchArea(const QWidget *widget)
     option.iconSize = button->iconSize();
     return button->style()->subElementRect(
         radio ? QStyle::SE_RadioButtonClickRect : QStyle::SE_CheckBoxClickRect, &option, button);
+}
+
+QRect sureTouchArea(const QWidget *button)
+{
+    QRect area = touchArea(button);
+    if (qobject_cast<const QAbstractButton *>(button) == nullptr) {
+        const int high = qMin(area.height(), button->sizeHint().height());
+        area = QRect(0, (area.height() - high) / 2, area.width(), high);
+    }
+    return area;
 }
 
 QString describe(const QWidget *widget)

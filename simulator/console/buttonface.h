@@ -15,6 +15,9 @@ namespace buttonface
 
 bool isButton(const QWidget *widget);
 
+/// The button that a widget is, or that it is a part of; null when there is none.
+const QWidget *buttonOf(const QWidget *widget);
+
 /// What the button is called: its id, or, without one, its object name or else its text.
 QString name(const QWidget *button);
 
@@ -33,6 +36,9 @@ QStringList state(const QWidget *button);
 
 /// The part of a button that takes touches, in its own pixels.
 QRect touchArea(const QWidget *button);
+
+/// The part of it that is as high as its image: some buttons take touches only there.
+QRect sureTouchArea(const QWidget *button);
 
 /// The widget's class with its name, for messages.
 QString describe(const QWidget *widget);

@@ -25,6 +25,12 @@ public:
         GraphicalThread ///< Waits for its turn there.
     };
 
+    /// What a recorded session has to tell of a command.
+    enum class Effect {
+        None,  ///< Nothing: it asks, waits, or touches, and touches are recorded as such.
+        World, ///< The command, unless it has answered something: then it was only asked.
+    };
+
     using Handler =
         std::function<ConsoleResult(const QStringList &arguments, ConsoleSession &session)>;
 
@@ -34,12 +40,18 @@ public:
 
     /// Carries out the verb of that name; \a handler is called with as many arguments as its usage
     /// admits.
-    void add(const QString &name, Place place, const Handler &handler);
+    void add(const QString &name, Place place, Effect effect, const Handler &handler);
+
+    /// Hears, on the thread of whoever asked, of each command that has changed the unit's world:
+    /// its words, with the names of files and folders in full.
+    using Listener = std::function<void(const QStringList &words)>;
+    void setListener(const Listener &listener);
 
     /// Which verbs it carries out.
     QStringList names() const;
 
-    /// Runs one line; an empty line and a comment do nothing.
+    /// Runs one line; an empty line and a comment do nothing, but for the head of a recorded
+    /// session whose format is unknown, which fails.
     ConsoleResult run(const QString &line, ConsoleSession &session) const;
 
     /// Ends what is being waited for, as the program ends; no further command runs. Graphical
@@ -50,6 +62,7 @@ private:
     struct Command
     {
         Place place;
+        Effect effect;
         Handler handler;
     };
 
@@ -60,6 +73,7 @@ private:
     GraphicalThread &m_graphicalThread;
     const QList<Verb> m_verbs;
     QMap<QString, Command> m_commands;
+    Listener m_listener;
 };
 
 } // namespace simulator

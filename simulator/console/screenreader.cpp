@@ -58,6 +58,20 @@ bool ScreenReader::findButton(const QString &id, QPoint *touch, QString *error) 
     return false;
 }
 
+QString ScreenReader::buttonAt(const QPoint &place, QRect *area) const
+{
+    const QWidget *button = buttonface::buttonOf(m_screen.childAt(place));
+    const QString name = button == nullptr ? QString() : buttonface::name(button);
+    QPoint touch;
+    QString ignored;
+    if (name.isEmpty() || !findButton(name, &touch, &ignored)
+        || buttonface::buttonOf(m_screen.childAt(touch)) != button) {
+        return QString();
+    }
+    *area = onScreen(button, buttonface::sureTouchArea(button));
+    return name;
+}
+
 bool ScreenReader::showsButton(const QString &id) const
 {
     const QList<QWidget *> candidates = buttons(id);

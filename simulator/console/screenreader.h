@@ -33,6 +33,11 @@ public:
     /// names those that may have been meant.
     bool findButton(const QString &id, QPoint *touch, QString *error) const;
 
+    /// The name by which findButton() finds the button at \a place, and where a touch surely does
+    /// the same as in its middle; an empty name when no button is there, or when the name finds
+    /// another.
+    QString buttonAt(const QPoint &place, QRect *area) const;
+
     /// Whether such a button is to be seen, disabled or not.
     bool showsButton(const QString &id) const;
 

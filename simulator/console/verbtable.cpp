@@ -147,6 +147,10 @@ const Row rows[] = {
      "From the next line of the session on, $NAME and ${NAME} stand for that value, but not "
      "between '…'.",
      "set slot usb1"},
+    {"Scripts", "record", "[FILE|stop]",
+     "Records touches, keys and what happens around the unit as a script, until \"record stop\"; "
+     "or says into which file.",
+     "record session.txt"},
     {"Scripts", "cd", "FOLDER", "Relative file names count from that folder on.", "cd /tmp"},
     {"Scripts", "wait", "MS", "Lets that many milliseconds of the unit's time pass.", "wait 2500"},
     {"Scripts", "help", "[COMMAND]", "Lists the commands, or explains one.", "help press"},

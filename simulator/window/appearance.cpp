@@ -69,6 +69,8 @@ bool apply(QString *error)
     QApplication::setPalette(unitPalette());
     QApplication::setFont(unitFont());
     QApplication::setCursorFlashTime(0);
+    // A finger's second touch is a touch like the first.
+    QApplication::setDoubleClickInterval(0);
     return true;
 }
 

@@ -54,13 +54,23 @@ void Finger::tap(const QPoint &position)
     lift();
 }
 
-void Finger::drag(const QPoint &from, const QPoint &to, int steps)
+void Finger::drag(const QPoint &from, const QPoint &to, int count)
 {
     putDown(from);
-    for (int step = 1; step <= steps; ++step) {
-        moveTo(from + (to - from) * step / steps);
+    const QList<QPoint> places = steps(from, to, count);
+    for (const QPoint &place : places) {
+        moveTo(place);
     }
     lift();
+}
+
+QList<QPoint> Finger::steps(const QPoint &from, const QPoint &to, int count)
+{
+    QList<QPoint> places;
+    for (int step = 1; step <= count; ++step) {
+        places.append(from + (to - from) * step / count);
+    }
+    return places;
 }
 
 void Finger::send(QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons buttons)

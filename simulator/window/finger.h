@@ -1,6 +1,7 @@
 #pragma once
 
 #include <QEvent>
+#include <QList>
 #include <QPoint>
 
 namespace simulator
@@ -13,6 +14,8 @@ class Bezel;
 class Finger
 {
 public:
+    static constexpr int maxSteps = 1000;
+
     explicit Finger(Bezel &bezel);
     Q_DISABLE_COPY(Finger)
 
@@ -25,8 +28,11 @@ public:
     void lift();
 
     void tap(const QPoint &position);
-    /// Goes down at \a from, to \a to in \a steps equal moves, and up there.
-    void drag(const QPoint &from, const QPoint &to, int steps);
+    /// Goes down at \a from, to \a to in \a count equal steps, 1 to maxSteps, and up there.
+    void drag(const QPoint &from, const QPoint &to, int count);
+
+    /// Where these steps lead, one after the other.
+    static QList<QPoint> steps(const QPoint &from, const QPoint &to, int count);
 
 private:
     void send(QEvent::Type type, Qt::MouseButton button, Qt::MouseButtons buttons);

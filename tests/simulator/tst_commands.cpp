@@ -189,6 +189,12 @@ void TestCommands::holdMovesAFingerThatIsDown()
     QCOMPARE(unit.errorOf("hold 110 130"), QString());
     QCOMPARE(unit.errorOf("lift"), QString());
     QCOMPARE(unit.errorOf("see \"presses: 1\""), QString());
+    // Beyond the glass, where a touch cannot begin.
+    QCOMPARE(unit.errorOf("hold 100 120"), QString());
+    QCOMPARE(unit.errorOf("hold 1799 -1000"), QString());
+    QVERIFY(unit.errorOf("hold 1800 0").contains("from -1000 to 1799"));
+    QCOMPARE(unit.errorOf("lift"), QString());
+    QVERIFY(unit.errorOf("hold 800 0").contains("from 0 to 799"));
 }
 
 void TestCommands::liftSomewhereElse()

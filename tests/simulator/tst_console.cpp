@@ -57,9 +57,9 @@ void TestConsole::init()
         m_ranOn = QThread::currentThread();
         return ConsoleResult::done({"remembered"});
     };
-    m_console->add("paint", Console::Place::AnyThread, remember);
-    m_console->add("sink", Console::Place::AnyThread, remember);
-    m_console->add("look", Console::Place::GraphicalThread, remember);
+    m_console->add("paint", Console::Place::AnyThread, Console::Effect::None, remember);
+    m_console->add("sink", Console::Place::AnyThread, Console::Effect::None, remember);
+    m_console->add("look", Console::Place::GraphicalThread, Console::Effect::None, remember);
 }
 
 void TestConsole::cleanup()

@@ -63,17 +63,19 @@ void TestScriptCommands::init()
         verbTable()
             + QList<Verb>{{"Test", "paint", "COLOR", "Paints; but no green.", "paint blue"}}));
     addScriptCommands(*m_console);
-    m_console->add(
-        "paint", Console::Place::AnyThread, [this](const QStringList &arguments, ConsoleSession &) {
-            m_painted += arguments;
-            return arguments.contains("green") ? ConsoleResult::failed("no green", {"is left"})
-                                               : ConsoleResult::done({"wet"});
-        });
-    m_console->add("quit", Console::Place::AnyThread, [](const QStringList &, ConsoleSession &) {
-        ConsoleResult result = ConsoleResult::done();
-        result.endsSession = true;
-        return result;
-    });
+    m_console->add("paint", Console::Place::AnyThread, Console::Effect::None,
+                   [this](const QStringList &arguments, ConsoleSession &) {
+                       m_painted += arguments;
+                       return arguments.contains("green")
+                           ? ConsoleResult::failed("no green", {"is left"})
+                           : ConsoleResult::done({"wet"});
+                   });
+    m_console->add("quit", Console::Place::AnyThread, Console::Effect::None,
+                   [](const QStringList &, ConsoleSession &) {
+                       ConsoleResult result = ConsoleResult::done();
+                       result.endsSession = true;
+                       return result;
+                   });
     m_session.reset(new ConsoleSession(m_reader));
     m_session->setDirectory(m_folder->path());
     m_session->setListener([this](const QStringList &lines) { m_told += lines; });

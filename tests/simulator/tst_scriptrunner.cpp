@@ -17,6 +17,8 @@ private slots:
     void stopsAtTheFirstWrongLine();
     void stopsAtQuit();
     void readsTheJournalFromItsStart();
+    void recordedSessions_data();
+    void recordedSessions();
     void missingScript();
     void endsWithTheProgramWhileItWaits();
 };
@@ -92,6 +94,27 @@ void TestScriptRunner::readsTheJournalFromItsStart()
     unit.journal().write("probe", "before");
     const ScriptFile script("absent \"probe before\"\nsetting probe new\nexpect \"probe = new\"\n");
     QVERIFY(run(unit, script));
+}
+
+void TestScriptRunner::recordedSessions_data()
+{
+    QTest::addColumn<QByteArray>("script");
+    QTest::addColumn<bool>("runs");
+    QTest::newRow("known") << QByteArray("# headunit session 1\n") << true;
+    QTest::newRow("from elsewhere") << QByteArray("# headunit session 1 \r\n") << true;
+    QTest::newRow("of another format") << QByteArray("# headunit session 2\n") << false;
+    QTest::newRow("of no format") << QByteArray("# headunit session \n") << false;
+    QTest::newRow("only a comment") << QByteArray("# headunit sessions 2\n") << true;
+    QTest::newRow("unknown command") << QByteArray("# headunit session 1\nfly\n") << false;
+}
+
+void TestScriptRunner::recordedSessions()
+{
+    QFETCH(QByteArray, script);
+    QFETCH(bool, runs);
+    TestSimulator unit;
+    QCOMPARE(run(unit, ScriptFile(script + "setting a 1\n")), runs);
+    QCOMPARE(unit.journal().lines("settings").size(), int(runs));
 }
 
 void TestScriptRunner::missingScript()
