@@ -12,6 +12,7 @@
 #include "simulator/console/scriptrunner.h"
 #include "simulator/console/unitaddress.h"
 #include "simulator/framework/unitapplication.h"
+#include "simulator/session/reportarchive.h"
 #include "simulator/window/appearance.h"
 #include "simulator/window/displaycheck.h"
 
@@ -123,6 +124,10 @@ int main(int argc, char *argv[])
         return fail(ExitDisplay, error);
     }
 
+    if (!options.from.isEmpty()
+        && !reportarchive::unpack(options.from, options.unitFolder, &error)) {
+        return fail(ExitUnitFolder, error);
+    }
     hardware::Unit unit(options.unitFolder, options.speed);
     ProgramEnd end(unit.journal());
     if (!unit.open(&error)) {

@@ -31,7 +31,8 @@ const char description[] =
     "     be written\n"
     "  2  the command line or the name of a script or session is wrong\n"
     "  3  the plug-in cannot be used\n"
-    "  4  the unit's folder cannot be used, or another headunit uses it\n"
+    "  4  the unit's folder cannot be used, another headunit uses it, or a report cannot be\n"
+    "     unpacked into it\n"
     "  5  there is no display, or its font is missing\n"
     "  6  a file of the unit could not be written\n"
     "  7  it was to end, but its screen was blocked";
@@ -71,6 +72,7 @@ void addOptions(QCommandLineParser &parser)
         {"script", "Runs console commands, one a line, and ends; \"-\" is standard input.", "file"},
         {"report", "Writes there, as JUnit does, how the script went.", "file.xml"},
         {"record", "Writes what is done to the unit as such a script.", "file"},
+        {"from", "Unpacks a report into the unit's folder, which must be empty.", "file"},
         {"headless", "Shows no window."},
         {"verbose", "Shows the plug-in's traces, which the journal has, on standard error too."},
         {"speed",
@@ -129,6 +131,7 @@ bool Options::read(int argc, char *argv[], int *exitStatus)
     script = parser.value("script");
     report = parser.value("report");
     record = parser.value("record");
+    from = parser.value("from");
     headless = parser.isSet("headless");
     verbose = parser.isSet("verbose");
     stalls = parser.isSet("stalls");

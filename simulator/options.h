@@ -13,6 +13,7 @@ struct Options
     QString script; ///< Empty for none.
     QString report; ///< Where it is told how the script went; empty for nowhere.
     QString record; ///< File for the session; empty for none.
+    QString from;   ///< Report that the unit's folder is made from; empty for none.
     double speed = 1.0;
     bool headless = false;
     bool verbose = false;

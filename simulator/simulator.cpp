@@ -22,6 +22,9 @@ namespace simulator
 namespace
 {
 const int bootMs = 2000;
+
+/// A graphical thread that does not answer for so long, in host time, is blocked.
+const int answerMs = 300;
 } // namespace
 
 Simulator::Simulator(hardware::Unit &unit, const QString &plugin, TraceJournal::Place traces)
@@ -117,6 +120,17 @@ QString Simulator::activity()
 SessionRecorder &Simulator::recorder()
 {
     return m_recorder;
+}
+
+QString Simulator::plugin() const
+{
+    return m_plugin;
+}
+
+QImage Simulator::frame()
+{
+    m_graphicalThread.runWithin(answerMs, [this] { m_bezel.paintPending(); });
+    return m_bezel.lastFrame().convertToFormat(QImage::Format_RGB32);
 }
 
 QString Simulator::temporaryFolder() const

@@ -48,6 +48,14 @@ public:
     const ScreenReader &screenReader() const;
     SessionRecorder &recorder();
 
+    /// The plug-in's file.
+    QString plugin() const;
+
+    /// What the window shows: its backing store as it was painted last, while the graphical thread
+    /// is blocked too. Nothing is painted anew for it, so that a picture shows also what was
+    /// forgotten to be. Any thread.
+    QImage frame();
+
     /// The activity on top; empty while none runs.
     QString activity();
 

@@ -19,9 +19,6 @@ namespace
 
 const int showTimeoutMs = 2000;
 
-/// A graphical thread that does not answer for so long, in host time, is blocked.
-const int answerMs = 300;
-
 /// Words on a line of their own, quoted where they must be.
 QString line(const char *kind, const QStringList &words)
 {
@@ -141,15 +138,6 @@ ConsoleResult hidden(Simulator &simulator, const QStringList &arguments, Console
                 : ConsoleResult::failed(QStringLiteral("the button \"%1\" is to be seen").arg(id));
 }
 
-/// What the window shows: its backing store as it was painted last, while the graphical thread is
-/// blocked too. Nothing is painted anew for it, so that a picture shows also what was forgotten to
-/// be.
-QImage frame(Simulator &simulator)
-{
-    simulator.graphicalThread().runWithin(answerMs, [&] { simulator.bezel().paintPending(); });
-    return simulator.bezel().lastFrame().convertToFormat(QImage::Format_RGB32);
-}
-
 /// The part of the glass that X, Y, WIDTH and HEIGHT behind the file's name say, or all of it.
 bool readPart(const QStringList &arguments, QRect *part, QString *error)
 {
@@ -193,7 +181,7 @@ ConsoleResult savePart(Simulator &simulator, const QImage &window, const QString
 
 ConsoleResult shot(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
 {
-    return savePart(simulator, frame(simulator), arguments, session);
+    return savePart(simulator, simulator.frame(), arguments, session);
 }
 
 ConsoleResult shotAnew(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
@@ -205,7 +193,7 @@ ConsoleResult shotAnew(Simulator &simulator, const QStringList &arguments, Conso
 ConsoleResult shotWindow(Simulator &simulator, const QStringList &arguments,
                          ConsoleSession &session)
 {
-    return save(frame(simulator), arguments.first(), session);
+    return save(simulator.frame(), arguments.first(), session);
 }
 
 } // namespace

@@ -3,6 +3,7 @@
 #include "commandtable.h"
 
 #include "simulator/console/consolesession.h"
+#include "simulator/session/bugreport.h"
 #include "simulator/simulator.h"
 
 namespace simulator
@@ -25,6 +26,14 @@ ConsoleResult record(Simulator &simulator, const QStringList &arguments, Console
     return isDone ? ConsoleResult::done() : ConsoleResult::failed(error);
 }
 
+ConsoleResult report(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
+{
+    QString error;
+    return bugreport::write(simulator, session.path(arguments.first()), &error)
+        ? ConsoleResult::done()
+        : ConsoleResult::failed(error);
+}
+
 } // namespace
 
 void addSessionCommands(Console &console, Simulator &simulator)
@@ -33,6 +42,7 @@ void addSessionCommands(Console &console, Simulator &simulator)
     addCommands(console, simulator,
                 {
                     {"record", place, Effect::None, record},
+                    {"report", place, Effect::None, report},
                 });
 }
 

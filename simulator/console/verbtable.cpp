@@ -151,6 +151,10 @@ const Row rows[] = {
      "Records touches, keys and what happens around the unit as a script, until \"record stop\"; "
      "or says into which file.",
      "record session.txt"},
+    {"Scripts", "report", "FILE",
+     "Packs the unit's folder, the recorded session, the screen's picture and versions as a "
+     ".tar.xz; \"headunit --from\" goes on from there.",
+     "report report.tar.xz"},
     {"Scripts", "cd", "FOLDER", "Relative file names count from that folder on.", "cd /tmp"},
     {"Scripts", "wait", "MS", "Lets that many milliseconds of the unit's time pass.", "wait 2500"},
     {"Scripts", "help", "[COMMAND]", "Lists the commands, or explains one.", "help press"},

@@ -3,9 +3,11 @@
 #include "support/openunit.h"
 #include "support/testmain.h"
 
+#include <QDir>
+#include <QImage>
 #include <QtTest>
 
-/// The program "headunit" as it records sessions.
+/// The program "headunit" as it records sessions, and makes and takes reports.
 class TestHeadunitSession : public QObject, private HeadunitTest
 {
     Q_OBJECT
@@ -16,6 +18,10 @@ private slots:
     void recordsFromTheStart();
     void fileThatCannotBeRecorded();
     void recordsWithinFastTime();
+    void reportWhileTheScreenHangs();
+    void reportWithoutTar();
+    void folderThatIsNotEmpty();
+    void missingReport();
 
 private:
     QString file(const char *name) const { return m_folder->filePath(name); }
@@ -67,6 +73,74 @@ void TestHeadunitSession::recordsWithinFastTime()
     const QRegularExpression pause("als 1\nwait (\\d+)\nals 2\n");
     const int ms = pause.match(QString::fromUtf8(recorded)).captured(1).toInt();
     QVERIFY2(ms >= 4900, recorded.constData());
+}
+
+void TestHeadunitSession::reportWhileTheScreenHangs()
+{
+    const QString report = file("a report.tar.xz");
+    const QString session = file("session.txt");
+    {
+        const Program program(HEADUNIT, withTestActivity({"--unit", m_unit, "--record", session}));
+        QVERIFY(waitForUnit());
+        QCOMPARE(control({"key", "FACTORY"}).status, 0);
+        QCOMPARE(control({"see", "test activity"}).status, 0);
+        QCOMPARE(control({"press", "hang", "nowait"}).status, 0);
+        QCOMPARE(control({"expect", "trace hanging"}).status, 0);
+        const Outcome outcome = control({"report", report});
+        QCOMPARE(outcome.error, QString());
+        QCOMPARE(control({"report", report}).error,
+                 "There is a file \"" + report + "\" already.\n");
+    }
+    QVERIFY(QDir().mkdir(file("unpacked")));
+    QCOMPARE(run("tar", {"-xf", report, "-C", file("unpacked")}).status, 0);
+    // What set it off is in the session, although it has not ended.
+    QVERIFY(readFile(file("unpacked/report/session.txt")).contains("\npress hang\n"));
+    QCOMPARE(QImage(file("unpacked/report/screen.png")).size(), QSize(800, 480));
+    const QString checksum = run("sha256sum", {TEST_ACTIVITY}).output.section(' ', 0, 0);
+    QCOMPARE(QString::fromUtf8(readFile(file("unpacked/report/versions.txt"))).split('\n'),
+             (QStringList{"headunit report 1", "headunit " VERSION, "speed 1",
+                          QString("Qt ") + qVersion(), "plug-in " TEST_ACTIVITY,
+                          "plug-in's SHA-256 " + checksum, ""}));
+}
+
+void TestHeadunitSession::reportWithoutTar()
+{
+    QProcessEnvironment nowhere = QProcessEnvironment::systemEnvironment();
+    nowhere.insert("PATH", "/nowhere");
+    const QString report = file("report.tar.xz");
+    const Outcome outcome = run(HEADUNIT,
+                                withTestActivity({"--unit", m_unit, "--script",
+                                                  script("report " + report.toUtf8() + '\n')}),
+                                nowhere);
+    QCOMPARE(outcome.status, 1);
+    QVERIFY2(outcome.error.trimmed().contains("the packages tar and xz-utils have what reports are "
+                                              "packed with"),
+             qPrintable(outcome.error));
+    QVERIFY(!QFile::exists(report));
+}
+
+void TestHeadunitSession::folderThatIsNotEmpty()
+{
+    writeFile(m_unit + "/settings.ini", "precious");
+    const Outcome outcome =
+        headunit(withTestActivity({"--unit", m_unit, "--from", file("report.tar.xz")}));
+    QCOMPARE(outcome.status, 4);
+    QCOMPARE(outcome.error,
+             "The unit's folder \"" + m_unit
+                 + "\" is not empty; a report is unpacked into an empty or a new one.\n");
+    QCOMPARE(QDir(m_unit).entryList(QDir::Files), QStringList("settings.ini"));
+    QCOMPARE(readFile(m_unit + "/settings.ini"), QByteArray("precious"));
+}
+
+void TestHeadunitSession::missingReport()
+{
+    const QString report = file("report.tar.xz");
+    const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--from", report}));
+    QCOMPARE(outcome.status, 4);
+    const QString begin = "The report \"" + report + "\" cannot be unpacked into \"" + m_unit
+        + "\": tar --list failed: ";
+    QVERIFY2(outcome.error.startsWith(begin), qPrintable(outcome.error));
+    QVERIFY(!QFile::exists(m_unit));
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestHeadunitSession)
