@@ -1,0 +1,36 @@
+#pragma once
+
+#include <QPoint>
+#include <QProcess>
+#include <QStringList>
+
+/// A display that nobody sees, with a mouse on it that works as a person's does: Xvfb and xdotool.
+class MouseDisplay
+{
+public:
+    MouseDisplay();
+    ~MouseDisplay();
+
+    /// Whether this host has Xvfb.
+    static bool isInstalled();
+
+    /// Starts it; false when it does not answer.
+    bool start();
+
+    /// The host's environment with this display in it.
+    QProcessEnvironment environment() const;
+
+    /// Waits for the unit's window; false when there is none in a minute.
+    bool findWindow();
+
+    /// What xdotool is to do, with places of the unit's screen: "click 629 359", "down 10 10",
+    /// "move 10 60", "up", "sleep 0.1". False when it does not.
+    bool touch(const QStringList &actions);
+
+private:
+    bool runTool(const QStringList &arguments, QByteArray *output);
+
+    QProcess m_server;
+    QString m_name;
+    QString m_window;
+};
