@@ -102,9 +102,11 @@ void FrameworkHost::tellOfTouch(const QEvent *event) const
     if (what == nullptr) {
         return;
     }
-    const QPoint place =
-        m_screen->mapFromGlobal(static_cast<const QMouseEvent *>(event)->globalPos());
-    if (m_screen->rect().contains(place)) {
+    const auto *mouse = static_cast<const QMouseEvent *>(event);
+    const QPoint place = m_screen->mapFromGlobal(mouse->globalPos());
+    // A pointer that only passes by is no finger.
+    const bool isHover = event->type() == QEvent::MouseMove && mouse->buttons() == Qt::NoButton;
+    if (!isHover && m_screen->rect().contains(place)) {
         unitlink::unit().journal().write(
             QStringLiteral("touch"),
             QStringLiteral("%1 %2 %3").arg(QLatin1String(what)).arg(place.x()).arg(place.y()));
