@@ -49,8 +49,11 @@ class Row:
     package: tuple = ()  # options of make-update-package
     alone: int = 0  # the only place that is run, if any
 
+    def whole_name(self):
+        return f"{self.kind.name}/{self.name}"
+
     def cell(self, place):
-        return f"{self.kind.name}/{self.name}" + (f"/{place}" if self.last > 1 else "")
+        return self.whole_name() + (f"/{place}" if self.last > 1 else "")
 
     def places(self):
         return [self.alone] if self.alone else range(1, self.last + 1)
@@ -243,6 +246,14 @@ def log_rows():
 SWEEPS = {"gps": upgrade_rows, "update": update_rows, "logs": log_rows}
 
 
+def row_named(name):
+    for rows in SWEEPS.values():
+        for row in rows():
+            if row.whole_name() == name:
+                return row
+    raise Unknown(f'there is no row "{name}"; --list names the first cell of each')
+
+
 def row_of(cell):
     """The row of that cell, cut down to it."""
     for rows in SWEEPS.values():
@@ -250,4 +261,4 @@ def row_of(cell):
             for place in row.places():
                 if row.cell(place) == cell:
                     return row.only(place)
-    raise Unknown(f'there is no cell "{cell}"; --list names the rows')
+    raise Unknown(f'there is no cell "{cell}"; --list names the first of each row')

@@ -87,8 +87,8 @@ for block in (1, 2):
     if f"fault receiver garbage {block} firmware" in script:
         lines.append(f"receiver firmware block {block} is answered with garbage")
 """
-        result, cells = self.sweep(program, "gps")
-        row = [(cell["cell"], cell["verdict"]) for cell in cells if cell["cell"].startswith("gps/garbage-firmware")]
+        result, cells = self.sweep(program, "--row", "gps/garbage-firmware")
+        row = [(cell["cell"], cell["verdict"]) for cell in cells]
         self.assertEqual(row, [("gps/garbage-firmware/1", "refused"), ("gps/garbage-firmware/2", "refused"),
                                ("gps/garbage-firmware/3", "nothing")])
         self.assertRegex(result.stdout, r"garbage N firmware +2 refused, 1 nothing")
@@ -117,6 +117,7 @@ for name in ("userdata/btsnoop.log", "nvm/btsnoop.log", "QM_SYSTEMLOG/service.lo
 
     def test_wrong_words(self):
         for words, sentence in ((["gqs"], 'there is no sweep "gqs"'), (["--cell", "gps/x"], 'there is no cell "gps/x"'),
+                                (["--row", "gps/x"], 'there is no row "gps/x"'),
                                 (["--sample", "0"], '"0" is not 1 or more')):
             result, cells = self.sweep(UPGRADED, *words)
             self.assertEqual((result.returncode, cells), (2, []))
