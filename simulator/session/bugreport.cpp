@@ -47,11 +47,13 @@ QByteArray versions(Simulator &simulator)
 bool gather(Simulator &simulator, const QDir &folder, QString *error)
 {
     const QString session = simulator.recorder().fileName();
-    const QString picture = folder.filePath(QStringLiteral("report/screen.png"));
+    const QString file = folder.filePath(QStringLiteral("report/screen.png"));
+    // There is none before the window was painted for the first time.
+    const QImage picture = simulator.frame().copy(simulator.bezel().screenRect());
     return folder.mkdir(reportarchive::reportFolder)
         && hardware::wholefile::make(folder.filePath(reportarchive::versionsFile),
                                      versions(simulator), error)
-        && simulator.frame().copy(simulator.bezel().screenRect()).save(picture, "PNG")
+        && (picture.isNull() || picture.save(file, "PNG"))
         && (session.isEmpty()
             || QFile::copy(session, folder.filePath(QStringLiteral("report/session.txt"))));
 }

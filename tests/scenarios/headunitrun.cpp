@@ -11,7 +11,7 @@
 namespace
 {
 
-const int patienceMs = 120000;
+const int patienceMs = 300000;
 
 /// The program, on a disk that may be full.
 class Session : public QProcess
