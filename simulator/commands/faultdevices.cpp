@@ -201,8 +201,11 @@ FaultDevice storageFaults(hardware::Storage &storage)
                     QStringLiteral("the stick there takes no more bytes from the unit's cp")));
             },
             [full, fullSlots] {
-                return fullSlots().replaceInStrings(QRegularExpression(QStringLiteral("^")),
-                                                    full + QLatin1Char(' '));
+                QStringList present = fullSlots();
+                for (QString &slot : present) {
+                    slot.prepend(full + QLatin1Char(' '));
+                }
+                return present;
             },
             [full, &storage](const QStringList &words, QString *error) {
                 *error = QStringLiteral("of a storage slot there is only: full SLOT");

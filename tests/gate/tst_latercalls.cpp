@@ -91,11 +91,11 @@ void TestLaterCalls::queuedCallsFollowFromTheirSignals()
 
 void TestLaterCalls::everyConnectionHasItsOwnOrder()
 {
-    Heard others;
+    const auto others = QSharedPointer<Heard>::create();
     connect(
         this, &TestLaterCalls::asked, this,
-        [&others](int number) {
-            others.append({number, Cause::current()});
+        [others](int number) {
+            others->append({number, Cause::current()});
         },
         Qt::QueuedConnection);
     const QVector<Cause> before = askTwice();
@@ -103,7 +103,7 @@ void TestLaterCalls::everyConnectionHasItsOwnOrder()
     const QVector<Cause> after = askTwice();
     QCoreApplication::sendPostedEvents();
     QCOMPARE(m_heard, Heard({{0, after.at(0)}, {1, after.at(1)}}));
-    QCOMPARE(others,
+    QCOMPARE(*others,
              Heard({{0, before.at(0)}, {1, before.at(1)}, {0, after.at(0)}, {1, after.at(1)}}));
 }
 
@@ -190,10 +190,9 @@ void TestLaterCalls::deletionsFollowFromWhoAskedForThem()
         object->deleteLater();
     }
     QVERIFY(hardware::causeOfDeletion(*object) == cause);
-    bool isGone = false;
-    connect(object, &QObject::destroyed, this, [&isGone] { isGone = true; });
+    const QPointer<QObject> still(object);
     QCoreApplication::sendPostedEvents(object, QEvent::DeferredDelete);
-    QVERIFY(isGone);
+    QVERIFY(still.isNull());
 }
 
 void TestLaterCalls::eventsFollowFromWhoPostedThem()

@@ -112,9 +112,9 @@ void TestCause::theFileHasTheNumber()
     QFile file(name);
     QVERIFY(file.open(QIODevice::ReadOnly));
     const QString text = QString::fromUtf8(file.readAll());
-    const QRegularExpression wanted("^\\d+\\.\\d{3} #\\? test unknown\n"
-                                    "\\d+\\.\\d{3} #1 console x\n"
-                                    "\\d+\\.\\d{3} #1 test known\n$");
+    static const QRegularExpression wanted("^\\d+\\.\\d{3} #\\? test unknown\n"
+                                           "\\d+\\.\\d{3} #1 console x\n"
+                                           "\\d+\\.\\d{3} #1 test known\n$");
     QVERIFY2(wanted.match(text).hasMatch(), qPrintable(text));
 }
 

@@ -9,8 +9,10 @@ using namespace simulator;
 namespace
 {
 
-const QMap<QString, QString> values{
-    {"slot", "usb0"}, {"Key_2", "system/capture"}, {"text", "it's \"two words\" $slot"}};
+QMap<QString, QString> values()
+{
+    return {{"slot", "usb0"}, {"Key_2", "system/capture"}, {"text", "it's \"two words\" $slot"}};
+}
 
 } // namespace
 
@@ -58,14 +60,15 @@ void TestCommandLine::splits_data()
     QTest::newRow("value") << "plug $slot" << QStringList{"plug", "usb0"};
     QTest::newRow("value of a name with a digit")
         << "setting $Key_2" << QStringList{"setting", "system/capture"};
-    QTest::newRow("values within words")
+    QTest::newRow("values() within words")
         << "/media/$slot/x$slot" << QStringList{"/media/usb0/xusb0"};
     QTest::newRow("value in braces") << "${slot}x" << QStringList{"usb0x"};
     QTest::newRow("value in double quotes") << "\"$slot ${slot}2\"" << QStringList{"usb0 usb02"};
     QTest::newRow("no value in single quotes") << "'$slot ${slot}'" << QStringList{"$slot ${slot}"};
     QTest::newRow("no value behind a backslash")
         << R"(\$slot "\$slot")" << QStringList{"$slot", "$slot"};
-    QTest::newRow("value stays one word, as it is") << "$text" << QStringList{values["text"]};
+    QTest::newRow("value stays one word, as it is")
+        << "$text" << QStringList{values().value("text")};
     QTest::newRow("$ alone") << "/^a$/ $5 \"b$\" $" << QStringList{"/^a$/", "$5", "b$", "$"};
     QTest::newRow("other alphabets") << QString::fromUtf8("see \"Größe 音\"")
                                      << QStringList{"see", QString::fromUtf8("Größe 音")};
@@ -77,7 +80,7 @@ void TestCommandLine::splits()
     QFETCH(QStringList, words);
     QStringList found;
     QString error;
-    QVERIFY2(commandline::split(line, values, &found, &error), qPrintable(error));
+    QVERIFY2(commandline::split(line, values(), &found, &error), qPrintable(error));
     QCOMPARE(found, words);
 }
 
@@ -109,7 +112,7 @@ void TestCommandLine::refuses()
     QFETCH(QString, line);
     QStringList words;
     QString error;
-    QVERIFY(!commandline::split(line, values, &words, &error));
+    QVERIFY(!commandline::split(line, values(), &words, &error));
     QTEST(error, "error");
 }
 
@@ -133,7 +136,7 @@ void TestCommandLine::joinedWordsSplitAgain()
     QVERIFY2(!line.contains('\n'), qPrintable(line));
     QStringList found;
     QString error;
-    QVERIFY2(commandline::split(line, values, &found, &error), qPrintable(error));
+    QVERIFY2(commandline::split(line, values(), &found, &error), qPrintable(error));
     QCOMPARE(found, words);
 }
 

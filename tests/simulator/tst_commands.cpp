@@ -280,7 +280,7 @@ void TestCommands::journalTellsCauses()
     QJsonObject object = QJsonDocument::fromJson(objects.first().toUtf8()).object();
     QVERIFY(object.take("line").toDouble(-1) >= 0);
     QVERIFY(object.take("seconds").toDouble(-1) >= 0);
-    const QJsonObject cause = {{"number", number.mid(1).toInt()}, {"text", "console als 300"}};
+    const QJsonObject cause = {{"number", number.midRef(1).toInt()}, {"text", "console als 300"}};
     QCOMPARE(object, QJsonObject({{"source", "als"}, {"text", "reading 300"}, {"cause", cause}}));
     QVERIFY(unit.run("journal --json probe").lines.value(0).contains("\"cause\":null"));
 }

@@ -43,7 +43,9 @@ void TestHeadunitSession::recordsFromTheStart()
     QStringList lines = QString::fromUtf8(readFile(session)).split('\n');
     QCOMPARE(lines.takeFirst(), QString("# headunit session 1"));
     QCOMPARE(lines.takeFirst(), QString("# headunit " VERSION ", speed 1"));
-    for (const QString &pause : lines.filter(QRegularExpression("^wait \\d+$"))) {
+    static const QRegularExpression anyPause("^wait \\d+$");
+    const QStringList pauses = lines.filter(anyPause);
+    for (const QString &pause : pauses) {
         lines.removeAll(pause);
     }
     QCOMPARE(lines, (QStringList{"key FACTORY", "visible count", "press count", "als 40", ""}));
@@ -70,7 +72,7 @@ void TestHeadunitSession::recordsWithinFastTime()
                                    "--script", script("als 1\nwait 5000\nals 2\n")}));
     QCOMPARE(outcome.status, 0);
     const QByteArray recorded = readFile(session);
-    const QRegularExpression pause("als 1\nwait (\\d+)\nals 2\n");
+    static const QRegularExpression pause("als 1\nwait (\\d+)\nals 2\n");
     const int ms = pause.match(QString::fromUtf8(recorded)).captured(1).toInt();
     QVERIFY2(ms >= 4900, recorded.constData());
 }

@@ -33,7 +33,7 @@ private:
 
 namespace
 {
-const QString head("# headunit session 1\n# a comment\n");
+const char head[] = "# headunit session 1\n# a comment\n";
 }
 
 void TestSessionFile::init()
@@ -46,7 +46,7 @@ void TestSessionFile::init()
 QString TestSessionFile::written() const
 {
     const QString all = QString::fromUtf8(readFile(m_name));
-    return all.startsWith(head) ? all.mid(head.size()) : "no head: " + all;
+    return all.startsWith(head) ? all.mid(int(qstrlen(head))) : "no head: " + all;
 }
 
 void TestSessionFile::headAndTimes()
@@ -143,7 +143,7 @@ void TestSessionFile::fullDiskLeavesWholeLines()
     QVERIFY(file.open(m_name, {"a comment"}));
     QVERIFY(file.add({"als", "1"}, 0));
     {
-        const FullDisk full(head.size() + 10);
+        const FullDisk full(int(qstrlen(head)) + 10);
         QVERIFY(!file.add({"setting", "a", "longer"}, 0));
     }
     QCOMPARE(file.error(), QString("File too large"));

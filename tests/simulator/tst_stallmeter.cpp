@@ -85,9 +85,9 @@ void TestStallMeter::whatBlocksIsToldInTheUnitsTime()
     QVERIFY(stall.calls["rest"] >= 0 && stall.calls["rest"] < 0.2);
     QVERIFY(qAbs(stall.seconds - stall.calls["usleep"] - stall.calls["rest"]) < 1e-6);
     QCOMPARE(told().size(), 1);
-    const QRegularExpression line("^stall \\d+\\.\\d{3} unknown: usleep \\d+\\.\\d{3}"
-                                  "(, rest \\d+\\.\\d{3})?$");
-    QVERIFY2(line.match(told().first()).hasMatch(), qPrintable(told().first()));
+    static const QRegularExpression line("^stall \\d+\\.\\d{3} unknown: usleep \\d+\\.\\d{3}"
+                                         "(, rest \\d+\\.\\d{3})?$");
+    QVERIFY2(line.match(told().constFirst()).hasMatch(), qPrintable(told().constFirst()));
 }
 
 void TestStallMeter::aShortWaitIsNoStall()
@@ -184,7 +184,7 @@ void TestStallMeter::buttonsAreSummedUp()
     QCOMPARE(QString(lines.join('\n').replace(number, "N")).remove("\n    N rest"),
              QString("console long: N s in 2, the longest N s\n    N usleep\n"
                      "console short: N s in 1, the longest N s\n    N usleep"));
-    const QRegularExpression head("long: (\\S+) s in 2, the longest (\\S+) s");
+    static const QRegularExpression head("long: (\\S+) s in 2, the longest (\\S+) s");
     const QRegularExpressionMatch match = head.match(lines.first());
     QVERIFY2(match.captured(1).toDouble() >= 0.7 && match.captured(2).toDouble() >= 0.4
                  && match.captured(2).toDouble() < match.captured(1).toDouble() - 0.2,
@@ -197,15 +197,15 @@ void TestStallMeter::buttonsAreSummedUp()
 void TestStallMeter::aDeletionFollowsFromWhatAskedForIt()
 {
     auto *object = new QObject;
-    Cause seen;
-    connect(object, &QObject::destroyed, this, [&seen] { seen = Cause::current(); });
+    const auto seen = QSharedPointer<Cause>::create();
+    connect(object, &QObject::destroyed, this, [seen] { *seen = Cause::current(); });
     const Cause cause = Cause::begun();
     {
         const CauseScope scope(cause);
         object->deleteLater();
     }
     QCoreApplication::sendPostedEvents(object, QEvent::DeferredDelete);
-    QVERIFY(seen == cause);
+    QVERIFY(*seen == cause);
 }
 
 int main(int argc, char *argv[])
