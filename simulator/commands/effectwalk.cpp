@@ -20,9 +20,8 @@ const char title[] = "# What each touch leads to";
 const char head[] =
     "Every button and row of every page, in the order in which one reads, and what followed from\n"
     "touching it: calls that told and asked the closed libraries, MCU messages, registers with\n"
-    "before and after, files, commands, waits, stored values, what devices did, and what the "
-    "screen\n"
-    "showed then. `effects --all` on a unit makes this list.";
+    "before and after, files, commands, waits, stored values, what devices did, and what the\n"
+    "screen showed then. `effects --all` on a unit makes this list.";
 
 } // namespace
 
@@ -143,11 +142,11 @@ void EffectWalk::visit(const QStringList &path)
         m_touched.insert(key(path, target.name));
         QString error;
         if (face() != here && !reach(path, &error)) {
-            m_lines << QString() << QStringLiteral("Not reached again: %1.").arg(error);
+            tellUnreached(path, error);
             return;
         }
         tell(path, target);
-        if (leadsOn(path + QStringList(target.name))) {
+        if (target.isEnabled && leadsOn(path + QStringList(target.name))) {
             onward.append(target.name);
         }
         if (path.isEmpty()) {
@@ -164,6 +163,8 @@ void EffectWalk::visitAll(const QStringList &path, QStringList *onward)
         QString error;
         if (reach(next, &error)) {
             visit(next);
+        } else {
+            tellUnreached(next, error);
         }
     }
     onward->clear();
@@ -195,6 +196,13 @@ bool EffectWalk::leadsOn(const QStringList &path) const
     return std::any_of(all.cbegin(), all.cend(), [&](const Target &target) {
         return isNew(path, target.name) && !(path.size() == 1 && menu.contains(target.name));
     });
+}
+
+void EffectWalk::tellUnreached(const QStringList &path, const QString &error)
+{
+    m_lines << QString()
+            << QStringLiteral("%1 is not reached again: %2.")
+                   .arg(path.join(QStringLiteral(" > ")), error);
 }
 
 void EffectWalk::tell(const QStringList &path, const Target &target)

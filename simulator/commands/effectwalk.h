@@ -43,6 +43,7 @@ private:
     static QString key(const QStringList &path, const QString &name);
     bool isNew(const QStringList &path, const QString &name) const;
     bool leadsOn(const QStringList &path) const;
+    void tellUnreached(const QStringList &path, const QString &error);
     void tell(const QStringList &path, const Target &target);
 
     Simulator &m_simulator;

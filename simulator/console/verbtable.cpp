@@ -69,8 +69,7 @@ const Row rows[] = {
      "effects idCapture"},
     {"Journal", "stalls", "[MS]",
      "Sums up by button and call how long the screen was blocked, MS and more at a time, 100 if "
-     "not "
-     "said; shorter ones where a call of the plug-in was seen.",
+     "not said; shorter ones where a call of the plug-in was seen.",
      "stalls 1"},
     {"Journal", "mark", "", "Reads on at the end of the journal.", "mark"},
 

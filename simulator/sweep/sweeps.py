@@ -110,8 +110,10 @@ def judged(row, place, end):
         return CRASHED, f"status {end.status}"
     if row.came and not end.has(row.came.format(place=place)):
         return NOTHING, "the fault did not come"
-    if end.status == LOST_LINE:
+    if end.status == LOST_LINE and end.has("^receiver hangs up at "):
         return ENDED, "the line was lost"
+    if end.status == LOST_LINE:
+        return CRASHED, "ended as for a lost line, which was there"
     if end.status != 0:
         return WRONG, end.last_error()
     return row.kind.verdict(end)

@@ -81,6 +81,11 @@ class TestSweep(unittest.TestCase):
         program = 'lines.append("receiver hangs up at eot"); journal(); os._exit(251)'
         self.assertEqual(self.verdicts(program, "--cell", "gps/hangup-eot", status=0), [("gps/hangup-eot", "ended")])
 
+    def test_the_same_end_for_nothing(self):
+        program = 'lines.append("receiver silent at menu"); journal(); os._exit(251)'
+        self.assertEqual(self.verdicts(program, "--cell", "gps/silence-menu", status=1),
+                         [("gps/silence-menu", "crashed")])
+
     def test_a_row_ends_where_the_fault_does_not_come(self):
         program = """
 for block in (1, 2):
