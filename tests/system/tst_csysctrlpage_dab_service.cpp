@@ -6,7 +6,11 @@
 #include "kvappframework/sim/simmodulemanager.h"
 #include "support/testmain.h"
 
+#include <QDeadlineTimer>
 #include <QtTest>
+
+#include <atomic>
+#include <memory>
 
 /// The system control page and the DAB service, whose thread waits for the page.
 class TestCSysCtrlPageDabService : public QObject
@@ -94,6 +98,11 @@ void TestCSysCtrlPageDabService::pageLeftInTheMiddleOfAnUpdate()
 void TestCSysCtrlPageDabService::pageLeftWhileTheServiceWaits()
 {
     Page shown;
+    // Behind the service, on the tuner's thread.
+    const auto told = std::make_shared<std::atomic<int>>(0);
+    connect(
+        &shown.tuner(), &hardware::DabTuner::statusTold, this,
+        [told](int status) { *told = status; }, Qt::DirectConnection);
     for (int round = 0; round < 20; ++round) {
         shown.open();
         shown.tuner().setStatus(100 + round);
@@ -106,6 +115,12 @@ void TestCSysCtrlPageDabService::pageLeftWhileTheServiceWaits()
         // The thread got through: it tells the next status, and there is no page to wait for.
         shown.tuner().setStatus(200 + round);
         QVERIFY(shown.blindlyAwait(QStringLiteral("/^dab tells %1$/").arg(200 + round)));
+        // Else it might find the next page, and wait for it while nothing is handled.
+        const QDeadlineTimer deadline(20000);
+        while (*told != 200 + round && !deadline.hasExpired()) {
+            QTest::qSleep(1);
+        }
+        QCOMPARE(told->load(), 200 + round);
     }
 }
 
