@@ -80,13 +80,14 @@ void TestHeadunitScript::scriptFails()
 
 void TestHeadunitScript::failedExpectationShowsTheJournal()
 {
+    // What the screen shows comes behind all that its start has left to be done.
     const QString name =
-        script("mark\nsetting a 1\nsetting b 2\nexpect 'settings a'\nexpect x 20\n");
+        script("see FACTORY\nmark\nsetting a 1\nsetting b 2\nexpect 'settings a'\nexpect x 20\n");
     const Outcome outcome = headunit(withTestActivity({"--unit", m_unit, "--script", name}));
     QCOMPARE(outcome.status, 1);
     QCOMPARE(outcome.error,
              "  settings b = 2\n" + name
-                 + ":5: no line matched \"x\" within 20 ms; shown are the journal's last lines "
+                 + ":6: no line matched \"x\" within 20 ms; shown are the journal's last lines "
                    "since the last match\n");
 }
 
