@@ -2,13 +2,10 @@
 
 #include <QByteArray>
 
-#include <ctime>
-
-struct timeval;
-
 namespace hardware
 {
 
+class Clock;
 class Unit;
 
 /// While one exists, the file calls, system() and, by the unit's time factor, the clock calls of
@@ -36,18 +33,9 @@ public:
     /// The unit's folder in the encoding of file names.
     const QByteArray &root() const { return m_root; }
 
-    /// How many times as fast as the host's the unit's time runs.
-    double timeFactor() const;
-
-    /// What the unit's clock shows: the host's time when the gate was made, and from there on
-    /// timeFactor() seconds a second, never backwards.
-    timeval unitTime() const;
-
 private:
     const Unit &m_unit;
     const QByteArray m_root;
-    timespec m_madeAt;   // by the host's calendar
-    timespec m_madeWhen; // by its monotonic clock
 };
 
 } // namespace hardware

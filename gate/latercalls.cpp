@@ -73,9 +73,13 @@ public:
 private:
     ~FollowingSlot()
     {
-        if (m_listens) {
+        {
+            // Also where it does not listen: Qt's count of references, by which the last thread
+            // ends it, is nothing that the thread sanitizer knows of.
             const std::lock_guard<std::mutex> lock(connections().mutex);
-            connections().waiting.erase(m_place);
+            if (m_listens) {
+                connections().waiting.erase(m_place);
+            }
         }
         m_slot->destroyIfLastRef();
     }

@@ -1,10 +1,12 @@
 // The C library's sleeps and clock, as the whole process calls them while a gate is open: in the
-// unit's time. With factor 1, and without a gate, they are the C library's own. The unit's journal
-// has those that the plug-in waits with; nanosleep() is what Qt waits with.
+// unit's time. Where that is the host's, and without a gate, they are the C library's own. The
+// unit's journal has those that the plug-in waits with; nanosleep() is what Qt waits with.
 
 #include "gate.h"
 #include "hostcall.h"
 #include "unitcall.h"
+
+#include "hardware/unit/unittime.h"
 
 #include <sys/select.h>
 #include <sys/time.h>
@@ -17,6 +19,7 @@
 
 using hardware::Gate;
 using hardware::hostCall;
+using hardware::UnitTime;
 
 namespace
 {
@@ -25,16 +28,25 @@ constexpr double nanosecondsPerSecond = 1e9;
 constexpr double microsecondsPerSecond = 1e6;
 constexpr double shortestWait = 1000; // nanoseconds, for what is to last at all
 
-const Gate *gateWithOwnTime()
+/// The unit's time while a gate is open. Without one it is not asked for: the host's libraries want
+/// to know the time before this program has begun.
+std::shared_ptr<const UnitTime> unitTime()
 {
-    const Gate *gate = Gate::current();
-    return gate != nullptr && gate->timeFactor() != 1.0 ? gate : nullptr;
+    return Gate::current() == nullptr ? nullptr : UnitTime::current();
+}
+
+/// The same, where it is not the host's.
+std::shared_ptr<const UnitTime> ownTime()
+{
+    const std::shared_ptr<const UnitTime> time = unitTime();
+    return time != nullptr && !time->clock().isHosts() ? time : nullptr;
 }
 
 /// Host nanoseconds that a span of the unit's time lasts.
-double hostTime(const Gate &gate, double unitNanoseconds)
+double hostTime(const UnitTime &time, double unitNanoseconds)
 {
-    return unitNanoseconds > 0 ? std::max(shortestWait, unitNanoseconds / gate.timeFactor()) : 0;
+    return unitNanoseconds > 0 ? std::max(shortestWait, unitNanoseconds / time.clock().factor())
+                               : 0;
 }
 
 timespec asTimespec(double nanoseconds)
@@ -60,28 +72,44 @@ double nanoseconds(const timespec &time)
 
 /// As nanosleep(), for a span of the unit's time; what is left when a signal ends it is in unit
 /// nanoseconds.
-int sleepInUnit(const Gate &gate, double unitNanoseconds, double *left)
+int sleepInUnit(const UnitTime &time, double unitNanoseconds, double *left)
 {
-    const timespec duration = asTimespec(hostTime(gate, unitNanoseconds));
+    const timespec duration = asTimespec(hostTime(time, unitNanoseconds));
     timespec remaining = {};
     const int result = hostCall<::nanosleep>("nanosleep")(&duration, &remaining);
-    *left = nanoseconds(remaining) * gate.timeFactor();
+    *left = nanoseconds(remaining) * time.clock().factor();
     return result;
 }
 
-/// How long a wait takes, for the journal.
-class WaitClock
+/// Tells of a wait how long it takes, by both clocks.
+class TimedWait
 {
 public:
-    double unitSeconds() const
+    TimedWait(const char *name, std::string asked)
+        : m_name(name)
+        , m_asked(std::move(asked))
+        , m_unitStart(elapsed())
     {
-        const std::chrono::duration<double> host = std::chrono::steady_clock::now() - m_start;
-        const Gate *gate = Gate::current();
-        return gate == nullptr ? host.count() : host.count() * gate->timeFactor();
+    }
+
+    void tell(int result) const
+    {
+        const std::chrono::duration<double> host = std::chrono::steady_clock::now() - m_hostStart;
+        const double unit = double(elapsed() - m_unitStart) / nanosecondsPerSecond;
+        hardware::tellOfWait(m_name, m_asked, result, unit, host.count());
     }
 
 private:
-    const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
+    static qint64 elapsed()
+    {
+        const std::shared_ptr<const UnitTime> time = unitTime();
+        return time == nullptr ? 0 : time->clock().elapsed();
+    }
+
+    const char *const m_name;
+    const std::string m_asked;
+    const qint64 m_unitStart;
+    const std::chrono::steady_clock::time_point m_hostStart = std::chrono::steady_clock::now();
 };
 
 bool isDuration(const timespec *time)
@@ -108,39 +136,39 @@ extern "C" {
 
 unsigned int sleep(unsigned int seconds)
 {
-    const WaitClock clock;
-    const Gate *gate = gateWithOwnTime();
+    const TimedWait wait(__func__, std::to_string(seconds));
+    const std::shared_ptr<const UnitTime> time = ownTime();
     unsigned int rest = 0;
-    if (gate == nullptr) {
+    if (time == nullptr) {
         rest = hostCall<::sleep>(__func__)(seconds);
     } else {
         double left = 0;
-        sleepInUnit(*gate, seconds * nanosecondsPerSecond, &left);
+        sleepInUnit(*time, seconds * nanosecondsPerSecond, &left);
         rest = static_cast<unsigned int>(std::ceil(left / nanosecondsPerSecond));
     }
-    hardware::tellOfWait(__func__, std::to_string(seconds), int(rest), clock.unitSeconds());
+    wait.tell(int(rest));
     return rest;
 }
 
 int usleep(useconds_t microseconds)
 {
-    const WaitClock clock;
-    const Gate *gate = gateWithOwnTime();
+    const TimedWait wait(__func__, std::to_string(microseconds));
+    const std::shared_ptr<const UnitTime> time = ownTime();
     double left = 0;
-    const int result = gate == nullptr ? hostCall<::usleep>(__func__)(microseconds)
-                                       : sleepInUnit(*gate, microseconds * 1000.0, &left);
-    hardware::tellOfWait(__func__, std::to_string(microseconds), result, clock.unitSeconds());
+    const int result = time == nullptr ? hostCall<::usleep>(__func__)(microseconds)
+                                       : sleepInUnit(*time, microseconds * 1000.0, &left);
+    wait.tell(result);
     return result;
 }
 
 int nanosleep(const timespec *duration, timespec *remaining)
 {
-    const Gate *gate = gateWithOwnTime();
-    if (gate == nullptr || !isDuration(duration)) {
+    const std::shared_ptr<const UnitTime> time = ownTime();
+    if (time == nullptr || !isDuration(duration)) {
         return hostCall<::nanosleep>(__func__)(duration, remaining);
     }
     double left = 0;
-    const int result = sleepInUnit(*gate, nanoseconds(*duration), &left);
+    const int result = sleepInUnit(*time, nanoseconds(*duration), &left);
     if (result != 0 && remaining != nullptr) {
         *remaining = asTimespec(left);
     }
@@ -149,29 +177,29 @@ int nanosleep(const timespec *duration, timespec *remaining)
 
 int select(int count, fd_set *readable, fd_set *writable, fd_set *exceptional, timeval *timeout)
 {
-    const WaitClock clock;
     const double asked =
         isDuration(timeout) ? timeout->tv_sec * microsecondsPerSecond + timeout->tv_usec : -1;
-    const Gate *gate = gateWithOwnTime();
+    const TimedWait wait(__func__, std::to_string(llround(asked)));
+    const std::shared_ptr<const UnitTime> time = ownTime();
     int result = 0;
-    if (gate == nullptr || asked < 0) {
+    if (time == nullptr || asked < 0) {
         result = hostCall<::select>(__func__)(count, readable, writable, exceptional, timeout);
     } else {
-        timeval hostTimeout = asTimeval(hostTime(*gate, asked * 1000) / 1000);
+        timeval hostTimeout = asTimeval(hostTime(*time, asked * 1000) / 1000);
         result = hostCall<::select>(__func__)(count, readable, writable, exceptional, &hostTimeout);
         const double left = hostTimeout.tv_sec * microsecondsPerSecond + hostTimeout.tv_usec;
-        *timeout = asTimeval(std::min(asked, left * gate->timeFactor()));
+        *timeout = asTimeval(std::min(asked, left * time->clock().factor()));
     }
-    hardware::tellOfWait(__func__, std::to_string(llround(asked)), result, clock.unitSeconds());
+    wait.tell(result);
     return result;
 }
 
 int gettimeofday(timeval *time, void *zone) noexcept
 {
     const int result = hostCall<::gettimeofday>(__func__)(time, zone);
-    const Gate *gate = gateWithOwnTime();
-    if (gate != nullptr && result == 0) {
-        show(gate->unitTime(), time);
+    const std::shared_ptr<const UnitTime> own = ownTime();
+    if (own != nullptr && result == 0) {
+        show(own->now(), time);
     }
     return result;
 }

@@ -102,7 +102,8 @@ void UnitCall::tell(bool failed) const
     }
 }
 
-void tellOfWait(const char *name, const std::string &asked, int result, double unitSeconds)
+void tellOfWait(const char *name, const std::string &asked, int result, double unitSeconds,
+                double hostSeconds)
 {
     if (Gate::current() == nullptr || GateBypass::isActive()) {
         return;
@@ -110,7 +111,7 @@ void tellOfWait(const char *name, const std::string &asked, int result, double u
     char end[40];
     std::snprintf(end, sizeof end, ") = %d <%.3f>", result, unitSeconds);
     write(std::string(name) + '(' + asked + end);
-    noteTime(name, unitSeconds, unitSeconds / Gate::current()->timeFactor());
+    noteTime(name, unitSeconds, hostSeconds);
 }
 
 std::string mapFlags(int protection, int flags)

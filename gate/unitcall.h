@@ -35,7 +35,8 @@ private:
 
 /// Writes the line of a wait: gate <name>(<asked>) = <result> <<seconds that it took>>, in the
 /// unit's time, without a line where the thread has GateBypass. Keeps errno.
-void tellOfWait(const char *name, const std::string &asked, int result, double unitSeconds);
+void tellOfWait(const char *name, const std::string &asked, int result, double unitSeconds,
+                double hostSeconds);
 
 /// Protection and flags of mmap() by their names: "PROT_READ|PROT_WRITE, MAP_SHARED".
 std::string mapFlags(int protection, int flags);

@@ -2,13 +2,14 @@
 
 #include "exitstatus.h"
 
+#include "hardware/unit/clock.h"
+#include "simulator/commands/arguments.h"
 #include "simulator/console/unitaddress.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
 #include <QFileInfo>
 
-#include <cmath>
 #include <cstdio>
 
 namespace simulator
@@ -16,9 +17,6 @@ namespace simulator
 
 namespace
 {
-
-const double slowest = 0.01;
-const double fastest = 1000.0;
 
 const char description[] =
     "Simulates a head unit with its 800 x 480 touch screen, and runs the factory-debug plug-in\n"
@@ -42,13 +40,6 @@ QString builtPlugin()
 {
     return QFileInfo(QCoreApplication::applicationDirPath() + QLatin1String("/" BUILT_PLUGIN))
         .absoluteFilePath();
-}
-
-bool readSpeed(const QString &word, double *speed)
-{
-    bool isNumber = false;
-    *speed = word.toDouble(&isNumber);
-    return isNumber && std::isfinite(*speed) && *speed >= slowest && *speed <= fastest;
 }
 
 bool end(int *exitStatus, int status, FILE *stream, const QString &text)
@@ -77,8 +68,8 @@ void addOptions(QCommandLineParser &parser)
         {"verbose", "Shows the plug-in's traces, which the journal has, on standard error too."},
         {"speed",
          QStringLiteral("Lets the unit's time pass that many times faster, %1 to %2. Default: 1")
-             .arg(slowest)
-             .arg(fastest),
+             .arg(hardware::Clock::slowest)
+             .arg(hardware::Clock::fastest),
          "factor", "1"},
         {"stalls", "Says at the end what blocked the screen for 100 ms or more."},
         {"no-socket", "Does not listen for headunit-ctl."},
@@ -95,14 +86,10 @@ QString complaint(const QCommandLineParser &parser, double *speed)
     if (parser.isSet("report") && !parser.isSet("script")) {
         return QStringLiteral("Only a script has a report.");
     }
-    const QString speedWord = parser.value("speed");
-    if (!readSpeed(speedWord, speed)) {
-        return QStringLiteral("The speed is a number from %1 to %2, not \"%3\".")
-            .arg(slowest)
-            .arg(fastest)
-            .arg(speedWord);
-    }
-    return QString();
+    QString error;
+    return readSpeed(parser.value("speed"), QStringLiteral("The speed"), speed, &error)
+        ? QString()
+        : error + QLatin1Char('.');
 }
 
 } // namespace

@@ -35,8 +35,8 @@ void LightSensor::startCurve(int perSecond, int daySeconds)
     const QMutexLocker locker(&m_curveMutex);
     m_loop.stop();
     m_journal.write(source, QStringLiteral("curve %1 %2").arg(perSecond).arg(daySeconds));
-    m_curve.reset(new Curve{1.0 / (double(perSecond) * daySeconds), 1000.0 / perSecond});
-    m_curve->time.start();
+    m_curve.reset(
+        new Curve{1.0 / (double(perSecond) * daySeconds), 1000.0 / perSecond, m_clock.elapsed()});
     m_loop.start();
     m_loop.after(0, [this] { followCurve(); });
 }
@@ -87,9 +87,9 @@ void LightSensor::followCurve()
     deliver(m_curve->day.next(m_curve->count * m_curve->intervalDays));
     ++m_curve->count;
     // Counted from the beginning, so that small delays do not add up.
-    const double hostMs =
-        m_curve->count * m_curve->intervalMs / m_clock.factor() - m_curve->time.elapsed();
-    m_loop.after(qMax(1.0, hostMs) * m_clock.factor(), [this] { followCurve(); });
+    const double elapsedMs = double(m_clock.elapsed() - m_curve->started) / 1e6;
+    const double leftMs = double(m_curve->count) * m_curve->intervalMs - elapsedMs;
+    m_loop.after(qMax(m_clock.factor(), leftMs), [this] { followCurve(); });
 }
 
 } // namespace hardware

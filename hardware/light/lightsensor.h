@@ -4,7 +4,6 @@
 
 #include "hardware/unit/deviceloop.h"
 
-#include <QElapsedTimer>
 #include <QMutex>
 #include <QObject>
 
@@ -60,9 +59,9 @@ private:
     {
         double intervalDays;
         double intervalMs; ///< of the unit
+        qint64 started;    ///< by the clock
         DayCurve day = {};
         qint64 count = 0;
-        QElapsedTimer time = {};
     };
 
     void deliver(int value);

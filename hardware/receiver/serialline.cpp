@@ -37,13 +37,6 @@ const Speed speeds[] = {
     {B57600, 57600}, {B115200, 115200}, {B230400, 230400}, {B460800, 460800},
 };
 
-qint64 now()
-{
-    timespec time;
-    clock_gettime(CLOCK_MONOTONIC, &time);
-    return time.tv_sec * qint64(1000000000) + time.tv_nsec;
-}
-
 /// What a receiver makes of bits that it samples at the wrong moments: no text, and no zero bytes.
 QByteArray garbled(QByteArray bytes)
 {
@@ -157,7 +150,7 @@ QByteArray SerialLine::hear(int baud)
     // Bytes that were already there follow the former ones without a gap, however late this thread
     // woke up.
     if (!m_moreWasWaiting) {
-        m_hearingUntil = qMax(m_hearingUntil, now());
+        m_hearingUntil = qMax(m_hearingUntil, m_clock.elapsed());
     }
     m_moreWasWaiting = count == maxBytesHeard;
     passTime(&m_hearingUntil, int(count), baud);
@@ -170,7 +163,7 @@ void SerialLine::say(const QByteArray &bytes, int baud)
     if (m_device < 0) {
         return;
     }
-    m_sayingUntil = qMax(m_sayingUntil, now());
+    m_sayingUntil = qMax(m_sayingUntil, m_clock.elapsed());
     passTime(&m_sayingUntil, bytes.size(), baud);
     const QByteArray sent = portSpeed() == baud ? bytes : garbled(bytes);
     const ssize_t written = write(m_device, sent.constData(), size_t(sent.size()));
@@ -196,10 +189,8 @@ void SerialLine::close()
 /// Waits until that many more bytes have passed.
 void SerialLine::passTime(qint64 *busyUntil, int bytes, int baud) const
 {
-    const double unitNanoseconds = 1e9 * bitsPerByte * bytes / baud;
-    *busyUntil += std::llround(unitNanoseconds / m_clock.factor());
-    const qint64 left = *busyUntil - now();
-    m_clock.sleep(std::llround(left * m_clock.factor() / 1000));
+    *busyUntil += 1000000000LL * bitsPerByte * bytes / baud;
+    m_clock.sleep((*busyUntil - m_clock.elapsed()) / 1000);
 }
 
 } // namespace hardware

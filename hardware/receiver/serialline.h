@@ -65,7 +65,7 @@ private:
     QString m_portName;
     int m_watchedSpeed = 0;
     bool m_moreWasWaiting = false;
-    qint64 m_hearingUntil = 0; // by the host's monotonic clock, in nanoseconds
+    qint64 m_hearingUntil = 0; // by the clock, in nanoseconds
     qint64 m_sayingUntil = 0;
 };
 

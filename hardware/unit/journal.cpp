@@ -61,8 +61,8 @@ QString timed(double seconds, const QString &line)
 
 Journal::Journal(const Clock &clock)
     : m_clock(clock)
+    , m_started(clock.elapsed())
 {
-    m_started.start();
 }
 
 Journal::~Journal() = default;
@@ -216,7 +216,7 @@ bool Journal::append(const QString &text, bool isQuiet, const Cause &cause)
 
 bool Journal::appendLine(const QString &text, bool isQuiet, const Cause &cause)
 {
-    const double seconds = m_clock.unitMs(m_started.elapsed()) / 1000.0;
+    const double seconds = double(m_clock.elapsed() - m_started) / 1e9;
     m_lines.push_back({seconds, text, isQuiet, cause.m_origin});
     forget();
     m_written.wakeAll();

@@ -4,7 +4,6 @@
 #include "clock.h"
 #include "journalpattern.h"
 
-#include <QElapsedTimer>
 #include <QFile>
 #include <QMutex>
 #include <QSet>
@@ -114,7 +113,7 @@ private:
     mutable QMutex m_mutex;
     mutable QWaitCondition m_written;
     const Clock m_clock;
-    QElapsedTimer m_started;
+    const qint64 m_started; // by the clock
     std::deque<Kept> m_lines;
     qint64 m_causes = 0;
     qint64 m_forgotten = 0;

@@ -56,6 +56,12 @@ Unit::Unit(const QString &root, double timeFactor)
                      Qt::DirectConnection);
 }
 
+void Unit::setTimeFactor(double factor)
+{
+    m_clock.setFactor(factor);
+    m_journal.write(QStringLiteral("unit"), QStringLiteral("speed %1").arg(factor));
+}
+
 bool Unit::open(QString *error)
 {
     const CauseScope start(Cause::begun());

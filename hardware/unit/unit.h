@@ -44,6 +44,8 @@ public:
     QStringList passingFiles() const;
 
     const Clock &clock() const { return m_clock; }
+    /// Journal: unit speed <factor>.
+    void setTimeFactor(double factor);
     /// These four also of a unit that is const, as a gate has it, which tells them of every call.
     Journal &journal() const { return m_journal; }
     CallFaults &callFaults() const { return m_callFaults; }
@@ -70,7 +72,7 @@ public:
     GpsReceiver &gpsReceiver() { return m_gpsReceiver; }
 
 private:
-    const Clock m_clock;
+    Clock m_clock;
     mutable Journal m_journal;
     mutable CallFaults m_callFaults{m_journal};
     UnitFolder m_folder;

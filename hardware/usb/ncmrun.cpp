@@ -2,6 +2,8 @@
 
 #include "hardware/unit/clock.h"
 
+#include <QDeadlineTimer>
+
 #include <arpa/inet.h>
 #include <netinet/in.h>
 #include <poll.h>
@@ -84,7 +86,7 @@ bool NcmRun::start(QString *error)
         closeSockets();
         return false;
     }
-    m_timer.start();
+    m_started = m_clock.elapsed();
     m_isRunning = true;
     m_receiving = std::thread([this] { receive(); });
     m_sending = std::thread([this] { send(); });
@@ -112,9 +114,9 @@ NcmFigures NcmRun::figures() const
     figures.bytesSent = m_bytesSent;
     figures.bytesReceived = m_bytesReceived;
     figures.datagramsLost = m_datagramsExpected - m_datagramsReceived;
-    if (m_timer.isValid()) {
-        const qint64 ended = m_hostNanoseconds;
-        figures.seconds = (ended < 0 ? m_timer.nsecsElapsed() : ended) * m_clock.factor() / 1e9;
+    if (m_started >= 0) {
+        const qint64 lasted = m_lasted;
+        figures.seconds = double(lasted < 0 ? sinceStart() : lasted) / 1e9;
     }
     return figures;
 }
@@ -162,12 +164,12 @@ void NcmRun::closeSockets()
 
 void NcmRun::send()
 {
-    const double bytesPerNanosecond = m_megabits * m_clock.factor() / 8 / 1000;
+    const double bytesPerNanosecond = m_megabits / 8.0 / 1000;
     const qint64 burst =
         std::max<qint64>(datagramSize, qint64(m_megabits) * tickMicroseconds / 8 * burstTicks);
     qint64 missed = 0; // what a sender that was too late for it does not make up for
     while (m_isRunning) {
-        const qint64 due = qint64(m_timer.nsecsElapsed() * bytesPerNanosecond);
+        const qint64 due = qint64(double(sinceStart()) * bytesPerNanosecond);
         missed = std::max(missed, due - m_bytesSent - burst);
         while (m_isRunning && missed + m_bytesSent < due && sendBlock()) { }
         m_clock.sleep(tickMicroseconds);
@@ -201,10 +203,10 @@ bool NcmRun::sendBlock()
 
 void NcmRun::receive()
 {
-    qint64 nextLook = 0;
+    QDeadlineTimer nextLook(0);
     while (m_isRunning) {
-        if (m_timer.elapsed() >= nextLook) {
-            nextLook = m_timer.elapsed() + pollTimeoutMs;
+        if (nextLook.hasExpired()) {
+            nextLook.setRemainingTime(pollTimeoutMs);
             if (!m_isAlive()) {
                 finish();
             }
@@ -237,8 +239,14 @@ void NcmRun::receiveBlock()
 void NcmRun::finish()
 {
     if (m_isRunning.exchange(false)) {
-        m_hostNanoseconds = m_timer.nsecsElapsed();
+        m_lasted = sinceStart();
     }
+}
+
+/// Nanoseconds of the unit's time.
+qint64 NcmRun::sinceStart() const
+{
+    return m_clock.elapsed() - m_started;
 }
 
 } // namespace hardware

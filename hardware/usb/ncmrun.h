@@ -2,7 +2,6 @@
 
 #include "ncmfigures.h"
 
-#include <QElapsedTimer>
 #include <QString>
 
 #include <atomic>
@@ -50,6 +49,7 @@ private:
     void receive();
     void receiveBlock();
     void finish();
+    qint64 sinceStart() const;
 
     const Clock &m_clock;
     const Protocol m_protocol;
@@ -59,8 +59,8 @@ private:
     int m_sender = -1;
     int m_receiver = -1;
     std::atomic<bool> m_isRunning{false};
-    QElapsedTimer m_timer;
-    std::atomic<qint64> m_hostNanoseconds{-1}; // once it has ended
+    qint64 m_started = -1;            // by the clock
+    std::atomic<qint64> m_lasted{-1}; // unit nanoseconds, once it has ended
     std::atomic<qint64> m_bytesSent{0};
     std::atomic<qint64> m_bytesReceived{0};
     std::atomic<qint64> m_datagramsReceived{0};

@@ -1,8 +1,11 @@
 #include "arguments.h"
 
+#include "hardware/unit/clock.h"
 #include "simulator/window/screen.h"
 
 #include <limits>
+
+using hardware::Clock;
 
 namespace simulator
 {
@@ -17,6 +20,19 @@ bool readNumber(const QString &word, const QString &name, int least, int most, i
     }
     *error = QStringLiteral("%1 is a whole number from %2 to %3, not \"%4\"")
                  .arg(name, QString::number(least), QString::number(most), word);
+    return false;
+}
+
+bool readSpeed(const QString &word, const QString &name, double *factor, QString *error)
+{
+    bool isNumber = false;
+    *factor = word.toDouble(&isNumber);
+    // No number is neither in the range nor outside of it.
+    if (isNumber && *factor >= Clock::slowest && *factor <= Clock::fastest) {
+        return true;
+    }
+    *error = QStringLiteral("%1 is a number from %2 to %3, not \"%4\"")
+                 .arg(name, QString::number(Clock::slowest), QString::number(Clock::fastest), word);
     return false;
 }
 

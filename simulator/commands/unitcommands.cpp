@@ -39,6 +39,21 @@ ConsoleResult reboot(Simulator &simulator, const QStringList &, ConsoleSession &
             "the screen is blocked by a page's work; the unit restarts when that has ended"));
 }
 
+ConsoleResult speed(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    hardware::Unit &unit = simulator.unit();
+    if (arguments.isEmpty()) {
+        return ConsoleResult::done({QString::number(unit.clock().factor())});
+    }
+    double factor = 0;
+    QString error;
+    if (!readSpeed(arguments.first(), QStringLiteral("FACTOR"), &factor, &error)) {
+        return ConsoleResult::failed(error);
+    }
+    unit.setTimeFactor(factor);
+    return ConsoleResult::done();
+}
+
 ConsoleResult changeFolder(Simulator &, const QStringList &arguments, ConsoleSession &session)
 {
     const QString folder = session.path(arguments.first());
@@ -66,6 +81,7 @@ void addUnitCommands(Console &console, Simulator &simulator)
                 {
                     {"wait", place, Effect::None, wait},
                     {"reboot", place, Effect::World, reboot},
+                    {"speed", place, Effect::World, speed},
                     {"cd", place, Effect::None, changeFolder},
                     {"quit", place, Effect::None, quit},
                 });

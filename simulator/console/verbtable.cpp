@@ -125,6 +125,10 @@ const Row rows[] = {
      "dab 8"},
     {"Unit", "receiver", "", "Says what the GPS receiver does and what goes wrong with it.",
      "receiver"},
+    {"Unit", "speed", "[FACTOR]",
+     "Says how many times faster than the host's the unit's time passes, or sets that, from 0.01 "
+     "to 1000. What waits already ends when it would have.",
+     "speed 10"},
     {"Unit", "reboot", "", "Has the unit restarted; it then journals \"unit booted\".", "reboot"},
 
     {"Faults", "fault", "[DEVICE] [NAME]...",

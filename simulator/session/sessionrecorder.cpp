@@ -74,7 +74,7 @@ bool SessionRecorder::start(const QString &file, QString *error)
     }
     m_gesture.reset();
     m_failure.clear();
-    m_sinceStart.start();
+    m_started = m_unit.clock().elapsed();
     return true;
 }
 
@@ -214,7 +214,7 @@ void SessionRecorder::check(bool isWritten)
 
 double SessionRecorder::nowMs() const
 {
-    return double(m_sinceStart.nsecsElapsed()) / nanosecondsPerMs * m_unit.clock().factor();
+    return double(m_unit.clock().elapsed() - m_started) / nanosecondsPerMs;
 }
 
 } // namespace simulator

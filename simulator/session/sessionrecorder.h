@@ -3,7 +3,6 @@
 #include "gesture.h"
 #include "sessionfile.h"
 
-#include <QElapsedTimer>
 #include <QMutex>
 #include <QObject>
 
@@ -66,7 +65,7 @@ private:
 
     mutable QMutex m_mutex; // for all that follows
     SessionFile m_file;
-    QElapsedTimer m_sinceStart;
+    qint64 m_started = 0;             // by the unit's clock
     std::optional<Gesture> m_gesture; // while the finger is down
     QElapsedTimer m_sinceDown;
     int m_countBefore = 0;   // commands in the file when the finger went down

@@ -85,6 +85,7 @@ private slots:
     void theClockRunsFaster();
     void theClockNeverGoesBack();
     void theUnitsOwnClockIsNotScaledTwice();
+    void anotherSpeedGoesOnFromWhereTheClockStands();
 };
 
 void TestGateTime::timeOfFactorOneIsTheHosts()
@@ -368,6 +369,25 @@ void TestGateTime::theUnitsOwnClockIsNotScaledTwice()
     timer.start();
     unit->clock().sleep(10000000);
     QVERIFY2(timer.nsecsElapsed() >= 99900000, qPrintable(QString::number(timer.elapsed())));
+}
+
+void TestGateTime::anotherSpeedGoesOnFromWhereTheClockStands()
+{
+    OpenUnit unit(1000);
+    const Gate gate(*unit);
+    const GateProbe &probe = probeOf("gateprobe");
+    timeval fastTime;
+    timeval hostTime;
+    QCOMPARE(probe.usleep(20000000), 0); // lasts 20 ms
+    probe.gettimeofday(&fastTime);
+    unit->setTimeFactor(1);
+    QCOMPARE(unit->journal().lines(), QStringList("unit speed 1"));
+    probe.gettimeofday(&hostTime);
+    QVERIFY(timercmp(&hostTime, &fastTime, >=));
+    QElapsedTimer timer;
+    timer.start();
+    QCOMPARE(probe.usleep(30000), 0);
+    QVERIFY(timer.nsecsElapsed() >= 30000000);
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestGateTime)

@@ -23,6 +23,9 @@ private slots:
     void sleep_data();
     void sleep();
     void aSignalDoesNotShortenASleep();
+    void timePassesByTheFactorOfTheMoment();
+    void copiesShowTheSameTime();
+    void itIsTheHostsUntilTheFactorWasAnother();
 };
 
 void tst_Clock::theFactorIsOneByDefault()
@@ -105,6 +108,47 @@ void tst_Clock::aSignalDoesNotShortenASleep()
     std::signal(SIGALRM, former);
     QVERIFY(alarms > 0);
     QVERIFY2(elapsed >= 60, qPrintable(QString::number(elapsed)));
+}
+
+void tst_Clock::timePassesByTheFactorOfTheMoment()
+{
+    constexpr qint64 second = 1000000000;
+    Clock clock(1000);
+    Clock().sleep(20000);
+    const qint64 fast = clock.elapsed();
+    QVERIFY2(fast >= 20 * second, qPrintable(QString::number(fast)));
+    clock.setFactor(0.001);
+    QCOMPARE(clock.factor(), 0.001);
+    QElapsedTimer timer;
+    timer.start();
+    const qint64 before = clock.elapsed();
+    Clock().sleep(20000);
+    const qint64 slow = clock.elapsed() - before;
+    const qint64 host = timer.nsecsElapsed();
+    QVERIFY(before >= fast); // what has passed stays, and is not counted anew by the new factor
+    QVERIFY2(slow >= 20000 && slow <= host / 1000 + 1, qPrintable(QString::number(slow)));
+}
+
+void tst_Clock::copiesShowTheSameTime()
+{
+    Clock clock;
+    const Clock copy = clock;
+    clock.setFactor(50);
+    QCOMPARE(copy.factor(), 50.0);
+    QCOMPARE(copy.hostMs(5000), 100);
+    QVERIFY(!copy.isHosts());
+}
+
+void tst_Clock::itIsTheHostsUntilTheFactorWasAnother()
+{
+    Clock clock;
+    QVERIFY(clock.isHosts());
+    clock.setFactor(1);
+    QVERIFY(clock.isHosts());
+    clock.setFactor(2);
+    clock.setFactor(1);
+    QVERIFY(!clock.isHosts());
+    QVERIFY(!Clock(2).isHosts());
 }
 
 FACTORY_TEST_GUILESS_MAIN(tst_Clock)

@@ -4,8 +4,6 @@
 
 #include "support/testmain.h"
 
-#include <QJsonDocument>
-#include <QJsonObject>
 #include <QtTest>
 
 using namespace simulator;
@@ -28,14 +26,8 @@ private slots:
     void nowaitAnswersBeforeTheTap();
     void settingsAreReadAndWritten();
     void foldersArePlugged();
-    void journalIsListed();
-    void journalTellsCauses();
-    void expectReadsOnBehindTheLine();
-    void expectFailsWithTheJournalSince();
-    void expectWaitsInTheUnitsTime();
-    void absentLooksAheadOnly();
-    void markSkips();
     void waitLetsTheUnitGoOn();
+    void speedIsSaidAndSet();
     void receiverListsWhatGoesWrong();
 };
 
@@ -98,6 +90,8 @@ void TestCommands::refuses_data()
         << "MS is a whole number from 0 to 2147483647, not \"-1\"";
     QTest::newRow("wait: no time") << "wait long"
                                    << "MS is a whole number from 0 to 2147483647, not \"long\"";
+    QTest::newRow("speed: stopped") << "speed 0"
+                                    << "FACTOR is a number from 0.01 to 1000, not \"0\"";
     QTest::newRow("cd: no folder") << "cd /etc/passwd/nowhere"
                                    << "there is no folder \"/etc/passwd/nowhere\"";
     QTest::newRow("receiver: impossible") << "fault receiver silence prompt 3"
@@ -246,119 +240,6 @@ void TestCommands::foldersArePlugged()
     QVERIFY(QFile::exists(folder + "/stick/written"));
 }
 
-void TestCommands::journalIsListed()
-{
-    TestSimulator unit;
-    unit.journal().write("probe", "one");
-    unit.journal().write("probe", "two");
-    const QStringList probes = unit.run("journal probe").lines;
-    static const QRegularExpression timed("^\\d+\\.\\d{3} probe one\n\\d+\\.\\d{3} probe two$");
-    QVERIFY2(timed.match(probes.join('\n')).hasMatch(), qPrintable(probes.join('\n')));
-    QCOMPARE(unit.run("journal '/^probe t/'").lines, QStringList(probes.value(1)));
-    QVERIFY(unit.run("journal").lines.size() > 2);
-}
-
-void TestCommands::journalTellsCauses()
-{
-    TestSimulator unit;
-    unit.journal().write("probe", "unknown");
-    QCOMPARE(unit.errorOf("als 300"), QString());
-    QCOMPARE(unit.errorOf("journal --causes probe els"),
-             QString("usage: journal [--all] [--follow] [--causes or --json] [PATTERN]"));
-    static const QRegularExpression time("^\\d+\\.\\d{3} ");
-    const auto answer = [&unit](const QString &line) {
-        return unit.run(line).lines.replaceInStrings(time, QString());
-    };
-    QCOMPARE(answer("journal --causes probe"), QStringList("#? probe unknown"));
-    const QStringList reading = answer("journal --all --causes /300/");
-    QCOMPARE(reading.size(), 2);
-    const QString number = reading.first().section(' ', 0, 0);
-    QCOMPARE(reading, QStringList({number + " console als 300", number + " als reading 300"}));
-
-    const QStringList objects = unit.run("journal --json /300/").lines;
-    QCOMPARE(objects.size(), 1);
-    QJsonObject object = QJsonDocument::fromJson(objects.first().toUtf8()).object();
-    QVERIFY(object.take("line").toDouble(-1) >= 0);
-    QVERIFY(object.take("seconds").toDouble(-1) >= 0);
-    const QJsonObject cause = {{"number", number.midRef(1).toInt()}, {"text", "console als 300"}};
-    QCOMPARE(object, QJsonObject({{"source", "als"}, {"text", "reading 300"}, {"cause", cause}}));
-    QVERIFY(unit.run("journal --json probe").lines.value(0).contains("\"cause\":null"));
-}
-
-void TestCommands::expectReadsOnBehindTheLine()
-{
-    TestSimulator unit;
-    unit.journal().write("probe", "one");
-    unit.journal().write("probe", "two");
-    unit.journal().write("probe", "one");
-    QCOMPARE(unit.errorOf("expect \"probe one\""), QString());
-    QCOMPARE(unit.errorOf("expect \"probe one\""), QString());
-    QVERIFY(!unit.errorOf("expect \"probe two\" 0").isEmpty());
-    QTimer::singleShot(20, &unit.simulator(), [&unit] { unit.journal().write("probe", "two"); });
-    QCOMPARE(unit.errorOf("expect \"/^probe t.o$/\""), QString());
-}
-
-void TestCommands::expectFailsWithTheJournalSince()
-{
-    TestSimulator unit;
-    unit.run("mark");
-    unit.journal().write("probe", "before");
-    unit.journal().write("probe", "found");
-    unit.journal().write("probe", "after");
-    QCOMPARE(unit.errorOf("expect \"probe found\""), QString());
-    const ConsoleResult result = unit.run("expect \"probe missing\" 10");
-    QCOMPARE(result.error,
-             QString("no line matched \"probe missing\" within 10 ms; shown are the journal's last "
-                     "lines since the last match"));
-    QCOMPARE(result.lines.filter("probe"), QStringList{"probe after"});
-
-    QStringList last;
-    for (int line = 1; line <= 30; ++line) {
-        unit.journal().write("probe", QString::number(line));
-        last.append(QStringLiteral("probe %1").arg(line));
-    }
-    QCOMPARE(unit.run("expect \"probe missing\" 0").lines, last.mid(10));
-
-    unit.journal().write("gate", "open one");
-    QCOMPARE(unit.run("expect \"probe missing\" 0").lines.last(), QString("probe 30"));
-    QCOMPARE(unit.run("expect \"gate missing\" 0").lines,
-             last.mid(11) + QStringList{"gate open one"});
-}
-
-void TestCommands::expectWaitsInTheUnitsTime()
-{
-    TestSimulator unit(100.0);
-    QElapsedTimer time;
-    time.start();
-    // Half a minute of the unit is 0.3 s here.
-    QVERIFY(!unit.errorOf("expect never 30000").isEmpty());
-    QVERIFY2(time.elapsed() >= 300, qPrintable(QString::number(time.elapsed())));
-    QVERIFY2(time.elapsed() < 15000, qPrintable(QString::number(time.elapsed())));
-}
-
-void TestCommands::absentLooksAheadOnly()
-{
-    TestSimulator unit;
-    unit.journal().write("probe", "one");
-    unit.journal().write("probe", "two");
-    QCOMPARE(unit.errorOf("expect \"probe one\""), QString());
-    QCOMPARE(unit.errorOf("absent \"probe one\""), QString());
-    const ConsoleResult result = unit.run("absent \"probe two\"");
-    QCOMPARE(result.error, QString("the journal has \"probe two\""));
-    QCOMPARE(result.lines, QStringList{"probe two"});
-    // It does not move on.
-    QCOMPARE(unit.errorOf("expect \"probe two\""), QString());
-}
-
-void TestCommands::markSkips()
-{
-    TestSimulator unit;
-    unit.journal().write("probe", "one");
-    QCOMPARE(unit.errorOf("mark"), QString());
-    QCOMPARE(unit.errorOf("absent probe"), QString());
-    QVERIFY(!unit.errorOf("expect probe 0").isEmpty());
-}
-
 void TestCommands::waitLetsTheUnitGoOn()
 {
     TestSimulator unit(10.0);
@@ -370,6 +251,20 @@ void TestCommands::waitLetsTheUnitGoOn()
     QVERIFY2(time.elapsed() >= 100, qPrintable(QString::number(time.elapsed())));
     QVERIFY(passed);
     QCOMPARE(unit.errorOf("wait 0"), QString());
+}
+
+void TestCommands::speedIsSaidAndSet()
+{
+    TestSimulator unit;
+    QCOMPARE(unit.run("speed").lines, QStringList("1"));
+    QCOMPARE(unit.errorOf("speed 1000"), QString());
+    QCOMPARE(unit.run("speed").lines, QStringList("1000"));
+    QCOMPARE(unit.errorOf("wait 60000"), QString());
+    const auto lines = unit.simulator().unit().journal().entries("unit speed");
+    QCOMPARE(lines.size(), 1);
+    QCOMPARE(lines.first().causeText, QString("console speed 1000"));
+    QVERIFY(lines.first().seconds < 60);
+    QVERIFY(unit.simulator().unit().clock().elapsed() >= 60 * qint64(1000000000));
 }
 
 void TestCommands::receiverListsWhatGoesWrong()
