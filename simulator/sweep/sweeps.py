@@ -142,9 +142,12 @@ def upgrade_verdict(end):
 
 
 UPGRADE = Kind("gps", upgrade_script, ("receiver/firmware.pkg",), upgrade_verdict)
+PULLED_UPGRADE = dataclasses.replace(UPGRADE, name="gps-pulled")
 
 STAGES = ("configure", "product", "loader", "prompt", "menu", "sentences", "eot")
 IMAGES = ("bootloader", "firmware")
+BLOCKS = 6  # that the longer image has
+SIGNS = 12  # of the receiver, in an upgrade without a fault
 
 
 def upgrade_rows():
@@ -164,8 +167,23 @@ def upgrade_rows():
                         ("late-eot-20000", "late-eot 20000"), ("no-yc", "no-yc"), ("split-yc", "split-yc"),
                         ("split-prompt", "split-prompt"), ("no-rmc", "no-rmc")):
         yield receiver_row(name, words, "^receiver fault ")
-    yield Row(UPGRADE, "pull", "stick pulled at the Nth sign of the receiver",
-              during=lambda place: ['expect "/^receiver (?!fault)/" 60000'] * place + ["pull usb0"], came="^storage pull ", last=12)
+    yield Row(UPGRADE, "pull", "stick pulled at the Nth sign of the receiver", during=pull_at_sign, came="^storage pull ",
+              last=SIGNS)
+
+
+def pull_at_sign(place):
+    return ['expect "/^receiver (?!fault)/" 20000'] * place + ["pull usb0"]
+
+
+def pulled_upgrade_rows():
+    """Each fault of the receiver at each of its places, and the stick pulled at each sign of the receiver beside it."""
+    for row in upgrade_rows():
+        if row.fault(1):
+            for place in range(1, min(row.last, BLOCKS) + 1):
+                yield dataclasses.replace(row, kind=PULLED_UPGRADE, name=row.name + (f"-{place}" if row.last > 1 else ""),
+                                          title=f"pulled at the Nth sign; {row.title.replace(' N', f' {place}')}",
+                                          fault=lambda _, row=row, place=place: row.fault(place), during=pull_at_sign,
+                                          came="^storage pull ", last=SIGNS)
 
 
 def receiver_row(name, words, came, last=1):
@@ -245,7 +263,7 @@ def log_rows():
               during=lambda place: ['expect "/^shell/" 3000'] * place + ["pull usb0"], came="^storage pull ", last=8)
 
 
-SWEEPS = {"gps": upgrade_rows, "update": update_rows, "logs": log_rows}
+SWEEPS = {"gps": upgrade_rows, "gps-pulled": pulled_upgrade_rows, "update": update_rows, "logs": log_rows}
 
 
 def row_named(name):
