@@ -51,6 +51,12 @@ void LightSensor::stopCurve()
     }
 }
 
+bool LightSensor::followsCurve()
+{
+    const QMutexLocker locker(&m_curveMutex);
+    return m_curve != nullptr;
+}
+
 std::optional<int> LightSensor::reading() const
 {
     const QMutexLocker locker(&m_mutex);

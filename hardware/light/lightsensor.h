@@ -41,6 +41,7 @@ public:
     void startCurve(int perSecond, int daySeconds);
     /// Journal: als curve ends; nothing where there is no curve.
     void stopCurve();
+    bool followsCurve();
 
     /// The newest reading; none before the first.
     std::optional<int> reading() const;

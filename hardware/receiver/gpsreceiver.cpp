@@ -121,6 +121,18 @@ QString GpsReceiver::state()
     return text;
 }
 
+GpsReceiver::Progress GpsReceiver::progress()
+{
+    Progress progress;
+    m_port.loop().call([this, &progress] {
+        progress.stage = !m_port.line().isOpen() ? QStringLiteral("hung up")
+            : m_isRunning                        ? QStringLiteral("run")
+                                                 : m_loader.stage();
+        progress.blocks = m_loader.blocks();
+    });
+    return progress;
+}
+
 QString GpsReceiver::portFile() const
 {
     return m_folder.path(portPath);

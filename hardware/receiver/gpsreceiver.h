@@ -57,6 +57,13 @@ public:
     /// What it is doing, in a few words.
     QString state();
 
+    struct Progress
+    {
+        QString stage; ///< "run", "hung up", or one of ReceiverLoader's.
+        int blocks;    ///< Of a kilobyte, of the transfer that goes on or was the last.
+    };
+    Progress progress();
+
     /// Host path of the link to its line.
     QString portFile() const;
 

@@ -238,7 +238,7 @@ QStringList ReceiverFaults::help()
 {
     QStringList lines;
     for (const Fault &fault : faults) {
-        lines.append(synopsis(fault).leftJustified(24) + QLatin1String(fault.help));
+        lines.append(synopsis(fault).leftJustified(25) + QLatin1String(fault.help));
     }
     return lines;
 }

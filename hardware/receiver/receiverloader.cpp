@@ -87,6 +87,26 @@ QString ReceiverLoader::state() const
                                         : QStringLiteral("is in its ROM");
 }
 
+QString ReceiverLoader::stage() const
+{
+    switch (m_stage) {
+    case Stage::Rom:
+        return QStringLiteral("rom");
+    case Stage::Loading:
+        return m_part;
+    case Stage::BootPrompt:
+        return QStringLiteral("prompt");
+    case Stage::Deaf:
+        break;
+    }
+    return QStringLiteral("restart");
+}
+
+int ReceiverLoader::blocks() const
+{
+    return m_transfer.block();
+}
+
 void ReceiverLoader::hearEscapeByte(char byte)
 {
     m_heard = (m_heard + byte).right(int(qstrlen(escape)));

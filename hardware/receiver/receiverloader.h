@@ -36,6 +36,11 @@ public:
     /// What it is doing, in a few words.
     QString state() const;
 
+    /// The same in a word: "restart", "rom", "bootloader", "prompt" or "firmware".
+    QString stage() const;
+    /// Blocks of the transfer that goes on or was the last; 0 for none.
+    int blocks() const;
+
 private:
     enum class Stage { Deaf, Rom, Loading, BootPrompt };
 

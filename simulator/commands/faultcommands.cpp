@@ -18,7 +18,7 @@ const QLatin1String none("none");
 
 // In characters, by the longest.
 const int nameWidth = 8;
-const int wordsWidth = 24;
+const int wordsWidth = 25;
 
 QStringList behind(const QString &name, const QStringList &lines)
 {

@@ -18,7 +18,7 @@ using hardware::MemoryDevice;
 using hardware::Unit;
 
 const int defaultPercent = 50;
-const int nameColumn = 24;
+const int nameColumn = 25;
 
 struct NamedFault
 {

@@ -6,6 +6,7 @@
 #include "hardware/unit/unit.h"
 #include "simulator/simulator.h"
 
+#include <QDir>
 #include <QJsonArray>
 #include <QJsonDocument>
 #include <QJsonObject>
@@ -46,10 +47,23 @@ QJsonObject light(Unit &unit)
     const DayNight &dayNight = unit.dayNight();
     const std::optional<int> reading = unit.lightSensor().reading();
     return {{"reading", reading ? QJsonValue(*reading) : QJsonValue()},
+            {"curve", unit.lightSensor().followsCurve()},
             {"dayThreshold", dayNight.threshold(DayNight::Day)},
             {"nightThreshold", dayNight.threshold(DayNight::Night)},
             {"automatic", dayNight.isAutomatic()},
             {"mode", dayNight.mode() == DayNight::Day ? "day" : "night"}};
+}
+
+/// Of a plugged stick, those that lie in no folder of it.
+QJsonArray filesOn(Unit &unit, const hardware::StorageSlot &slot)
+{
+    QJsonArray files;
+    const QDir stick(unit.folder().path(slot.mountRoot));
+    const QFileInfoList all = stick.entryInfoList(QDir::Files, QDir::Name);
+    for (const QFileInfo &file : all) {
+        files.append(QJsonObject({{"name", file.fileName()}, {"size", file.size()}}));
+    }
+    return files;
 }
 
 QJsonObject storage(Unit &unit)
@@ -63,6 +77,7 @@ QJsonObject storage(Unit &unit)
                                       {"controller", slot.controllerId},
                                       {"mountRoot", slot.mountRoot},
                                       {"plugged", plugged.contains(slot.mountRoot)},
+                                      {"files", filesOn(unit, slot)},
                                       {"full", unit.storage().isFull(slot.name)}}));
     }
     return {{"slots", slotArray}};
@@ -143,7 +158,10 @@ QJsonObject versions(Unit &unit)
 
 QJsonObject receiver(Unit &unit)
 {
-    return {{"state", unit.gpsReceiver().state()}};
+    const hardware::GpsReceiver::Progress progress = unit.gpsReceiver().progress();
+    return {{"state", unit.gpsReceiver().state()},
+            {"stage", progress.stage},
+            {"blocks", progress.blocks}};
 }
 
 QJsonObject dab(Unit &unit)
@@ -174,6 +192,19 @@ const Device devices[] = {
     {"receiver", receiver}, {"dab", dab},       {"faults", faults},
 };
 
+/// What is not the unit's, but its program's.
+QJsonObject program(Simulator &simulator)
+{
+    return {{"device", "program"},
+            {"busySeconds", simulator.stallMeter().busySeconds()},
+            {"recording", simulator.recorder().fileName()}};
+}
+
+QString asLine(const QJsonObject &object)
+{
+    return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
+}
+
 ConsoleResult state(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     if (arguments.first() != QLatin1String("--json")) {
@@ -183,8 +214,9 @@ ConsoleResult state(Simulator &simulator, const QStringList &arguments, ConsoleS
     for (const Device &device : devices) {
         QJsonObject object = device.state(simulator.unit());
         object[QStringLiteral("device")] = QString::fromLatin1(device.name);
-        lines.append(QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact)));
+        lines.append(asLine(object));
     }
+    lines.append(asLine(program(simulator)));
     return ConsoleResult::done(lines);
 }
 

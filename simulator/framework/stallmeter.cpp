@@ -60,6 +60,7 @@ StallMeter::StallMeter(hardware::Unit &unit)
         if (m_isInEvent) {
             measure();
         }
+        m_busySince = idle;
     });
 }
 
@@ -73,6 +74,14 @@ void StallMeter::end()
 {
     measure();
     m_isInEvent = false;
+}
+
+double StallMeter::busySeconds() const
+{
+    const qint64 since = m_busySince;
+    QElapsedTimer now;
+    now.start();
+    return since == idle ? 0 : double(now.msecsSinceReference() - since) / 1000;
 }
 
 QList<StallMeter::Stall> StallMeter::stalls() const
@@ -121,6 +130,7 @@ void StallMeter::restart()
 {
     m_calls.take();
     m_busy.start();
+    m_busySince = m_busy.msecsSinceReference();
 }
 
 /// What its calls waited counts in the unit's time, everything else as the host took it.

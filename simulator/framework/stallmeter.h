@@ -8,6 +8,8 @@
 #include <QMutex>
 #include <QObject>
 
+#include <atomic>
+
 namespace hardware
 {
 class Unit;
@@ -23,6 +25,7 @@ class StallMeter : public QObject
 {
 public:
     static constexpr int shortestMs = 100;
+    static constexpr qint64 idle = -1;
 
     struct Stall
     {
@@ -36,6 +39,9 @@ public:
     /// An event is delivered from the thread's loop.
     void begin();
     void end();
+
+    /// Host seconds since the graphical thread began what it is at; 0 while it waits. Any thread.
+    double busySeconds() const;
 
     /// The newest 10 000. Any thread.
     QList<Stall> stalls() const;
@@ -51,6 +57,7 @@ private:
     hardware::Unit &m_unit;
     hardware::CallTimes m_calls;
     QElapsedTimer m_busy;
+    std::atomic<qint64> m_busySince{idle}; // by the host's monotonic clock, in milliseconds
     bool m_isInEvent = false;
     mutable QMutex m_mutex;
     QList<Stall> m_stalls;

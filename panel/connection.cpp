@@ -1,0 +1,109 @@
+#include "connection.h"
+
+#include "simulator/console/commandline.h"
+#include "simulator/console/unitaddress.h"
+
+namespace panel
+{
+
+Connection::Connection(QObject *parent)
+    : QObject(parent)
+{
+    connect(&m_socket, &QLocalSocket::connected, this, &Connection::opened);
+    connect(&m_socket, &QLocalSocket::readyRead, this, &Connection::readLines);
+    connect(&m_socket, &QLocalSocket::disconnected, this, &Connection::end);
+    connect(&m_socket, &QLocalSocket::errorOccurred, this, [this] {
+        if (m_socket.state() == QLocalSocket::UnconnectedState) {
+            end();
+        }
+    });
+}
+
+Connection::~Connection()
+{
+    m_socket.disconnect(this);
+}
+
+void Connection::open(const QString &unitFolder)
+{
+    const QString name = simulator::consoleSocketName(unitFolder);
+    if (name.isEmpty()) {
+        QMetaObject::invokeMethod(this, &Connection::lost, Qt::QueuedConnection);
+        return;
+    }
+    m_socket.connectToServer(name);
+}
+
+void Connection::close()
+{
+    m_socket.abort();
+}
+
+bool Connection::isOpen() const
+{
+    return m_socket.state() == QLocalSocket::ConnectedState;
+}
+
+void Connection::ask(const QStringList &words, const Taker &taker)
+{
+    const QByteArray line = simulator::commandline::join(words).toUtf8();
+    const bool isTooLong = line.size() > simulator::commandline::maxLineBytes;
+    if (!isOpen() || isTooLong) {
+        if (taker) {
+            taker({QStringList(),
+                   isTooLong ? simulator::commandline::tooLong() : tr("no unit is connected")});
+        }
+        return;
+    }
+    m_takers.enqueue(taker);
+    m_socket.write(line + '\n');
+}
+
+int Connection::waiting() const
+{
+    return m_takers.size();
+}
+
+void Connection::readLines()
+{
+    while (m_socket.canReadLine()) {
+        QByteArray line = m_socket.readLine();
+        line.chop(1);
+        readLine(QString::fromUtf8(line));
+    }
+}
+
+/// ">" what is told on the way, " " a line of the answer, "ok" or "error …" its end.
+void Connection::readLine(const QString &line)
+{
+    if (line.startsWith(QLatin1Char('>'))) {
+        emit told(line.mid(1));
+    } else if (line.startsWith(QLatin1Char(' '))) {
+        m_lines.append(line.mid(1));
+    } else if (!m_takers.isEmpty()) {
+        Answer answer;
+        answer.lines.swap(m_lines);
+        if (line != QLatin1String("ok")) {
+            answer.error = line.section(QLatin1Char(' '), 1);
+        }
+        const Taker taker = m_takers.dequeue();
+        if (taker) {
+            taker(answer);
+        }
+    }
+}
+
+void Connection::end()
+{
+    m_lines.clear();
+    QQueue<Taker> takers;
+    takers.swap(m_takers);
+    for (const Taker &taker : qAsConst(takers)) {
+        if (taker) {
+            taker({QStringList(), tr("the unit went down before it had answered")});
+        }
+    }
+    emit lost();
+}
+
+} // namespace panel

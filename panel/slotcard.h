@@ -1,0 +1,46 @@
+#pragma once
+
+#include <QGroupBox>
+
+class QCheckBox;
+class QJsonObject;
+class QLabel;
+class QPushButton;
+
+namespace panel
+{
+
+class UnitClient;
+
+/// A slot for a stick: plugs and pulls one, also a folder that is dropped on it, tells what it
+/// holds, and lets it be full.
+class SlotCard : public QGroupBox
+{
+    Q_OBJECT
+
+public:
+    SlotCard(UnitClient &client, const QString &slot, QWidget *parent = nullptr);
+
+    /// The slot as the unit's state tells it.
+    void show(const QJsonObject &slot);
+
+protected:
+    void dragEnterEvent(QDragEnterEvent *event) override;
+    void dropEvent(QDropEvent *event) override;
+
+private:
+    void plugOrPull();
+    void chooseFolder();
+    void plug(const QString &folder);
+
+    UnitClient &m_client;
+    const QString m_slot;
+    bool m_isPlugged = false;
+    QLabel *m_state;
+    QLabel *m_files;
+    QPushButton *m_plug;
+    QPushButton *m_folder;
+    QCheckBox *m_full;
+};
+
+} // namespace panel
