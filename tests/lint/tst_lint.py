@@ -95,17 +95,17 @@ class Others(unittest.TestCase):
 
     def test_oddities(self):
         tree = {"tests/a/tst_a.cpp": "void TestA::isOdd()\n"}
-        named = "## Known oddities\n\n- It is odd: `tst_a::isOdd`.\n"
-        self.assertEqual(complaints("oddities", {**tree, "docs/handbook.md": named}), [])
+        named = "# Oddities\n\n- It is odd: `tst_a::isOdd`.\n"
+        self.assertEqual(complaints("oddities", {**tree, "docs/oddities.md": named}), [])
         for wrong in [named.replace("isOdd", "isEven"), named.replace(": `tst_a::isOdd`", "")]:
-            self.assertEqual(len(complaints("oddities", {**tree, "docs/handbook.md": wrong})), 1)
+            self.assertEqual(len(complaints("oddities", {**tree, "docs/oddities.md": wrong})), 1)
 
     def test_verbs(self):
         table = "simulator/console/verbtable.cpp"
         tree = {table: '    {"World", "plug", "SLOT",\n     "…"},\n'}
-        self.assertEqual(complaints("verbs", {**tree, "docs/handbook.md": "`plug SLOT`"}), [])
-        self.assertEqual(len(complaints("verbs", {**tree, "docs/handbook.md": ""})), 1)
-        self.assertEqual(len(complaints("verbs", {table: "", "docs/handbook.md": ""})), 1)
+        self.assertEqual(complaints("verbs", {**tree, "docs/console.md": "`plug SLOT`"}), [])
+        self.assertEqual(len(complaints("verbs", {**tree, "docs/console.md": ""})), 1)
+        self.assertEqual(len(complaints("verbs", {table: "", "docs/console.md": ""})), 1)
 
 
 if __name__ == "__main__":
