@@ -291,18 +291,25 @@ def headings(path):
             for index, name in enumerate(names)}
 
 
+def wrong_link(path, target):
+    """Why a link from a page leads nowhere, or None."""
+    name, _, heading = target.partition("#")
+    there = path.parent / name if name else path
+    if not (ROOT / there).exists():
+        return f"there is no {name}"
+    if heading and (there.suffix != ".md" or heading not in headings(there)):
+        return f"{name or path} has no heading \"{heading}\""
+    return None
+
+
 def links():
     for path in files(".md"):
         for number, kind, line in markdown(path):
-            for target in re.findall(r"\]\(([^)\s]+)\)", re.sub(r"`[^`]*`", "", line) if kind == "text" else ""):
-                name, _, heading = target.partition("#")
-                there = (ROOT / path.parent / name).resolve() if name else ROOT / path
-                if re.match(r"[a-z]+:", target):
-                    continue
-                if not there.exists():
-                    yield f"{path}:{number}: there is no {name}"
-                elif heading and (there.suffix != ".md" or heading not in headings(there)):
-                    yield f"{path}:{number}: {name or path} has no heading \"{heading}\""
+            prose = re.sub(r"`[^`]*`", "", line) if kind == "text" else ""
+            for target in re.findall(r"\]\(([^)\s]+)\)", prose):
+                wrong = None if re.match(r"[a-z]+:", target) else wrong_link(path, target)
+                if wrong:
+                    yield f"{path}:{number}: {wrong}"
 
 
 def contents():
@@ -384,7 +391,8 @@ def own_options():
             continue
         source = text(path)
         if "QCommandLineParser" in source:
-            found |= {f"--{name}" for name in re.findall(r'\{(?:\{"\w", )?"([a-z][a-z-]*)"\}?,', source)}
+            names = re.findall(r'(?:\{|Option(?: \w+)?\()(?:\{"\w", )?"([a-z][a-z-]*)"\}?[,)]', source)
+            found |= {f"--{name}" for name in names}
         found |= set(re.findall(r'add_argument\((?:"-\w", )?"(--[a-z][a-z-]*)"', source))
         for pattern in re.findall(r"^\s*(-[-a-z=| ]*)\)", source, re.M):
             found |= set(re.findall(r"--[a-z][a-z-]*", pattern))

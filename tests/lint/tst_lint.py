@@ -110,7 +110,7 @@ class Docs(unittest.TestCase):
 
     def test_links(self):
         page = "# The `look` of it, today\n\n## Twice\n\n## Twice\n"
-        for target in ["unit.png", "other.md", "#twice-1", "other.md#the-look-of-it-today", "https://example.org/a"]:
+        for target in ["unit.png", "other.md", "#twice-1", "other.md#the-look-of-it-today", "https://a.example/b"]:
             self.assertEqual(self.check("links", f"{page}![see]({target})\n",
                                         {"docs/unit.png": "", "docs/other.md": page}), 0, target)
         for target in ["gone.png", "gone.md", "#twice-2", "other.md#gone", "other.md#shown"]:
@@ -133,22 +133,32 @@ class Docs(unittest.TestCase):
 
     def test_commands(self):
         tree = {"run": "", "tools/make": "", "benchmarks/bench_start.cpp": ""}
-        for right in ["    # A script.\n    plug usb0\n", "    ./run --unit DIR \\\n        more\n", "    tools/make it\n",
-                      "    build/ci/simulator/headunit-ctl --unit DIR plug usb0\n", "    build/ci/benchmarks/bench_start\n",
-                      "```\nwhat it shows\n```\n", "`headunit-ctl` and `headunit-ctl --unit DIR COMMAND…`\n",
-                      "| command | does |\n|---|---|\n| `plug SLOT`, `plug` | it |\n", "| id |\n|---|\n| `pull` |\n",
+        for right in ["    # A script.\n    plug usb0\n",
+                      "    ./run --unit DIR \\\n        more\n",
+                      "    tools/make it\n",
+                      "    build/ci/simulator/headunit-ctl --unit DIR plug usb0\n",
+                      "    build/ci/benchmarks/bench_start\n",
+                      "```\nwhat it shows\n```\n",
+                      "`headunit-ctl` and `headunit-ctl --unit DIR COMMAND…`\n",
+                      "| command | does |\n|---|---|\n| `plug SLOT`, `plug` | it |\n",
+                      "| id |\n|---|\n| `pull` |\n",
                       "1. a list\n    that goes on\n"]:
             self.assertEqual(self.check("commands", right, tree), 0, right)
-        for wrong in ["    plug usb0\n    pull usb0\n", "    ./gone\n", "    tools/gone\n", "    build/ci/simulator/gone\n",
-                      "    build/ci/simulator/headunit-ctl --unit DIR pull usb0\n", "Type `headunit-ctl pull usb0`.\n",
+        for wrong in ["    plug usb0\n    pull usb0\n",
+                      "    ./gone\n",
+                      "    tools/gone\n",
+                      "    build/ci/simulator/gone\n",
+                      "    build/ci/simulator/headunit-ctl --unit DIR pull usb0\n",
+                      "Type `headunit-ctl pull usb0`.\n",
                       "| command | does |\n|---|---|\n| `plug SLOT`, `pull` | it |\n"]:
             self.assertEqual(self.check("commands", wrong, tree), 1, wrong)
 
     def test_options(self):
-        tree = {"simulator/options.cpp": 'QCommandLineParser p;\n{{"h", "help"}, "…"}, {"unit",\n',
+        tree = {"simulator/options.cpp": 'QCommandLineParser p;\n{{"h", "help"}, "…"}, {"unit",\n'
+                                         'QCommandLineOption scale("scale", "…");\n',
                 "simulator/sweep/session.py": 'parser.add_argument("--cell", 1)\n',
                 "test": "    --fast | --slow) a ;;\n", "tests/tool": "--hidden) a ;;\n"}
-        known = "`--unit`, `--help`, `--cell`, `--fast`, `--slow`, `--now`, `cmake\n--build`\n"
+        known = "`--unit`, `--help`, `--scale`, `--cell`, `--fast`, `--slow`, `--now`, `cmake\n--build`\n"
         self.assertEqual(self.check("options", known, tree), 0)
         for wrong in ["`headunit --gone`", "    ./test --fastest\n", "`--build`", "`--hidden`"]:
             self.assertEqual(self.check("options", f"# A\n\n{wrong}", tree), 1, wrong)
