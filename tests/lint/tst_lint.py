@@ -93,19 +93,76 @@ class Others(unittest.TestCase):
         self.assertEqual(complaints("images", tree), [])
         self.assertEqual(len(complaints("images", {**tree, "src/a/view.cpp": ""})), 1)
 
+
+class Docs(unittest.TestCase):
+    TABLE = {"simulator/console/verbtable.cpp": '    {"World", "plug", "SLOT [--now]",\n     "…"},\n'}
+
+    def check(self, rule, page, tree=None):
+        """How many complaints there are of docs/console.md with that content."""
+        return len(complaints(rule, {**self.TABLE, **(tree or {}), "docs/console.md": page}))
+
     def test_oddities(self):
         tree = {"tests/a/tst_a.cpp": "void TestA::isOdd()\n"}
-        named = "## Known oddities\n\n- It is odd: `tst_a::isOdd`.\n"
-        self.assertEqual(complaints("oddities", {**tree, "docs/handbook.md": named}), [])
+        named = "# Oddities\n\n- It is odd: `tst_a::isOdd`.\n"
+        self.assertEqual(complaints("oddities", {**tree, "docs/oddities.md": named}), [])
         for wrong in [named.replace("isOdd", "isEven"), named.replace(": `tst_a::isOdd`", "")]:
-            self.assertEqual(len(complaints("oddities", {**tree, "docs/handbook.md": wrong})), 1)
+            self.assertEqual(len(complaints("oddities", {**tree, "docs/oddities.md": wrong})), 1)
+
+    def test_links(self):
+        page = "# The `look` of it, today\n\n## Twice\n\n## Twice\n"
+        for target in ["unit.png", "other.md", "#twice-1", "other.md#the-look-of-it-today", "https://a.example/b"]:
+            self.assertEqual(self.check("links", f"{page}![see]({target})\n",
+                                        {"docs/unit.png": "", "docs/other.md": page}), 0, target)
+        for target in ["gone.png", "gone.md", "#twice-2", "other.md#gone", "other.md#shown"]:
+            self.assertEqual(self.check("links", f"{page}[see\nthere]({target})\n",
+                                        {"docs/other.md": page + "```\n# shown\n```\n"}), 1, target)
+        self.assertEqual(self.check("links", "`[see](gone.md)`\n\n    [see](gone.md)\n"), 0)
+
+    def test_contents(self):
+        tree = {"docs/README.md": "[a](console.md)", "simulator/README.md": "\n" * 40}
+        self.assertEqual(self.check("contents", "", tree), 0)
+        for name, content in [("docs/other.md", ""), ("src/a.cpp", ""), ("simulator/README.md", "\n" * 41)]:
+            self.assertEqual(self.check("contents", "", {**tree, name: content}), 1, name)
 
     def test_verbs(self):
-        table = "simulator/console/verbtable.cpp"
-        tree = {table: '    {"World", "plug", "SLOT",\n     "…"},\n'}
-        self.assertEqual(complaints("verbs", {**tree, "docs/handbook.md": "`plug SLOT`"}), [])
-        self.assertEqual(len(complaints("verbs", {**tree, "docs/handbook.md": ""})), 1)
-        self.assertEqual(len(complaints("verbs", {table: "", "docs/handbook.md": ""})), 1)
+        self.assertEqual(self.check("verbs", "`plug SLOT`"), 0)
+        self.assertEqual(self.check("verbs", ""), 1)
+        made = {"docs/console-reference.md": "`plug SLOT`"}
+        self.assertEqual(self.check("verbs", "", made), 1)
+        self.assertEqual(len(complaints("verbs", {"simulator/console/verbtable.cpp": ""})), 1)
+
+    def test_commands(self):
+        tree = {"run": "", "tools/make": "", "benchmarks/bench_start.cpp": ""}
+        for right in ["    # A script.\n    plug usb0\n",
+                      "    ./run --unit DIR \\\n        more\n",
+                      "    tools/make it\n",
+                      "    build/ci/simulator/headunit-ctl --unit DIR plug usb0\n",
+                      "    build/ci/benchmarks/bench_start\n",
+                      "```\nwhat it shows\n```\n",
+                      "`headunit-ctl` and `headunit-ctl --unit DIR COMMAND…`\n",
+                      "| command | does |\n|---|---|\n| `plug SLOT`, `plug` | it |\n",
+                      "| id |\n|---|\n| `pull` |\n",
+                      "1. a list\n    that goes on\n"]:
+            self.assertEqual(self.check("commands", right, tree), 0, right)
+        for wrong in ["    plug usb0\n    pull usb0\n",
+                      "    ./gone\n",
+                      "    tools/gone\n",
+                      "    build/ci/simulator/gone\n",
+                      "    build/ci/simulator/headunit-ctl --unit DIR pull usb0\n",
+                      "Type `headunit-ctl pull usb0`.\n",
+                      "| command | does |\n|---|---|\n| `plug SLOT`, `pull` | it |\n"]:
+            self.assertEqual(self.check("commands", wrong, tree), 1, wrong)
+
+    def test_options(self):
+        tree = {"simulator/options.cpp": 'QCommandLineParser p;\n{{"h", "help"}, "…"}, {"unit",\n'
+                                         'QCommandLineOption scale("scale", "…");\n',
+                "simulator/sweep/session.py": 'parser.add_argument("--cell", 1)\n',
+                "test": "    --fast | --slow) a ;;\n", "tests/tool": "--hidden) a ;;\n"}
+        known = "`--unit`, `--help`, `--scale`, `--cell`, `--fast`, `--slow`, `--now`, `cmake\n--build`\n"
+        self.assertEqual(self.check("options", known, tree), 0)
+        for wrong in ["`headunit --gone`", "    ./test --fastest\n", "`--build`", "`--hidden`"]:
+            self.assertEqual(self.check("options", f"# A\n\n{wrong}", tree), 1, wrong)
+        self.assertEqual(self.check("options", "```\n--gone\n```\n", tree), 0)
 
 
 if __name__ == "__main__":
