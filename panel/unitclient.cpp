@@ -131,50 +131,25 @@ void UnitClient::takeState(const Connection::Answer &answer)
     m_statePause.start();
 }
 
-/// Those from before, and behind them, without a gap, those to come: they are told from before the
-/// others are listed, and held back until then.
+/// From the first that the unit still has, and those to come.
 void UnitClient::askJournal()
 {
     m_newLines.clear();
-    m_hasFirstLines = false;
-    m_nextLine = 0;
     emit journalRestarted();
-    QStringList listed = {QStringLiteral("journal"), QStringLiteral("--all"),
-                          QStringLiteral("--json")};
+    QStringList words = {QStringLiteral("journal"), QStringLiteral("--all"),
+                         QStringLiteral("--follow"), QStringLiteral("--from=0"),
+                         QStringLiteral("--json")};
     if (!m_isHearingCalls) {
-        listed.append(withoutCalls);
+        words.append(withoutCalls);
     }
-    QStringList followed = listed;
-    followed.insert(1, QStringLiteral("--follow"));
-    m_journal.ask(followed);
-    m_commands.ask(listed, [this](const Connection::Answer &answer) { takeFirst(answer.lines); });
-}
-
-void UnitClient::takeFirst(const QStringList &lines)
-{
-    JournalLines held;
-    held.swap(m_newLines);
-    m_hasFirstLines = true;
-    for (const QString &line : lines) {
-        takeLine(line);
-    }
-    for (const JournalLine &line : qAsConst(held)) {
-        if (line.number >= m_nextLine) {
-            m_newLines.append(line);
-            m_nextLine = line.number + 1;
-        }
-    }
+    m_journal.ask(words);
 }
 
 void UnitClient::takeLine(const QString &json)
 {
     const std::optional<JournalLine> line = JournalLine::read(json);
-    if (!line || (m_hasFirstLines && line->number < m_nextLine)) {
-        return;
-    }
-    m_newLines.append(*line);
-    if (m_hasFirstLines) {
-        m_nextLine = line->number + 1;
+    if (line) {
+        m_newLines.append(*line);
         if (!m_update.isActive()) {
             m_update.start();
         }

@@ -64,7 +64,6 @@ private:
     void askState();
     void takeState(const Connection::Answer &answer);
     void askJournal();
-    void takeFirst(const QStringList &lines);
     void takeLine(const QString &json);
     void tellLines();
     void askScreen();
@@ -84,8 +83,6 @@ private:
     QTemporaryDir m_pictures;
     QHash<QString, QJsonObject> m_devices;
     JournalLines m_newLines;
-    bool m_hasFirstLines = false;
-    qint64 m_nextLine = 0;
 };
 
 } // namespace panel

@@ -39,8 +39,7 @@ void UpgradeProgress::setBlocks(int bootloader, int firmware)
 
 void UpgradeProgress::take(const QString &name, int blocks, double seconds)
 {
-    // It also restarts ahead of its ROM.
-    const int stage = name == stages().constLast() && m_stage < 1 ? 0 : stages().indexOf(name);
+    const int stage = name == stages().constLast() ? stageOfRestart() : stages().indexOf(name);
     if (stage < 0) {
         *this = UpgradeProgress();
         return;
@@ -54,7 +53,7 @@ void UpgradeProgress::take(const QString &name, int blocks, double seconds)
         m_blocksBefore = 0;
         m_secondsBefore = seconds;
     }
-    const bool hasBlocks = stage == 1 || stage == 3;
+    const bool hasBlocks = stage == Bootloader || stage == Firmware;
     if (hasBlocks) {
         measure(blocks, seconds);
     }
@@ -69,7 +68,7 @@ void UpgradeProgress::take(const QString &name, int blocks, double seconds)
 
 double UpgradeProgress::secondsLeft() const
 {
-    if (m_blocksPerSecond <= 0 || (m_stage == 1 && m_bootloader == 0) || m_firmware == 0) {
+    if (m_blocksPerSecond <= 0 || (m_stage == Bootloader && m_bootloader == 0) || m_firmware == 0) {
         return -1;
     }
     double all = 0;
@@ -77,6 +76,12 @@ double UpgradeProgress::secondsLeft() const
         all += work(index);
     }
     return (1 - m_part) * all / m_blocksPerSecond;
+}
+
+/// It restarts ahead of its ROM, into its boot loader, and into its firmware.
+int UpgradeProgress::stageOfRestart() const
+{
+    return m_stage < Bootloader ? Rom : m_stage < Firmware ? Prompt : Restart;
 }
 
 /// What a stage takes, in blocks.

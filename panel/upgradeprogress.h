@@ -33,6 +33,9 @@ public:
     double secondsLeft() const;
 
 private:
+    enum Stage { Rom, Bootloader, Prompt, Firmware, Restart };
+
+    int stageOfRestart() const;
     double work(int stage) const;
     void measure(int blocks, double seconds);
 

@@ -11,10 +11,12 @@
 #include <QHash>
 #include <QJsonDocument>
 #include <QJsonObject>
+#include <QRegularExpression>
 
 #include <algorithm>
 #include <iterator>
 #include <limits>
+#include <optional>
 
 namespace simulator
 {
@@ -35,6 +37,7 @@ struct Question
     hardware::Journal::Detail detail = hardware::Journal::WithoutQuietSources;
     QString (*form)(const hardware::Journal::Line &) = &hardware::Journal::withTime;
     bool isFollowed = false;
+    std::optional<qint64> from; // number of a line
 };
 
 QString asJson(const hardware::Journal::Line &line)
@@ -51,6 +54,24 @@ QString asJson(const hardware::Journal::Line &line)
     return QString::fromUtf8(QJsonDocument(object).toJson(QJsonDocument::Compact));
 }
 
+/// Takes "--from=LINE" out of the words. False with a sentence in \a error.
+bool readFrom(QStringList *words, Question *question, QString *error)
+{
+    const QString option = QStringLiteral("--from=");
+    const QStringList found = words->filter(QRegularExpression(QLatin1Char('^') + option));
+    if (found.isEmpty()) {
+        return true;
+    }
+    int line = 0;
+    if (!readNumber(found.constFirst().mid(option.size()), QStringLiteral("LINE"), 0,
+                    std::numeric_limits<int>::max(), &line, error)) {
+        return false;
+    }
+    question->from = line;
+    words->removeOne(found.constFirst());
+    return true;
+}
+
 /// False with a sentence in \a error.
 bool readQuestion(QStringList words, Question *question, QString *error)
 {
@@ -61,14 +82,17 @@ bool readQuestion(QStringList words, Question *question, QString *error)
     if (words.removeOne(QStringLiteral("--all"))) {
         question->detail = hardware::Journal::Everything;
     }
+    if (!readFrom(&words, question, error)) {
+        return false;
+    }
     if (forms.contains(words.value(0))) {
         question->form = forms.value(words.takeFirst());
     }
     question->pattern = words.value(0);
     const hardware::JournalPattern check(question->pattern);
-    *error = words.size() > 1
-        ? QStringLiteral("usage: journal [--all] [--follow] [--causes or --json] [PATTERN]")
-        : check.error();
+    *error = words.size() > 1 ? QStringLiteral(
+                 "usage: journal [--all] [--follow] [--from=LINE] [--causes or --json] [PATTERN]")
+                              : check.error();
     return error->isEmpty();
 }
 
@@ -88,6 +112,7 @@ ConsoleResult follow(Simulator &simulator, const Question &question, const Conso
     }
     hardware::Journal &journal = simulator.unit().journal();
     hardware::JournalReader reader(journal);
+    reader.goTo(question.from.value_or(reader.position()));
     bool goesOn = true;
     while (goesOn) {
         // What is written up to the end is told, too.
@@ -113,8 +138,10 @@ ConsoleResult journal(Simulator &simulator, const QStringList &arguments, Consol
     }
     return question.isFollowed
         ? follow(simulator, question, session)
-        : ConsoleResult::done(told(
-            simulator.unit().journal().entries(question.pattern, 0, question.detail), question));
+        : ConsoleResult::done(
+            told(simulator.unit().journal().entries(question.pattern, question.from.value_or(0),
+                                                    question.detail),
+                 question));
 }
 
 /// The end of what was there to be found, that of quiet sources too for who looks at one.

@@ -51,10 +51,11 @@ const Row rows[] = {
      "shot-anew menu.png"},
     {"Look", "shot-window", "FILE", "Saves the screen with its bezel.", "shot-window unit.png"},
 
-    {"Journal", "journal", "[--all] [--follow] [FORM] [PATTERN]",
+    {"Journal", "journal", "[--all] [--follow] [--from=LINE] [FORM] [PATTERN]",
      "Lists the journal with the unit's times, or its lines with that text or /REGEX/; --all also "
      "what was touched, asked and waited for. --follow tells headunit-ctl the lines from now on as "
-     "they come. The FORM --causes also tells what each line follows from, --json is an object "
+     "they come, --from those from that number on, the first being 0. The FORM --causes also tells "
+     "what each line follows from, --json is an object "
      "for each.",
      "journal \"/^shell cp/\""},
     {"Journal", "expect", "PATTERN [MS]",

@@ -32,6 +32,7 @@ class Arrows(unittest.TestCase):
         "hardware/memory/physicalmemory.h": "",
         "platform/dab/dabmodule.h": "",
         "platform/dab/sim/simdabmodule.h": "",
+        "simulator/console/commandline.h": "",
         "simulator/window/bezel.h": "",
     }
 
@@ -46,6 +47,7 @@ class Arrows(unittest.TestCase):
                               ("hardware/usb/a.cpp", "hardware/memory/physicalmemory.h"),
                               ("hardware/unit/unit.h", "hardware/memory/physicalmemory.h"),
                               ("simulator/window/a.cpp", "dab/sim/simdabmodule.h"),
+                              ("panel/a.cpp", "simulator/console/commandline.h"),
                               ("tests/gps/a.cpp", "hardware/unit/unit.h")]:
             self.assertEqual(self.check(path, include), [])
 

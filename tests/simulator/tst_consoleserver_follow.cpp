@@ -19,6 +19,7 @@ class TestConsoleServerFollow : public QObject
 private slots:
     void tellsLinesAsTheyCome_data();
     void tellsLinesAsTheyCome();
+    void tellsLinesFromBefore();
     void forgetsNoLine();
     void unitsEndEndsIt();
     void clientsEndEndsIt();
@@ -132,6 +133,16 @@ void TestConsoleServerFollow::tellsLinesAsTheyCome()
     QTEST(follower.told(), "told");
 }
 
+void TestConsoleServerFollow::tellsLinesFromBefore()
+{
+    ServedUnit served;
+    served.simulator.journal().write("probe", "before");
+    Follower follower(served, "--from=0 probe");
+    served.simulator.journal().write("probe", "behind");
+    QVERIFY(follower.hears("probe behind"));
+    QCOMPARE(follower.told(), (QStringList{">probe before", ">probe behind"}));
+}
+
 void TestConsoleServerFollow::forgetsNoLine()
 {
     ServedUnit served;
@@ -174,8 +185,9 @@ void TestConsoleServerFollow::isRefusedWhereNothingEndsIt()
              QString("only headunit-ctl can follow the journal; nothing would end it here"));
     QCOMPARE(unit.errorOf("journal --follow /(/"),
              QString("/(/ is no regular expression: missing closing parenthesis at character 1."));
-    QCOMPARE(unit.errorOf("journal a b"),
-             QString("usage: journal [--all] [--follow] [--causes or --json] [PATTERN]"));
+    QCOMPARE(
+        unit.errorOf("journal a b"),
+        QString("usage: journal [--all] [--follow] [--from=LINE] [--causes or --json] [PATTERN]"));
 }
 
 FACTORY_TEST_MAIN(TestConsoleServerFollow)

@@ -169,13 +169,14 @@ void TestFaultCommands::tellsWhatCanFail()
     const QStringList lines = unit.run("fault").lines;
     QCOMPARE(lines.first(), QString("What can fail:"));
     const QStringList expected{
-        "  call     CALL [N]                the next such call of the plug-in's fails, or the "
+        "  call     CALL [N]                 the next such call of the plug-in's fails, or the "
         "N-th; "
         "\"fault call\" lists them",
-        "  dab      stall [PERCENT]         the update stands still at PERCENT (50)",
-        "  memory   missing                 /dev/mem cannot be opened",
-        "  storage  full SLOT               the stick there takes no more bytes from the unit's cp",
-        "  receiver no-yc                   enters its loader with 'C' alone"};
+        "  dab      stall [PERCENT]          the update stands still at PERCENT (50)",
+        "  memory   missing                  /dev/mem cannot be opened",
+        "  storage  full SLOT                the stick there takes no more bytes from the unit's "
+        "cp",
+        "  receiver no-yc                    enters its loader with 'C' alone"};
     for (const QString &line : expected) {
         QVERIFY2(lines.contains(line), qPrintable(line + "\nis not in\n" + lines.join('\n')));
     }

@@ -17,6 +17,7 @@ class TestJournalCommands : public QObject
 
 private slots:
     void journalIsListed();
+    void journalBeginsWhereWanted();
     void journalTellsCauses();
     void expectReadsOnBehindTheLine();
     void expectFailsWithTheJournalSince();
@@ -37,13 +38,28 @@ void TestJournalCommands::journalIsListed()
     QVERIFY(unit.run("journal").lines.size() > 2);
 }
 
+void TestJournalCommands::journalBeginsWhereWanted()
+{
+    TestSimulator unit;
+    QCOMPARE(unit.errorOf("als 1"), QString());
+    const QString end = QString::number(unit.simulator().unit().journal().end());
+    QCOMPARE(unit.errorOf("als 2"), QString());
+    const QStringList lines = unit.run("journal --from=" + end + " als").lines;
+    QCOMPARE(lines.size(), 1);
+    QVERIFY2(lines.first().endsWith(" als reading 2"), qPrintable(lines.first()));
+    QCOMPARE(unit.run("journal --from=0 als").lines.size(), 2);
+    QCOMPARE(unit.errorOf("journal --from=now"),
+             QString("LINE is a whole number from 0 to 2147483647, not \"now\""));
+}
+
 void TestJournalCommands::journalTellsCauses()
 {
     TestSimulator unit;
     unit.journal().write("probe", "unknown");
     QCOMPARE(unit.errorOf("als 300"), QString());
-    QCOMPARE(unit.errorOf("journal --causes probe els"),
-             QString("usage: journal [--all] [--follow] [--causes or --json] [PATTERN]"));
+    QCOMPARE(
+        unit.errorOf("journal --causes probe els"),
+        QString("usage: journal [--all] [--follow] [--from=LINE] [--causes or --json] [PATTERN]"));
     static const QRegularExpression time("^\\d+\\.\\d{3} ");
     const auto answer = [&unit](const QString &line) {
         return unit.run(line).lines.replaceInStrings(time, QString());

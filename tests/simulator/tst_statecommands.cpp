@@ -17,6 +17,9 @@ private slots:
     void devicesComeInTheirOrder();
     void tellsWhatWasSet_data();
     void tellsWhatWasSet();
+    void tellsWhatLiesOnAStick();
+    void tellsWhetherTheLightFollowsADay();
+    void tellsTheSessionsFile();
     void tellsTheSpeed();
     void tellsOfNcmTests();
     void answersWithoutTheScreen();
@@ -54,9 +57,10 @@ void TestStateCommands::devicesComeInTheirOrder()
     for (const QString &line : lines) {
         devices.append(object(line).value("device").toString());
     }
-    QCOMPARE(devices,
-             (QStringList{"unit", "panel", "keylight", "light", "storage", "usb", "phy", "memory",
-                          "ncm", "vendor", "settings", "versions", "receiver", "dab", "faults"}));
+    QCOMPARE(
+        devices,
+        (QStringList{"unit", "panel", "keylight", "light", "storage", "usb", "phy", "memory", "ncm",
+                     "vendor", "settings", "versions", "receiver", "dab", "faults", "program"}));
 }
 
 void TestStateCommands::tellsWhatWasSet_data()
@@ -69,17 +73,17 @@ void TestStateCommands::tellsWhatWasSet_data()
     QTest::newRow("light") << QStringList{"daynight day 70", "daynight night 20",
                                           "daynight automatic on", "als 10"}
                            << R"json({"reading":10,"dayThreshold":70,"nightThreshold":20,
-                                  "automatic":true,"mode":"night"})json";
+                                  "automatic":true,"mode":"night","curve":false})json";
     QTest::newRow("light: no reading")
         << QStringList{"daynight day 70", "daynight night 20", "daynight automatic off"}
         << R"json({"reading":null,"dayThreshold":70,"nightThreshold":20,
-                                   "automatic":false,"mode":"day"})json";
+                                   "automatic":false,"mode":"day","curve":false})json";
     QTest::newRow("storage") << QStringList{"plug usb1", "fault storage full sd0"}
                              << R"json({"slots":[
-              {"name":"usb0","mediaType":1,"controller":0,"mountRoot":"/media/usb0","plugged":false,"full":false},
-              {"name":"usb1","mediaType":1,"controller":1,"mountRoot":"/media/usb1","plugged":true,"full":false},
-              {"name":"sd0","mediaType":2,"controller":0,"mountRoot":"/media/sd0","plugged":false,"full":true},
-              {"name":"sd1","mediaType":2,"controller":1,"mountRoot":"/media/sd1","plugged":false,"full":false}]})json";
+              {"name":"usb0","mediaType":1,"controller":0,"mountRoot":"/media/usb0","files":[],"plugged":false,"full":false},
+              {"name":"usb1","mediaType":1,"controller":1,"mountRoot":"/media/usb1","files":[],"plugged":true,"full":false},
+              {"name":"sd0","mediaType":2,"controller":0,"mountRoot":"/media/sd0","files":[],"plugged":false,"full":true},
+              {"name":"sd1","mediaType":2,"controller":1,"mountRoot":"/media/sd1","files":[],"plugged":false,"full":false}]})json";
     QTest::newRow("usb") << QStringList{"usb 0 SDP", "usb 1 DCP", "usb certification T"}
                          << R"json({"modes":[2,1],"certification":"T"})json";
     QTest::newRow("phy") << QStringList{"memory phySwing 7F7F7F5F", "memory testMode1 9"}
@@ -91,8 +95,9 @@ void TestStateCommands::tellsWhatWasSet_data()
     QTest::newRow("versions") << QStringList{"version gps 'G 2'"}
                               << R"json({"values":{"gps":"G 2","bluetooth":"BT 5.0.17",
                                      "alsProduct":"171","dabSdk":"SDK 3.2.1"}})json";
-    QTest::newRow("receiver") << QStringList()
-                              << R"json({"state":"runs GNSS 1.04.2, 230400 baud"})json";
+    QTest::newRow("receiver")
+        << QStringList()
+        << R"json({"state":"runs GNSS 1.04.2, 230400 baud","stage":"run","blocks":0})json";
     QTest::newRow("dab") << QStringList{"dab 9"} << R"json({"status":9,"progress":0})json";
     QTest::newRow("faults") << QStringList{"fault dab stall 20", "fault call \"system sync\" 2",
                                            "fault receiver no-yc"}
@@ -112,6 +117,42 @@ void TestStateCommands::tellsWhatWasSet()
     const QJsonObject told = stateOf(unit, QString(QTest::currentDataTag()).section(':', 0, 0));
     QVERIFY(!told.isEmpty());
     QCOMPARE(QJsonDocument(told).toJson(), QJsonDocument(object(state)).toJson());
+}
+
+void TestStateCommands::tellsWhatLiesOnAStick()
+{
+    TestSimulator unit;
+    QTemporaryDir stick;
+    QVERIFY(QDir(stick.path()).mkpath("folder"));
+    for (const char *name : {"b.bin", "a.txt", "folder/c"}) {
+        QFile file(stick.filePath(name));
+        QVERIFY(file.open(QIODevice::WriteOnly) && file.write(name) > 0);
+    }
+    QCOMPARE(unit.errorOf("plug sd0 " + stick.path()), QString());
+    const QJsonArray all = stateOf(unit, "storage").value("slots").toArray();
+    QCOMPARE(all.at(2).toObject().value("files").toArray(),
+             QJsonArray({QJsonObject({{"name", "a.txt"}, {"size", 5}}),
+                         QJsonObject({{"name", "b.bin"}, {"size", 5}})}));
+    QCOMPARE(all.at(0).toObject().value("files").toArray(), QJsonArray());
+}
+
+void TestStateCommands::tellsWhetherTheLightFollowsADay()
+{
+    TestSimulator unit;
+    QCOMPARE(unit.errorOf("als-curve 1"), QString());
+    QCOMPARE(stateOf(unit, "light").value("curve"), QJsonValue(true));
+    QCOMPARE(unit.errorOf("als-curve 0"), QString());
+    QCOMPARE(stateOf(unit, "light").value("curve"), QJsonValue(false));
+}
+
+void TestStateCommands::tellsTheSessionsFile()
+{
+    TestSimulator unit;
+    QCOMPARE(stateOf(unit, "program").value("recording"), QJsonValue(QString()));
+    QTemporaryDir folder;
+    const QString file = folder.filePath("session.txt");
+    QCOMPARE(unit.errorOf("record " + file), QString());
+    QCOMPARE(stateOf(unit, "program").value("recording"), QJsonValue(file));
 }
 
 void TestStateCommands::tellsTheSpeed()
