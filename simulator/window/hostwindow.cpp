@@ -41,7 +41,8 @@ void HostWindow::open(double scale)
 
 QRect HostWindow::pictureRect() const
 {
-    const QSize picture = m_bezel.size().scaled(size(), Qt::KeepAspectRatio);
+    const QSize picture =
+        m_bezel.size().scaled(size(), Qt::KeepAspectRatio).expandedTo(QSize(1, 1));
     return QRect(QPoint((width() - picture.width()) / 2, (height() - picture.height()) / 2),
                  picture);
 }

@@ -28,7 +28,7 @@ public:
     /// display has room for.
     void open(double scale);
 
-    /// Where the picture lies in the window.
+    /// Where the picture lies in the window; it has a pixel at least.
     QRect pictureRect() const;
 
 protected:

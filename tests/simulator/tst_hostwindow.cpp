@@ -135,6 +135,7 @@ void TestHostWindow::pictureKeepsItsProportions_data()
     QTest::newRow("too wide") << QSize(1000, 612) << QRect(60, 0, 880, 612);
     QTest::newRow("too high") << QSize(440, 500) << QRect(0, 97, 440, 306);
     QTest::newRow("twice") << QSize(1760, 1224) << QRect(0, 0, 1760, 1224);
+    QTest::newRow("a pixel") << QSize(1, 1) << QRect(0, 0, 1, 1);
 }
 
 void TestHostWindow::pictureKeepsItsProportions()
