@@ -15,10 +15,12 @@
 #include "simulator/session/reportarchive.h"
 #include "simulator/window/appearance.h"
 #include "simulator/window/displaycheck.h"
+#include "simulator/window/hostwindow.h"
 
 #include <QDir>
 
 #include <cstdio>
+#include <optional>
 
 using namespace simulator;
 
@@ -63,8 +65,15 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
     end.leaveNothingOf({simulator.temporaryFolder()});
     QObject::connect(&simulator, &Simulator::quitRequested, &end, &ProgramEnd::request,
                      Qt::DirectConnection);
+    std::optional<HostWindow> window;
+    if (!options.headless) {
+        window.emplace(simulator.bezel());
+    }
     if (!simulator.start(&error)) {
         return fail(ExitPlugin, error);
+    }
+    if (window) {
+        window->open(options.scale);
     }
 
     if (!options.record.isEmpty() && !simulator.recorder().start(options.record, &error)) {

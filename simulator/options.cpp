@@ -5,6 +5,7 @@
 #include "hardware/unit/clock.h"
 #include "simulator/commands/arguments.h"
 #include "simulator/console/unitaddress.h"
+#include "simulator/window/hostwindow.h"
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
@@ -71,13 +72,18 @@ void addOptions(QCommandLineParser &parser)
              .arg(hardware::Clock::slowest)
              .arg(hardware::Clock::fastest),
          "factor", "1"},
+        {"scale",
+         QStringLiteral("Opens the window at that many times its size, %1 to %2. Default: 1")
+             .arg(HostWindow::smallestScale)
+             .arg(HostWindow::largestScale),
+         "factor", "1"},
         {"stalls", "Says at the end what blocked the screen for 100 ms or more."},
         {"no-socket", "Does not listen for headunit-ctl."},
     });
 }
 
 /// What is wrong with the command line; empty when nothing is.
-QString complaint(const QCommandLineParser &parser, double *speed)
+QString complaint(const QCommandLineParser &parser, double *speed, double *scale)
 {
     if (!parser.positionalArguments().isEmpty()) {
         return QStringLiteral("Unexpected argument \"%1\".")
@@ -88,6 +94,8 @@ QString complaint(const QCommandLineParser &parser, double *speed)
     }
     QString error;
     return readSpeed(parser.value("speed"), QStringLiteral("The speed"), speed, &error)
+            && readFactor(parser.value("scale"), QStringLiteral("The scale"),
+                          HostWindow::smallestScale, HostWindow::largestScale, scale, &error)
         ? QString()
         : error + QLatin1Char('.');
 }
@@ -109,7 +117,7 @@ bool Options::read(int argc, char *argv[], int *exitStatus)
         return end(exitStatus, ExitFine, stdout,
                    QStringLiteral("headunit ") + QCoreApplication::applicationVersion());
     }
-    const QString wrong = complaint(parser, &speed);
+    const QString wrong = complaint(parser, &speed, &scale);
     if (!wrong.isEmpty()) {
         return end(exitStatus, ExitWrongUsage, stderr, wrong);
     }

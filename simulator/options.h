@@ -15,6 +15,7 @@ struct Options
     QString record; ///< File for the session; empty for none.
     QString from;   ///< Report that the unit's folder is made from; empty for none.
     double speed = 1.0;
+    double scale = 1.0; ///< Of the window.
     bool headless = false;
     bool verbose = false;
     bool stalls = false;

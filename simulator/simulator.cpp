@@ -50,6 +50,7 @@ Simulator::Simulator(hardware::Unit &unit, const QString &plugin, TraceJournal::
     HomeScreen &homeScreen = m_bezel.screen().homeScreen();
     homeScreen.setSlots(unit.storage().slotTable());
     showStorage();
+    connect(&homeScreen, &HomeScreen::slotTouched, this, &Simulator::plugOrPull);
     connect(&unit.storage(), &hardware::Storage::mounted, this, &Simulator::showStorage);
     connect(&unit.storage(), &hardware::Storage::removed, this, &Simulator::showStorage);
 
@@ -220,6 +221,18 @@ void Simulator::boot(const QString &activity, int argument)
 void Simulator::showStorage()
 {
     m_bezel.screen().homeScreen().setPlugged(m_unit.storage().mountRoots());
+}
+
+/// What the touched slot has offered to do.
+void Simulator::plugOrPull(const QString &slot, bool isPlugged)
+{
+    journal(QStringLiteral("touch"), slot + QStringLiteral(" clicked"));
+    QString error;
+    const bool isDone = isPlugged ? m_unit.storage().pull(slot, &error)
+                                  : m_unit.storage().plug(slot, QString(), &error);
+    if (!isDone) {
+        m_bezel.screen().homeScreen().showFailure(error);
+    }
 }
 
 void Simulator::showOrHideHomeScreen()

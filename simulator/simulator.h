@@ -77,6 +77,7 @@ private:
     void endActivities();
     void boot(const QString &activity, int argument);
     void showStorage();
+    void plugOrPull(const QString &slot, bool isPlugged);
     void showOrHideHomeScreen();
     void journal(const QString &source, const QString &text);
 

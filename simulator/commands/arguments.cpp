@@ -23,17 +23,23 @@ bool readNumber(const QString &word, const QString &name, int least, int most, i
     return false;
 }
 
-bool readSpeed(const QString &word, const QString &name, double *factor, QString *error)
+bool readFactor(const QString &word, const QString &name, double least, double most, double *factor,
+                QString *error)
 {
     bool isNumber = false;
     *factor = word.toDouble(&isNumber);
     // No number is neither in the range nor outside of it.
-    if (isNumber && *factor >= Clock::slowest && *factor <= Clock::fastest) {
+    if (isNumber && *factor >= least && *factor <= most) {
         return true;
     }
     *error = QStringLiteral("%1 is a number from %2 to %3, not \"%4\"")
-                 .arg(name, QString::number(Clock::slowest), QString::number(Clock::fastest), word);
+                 .arg(name, QString::number(least), QString::number(most), word);
     return false;
+}
+
+bool readSpeed(const QString &word, const QString &name, double *factor, QString *error)
+{
+    return readFactor(word, name, Clock::slowest, Clock::fastest, factor, error);
 }
 
 bool readWrong(const QString &word, bool *isWrong, QString *error)

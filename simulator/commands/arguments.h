@@ -11,6 +11,10 @@ namespace simulator
 bool readNumber(const QString &word, const QString &name, int least, int most, int *number,
                 QString *error);
 
+/// Reads a number from \a least to \a most; otherwise as readNumber().
+bool readFactor(const QString &word, const QString &name, double least, double most, double *factor,
+                QString *error);
+
 /// Reads how many times faster than the host's the unit's time is to pass. False with a sentence in
 /// \a error, as for a whole number.
 bool readSpeed(const QString &word, const QString &name, double *factor, QString *error);

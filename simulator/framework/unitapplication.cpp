@@ -53,8 +53,10 @@ bool UnitApplication::deliver(QObject *receiver, QEvent *event)
         const CauseScope scope(cause.isKnown() ? cause : Cause::current());
         return QApplication::notify(receiver, event);
     }
-    return receiver->isWindowType() ? notifyWindow(receiver, event)
-                                    : QApplication::notify(receiver, event);
+    // A window without widgets shows the unit, and hands touches on to the one that has them.
+    return receiver->isWindowType() && receiver->inherits("QWidgetWindow")
+        ? notifyWindow(receiver, event)
+        : QApplication::notify(receiver, event);
 }
 
 /// A touch is one cause from the finger's coming to its going, of the console's finger and of the

@@ -133,6 +133,8 @@ void Bezel::keepFrame()
         const QImage frame = image->copy();
         QMutexLocker locker(&m_frameMutex);
         m_frame = frame;
+        locker.unlock();
+        emit painted();
     }
 }
 

@@ -12,8 +12,8 @@ class HardKey;
 class ModeIndicator;
 class Screen;
 
-/// The window of the simulated unit: its screen in a plain frame with the hard keys HOME and
-/// FACTORY, which are no part of the screen.
+/// The simulated unit as it is seen: its screen in a plain frame with the hard keys HOME and
+/// FACTORY, which are no part of the screen. It has one size; a HostWindow shows it at any.
 class Bezel : public QWidget
 {
     Q_OBJECT
@@ -36,6 +36,10 @@ public:
 
     /// Where the screen lies in such a frame.
     QRect screenRect() const;
+
+signals:
+    /// There is a new frame.
+    void painted();
 
 protected:
     bool event(QEvent *event) override;

@@ -13,6 +13,7 @@ inline const QColor background(11, 12, 13);
 inline const QColor surface(51, 51, 53);
 inline const QColor text(240, 240, 240);
 inline const QColor dimmedText(150, 152, 156);
+inline const QColor warning(255, 176, 32);
 } // namespace colors
 
 } // namespace simulator

@@ -11,10 +11,11 @@ struct StorageSlot;
 namespace simulator
 {
 
-class StorageIndicator;
+class ScreenLabel;
+class SlotTile;
 
-/// What the unit shows while no activity runs: that it is simulated, how to go on, and which
-/// storage is plugged.
+/// What the unit shows while no activity runs: that it is simulated, how to go on, and its storage
+/// sockets, which plug and pull the unit's own sticks by touch.
 class HomeScreen : public QWidget
 {
     Q_OBJECT
@@ -28,11 +29,19 @@ public:
     /// Marks the sockets with these mount roots as plugged, the others as empty.
     void setPlugged(const QStringList &mountRoots);
 
+    /// Says why a touch could not do what it was to do; until a socket is touched or changes.
+    void showFailure(const QString &sentence);
+
+signals:
+    /// A socket was touched, and showed whether it was plugged.
+    void slotTouched(const QString &name, bool isPlugged);
+
 protected:
     void paintEvent(QPaintEvent *event) override;
 
 private:
-    QList<StorageIndicator *> m_indicators;
+    QList<SlotTile *> m_tiles;
+    ScreenLabel *m_failure;
 };
 
 } // namespace simulator

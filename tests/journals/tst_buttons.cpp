@@ -18,6 +18,7 @@ struct Stop
 };
 
 const Stop stops[] = {
+    {"Home screen", ""},
     {"Menu", "key FACTORY"},
     {"USB Test", "press usbtest"},
     {"USB Eye", "press return\npress usbeye"},
@@ -48,7 +49,7 @@ QStringList tableOf(const QStringList &look)
     static const QRegularExpression form(
         QStringLiteral("^  button (\"[^\"]*\"|\\S+) (\\d+ \\d+ \\d+ \\d+) "
                        "((?:en|dis)abled(?: (?:un)?checked)?(?: is covered)?)(?: by \\S+)?"
-                       "(?: (\"[^\"]*\"|\\S+))?$"));
+                       "((?: (?:\"[^\"]*\"|\\S+))*)$"));
     QStringList rows = {QStringLiteral("| id | left, top, width, height | state | text |"),
                         QStringLiteral("| --- | --- | --- | --- |")};
     for (const QString &line : look) {
@@ -56,7 +57,7 @@ QStringList tableOf(const QStringList &look)
         if (match.hasMatch()) {
             rows.append(QStringLiteral("| `%1` | %2 | %3 | %4 |")
                             .arg(match.captured(1), match.captured(2), match.captured(3),
-                                 match.captured(4).remove(QLatin1Char('"'))));
+                                 match.captured(4).remove(QLatin1Char('"')).trimmed()));
         }
     }
     return rows;

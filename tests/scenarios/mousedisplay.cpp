@@ -2,20 +2,15 @@
 
 #include <QStandardPaths>
 
+#include <cmath>
+
 namespace
 {
 
 const int patienceMs = 60000;
 
-/// Where the screen lies in the unit's window.
+/// Where the screen lies in the unit's window, at its scale 1.
 const QPoint screenPosition(40, 36);
-
-QStringList pointer(const QString &window, const QStringList &place)
-{
-    return {QStringLiteral("mousemove"), QStringLiteral("--window"), window,
-            QString::number(place.value(0).toInt() + screenPosition.x()),
-            QString::number(place.value(1).toInt() + screenPosition.y())};
-}
 
 } // namespace
 
@@ -32,12 +27,14 @@ bool MouseDisplay::isInstalled()
     return !QStandardPaths::findExecutable(QStringLiteral("Xvfb")).isEmpty();
 }
 
-bool MouseDisplay::start()
+bool MouseDisplay::start(double scale)
 {
+    m_scale = scale;
     m_server.start(QStringLiteral("Xvfb"),
                    {QStringLiteral("-displayfd"), QStringLiteral("1"), QStringLiteral("-screen"),
-                    QStringLiteral("0"), QStringLiteral("1000x700x24"), QStringLiteral("-nolisten"),
-                    QStringLiteral("tcp"), QStringLiteral("-noreset")});
+                    QStringLiteral("0"), QStringLiteral("1800x1300x24"),
+                    QStringLiteral("-nolisten"), QStringLiteral("tcp"),
+                    QStringLiteral("-noreset")});
     while (!m_server.canReadLine() && m_server.waitForReadyRead(patienceMs)) { }
     m_name = QLatin1Char(':') + QString::fromLatin1(m_server.readLine()).trimmed();
     return m_name.size() > 1;
@@ -49,6 +46,7 @@ QProcessEnvironment MouseDisplay::environment() const
     environment.insert(QStringLiteral("DISPLAY"), m_name);
     environment.insert(QStringLiteral("QT_QPA_PLATFORM"), QStringLiteral("xcb"));
     environment.remove(QStringLiteral("WAYLAND_DISPLAY"));
+    environment.insert(QStringLiteral("QT_SCALE_FACTOR"), QStringLiteral("2"));
     // What the display's libraries keep until the end is not ours; units without a window are still
     // searched for leaks.
     const QString leaks = QStringLiteral("LSAN_OPTIONS");
@@ -78,7 +76,7 @@ bool MouseDisplay::touch(const QStringList &actions)
         } else if (kind == QLatin1String("up")) {
             arguments += {QStringLiteral("mouseup"), QStringLiteral("1")};
         } else {
-            arguments += pointer(m_window, words.mid(1));
+            arguments += pointer(words.mid(1));
         }
         if (kind == QLatin1String("down") || kind == QLatin1String("click")) {
             arguments += {QLatin1String(kind == QLatin1String("down") ? "mousedown" : "click"),
@@ -87,6 +85,15 @@ bool MouseDisplay::touch(const QStringList &actions)
     }
     QByteArray ignored;
     return runTool(arguments, &ignored);
+}
+
+QStringList MouseDisplay::pointer(const QStringList &place) const
+{
+    const auto scaled = [this](const QString &number, int origin) {
+        return QString::number(int(std::floor((number.toInt() + origin + 0.5) * m_scale)));
+    };
+    return {QStringLiteral("mousemove"), QStringLiteral("--window"), m_window,
+            scaled(place.value(0), screenPosition.x()), scaled(place.value(1), screenPosition.y())};
 }
 
 bool MouseDisplay::runTool(const QStringList &arguments, QByteArray *output)

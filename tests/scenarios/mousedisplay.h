@@ -14,10 +14,11 @@ public:
     /// Whether this host has Xvfb.
     static bool isInstalled();
 
-    /// Starts it; false when it does not answer.
-    bool start();
+    /// Starts it, for a unit of that scale; false when it does not answer.
+    bool start(double scale);
 
-    /// The host's environment with this display in it.
+    /// The host's environment with this display in it, and with the desktop's wish for windows
+    /// twice their size, which is not for the unit.
     QProcessEnvironment environment() const;
 
     /// Waits for the unit's window; false when there is none in a minute.
@@ -28,9 +29,11 @@ public:
     bool touch(const QStringList &actions);
 
 private:
+    QStringList pointer(const QStringList &place) const;
     bool runTool(const QStringList &arguments, QByteArray *output);
 
     QProcess m_server;
     QString m_name;
     QString m_window;
+    double m_scale = 1;
 };

@@ -12,6 +12,7 @@ class TestConsoleUse : public QObject
 private slots:
     void looks();
     void namesWhatWasMeant();
+    void slotsWorkByTouch();
 };
 
 void TestConsoleUse::looks()
@@ -69,6 +70,29 @@ void TestConsoleUse::namesWhatWasMeant()
                           "  there is no button \"usbtst\" on the screen; near: usbtest",
                           "  there is no button \"USB Eye\" on the screen; near: usbeye",
                           "  the screen does not show \"Capturd\"; shown are its texts", ""}));
+}
+
+void TestConsoleUse::slotsWorkByTouch()
+{
+    const HeadunitRun run;
+    const HeadunitRun::End end = run.start({"--script", HeadunitRun::script("slots.txt")});
+    QVERIFY2(end.status == 0, qPrintable(end.error));
+    QCOMPARE(end.output.split("\n  "),
+             (QString("  activity \"\"\n"
+                      "  page simulator::HomeScreen\n"
+                      "  text \"Simulated head unit\"\n"
+                      "  text \"Press FACTORY below the screen to open the factory menu\"\n"
+                      "  button usb0 60 356 158 86 enabled USB0 empty \"touch to plug\"\n"
+                      "  button usb1 234 356 158 86 enabled USB1 empty \"touch to plug\"\n"
+                      "  button sd0 408 356 158 86 enabled SD0 empty \"touch to plug\"\n"
+                      "  button sd1 582 356 158 86 enabled SD1 empty \"touch to plug\"\n"
+                      "  device   storage plug usb0 /media/usb0\n"
+                      "  screen   + \"plugged\", \"touch to pull\"\n"
+                      "  screen   - \"empty\", \"touch to plug\"\n"
+                      "  device   storage pull usb0 /media/usb0\n"
+                      "  screen   + \"empty\", \"touch to plug\"\n"
+                      "  screen   - \"plugged\", \"touch to pull\"\n")
+                  .split("\n  ")));
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestConsoleUse)

@@ -7,6 +7,7 @@
 
 #include <QDir>
 #include <QFile>
+#include <QImage>
 #include <QRegularExpression>
 #include <QtTest>
 
@@ -18,6 +19,7 @@ class TestSession : public QObject
     Q_OBJECT
 
 private slots:
+    void mouseIsRecordedAndReplayed_data();
     void mouseIsRecordedAndReplayed();
     void recordedScripts_data();
     void recordedScripts();
@@ -76,11 +78,12 @@ QString difference(const QStringList &journal, const QStringList &expected)
 class ShownUnit
 {
 public:
-    ShownUnit(const QString &folder, const QString &recordTo)
+    ShownUnit(const QString &folder, const QString &recordTo, const QString &scale)
         : m_folder(folder)
-        , m_isThere(m_display.start())
+        , m_isThere(m_display.start(scale.toDouble()))
         , m_program(QStringLiteral(HEADUNIT),
-                    {QStringLiteral("--unit"), folder, QStringLiteral("--record"), recordTo},
+                    {QStringLiteral("--unit"), folder, QStringLiteral("--record"), recordTo,
+                     QStringLiteral("--scale"), scale},
                     m_display.environment())
     {
         m_isThere = m_isThere && m_display.findWindow()
@@ -111,6 +114,26 @@ private:
     bool m_isThere;
     Program m_program;
 };
+
+/// A stick is plugged and pulled by touch; a picture of the screen does not tell the window's size.
+void useTheSlots(ShownUnit &unit, const QString &pictures)
+{
+    QVERIFY(unit.touch({"click 75 430"}));
+    QVERIFY(unit.expect("storage plug usb0 /media/usb0"));
+    QVERIFY(unit.touch({"click 700 370"}));
+    QVERIFY(unit.expect("storage plug sd1 /media/sd1"));
+    QVERIFY(unit.touch({"click 205 360"}));
+    QVERIFY(unit.expect("storage pull usb0 /media/usb0"));
+    const QString shown = pictures + "/shown.png";
+    QVERIFY(unit.tell({"shot-anew", pictures + "/anew.png"}));
+    const QImage anew(pictures + "/anew.png");
+    QCOMPARE(anew.size(), QSize(800, 480));
+    QVERIFY(QTest::qWaitFor(
+        [&] {
+            return unit.tell({"shot", shown}) && QImage(shown) == anew;
+        },
+        60000));
+}
 
 /// A person at the unit: a list that is chosen from and dragged; a button that is tapped beside its
 /// middle, twice in a row, by a hand that shakes, for long, and left before the finger is lifted.
@@ -149,8 +172,20 @@ void useTheUnit(ShownUnit &unit)
 
 } // namespace
 
+void TestSession::mouseIsRecordedAndReplayed_data()
+{
+    QTest::addColumn<QString>("scale");
+    QTest::addColumn<QStringList>("speeds");
+    QTest::newRow("1") << "1" << QStringList{"1", "5"};
+    QTest::newRow("0.5") << "0.5" << QStringList{"5"};
+    QTest::newRow("1.5") << "1.5" << QStringList{"5"};
+    QTest::newRow("2") << "2" << QStringList{"5"};
+}
+
 void TestSession::mouseIsRecordedAndReplayed()
 {
+    QFETCH(QString, scale);
+    QFETCH(QStringList, speeds);
     if (!MouseDisplay::isInstalled()) {
         QSKIP("Xvfb is missing; the Debian package xvfb has it.");
     }
@@ -158,13 +193,15 @@ void TestSession::mouseIsRecordedAndReplayed()
     const QString session = folder.filePath("session.txt");
     const QString used = folder.filePath("unit");
     {
-        ShownUnit unit(used, session);
+        ShownUnit unit(used, session, scale);
         QVERIFY(unit.isThere());
+        useTheSlots(unit, folder.path());
         useTheUnit(unit);
         QCOMPARE(unit.quit(), 0);
     }
     const QStringList journal = replayable(used + "/journal.log");
-    for (const char *speed : {"1", "5"}) {
+    QVERIFY(read(session).contains("\npress usb0\n"));
+    for (const QString &speed : qAsConst(speeds)) {
         const HeadunitRun again;
         const HeadunitRun::End end = again.start({"--speed", speed, "--script", session});
         QVERIFY2(end.status == 0, qPrintable(end.error.right(1200) + read(session)));

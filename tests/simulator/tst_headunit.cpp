@@ -51,7 +51,7 @@ void TestHeadunit::help()
     const Outcome outcome = headunit({"--help"});
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.error, QString());
-    for (const char *said : {"--unit", "--plugin", "--script", "--headless", "--speed",
+    for (const char *said : {"--unit", "--plugin", "--script", "--headless", "--speed", "--scale",
                              "--no-socket", "--version", "Exit status:", "/factorydebug/unit"}) {
         QVERIFY2(outcome.output.contains(said), said);
     }
@@ -82,6 +82,10 @@ void TestHeadunit::wrongUsage_data()
     QTest::newRow("speed infinite") << QStringList{"--speed", "inf"} << speed.arg("inf");
     QTest::newRow("speed empty") << QStringList{"--speed", ""} << speed.arg("");
     QTest::newRow("speed too high") << QStringList{"--speed", "1001"} << speed.arg("1001");
+    const QString scale = "The scale is a number from 0.5 to 4, not \"%1\".\n";
+    QTest::newRow("scale too small") << QStringList{"--scale", "0.49"} << scale.arg("0.49");
+    QTest::newRow("scale too large") << QStringList{"--scale", "4.1"} << scale.arg("4.1");
+    QTest::newRow("scale no number") << QStringList{"--scale", "big"} << scale.arg("big");
 }
 
 void TestHeadunit::wrongUsage()

@@ -2,6 +2,7 @@
 
 #include "simulator/window/bootscreen.h"
 #include "simulator/window/homescreen.h"
+#include "simulator/window/slottile.h"
 
 #include "hardware/storage/storage.h"
 #include "support/testmain.h"
@@ -20,12 +21,26 @@ private slots:
     void bootScreenCoversEverything();
     void homeScreenSaysThatItIsSimulated();
     void homeScreenShowsTheStorage();
+    void touchedSlotTellsWhatItShowed();
+    void slotLooksPressedUnderTheFinger();
+    void failureStandsUntilTheNextTouchOrChange();
     void anyNumberOfSlotsFits_data();
     void anyNumberOfSlotsFits();
 };
 
 namespace
 {
+
+/// What is written on the slots.
+QStringList slotFaces(const HomeScreen &home)
+{
+    QStringList faces;
+    const auto tiles = home.findChildren<SlotTile *>();
+    for (const SlotTile *tile : tiles) {
+        faces.append(tile->text() + ", " + tile->state() + ", " + tile->action());
+    }
+    return faces;
+}
 
 QStringList texts(const QWidget &widget)
 {
@@ -85,11 +100,59 @@ void TestScreen::homeScreenShowsTheStorage()
     Screen screen;
     HomeScreen &home = screen.homeScreen();
     home.setSlots(slotTable(2));
-    QCOMPARE(texts(home).filter("empty").size(), 2);
+    const QStringList nothing{"USB0, empty, touch to plug", "USB1, empty, touch to plug"};
+    QCOMPARE(slotFaces(home), nothing);
     home.setPlugged({"/media/usb1"});
-    QCOMPARE(texts(home).mid(2), (QStringList{"USB0", "empty", "USB1", "plugged"}));
+    QCOMPARE(slotFaces(home),
+             (QStringList{"USB0, empty, touch to plug", "USB1, plugged, touch to pull"}));
     home.setPlugged({});
-    QCOMPARE(texts(home).filter("empty").size(), 2);
+    QCOMPARE(slotFaces(home), nothing);
+}
+
+void TestScreen::touchedSlotTellsWhatItShowed()
+{
+    Screen screen;
+    HomeScreen &home = screen.homeScreen();
+    home.setSlots(slotTable(2));
+    home.setPlugged({"/media/usb1"});
+    screen.show();
+    QSignalSpy touched(&home, &HomeScreen::slotTouched);
+    for (const SlotTile *tile : home.findChildren<SlotTile *>()) {
+        QTest::mouseClick(screen.windowHandle(), Qt::LeftButton, Qt::NoModifier,
+                          tile->mapTo(&screen, QPoint(2, tile->height() - 3)));
+    }
+    QCOMPARE(touched, (QList<QList<QVariant>>{{"usb0", false}, {"usb1", true}}));
+}
+
+void TestScreen::slotLooksPressedUnderTheFinger()
+{
+    Screen screen;
+    screen.homeScreen().setSlots(slotTable(1));
+    screen.show();
+    auto *tile = screen.findChild<SlotTile *>();
+    QSignalSpy touched(&screen.homeScreen(), &HomeScreen::slotTouched);
+    const QImage atRest = tile->grab().toImage();
+    const QPoint place = tile->mapTo(&screen, tile->rect().center());
+    QTest::mousePress(screen.windowHandle(), Qt::LeftButton, Qt::NoModifier, place);
+    QVERIFY(tile->grab().toImage() != atRest);
+    QTest::mouseMove(screen.windowHandle(), QPoint(5, 5));
+    QTest::mouseRelease(screen.windowHandle(), Qt::LeftButton, Qt::NoModifier, QPoint(5, 5));
+    QCOMPARE(tile->grab().toImage(), atRest);
+    QCOMPARE(touched.count(), 0);
+}
+
+void TestScreen::failureStandsUntilTheNextTouchOrChange()
+{
+    Screen screen;
+    HomeScreen &home = screen.homeScreen();
+    home.setSlots(slotTable(1));
+    home.showFailure("No such stick.");
+    QVERIFY(texts(home).contains("No such stick."));
+    home.findChild<SlotTile *>()->click();
+    QVERIFY(!texts(home).contains("No such stick."));
+    home.showFailure("No such stick.");
+    home.setPlugged({});
+    QVERIFY(!texts(home).contains("No such stick."));
 }
 
 void TestScreen::anyNumberOfSlotsFits_data()

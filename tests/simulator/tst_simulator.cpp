@@ -23,6 +23,8 @@ private slots:
     void homeKeyLeavesPagesOfTheirOwn();
     void homeScreenHidesUnderAnActivity();
     void homeScreenFollowsTheStorage();
+    void touchedSlotIsPluggedAndPulled();
+    void touchedSlotSaysWhyItCannotBePlugged();
     void rebootShowsTheBootScreenAndComesBack();
     void rebootAskedByTheActivityItself();
     void rebootStartsWithFreshVariables();
@@ -101,6 +103,41 @@ void TestSimulatorClass::homeScreenFollowsTheStorage()
     QCOMPARE(unit.errorOf("see plugged"), QString());
     QCOMPARE(unit.errorOf("pull usb0"), QString());
     QCOMPARE(unit.errorOf("unseen plugged"), QString());
+}
+
+void TestSimulatorClass::touchedSlotIsPluggedAndPulled()
+{
+    TestSimulator unit;
+    for (const QString slot : {"usb0", "usb1", "sd0", "sd1"}) {
+        QCOMPARE(unit.errorOf("press " + slot), QString());
+        QCOMPARE(unit.journal().lines("storage").constLast(),
+                 QString("storage plug %1 /media/%1").arg(slot));
+        QVERIFY(QFileInfo(unit.path("/media/" + slot)).isDir());
+    }
+    QVERIFY(unit.run("look").lines.contains(
+        "button sd0 408 356 158 86 enabled SD0 plugged \"touch to pull\""));
+    QCOMPARE(unit.errorOf("press sd0"), QString());
+    QCOMPARE(unit.journal().lines("storage").constLast(), QString("storage pull sd0 /media/sd0"));
+    QVERIFY(!QFileInfo::exists(unit.path("/media/sd0")));
+    QVERIFY(unit.run("look").lines.contains(
+        "button sd0 408 356 158 86 enabled SD0 empty \"touch to plug\""));
+    unit.openActivity();
+    QCOMPARE(unit.errorOf("press sd0"), QString("the button \"sd0\" is hidden"));
+}
+
+void TestSimulatorClass::touchedSlotSaysWhyItCannotBePlugged()
+{
+    TestSimulator unit;
+    const QString inTheWay = unit.path("/media/usb0");
+    QVERIFY(QDir().mkpath(inTheWay));
+    QCOMPARE(unit.errorOf("press usb0"), QString());
+    QCOMPARE(unit.journal().lines("storage"), QStringList());
+    QCOMPARE(unit.errorOf("see \"cannot become a link to the stick in slot \\\"usb0\\\"\""),
+             QString());
+    QVERIFY(QDir().rmdir(inTheWay));
+    QCOMPARE(unit.errorOf("press usb0"), QString());
+    QCOMPARE(unit.errorOf("unseen \"cannot become\""), QString());
+    QCOMPARE(unit.journal().lines("storage"), QStringList("storage plug usb0 /media/usb0"));
 }
 
 void TestSimulatorClass::rebootShowsTheBootScreenAndComesBack()

@@ -91,15 +91,15 @@ QRect FrameworkHost::desktopRect() const
     return m_screen->rect();
 }
 
-/// What a window is told, ahead of the widgets that it then tells.
-void FrameworkHost::tellOfTouch(const QEvent *event) const
+/// What the screen's window is told, ahead of the widgets that it then tells.
+void FrameworkHost::tellOfTouch(const QObject *window, const QEvent *event) const
 {
     const char *what = event->type() == QEvent::MouseButtonPress ? "press"
         : event->type() == QEvent::MouseButtonDblClick           ? "press"
         : event->type() == QEvent::MouseMove                     ? "move"
         : event->type() == QEvent::MouseButtonRelease            ? "release"
                                                                  : nullptr;
-    if (what == nullptr) {
+    if (what == nullptr || window != m_screen->window()->windowHandle()) {
         return;
     }
     const auto *mouse = static_cast<const QMouseEvent *>(event);
@@ -118,7 +118,7 @@ bool FrameworkHost::eventFilter(QObject *watched, QEvent *event)
     if (event->type() == EventType_Beep) {
         unitlink::unit().mcu().beep(keyTone);
     } else if (watched->isWindowType()) {
-        tellOfTouch(event);
+        tellOfTouch(watched, event);
     }
     return QObject::eventFilter(watched, event);
 }

@@ -49,7 +49,7 @@ public:
 
 private:
     bool eventFilter(QObject *watched, QEvent *event) override;
-    void tellOfTouch(const QEvent *event) const;
+    void tellOfTouch(const QObject *window, const QEvent *event) const;
 
     QWidget *m_screen;
     QList<ScreenLayer *> m_layers;
