@@ -27,10 +27,8 @@ GlassView::GlassView(UnitClient &client, QWidget *parent)
     setSizePolicy(policy);
     setToolTip(tr("The unit's screen; touch it here"));
     connect(&client, &UnitClient::screenChanged, this, [this](const QImage &screen) {
-        if (screen != m_screen) {
-            m_screen = screen;
-            update();
-        }
+        m_screen = screen;
+        update();
     });
     connect(&client, &UnitClient::detached, this, [this] {
         m_screen = QImage();

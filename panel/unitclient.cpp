@@ -1,5 +1,6 @@
 #include "unitclient.h"
 
+#include <QFile>
 #include <QJsonDocument>
 
 namespace panel
@@ -88,6 +89,8 @@ void UnitClient::attach()
     m_retry.stop();
     m_isAttached = true;
     m_devices.clear();
+    m_stateLines.clear();
+    m_picture.clear();
     for (Connection *connection : {&m_states, &m_journal, &m_screens}) {
         connection->open(m_folder);
     }
@@ -118,14 +121,13 @@ void UnitClient::askState()
 
 void UnitClient::takeState(const Connection::Answer &answer)
 {
-    bool isNew = false;
-    for (const QString &line : answer.lines) {
-        const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
-        QJsonObject &known = m_devices[object.value(QLatin1String("device")).toString()];
-        isNew = isNew || known != object;
-        known = object;
-    }
-    if (isNew) {
+    // Most of the time nothing is new, and nothing needs to be read.
+    if (answer.lines != m_stateLines) {
+        m_stateLines = answer.lines;
+        for (const QString &line : answer.lines) {
+            const QJsonObject object = QJsonDocument::fromJson(line.toUtf8()).object();
+            m_devices[object.value(QLatin1String("device")).toString()] = object;
+        }
         emit stateChanged();
     }
     m_statePause.start();
@@ -172,12 +174,22 @@ void UnitClient::askScreen()
     }
     const QString file = m_pictures.filePath(QStringLiteral("screen.png"));
     m_screens.ask({QStringLiteral("shot"), file}, [this, file](const Connection::Answer &answer) {
-        const QImage screen(file);
-        if (answer.error.isEmpty() && !screen.isNull()) {
-            emit screenChanged(screen);
+        if (answer.error.isEmpty()) {
+            takeScreen(file);
         }
         m_screenPause.start();
     });
+}
+
+void UnitClient::takeScreen(const QString &fileName)
+{
+    QFile file(fileName);
+    const QByteArray picture = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+    const QImage screen = picture == m_picture ? QImage() : QImage::fromData(picture);
+    if (!screen.isNull()) {
+        m_picture = picture;
+        emit screenChanged(screen);
+    }
 }
 
 } // namespace panel

@@ -67,6 +67,7 @@ private:
     void takeLine(const QString &json);
     void tellLines();
     void askScreen();
+    void takeScreen(const QString &fileName);
 
     const QString m_folder;
     bool m_isAttached = false;
@@ -82,6 +83,8 @@ private:
     QTimer m_update;
     QTemporaryDir m_pictures;
     QHash<QString, QJsonObject> m_devices;
+    QStringList m_stateLines;
+    QByteArray m_picture;
     JournalLines m_newLines;
 };
 

@@ -112,11 +112,17 @@ void TestUnitClient::hearsCallsWhereWanted()
 
 void TestUnitClient::showsTheScreen()
 {
+    m_unit.ask({"key", "HOME"});
+    m_unit.ask({"see", "Simulated head unit", "60000"});
     QSignalSpy screens(m_client.data(), &UnitClient::screenChanged);
     attach();
     QTest::qWait(400);
     QCOMPARE(screens.size(), 0); // nobody looks
     m_client->setWatchingScreen(true);
+    QTRY_COMPARE_WITH_TIMEOUT(screens.size(), 1, patienceMs);
+    QTest::qWait(400);
+    QCOMPARE(screens.size(), 1); // nothing new to see
+    m_client->command({"key", "FACTORY"});
     QTRY_VERIFY_WITH_TIMEOUT(screens.size() >= 2, patienceMs);
     QCOMPARE(screens.constFirst().constFirst().value<QImage>().size(), QSize(800, 480));
 }
