@@ -11,8 +11,9 @@
 #include <QJsonArray>
 #include <QLabel>
 #include <QLocale>
+#include <QMenu>
 #include <QMimeData>
-#include <QPushButton>
+#include <QToolButton>
 
 namespace panel
 {
@@ -49,8 +50,9 @@ SlotCard::SlotCard(UnitClient &client, const QString &slot, QWidget *parent)
     , m_slot(slot)
     , m_state(new QLabel(this))
     , m_files(new QLabel(this))
-    , m_plug(new QPushButton(tr("Plug"), this))
-    , m_folder(new QPushButton(tr("Folder…"), this))
+    , m_plug(new QToolButton(this))
+    , m_folder(new QToolButton(this))
+    , m_package(new QToolButton(this))
     , m_full(new QCheckBox(tr("Full"), this))
 {
     setObjectName(slot);
@@ -58,6 +60,7 @@ SlotCard::SlotCard(UnitClient &client, const QString &slot, QWidget *parent)
     m_plug->setObjectName(slot + QLatin1String("Plug"));
     m_plug->setToolTip(tr("The slot's own stick, which lies in the unit's folder"));
     m_folder->setObjectName(slot + QLatin1String("Folder"));
+    m_folder->setText(tr("Folder…"));
     m_folder->setToolTip(
         tr("Plugs a folder of this computer as a stick; it can be dropped here, too"));
     m_full->setObjectName(slot + QLatin1String("Full"));
@@ -68,9 +71,20 @@ SlotCard::SlotCard(UnitClient &client, const QString &slot, QWidget *parent)
     // Room for all that it may show, so that nothing moves.
     m_files->setFixedHeight(QFontMetrics(m_files->font()).lineSpacing() * (filesShown + 1));
 
+    makePackageMenu();
+    for (QToolButton *button : {m_plug, m_folder, m_package}) {
+        button->setFocusPolicy(Qt::StrongFocus);
+    }
+    // As wide as the longer of its texts, so that nothing moves.
+    m_plug->setText(tr("Plug"));
+    m_plug->setMinimumWidth(m_plug->sizeHint().width());
+
     auto *buttons = new QHBoxLayout;
+    buttons->setSpacing(4);
     buttons->addWidget(m_plug);
     buttons->addWidget(m_folder);
+    buttons->addWidget(m_package);
+    buttons->addStretch();
     buttons->addWidget(m_full);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(9, 4, 9, 9);
@@ -79,14 +93,35 @@ SlotCard::SlotCard(UnitClient &client, const QString &slot, QWidget *parent)
     layout->addWidget(m_files);
     layout->addLayout(buttons);
 
-    connect(m_plug, &QPushButton::clicked, this, &SlotCard::plugOrPull);
-    connect(m_folder, &QPushButton::clicked, this, &SlotCard::chooseFolder);
+    connect(m_plug, &QToolButton::clicked, this, &SlotCard::plugOrPull);
+    connect(m_folder, &QToolButton::clicked, this, &SlotCard::chooseFolder);
     connect(m_full, &QCheckBox::clicked, this, [this](bool full) {
         QStringList words = {QStringLiteral("fault"), QStringLiteral("storage")};
         words += full ? QStringList{QStringLiteral("full"), m_slot}
                       : QStringList{QStringLiteral("none")};
         m_client.command(words);
     });
+}
+
+void SlotCard::makePackageMenu()
+{
+    const QVector<QPair<QString, QString>> kinds = {
+        {QStringLiteral("gps"), tr("GPS boot loader and firmware")},
+        {QStringLiteral("gps-bad"), tr("The same, with a broken firmware")},
+        {QStringLiteral("update"), tr("User update")},
+        {QStringLiteral("update-bad"), tr("Broken user update")}};
+    auto *menu = new QMenu(m_package);
+    menu->setObjectName(m_slot + QLatin1String("Packages"));
+    for (const auto &kind : kinds) {
+        menu->addAction(kind.second, this, [this, kind] {
+            m_client.command({QStringLiteral("package"), m_slot, kind.first});
+        });
+    }
+    m_package->setObjectName(m_slot + QLatin1String("Put"));
+    m_package->setText(tr("Put"));
+    m_package->setPopupMode(QToolButton::InstantPopup);
+    m_package->setToolTip(tr("Puts a package on the stick"));
+    m_package->setMenu(menu);
 }
 
 void SlotCard::show(const QJsonObject &slot)

@@ -5,7 +5,7 @@
 class QCheckBox;
 class QJsonObject;
 class QLabel;
-class QPushButton;
+class QToolButton;
 
 namespace panel
 {
@@ -29,6 +29,7 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    void makePackageMenu();
     void plugOrPull();
     void chooseFolder();
     void plug(const QString &folder);
@@ -38,8 +39,9 @@ private:
     bool m_isPlugged = false;
     QLabel *m_state;
     QLabel *m_files;
-    QPushButton *m_plug;
-    QPushButton *m_folder;
+    QToolButton *m_plug;
+    QToolButton *m_folder;
+    QToolButton *m_package;
     QCheckBox *m_full;
 };
 

@@ -17,6 +17,7 @@ void addAllCommands(Console &console, Simulator &simulator)
     addJournalCommands(console, simulator);
     addUnitCommands(console, simulator);
     addStorageCommands(console, simulator);
+    addPackageCommands(console, simulator);
     addSettingCommands(console, simulator);
     addLightCommands(console, simulator);
     addMemoryCommands(console, simulator);

@@ -23,6 +23,8 @@ void addJournalCommands(Console &console, Simulator &simulator);
 void addUnitCommands(Console &console, Simulator &simulator);
 /// Sticks that are plugged and pulled.
 void addStorageCommands(Console &console, Simulator &simulator);
+/// Packages that are put on sticks.
+void addPackageCommands(Console &console, Simulator &simulator);
 /// The unit's settings store.
 void addSettingCommands(Console &console, Simulator &simulator);
 /// Light that falls on the unit and light that it gives: light sensor, panel and key light.

@@ -77,6 +77,10 @@ const Row rows[] = {
     {"World", "plug", "SLOT [FOLDER]",
      "Plugs a stick: that folder, or the slot's own stick in the unit's folder.",
      "plug usb0 /tmp/stick"},
+    {"World", "package", "SLOT KIND",
+     "Puts a package on the stick of that slot: gps, gps-bad, update or update-bad; one of before "
+     "is replaced.",
+     "package usb0 gps"},
     {"World", "pull", "SLOT", "Pulls the stick.", "pull usb0"},
     {"World", "als", "[READING]",
      "Has the light sensor report, or says its reading, thresholds and mode.", "als 300"},

@@ -8,6 +8,7 @@
 #include <QComboBox>
 #include <QLabel>
 #include <QLineEdit>
+#include <QMenu>
 #include <QMimeData>
 #include <QPushButton>
 #include <QScrollBar>
@@ -36,6 +37,7 @@ private slots:
     void plugsAndPulls();
     void aDroppedFolderIsPlugged();
     void fillsAStick();
+    void putsPackages();
     void touchesTheScreen();
     void setsTheLight();
     void changesARegister();
@@ -125,12 +127,14 @@ void TestPanelWindow::plugsAndPulls()
     QVERIFY(find("usb0Folder")->isEnabled());
     click("usb0Plug");
     QVERIFY(waitForLine("/^storage plug usb0 /"));
-    QTRY_COMPARE_WITH_TIMEOUT(find<QPushButton>("usb0Plug")->text(), QString("Pull"), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(find<QAbstractButton>("usb0Plug")->text(), QString("Pull"),
+                              patienceMs);
     QVERIFY(!find("usb0Folder")->isEnabled());
     QCOMPARE(find<QLabel>("usb0Files")->text(), QString("no files"));
     click("usb0Plug");
     QVERIFY(waitForLine("/^storage pull usb0 /"));
-    QTRY_COMPARE_WITH_TIMEOUT(find<QPushButton>("usb0Plug")->text(), QString("Plug"), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(find<QAbstractButton>("usb0Plug")->text(), QString("Plug"),
+                              patienceMs);
 }
 
 void TestPanelWindow::aDroppedFolderIsPlugged()
@@ -159,7 +163,8 @@ void TestPanelWindow::aDroppedFolderIsPlugged()
     QCoreApplication::sendEvent(find("sd0"), &file);
     QVERIFY(!file.isAccepted());
     click("sd1Plug");
-    QTRY_COMPARE_WITH_TIMEOUT(find<QPushButton>("sd1Plug")->text(), QString("Plug"), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(find<QAbstractButton>("sd1Plug")->text(), QString("Plug"),
+                              patienceMs);
 }
 
 void TestPanelWindow::fillsAStick()
@@ -168,6 +173,25 @@ void TestPanelWindow::fillsAStick()
     QVERIFY(waitForLine("storage full usb1"));
     click("usb1Full");
     QVERIFY(waitForLine("storage free usb1"));
+}
+
+void TestPanelWindow::putsPackages()
+{
+    auto *menu = find<QMenu>("sd0Packages");
+    QTimer::singleShot(0, menu, [menu] {
+        QTRY_VERIFY(menu->isVisible());
+        QTest::mouseClick(menu, Qt::LeftButton, Qt::NoModifier,
+                          menu->actionGeometry(menu->actions().at(0)).center());
+    });
+    click("sd0Put");
+    QVERIFY(waitForLine("storage package sd0 gps"));
+    click("sd0Plug");
+    QTRY_COMPARE_WITH_TIMEOUT(find<QLabel>("sd0Files")->text(),
+                              QString("gps_bootloader.pkg  4.91 KiB\ngps_firmware.pkg  58.63 KiB"),
+                              patienceMs);
+    click("sd0Plug");
+    QTRY_COMPARE_WITH_TIMEOUT(find<QAbstractButton>("sd0Plug")->text(), QString("Plug"),
+                              patienceMs);
 }
 
 void TestPanelWindow::touchesTheScreen()
