@@ -1,10 +1,30 @@
 #include "connection.h"
 
-#include "simulator/console/commandline.h"
-#include "simulator/console/unitaddress.h"
+#include <QFileInfo>
+#include <QRegularExpression>
 
 namespace panel
 {
+
+namespace
+{
+
+/// The console takes it for one word, whatever is in it; in quotes only where it must be, since
+/// people read it in the journal.
+QByteArray quoted(QString word)
+{
+    static const QRegularExpression plain(QStringLiteral("^[\\w./:+,=-]+$"));
+    if (plain.match(word).hasMatch()) {
+        return word.toUtf8();
+    }
+    word.replace(QLatin1Char('\\'), QLatin1String("\\\\"));
+    word.replace(QLatin1Char('"'), QLatin1String("\\\""));
+    word.replace(QLatin1Char('$'), QLatin1String("\\$"));
+    word.replace(QLatin1Char('\n'), QLatin1String("\\n"));
+    return '"' + word.toUtf8() + '"';
+}
+
+} // namespace
 
 Connection::Connection(QObject *parent)
     : QObject(parent)
@@ -26,12 +46,12 @@ Connection::~Connection()
 
 void Connection::open(const QString &unitFolder)
 {
-    const QString name = simulator::consoleSocketName(unitFolder);
-    if (name.isEmpty()) {
+    const QString socket = QFileInfo(unitFolder + QLatin1String("/console.socket")).symLinkTarget();
+    if (socket.isEmpty()) {
         QMetaObject::invokeMethod(this, &Connection::lost, Qt::QueuedConnection);
         return;
     }
-    m_socket.connectToServer(name);
+    m_socket.connectToServer(socket);
 }
 
 void Connection::close()
@@ -46,17 +66,18 @@ bool Connection::isOpen() const
 
 void Connection::ask(const QStringList &words, const Taker &taker)
 {
-    const QByteArray line = simulator::commandline::join(words).toUtf8();
-    const bool isTooLong = line.size() > simulator::commandline::maxLineBytes;
-    if (!isOpen() || isTooLong) {
+    if (!isOpen()) {
         if (taker) {
-            taker({QStringList(),
-                   isTooLong ? simulator::commandline::tooLong() : tr("no unit is connected")});
+            taker({QStringList(), tr("no unit is connected")});
         }
         return;
     }
+    QByteArrayList line;
+    for (const QString &word : words) {
+        line.append(quoted(word));
+    }
     m_takers.enqueue(taker);
-    m_socket.write(line + '\n');
+    m_socket.write(line.join(' ') + '\n');
 }
 
 int Connection::waiting() const

@@ -1,11 +1,10 @@
 #include "panelstyle.h"
 #include "panelwindow.h"
 
-#include "simulator/console/unitaddress.h"
-
 #include <QApplication>
 #include <QCommandLineParser>
 #include <QDir>
+#include <QStandardPaths>
 
 int main(int argc, char *argv[])
 {
@@ -21,11 +20,12 @@ int main(int argc, char *argv[])
         QStringLiteral("Shows what a simulated head unit does, and plays the world around it."));
     parser.addHelpOption();
     parser.addVersionOption();
+    const QString usual = QStandardPaths::writableLocation(QStandardPaths::GenericDataLocation)
+        + QLatin1String("/factorydebug/unit");
     const QCommandLineOption unit(
         QStringLiteral("unit"),
-        QStringLiteral("The unit's folder, as headunit was given. Default: %1")
-            .arg(simulator::defaultUnitFolder()),
-        QStringLiteral("dir"), simulator::defaultUnitFolder());
+        QStringLiteral("The unit's folder, as headunit was given. Default: %1").arg(usual),
+        QStringLiteral("dir"), usual);
     parser.addOption(unit);
     parser.process(application);
     if (!parser.positionalArguments().isEmpty()) {

@@ -88,11 +88,13 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
     }
     script.setReport(options.report);
     ConsoleServer server(console);
+    const QString link = unit.folder().path(QStringLiteral("/console.socket"));
     if (options.socket
-        && !server.listen(consoleSocketName(options.unitFolder), unit.journal(), &error)) {
+        && !(server.listen(consoleSocketName(options.unitFolder), unit.journal(), &error)
+             && server.linkFrom(link, &error))) {
         return fail(ExitUnitFolder, error);
     }
-    end.leaveNothingOf({server.socketFile()});
+    end.leaveNothingOf({server.socketFile(), link});
     QObject::connect(&script, &ScriptRunner::over, qApp, [](bool successful) {
         QCoreApplication::exit(successful ? ExitFine : ExitScriptFailed);
     });

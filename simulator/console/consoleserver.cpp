@@ -2,6 +2,8 @@
 
 #include "consolelistener.h"
 
+#include <QFile>
+
 namespace simulator
 {
 
@@ -14,6 +16,9 @@ ConsoleServer::~ConsoleServer()
 {
     m_thread.quit();
     m_thread.wait();
+    if (!m_link.isEmpty()) {
+        QFile::remove(m_link);
+    }
 }
 
 bool ConsoleServer::listen(const QString &name, hardware::Journal &journal, QString *error)
@@ -42,6 +47,20 @@ bool ConsoleServer::listen(const QString &name, hardware::Journal &journal, QStr
 QString ConsoleServer::socketFile() const
 {
     return m_socketFile;
+}
+
+bool ConsoleServer::linkFrom(const QString &path, QString *error)
+{
+    // One that a crash left behind.
+    QFile::remove(path);
+    QFile socket(m_socketFile);
+    if (!socket.link(path)) {
+        *error = QStringLiteral("\"%1\" cannot become a link to the console's socket: %2.")
+                     .arg(path, socket.errorString());
+        return false;
+    }
+    m_link = path;
+    return true;
 }
 
 } // namespace simulator

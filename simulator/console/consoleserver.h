@@ -39,10 +39,15 @@ public:
     /// Host path of the socket; empty until it listens.
     QString socketFile() const;
 
+    /// Makes a link of that name which leads to the socket, for clients that know the unit's folder
+    /// and nothing else; it ends with this object. False with a sentence in \a error.
+    bool linkFrom(const QString &path, QString *error);
+
 private:
     const Console &m_console;
     QThread m_thread;
     QString m_socketFile;
+    QString m_link;
 };
 
 } // namespace simulator

@@ -65,8 +65,6 @@ MADE_PAGES = {"docs/buttons.md", "docs/effects.md", "docs/console-reference.md"}
 HISTORY = "CHANGELOG.md"
 
 # The programs that a build makes for people.
-# How the console's clients find a unit, and write a command.
-CLIENTS_SHARE = ("simulator/console/commandline.h", "simulator/console/unitaddress.h")
 BUILT_PROGRAMS = {"headunit", "headunit-ctl", "headunit-panel", "headunit-sweep"}
 
 # What else the docs have typed at a shell, and those of its options that they name.
@@ -139,8 +137,6 @@ def wrong_arrow(path, target):
     """Why the include runs the wrong way, or None."""
     there = target_room(path, target)
     top = path.parts[0]
-    if top == "panel" and target in CLIENTS_SHARE:
-        return None
     if there is None or there == room(path):
         return None
     if top == "src":

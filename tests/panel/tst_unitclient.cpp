@@ -27,6 +27,7 @@ private slots:
     void hearsCallsWhereWanted();
     void showsTheScreen();
     void tellsWhatFails();
+    void everyWordArrivesAsItIs();
     void failsWithoutAUnit();
     void attachesAgain();
     void twoAtOnce();
@@ -134,6 +135,17 @@ void TestUnitClient::tellsWhatFails()
     m_client->command({"pull", "usb1"});
     QTRY_COMPARE_WITH_TIMEOUT(failed.size(), 1, patienceMs);
     QCOMPARE(failed.first(), (QVariantList{"pull usb1", "There is no stick in slot \"usb1\"."}));
+}
+
+void TestUnitClient::everyWordArrivesAsItIs()
+{
+    attach();
+    for (const char *word : {"two words", "\"quoted\"", "a\\b", "$HOME ${x}", "# none", "it's"}) {
+        m_client->command({"setting", "panel/word", word});
+        QTRY_COMPARE_WITH_TIMEOUT(
+            m_client->device("settings").value("values").toObject().value("panel/word"),
+            QJsonValue(word), patienceMs);
+    }
 }
 
 void TestUnitClient::failsWithoutAUnit()

@@ -130,6 +130,7 @@ private slots:
     void oneClientDoesNotHoldUpAnother();
     void endsWhileACommandWaits();
     void onlyTheUserMayConnect();
+    void theFolderLeadsToTheSocket();
     void takesOverAStaleSocket();
     void saysWhenItCannotListen();
     void clientSaysWhenNoUnitRuns();
@@ -287,6 +288,25 @@ void TestConsoleServer::onlyTheUserMayConnect()
     QCOMPARE(stat(path.constData(), &status), 0);
     QVERIFY(S_ISSOCK(status.st_mode));
     QCOMPARE(int(status.st_mode & (S_IRWXG | S_IRWXO)), 0);
+}
+
+void TestConsoleServer::theFolderLeadsToTheSocket()
+{
+    TestSimulator unit;
+    const QString link = unit.path("/console.socket");
+    QVERIFY(QFile::link("/nowhere", link)); // as a crash would leave it
+    QString error;
+    {
+        ConsoleServer server(unit.console());
+        QVERIFY(server.listen(consoleSocketName(unit.path(QString())), unit.journal(), &error));
+        QVERIFY2(server.linkFrom(link, &error), qPrintable(error));
+        QCOMPARE(QFile::symLinkTarget(link), server.socketFile());
+        QVERIFY(!server.linkFrom(unit.path("/no/folder"), &error));
+        QVERIFY2(error.contains("cannot become a link to the console's socket: "),
+                 qPrintable(error));
+        unit.console().close();
+    }
+    QVERIFY(!QFileInfo(link).isSymLink());
 }
 
 void TestConsoleServer::takesOverAStaleSocket()
