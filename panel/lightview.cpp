@@ -76,8 +76,11 @@ QLayout *LightView::makeTools()
     m_mode->setObjectName(QStringLiteral("lightMode"));
     connect(m_slider, &QSlider::valueChanged, this, &LightView::report);
     connect(m_reading, QOverload<int>::of(&QSpinBox::valueChanged), this, &LightView::report);
-    connect(m_curve, &QCheckBox::clicked, this,
-            [this](bool on) { m_client.command(on ? startCurve : endCurve); });
+    connect(m_curve, &QCheckBox::clicked, this, [this](bool on) {
+        // It shows what is, and that is not so yet.
+        m_curve->setChecked(!on);
+        m_client.command(on ? startCurve : endCurve);
+    });
 
     auto *tools = new QHBoxLayout;
     tools->addWidget(new QLabel(tr("Light"), this));

@@ -96,6 +96,8 @@ SlotCard::SlotCard(UnitClient &client, const QString &slot, QWidget *parent)
     connect(m_plug, &QToolButton::clicked, this, &SlotCard::plugOrPull);
     connect(m_folder, &QToolButton::clicked, this, &SlotCard::chooseFolder);
     connect(m_full, &QCheckBox::clicked, this, [this](bool full) {
+        // It shows what is, and that is not so yet.
+        m_full->setChecked(!full);
         QStringList words = {QStringLiteral("fault"), QStringLiteral("storage")};
         words += full ? QStringList{QStringLiteral("full"), m_slot}
                       : QStringList{QStringLiteral("none")};

@@ -171,6 +171,7 @@ void TestPanelWindow::fillsAStick()
 {
     click("usb1Full");
     QVERIFY(waitForLine("storage full usb1"));
+    QTRY_VERIFY_WITH_TIMEOUT(find<QAbstractButton>("usb1Full")->isChecked(), patienceMs);
     click("usb1Full");
     QVERIFY(waitForLine("storage free usb1"));
 }
@@ -221,6 +222,7 @@ void TestPanelWindow::setsTheLight()
     QVERIFY(waitForLine("/^als reading [1-9]/"));
     click("lightCurve");
     QVERIFY(waitForLine("als curve 4 60"));
+    QTRY_VERIFY_WITH_TIMEOUT(find<QAbstractButton>("lightCurve")->isChecked(), patienceMs);
     click("lightCurve");
     QVERIFY(waitForLine("als curve ends"));
     QTRY_VERIFY_WITH_TIMEOUT(find<QLabel>("lightMode")->text().endsWith(", automatic"), patienceMs);
