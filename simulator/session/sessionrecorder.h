@@ -3,6 +3,7 @@
 #include "gesture.h"
 #include "sessionfile.h"
 
+#include <QElapsedTimer>
 #include <QMutex>
 #include <QObject>
 

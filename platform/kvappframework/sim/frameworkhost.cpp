@@ -12,6 +12,7 @@
 #include <QCoreApplication>
 #include <QMouseEvent>
 #include <QWidget>
+#include <QWindow>
 
 namespace kvappframework
 {
