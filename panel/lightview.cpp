@@ -22,9 +22,12 @@ const int plotsMs = 200;
 const char curve[] = "reading";
 
 /// A day of the curve, as the console takes it: readings a second, and seconds a day.
-const QStringList startCurve = {QStringLiteral("als-curve"), QStringLiteral("4"),
-                                QStringLiteral("60")};
-const QStringList endCurve = {QStringLiteral("als-curve"), QStringLiteral("0")};
+QStringList curveCommand(bool on)
+{
+    const QString verb = QStringLiteral("als-curve");
+    return on ? QStringList{verb, QStringLiteral("4"), QStringLiteral("60")}
+              : QStringList{verb, QStringLiteral("0")};
+}
 
 } // namespace
 
@@ -79,7 +82,7 @@ QLayout *LightView::makeTools()
     connect(m_curve, &QCheckBox::clicked, this, [this](bool on) {
         // It shows what is, and that is not so yet.
         m_curve->setChecked(!on);
-        m_client.command(on ? startCurve : endCurve);
+        m_client.command(curveCommand(on));
     });
 
     auto *tools = new QHBoxLayout;

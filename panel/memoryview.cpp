@@ -99,7 +99,8 @@ void MemoryView::showState()
     showRegisters();
     m_isShowing = false;
     if (isFirst) {
-        for (QTableView *table : findChildren<QTableView *>()) {
+        const QList<QTableView *> tables = findChildren<QTableView *>();
+        for (QTableView *table : tables) {
             table->resizeColumnsToContents();
         }
     }

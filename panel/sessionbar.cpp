@@ -17,8 +17,7 @@ namespace
 {
 
 const double worthTelling = 0.1; // seconds
-const QStringList speeds = {QStringLiteral("0.5"), QStringLiteral("1"),  QStringLiteral("2"),
-                            QStringLiteral("5"),   QStringLiteral("10"), QStringLiteral("50")};
+const char *const speeds[] = {"0.5", "1", "2", "5", "10", "50"};
 
 } // namespace
 
@@ -70,7 +69,9 @@ QPushButton *SessionBar::addButton(const QString &name, const QString &text, con
 void SessionBar::makeSpeed()
 {
     m_speed->setObjectName(QStringLiteral("speed"));
-    m_speed->addItems(speeds);
+    for (const char *speed : speeds) {
+        m_speed->addItem(QLatin1String(speed));
+    }
     m_speed->setEditable(true);
     m_speed->setToolTip(tr("How many times faster than here the unit's time passes"));
     connect(m_speed, QOverload<int>::of(&QComboBox::activated), this, [this] {

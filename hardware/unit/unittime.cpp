@@ -9,7 +9,12 @@ namespace hardware
 namespace
 {
 
-std::shared_ptr<const UnitTime> livingTime;
+/// Never destroyed: a page may end the program while other threads still ask for the time.
+std::shared_ptr<const UnitTime> &livingTime()
+{
+    static auto *const time = new std::shared_ptr<const UnitTime>;
+    return *time;
+}
 
 constexpr qint64 nanosecondsPerSecond = 1000000000;
 
@@ -25,12 +30,12 @@ UnitTime::UnitTime(const Clock &clock)
 
 std::shared_ptr<const UnitTime> UnitTime::current()
 {
-    return std::atomic_load(&livingTime);
+    return std::atomic_load(&livingTime());
 }
 
 void UnitTime::setCurrent(std::shared_ptr<const UnitTime> time)
 {
-    std::atomic_store(&livingTime, std::move(time));
+    std::atomic_store(&livingTime(), std::move(time));
 }
 
 timeval UnitTime::now() const

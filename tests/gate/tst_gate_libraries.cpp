@@ -14,11 +14,14 @@
 #include <QTemporaryFile>
 #include <QtTest>
 
+#include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <functional>
 
 #include <sys/wait.h>
+#include <unistd.h>
 
 using hardware::Gate;
 
@@ -39,6 +42,7 @@ private slots:
     void systemRunsInTheUnit();
     void systemWithoutCommandSaysThatThereIsAShell();
     void withoutAGateSystemIsTheHosts();
+    void exitEndsAtOnce();
 };
 
 void TestGateLibraries::qtSeesTheUnit_data()
@@ -235,6 +239,26 @@ void TestGateLibraries::withoutAGateSystemIsTheHosts()
     OpenUnit unit;
     QCOMPARE(WEXITSTATUS(probeOf("gateprobe").system("test -z \"$UNIT\" && exit 5")), 5);
     QCOMPARE(unit->journal().lines(), QStringList());
+}
+
+void TestGateLibraries::exitEndsAtOnce()
+{
+    OpenUnit unit;
+    const Gate gate(*unit);
+    const QTemporaryDir folder;
+    const QByteArray file = QFile::encodeName(folder.filePath("printed"));
+    const pid_t child = fork();
+    if (child == 0) {
+        // What the C library's own exit() would run, and other threads still need.
+        std::atexit([] { _exit(99); });
+        std::fputs("printed", std::fopen(file.constData(), "w"));
+        std::exit(7);
+    }
+    int status = 0;
+    QCOMPARE(waitpid(child, &status, 0), child);
+    QVERIFY(WIFEXITED(status));
+    QCOMPARE(WEXITSTATUS(status), 7);
+    QCOMPARE(readFile(file), QByteArray("printed"));
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestGateLibraries)

@@ -43,9 +43,10 @@ void TestLivePlot::holdsWhatWasAdded()
     plot.add("a", 5);
     plot.add("b", 7);
     QCOMPARE(plot.points("a").size(), 2);
-    QCOMPARE(plot.points("a").last().y(), 5.0);
-    QCOMPARE(plot.points("b").first().y(), 7.0);
-    for (const QPointF &point : plot.points("a")) {
+    QCOMPARE(plot.points("a").constLast().y(), 5.0);
+    QCOMPARE(plot.points("b").constFirst().y(), 7.0);
+    const QVector<QPointF> points = plot.points("a");
+    for (const QPointF &point : points) {
         QVERIFY2(point.x() <= 0 && point.x() > -LivePlot::seconds,
                  qPrintable(QString::number(point.x())));
     }

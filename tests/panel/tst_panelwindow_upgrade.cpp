@@ -59,7 +59,8 @@ void TestPanelWindowUpgrade::staysAliveAndTellsHowFar()
     const bool isDone = QTest::qWaitFor(
         [&] {
             longestPause = qMax(longestPause, sinceTurn.restart());
-            for (const QLabel *stage : window.findChildren<QLabel *>()) {
+            const QList<QLabel *> labels = window.findChildren<QLabel *>();
+            for (const QLabel *stage : labels) {
                 if (stage->objectName().startsWith("stage ")
                     && stage->backgroundRole() == QPalette::Highlight
                     && (stages.isEmpty() || stages.last() != stage->text())) {

@@ -117,7 +117,8 @@ void TestScreen::touchedSlotTellsWhatItShowed()
     home.setPlugged({"/media/usb1"});
     screen.show();
     QSignalSpy touched(&home, &HomeScreen::slotTouched);
-    for (const SlotTile *tile : home.findChildren<SlotTile *>()) {
+    const QList<SlotTile *> tiles = home.findChildren<SlotTile *>();
+    for (const SlotTile *tile : tiles) {
         QTest::mouseClick(screen.windowHandle(), Qt::LeftButton, Qt::NoModifier,
                           tile->mapTo(&screen, QPoint(2, tile->height() - 3)));
     }

@@ -108,7 +108,8 @@ void TestSimulatorClass::homeScreenFollowsTheStorage()
 void TestSimulatorClass::touchedSlotIsPluggedAndPulled()
 {
     TestSimulator unit;
-    for (const QString slot : {"usb0", "usb1", "sd0", "sd1"}) {
+    for (const char *name : {"usb0", "usb1", "sd0", "sd1"}) {
+        const QString slot(name);
         QCOMPARE(unit.errorOf("press " + slot), QString());
         QCOMPARE(unit.journal().lines("storage").constLast(),
                  QString("storage plug %1 /media/%1").arg(slot));
