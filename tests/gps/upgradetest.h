@@ -21,6 +21,8 @@ protected:
     /// For when it matters which block an answer is for: the host may stand still for 0.4 s. When
     /// the receiver has asked twice, each answer is taken for that to the block behind.
     static const int careful = 2;
+    /// For when one answer too late fails the whole.
+    static const int unhurried = 1;
     /// For when there is only silence to be waited for.
     static const int hasty = 10;
 
