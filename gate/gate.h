@@ -5,7 +5,6 @@
 namespace hardware
 {
 
-class Clock;
 class Unit;
 
 /// While one exists, the file calls, system() and, by the unit's time factor, the clock calls of
