@@ -52,7 +52,7 @@ void GlassView::paintEvent(QPaintEvent *)
     painter.setRenderHint(QPainter::SmoothPixmapTransform);
     painter.fillRect(picture(), Qt::black);
     if (m_screen.isNull()) {
-        painter.setPen(style::dimmed());
+        painter.setPen(style::dimmed);
         painter.drawText(rect(), Qt::AlignCenter, tr("The screen is dark."));
         return;
     }

@@ -62,7 +62,7 @@ QVariant JournalModel::data(const QModelIndex &index, int role) const
                                : tr("Follows from #%1: %2").arg(line.cause).arg(line.causeText);
     }
     if (role == Qt::ForegroundRole && index.column() != Text) {
-        return style::dimmed();
+        return style::dimmed;
     }
     if (role == Qt::TextAlignmentRole && index.column() <= CauseNumber) {
         return int(Qt::AlignRight | Qt::AlignVCenter);

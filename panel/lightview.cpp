@@ -44,7 +44,7 @@ LightView::LightView(UnitClient &client, QWidget *parent)
     , m_key(style::valueLabel(QStringLiteral("100 100 100"), this))
     , m_keySwatch(new QLabel(this))
 {
-    m_plot->addCurve(QLatin1String(curve), style::warm());
+    m_plot->addCurve(QLatin1String(curve), style::warm);
     auto *layout = new QVBoxLayout(this);
     layout->addWidget(m_plot, 1);
     layout->addLayout(makeTools());
@@ -104,9 +104,9 @@ void LightView::showState()
     const QJsonObject light = m_client.device(QStringLiteral("light"));
     const double day = light.value(QLatin1String("dayThreshold")).toDouble();
     const double night = light.value(QLatin1String("nightThreshold")).toDouble();
-    m_plot->setMark(tr("day"), day, style::accent());
-    m_plot->setMark(tr("night"), night, style::dimmed());
-    m_plot->setBand(night, day, style::surface());
+    m_plot->setMark(tr("day"), day, style::accent);
+    m_plot->setMark(tr("night"), night, style::dimmed);
+    m_plot->setBand(night, day, style::surface);
     const QString mode = light.value(QLatin1String("mode")).toString();
     m_mode->setText(light.value(QLatin1String("automatic")).toBool() ? tr("%1, automatic").arg(mode)
                                                                      : tr("%1, by hand").arg(mode));

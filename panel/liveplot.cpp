@@ -48,17 +48,17 @@ LivePlot::LivePlot(const QString &unit, QWidget *parent)
     auto *canvas = new QwtPlotCanvas;
     canvas->setFrameStyle(QFrame::NoFrame);
     m_plot->setCanvas(canvas);
-    m_plot->setCanvasBackground(style::background());
+    m_plot->setCanvasBackground(style::background);
     m_plot->setAxisScale(QwtPlot::xBottom, -seconds, 0, 15);
     m_plot->setMinimumHeight(smallestHeight);
-    m_plot->setAxisTitle(QwtPlot::yLeft, small(unit, style::dimmed()));
-    m_plot->setAxisTitle(QwtPlot::xBottom, small(tr("seconds"), style::dimmed()));
+    m_plot->setAxisTitle(QwtPlot::yLeft, small(unit, style::dimmed));
+    m_plot->setAxisTitle(QwtPlot::xBottom, small(tr("seconds"), style::dimmed));
     for (const int axis : {int(QwtPlot::xBottom), int(QwtPlot::yLeft)}) {
-        m_plot->setAxisFont(axis, small(QString(), style::dimmed()).font());
+        m_plot->setAxisFont(axis, small(QString(), style::dimmed).font());
         m_plot->setAxisMaxMinor(axis, 0);
     }
     auto *grid = new QwtPlotGrid;
-    grid->setPen(QPen(style::surface(), 0));
+    grid->setPen(QPen(style::surface, 0));
     grid->attach(m_plot);
     m_band->setOrientation(Qt::Horizontal);
     m_band->setPen(QPen(Qt::NoPen));

@@ -46,7 +46,7 @@ MemoryView::MemoryView(UnitClient &client, QWidget *parent)
     , m_role(new QLabel(this))
     , m_plot(new LivePlot(tr("Mbit/s"), this))
 {
-    m_plot->addCurve(QLatin1String(throughput), style::accent());
+    m_plot->addCurve(QLatin1String(throughput), style::accent);
     QTableView *ports = makeTable(
         m_ports, {tr("Charging"), tr("Speed"), tr("Test mode"), tr("Swing"), tr("Disconnect")},
         QStringLiteral("ports"));

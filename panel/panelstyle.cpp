@@ -36,7 +36,7 @@ QTabBar::tab:focus { color: #1ca0f8; }
 void apply(QApplication &application)
 {
     application.setStyle(QStyleFactory::create(QStringLiteral("Fusion")));
-    QPalette palette(button, background());
+    QPalette palette(button, background);
     for (const QPalette::ColorRole role :
          {QPalette::WindowText, QPalette::Text, QPalette::ButtonText, QPalette::BrightText,
           QPalette::ToolTipText}) {
@@ -44,11 +44,11 @@ void apply(QApplication &application)
         palette.setColor(QPalette::Disabled, role, QColor(110, 112, 116));
     }
     palette.setColor(QPalette::Base, QColor(26, 27, 30));
-    palette.setColor(QPalette::AlternateBase, surface());
+    palette.setColor(QPalette::AlternateBase, surface);
     palette.setColor(QPalette::Highlight, QColor(22, 92, 140));
     palette.setColor(QPalette::HighlightedText, text);
-    palette.setColor(QPalette::Link, accent());
-    palette.setColor(QPalette::PlaceholderText, dimmed());
+    palette.setColor(QPalette::Link, accent);
+    palette.setColor(QPalette::PlaceholderText, dimmed);
     application.setPalette(palette);
     application.setStyleSheet(QLatin1String(sheet));
 }

@@ -14,36 +14,12 @@ namespace panel
 namespace style
 {
 
-inline const QColor &accent()
-{
-    static const QColor color(28, 160, 248);
-    return color;
-}
-inline const QColor &wrong()
-{
-    static const QColor color(240, 84, 76);
-    return color;
-}
-inline const QColor &warm()
-{
-    static const QColor color(240, 190, 90);
-    return color;
-}
-inline const QColor &dimmed()
-{
-    static const QColor color(150, 152, 156);
-    return color;
-}
-inline const QColor &surface()
-{
-    static const QColor color(34, 36, 39);
-    return color;
-}
-inline const QColor &background()
-{
-    static const QColor color(20, 21, 23);
-    return color;
-}
+inline const QColor accent(28, 160, 248);
+inline const QColor wrong(240, 84, 76);
+inline const QColor warm(240, 190, 90);
+inline const QColor dimmed(150, 152, 156);
+inline const QColor surface(34, 36, 39);
+inline const QColor background(20, 21, 23);
 
 void apply(QApplication &application);
 

@@ -105,7 +105,7 @@ void SessionBar::showBusy(double seconds)
     m_busy->setText(isBlocked ? tr("blocked %1 s by %2").arg(seconds, 0, 'f', 1).arg(m_lastTouch)
                               : tr("screen is free"));
     QPalette palette = m_busy->palette();
-    palette.setColor(QPalette::WindowText, isBlocked ? style::wrong() : style::dimmed());
+    palette.setColor(QPalette::WindowText, isBlocked ? style::wrong : style::dimmed);
     m_busy->setPalette(palette);
 }
 

@@ -57,13 +57,9 @@ void UpgradeProgress::take(const QString &name, int blocks, double seconds)
     if (hasBlocks) {
         measure(blocks, seconds);
     }
-    double done = hasBlocks ? std::min<double>(blocks, work(stage)) : 0;
-    double all = 0;
-    for (int index = 0; index < stages().size(); ++index) {
-        done += index < stage ? work(index) : 0;
-        all += work(index);
-    }
-    m_part = std::max(m_part, std::min(1.0, done / all));
+    const double here = hasBlocks ? std::min<double>(blocks, work(stage)) : 0;
+    const double done = workBefore(stage) + here;
+    m_part = std::max(m_part, std::min(1.0, done / workBefore(stages().size())));
 }
 
 double UpgradeProgress::secondsLeft() const
@@ -71,11 +67,7 @@ double UpgradeProgress::secondsLeft() const
     if (m_blocksPerSecond <= 0 || (m_stage == Bootloader && m_bootloader == 0) || m_firmware == 0) {
         return -1;
     }
-    double all = 0;
-    for (int index = 0; index < stages().size(); ++index) {
-        all += work(index);
-    }
-    return (1 - m_part) * all / m_blocksPerSecond;
+    return (1 - m_part) * workBefore(stages().size()) / m_blocksPerSecond;
 }
 
 /// It restarts ahead of its ROM, into its boot loader, and into its firmware.
@@ -90,6 +82,15 @@ double UpgradeProgress::work(int stage) const
     const double works[] = {resetBlocks, double(m_bootloader), promptBlocks, double(m_firmware),
                             restartBlocks};
     return works[stage];
+}
+
+double UpgradeProgress::workBefore(int stage) const
+{
+    double sum = 0;
+    for (int index = 0; index < stage; ++index) {
+        sum += work(index);
+    }
+    return sum;
 }
 
 void UpgradeProgress::measure(int blocks, double seconds)

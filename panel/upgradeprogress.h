@@ -37,6 +37,7 @@ private:
 
     int stageOfRestart() const;
     double work(int stage) const;
+    double workBefore(int stage) const;
     void measure(int blocks, double seconds);
 
     int m_bootloader = 0;

@@ -127,7 +127,7 @@ QStandardItem *ValuesView::group(const QString &title)
     }
     auto *item = new QStandardItem(title);
     item->setEditable(false);
-    item->setForeground(style::dimmed());
+    item->setForeground(style::dimmed);
     m_model.appendRow(item);
     m_tree->expand(item->index());
     m_tree->setFirstColumnSpanned(item->row(), QModelIndex(), true);
