@@ -17,7 +17,7 @@ namespace
 {
 
 const int litMs = 1500;
-const int plotsMs = 500;
+const int figuresMs = 500;
 const char throughput[] = "throughput";
 
 enum RegisterColumn { Name, Value, Before };
@@ -72,7 +72,7 @@ MemoryView::MemoryView(UnitClient &client, QWidget *parent)
     m_lit.setSingleShot(true);
     m_lit.setInterval(litMs);
     connect(&m_lit, &QTimer::timeout, this, &MemoryView::dimOld);
-    m_pace.setInterval(plotsMs);
+    m_pace.setInterval(figuresMs);
     connect(&m_pace, &QTimer::timeout, this, &MemoryView::plotThroughput);
     m_pace.start();
     m_time.start();

@@ -17,7 +17,7 @@ namespace
 const int messagesShown = 12;
 const int wordBytes = 4;
 
-enum Column { Name, Text, Known };
+enum Column { NameColumn, TextColumn, KnownColumn };
 enum Role { CommandRole = Qt::UserRole, TextRole };
 
 /// Pairs of digits with a blank between.
@@ -75,10 +75,10 @@ ValuesView::ValuesView(UnitClient &client, QWidget *parent)
     m_tree->setUniformRowHeights(true);
     m_tree->setEditTriggers(QTreeView::DoubleClicked | QTreeView::EditKeyPressed);
     const QFontMetrics metrics(m_tree->font());
-    m_tree->setColumnWidth(Name,
+    m_tree->setColumnWidth(NameColumn,
                            metrics.horizontalAdvance(QStringLiteral("  setup/usb0BcModeXXXXXX")));
     m_tree->setColumnWidth(
-        Text, metrics.horizontalAdvance(QStringLiteral("FF 66 06 15 84 FE 33 32 32 FF")));
+        TextColumn, metrics.horizontalAdvance(QStringLiteral("FF 66 06 15 84 FE 33 32 32 FF")));
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(0, 0, 0, 0);
     layout->addWidget(m_tree);
@@ -111,10 +111,10 @@ void ValuesView::showGroup(const QString &title, const QVector<Value> &values)
             }
             QStandardItem *item = parent->child(row, column);
             item->setText(texts.at(column));
-            item->setEditable(column == Text && !value.command.isEmpty());
+            item->setEditable(column == TextColumn && !value.command.isEmpty());
         }
-        parent->child(row, Text)->setData(value.command, CommandRole);
-        parent->child(row, Text)->setData(value.text, TextRole);
+        parent->child(row, TextColumn)->setData(value.command, CommandRole);
+        parent->child(row, TextColumn)->setData(value.text, TextRole);
     }
     m_isShowing = false;
 }

@@ -14,7 +14,7 @@ namespace
 {
 
 const char *const modeNames[] = {"day", "night"};
-const auto source = QStringLiteral("als");
+const auto dayNightSource = QStringLiteral("als");
 const auto automaticField = QStringLiteral("automatic");
 const auto yes = QStringLiteral("true");
 const auto no = QStringLiteral("false");
@@ -52,7 +52,8 @@ void DayNight::setThreshold(Mode mode, int value)
         const QMutexLocker locker(&m_mutex);
         m_thresholds[mode] = value;
         m_state.setValue(nameOf(mode), QString::number(value));
-        m_journal.write(source, QStringLiteral("%1 threshold %2").arg(nameOf(mode)).arg(value));
+        m_journal.write(dayNightSource,
+                        QStringLiteral("%1 threshold %2").arg(nameOf(mode)).arg(value));
         changed = detect();
     }
     if (changed) {
@@ -73,7 +74,7 @@ void DayNight::setAutomatic(bool automatic)
         const QMutexLocker locker(&m_mutex);
         m_automatic = automatic;
         m_state.setValue(automaticField, automatic ? yes : no);
-        m_journal.write(source, QStringLiteral("automatic %1").arg(int(automatic)));
+        m_journal.write(dayNightSource, QStringLiteral("automatic %1").arg(int(automatic)));
         changed = detect();
     }
     if (changed) {

@@ -12,7 +12,7 @@ namespace hardware
 
 namespace
 {
-const auto source = QStringLiteral("als");
+const auto sensorSource = QStringLiteral("als");
 }
 
 LightSensor::LightSensor(Journal &journal, const Clock &clock, DayNight &dayNight)
@@ -25,7 +25,7 @@ LightSensor::LightSensor(Journal &journal, const Clock &clock, DayNight &dayNigh
 
 void LightSensor::report(int value)
 {
-    m_journal.write(source, QStringLiteral("reading %1").arg(value));
+    m_journal.write(sensorSource, QStringLiteral("reading %1").arg(value));
     deliver(value);
 }
 
@@ -34,7 +34,7 @@ void LightSensor::startCurve(int perSecond, int daySeconds)
     Q_ASSERT(perSecond >= 1 && daySeconds >= 1);
     const QMutexLocker locker(&m_curveMutex);
     m_loop.stop();
-    m_journal.write(source, QStringLiteral("curve %1 %2").arg(perSecond).arg(daySeconds));
+    m_journal.write(sensorSource, QStringLiteral("curve %1 %2").arg(perSecond).arg(daySeconds));
     m_curve.reset(
         new Curve{1.0 / (double(perSecond) * daySeconds), 1000.0 / perSecond, m_clock.elapsed()});
     m_loop.start();
@@ -47,7 +47,7 @@ void LightSensor::stopCurve()
     if (m_curve != nullptr) {
         m_loop.stop();
         m_curve.reset();
-        m_journal.write(source, QStringLiteral("curve ends"));
+        m_journal.write(sensorSource, QStringLiteral("curve ends"));
     }
 }
 

@@ -3,34 +3,12 @@
 #include "physicalmemory.h"
 
 #include "hardware/unit/journal.h"
+#include "hardware/unit/kepterrno.h"
 
 #include <QMutexLocker>
 
-#include <cerrno>
-#include <system_error>
-
 namespace hardware
 {
-
-namespace
-{
-
-/// Keeps what a call of a program left in errno.
-class KeptErrno
-{
-public:
-    ~KeptErrno() { errno = m_kept; }
-
-    QString reason() const
-    {
-        return QString::fromStdString(std::generic_category().message(m_kept));
-    }
-
-private:
-    const int m_kept = errno;
-};
-
-} // namespace
 
 MemoryDevice::MemoryDevice(PhysicalMemory &memory, Journal &journal)
     : m_memory(memory)

@@ -12,9 +12,8 @@ namespace
 
 const int headerSize = 32;
 const int lengthOffset = 12;
-const int crcOffset = 28;
+const int headerCrcOffset = 28;
 const int maxTrailingBytes = 32;
-const int blockSize = 1024;
 const char padding = 0x1A;
 
 const char versionMark[] = "GNSS-VERSION=";
@@ -69,7 +68,8 @@ bool ReceiverImage::isSection(qint64 offset) const
         return false;
     }
     const char *header = m_blocks.constData() + offset;
-    return qFromLittleEndian<quint16>(header + crcOffset) == xmodemCrc(header, crcOffset)
+    return qFromLittleEndian<quint16>(header + headerCrcOffset)
+        == xmodemCrc(header, headerCrcOffset)
         && offset + headerSize + sectionLength(offset) <= m_blocks.size();
 }
 
@@ -80,7 +80,7 @@ qint64 ReceiverImage::sectionLength(qint64 offset) const
 
 int ReceiverImage::contentEnd() const
 {
-    const int least = qMax(packageEnd(), m_blocks.size() - blockSize);
+    const int least = qMax(packageEnd(), m_blocks.size() - XmodemReceiver::blockSize);
     int end = m_blocks.size();
     while (end > least && m_blocks.at(end - 1) == padding) {
         --end;

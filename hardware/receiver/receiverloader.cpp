@@ -30,7 +30,7 @@ const int promptMs = 200;
 const int splitMs = 300;
 const int eraseMs = 100;
 
-const char noise[] = "~#\x01\x7F";
+const char noiseText[] = "~#\x01\x7F";
 
 const char menu[] = "\r\nLODESTAR boot loader\r\n 1: run\r\n 2: update flash\r\n";
 
@@ -173,7 +173,7 @@ void ReceiverLoader::requestFrame()
     QByteArray request;
     const int noiseBytes = m_port.faults().number(QStringLiteral("noise"));
     for (int index = 0; index < noiseBytes; ++index) {
-        request += noise[index % int(qstrlen(noise))];
+        request += noiseText[index % int(qstrlen(noiseText))];
     }
     m_port.say(request + XmodemReceiver::request);
     m_port.loop().after(requestMs, [this] { requestFrame(); });
@@ -212,7 +212,7 @@ void ReceiverLoader::answerBlock(char defaultAnswer)
                         .arg(m_part)
                         .arg(m_transfer.block()));
     }
-    m_port.say(QByteArray(1, isGarbage ? noise[0] : defaultAnswer));
+    m_port.say(QByteArray(1, isGarbage ? noiseText[0] : defaultAnswer));
 }
 
 void ReceiverLoader::answerEnd()

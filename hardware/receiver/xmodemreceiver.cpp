@@ -11,9 +11,8 @@ namespace
 const char stx = 0x02;
 const char eot = 0x04;
 
-const int blockSize = 1024;
 const int dataOffset = 3;
-const int crcOffset = dataOffset + blockSize;
+const int crcOffset = dataOffset + XmodemReceiver::blockSize;
 const int frameSize = crcOffset + 2;
 
 /// What each value of a byte makes of a CRC of 0.

@@ -12,6 +12,7 @@ namespace hardware
 class XmodemReceiver
 {
 public:
+    static constexpr int blockSize = 1024; ///< bytes
     static const char request = 'C';
     static const char ack = 0x06;
     static const char nak = 0x15;

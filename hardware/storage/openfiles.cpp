@@ -1,6 +1,7 @@
 #include "openfiles.h"
 
 #include "hardware/unit/gatebypass.h"
+#include "hardware/unit/kepterrno.h"
 
 #include <QMutexLocker>
 
@@ -8,7 +9,6 @@
 #include <sys/stat.h>
 #include <unistd.h>
 
-#include <cerrno>
 #include <cstdlib>
 
 namespace hardware
@@ -16,17 +16,6 @@ namespace hardware
 
 namespace
 {
-
-class KeptErrno
-{
-public:
-    KeptErrno() = default;
-    ~KeptErrno() { errno = m_kept; }
-    Q_DISABLE_COPY(KeptErrno)
-
-private:
-    const int m_kept = errno;
-};
 
 /// A descriptor whose reads fail with EIO: a terminal's master whose line has hung up. -1 when the
 /// host has none.

@@ -14,7 +14,7 @@ namespace
 
 const QString slotField = QStringLiteral("slot");
 const QString folderField = QStringLiteral("folder");
-const QString mountRootField = QStringLiteral("mountRoot");
+const QString mountRootKey = QStringLiteral("mountRoot");
 const QString stickArray = QStringLiteral("plugged");
 
 } // namespace
@@ -40,7 +40,7 @@ bool StickFile::read(QList<Stick> *sticks, QString *error) const
     for (int i = 0; i < count; ++i) {
         file.setArrayIndex(i);
         sticks->append({file.value(slotField).toString(), file.value(folderField).toString(),
-                        file.value(mountRootField).toString()});
+                        file.value(mountRootKey).toString()});
     }
     return true;
 }
@@ -52,7 +52,7 @@ bool StickFile::write(const QList<Stick> &sticks, QString *error) const
         const QString stick = QStringLiteral("%1/%2/").arg(stickArray).arg(i + 1);
         values.insert(stick + slotField, sticks.at(i).slot);
         values.insert(stick + folderField, sticks.at(i).folder);
-        values.insert(stick + mountRootField, sticks.at(i).mountRoot);
+        values.insert(stick + mountRootKey, sticks.at(i).mountRoot);
     }
     QString reason;
     if (wholefile::replace(m_fileName, iniText(values), &reason)) {

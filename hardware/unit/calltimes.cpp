@@ -7,18 +7,18 @@ namespace hardware
 
 namespace
 {
-thread_local CallTimes *ofThisThread = nullptr;
+thread_local CallTimes *timesOfThisThread = nullptr;
 } // namespace
 
 CallTimes::CallTimes()
 {
-    Q_ASSERT(ofThisThread == nullptr);
-    ofThisThread = this;
+    Q_ASSERT(timesOfThisThread == nullptr);
+    timesOfThisThread = this;
 }
 
 CallTimes::~CallTimes()
 {
-    ofThisThread = nullptr;
+    timesOfThisThread = nullptr;
 }
 
 QVector<CallTimes::Call> CallTimes::take()
@@ -28,13 +28,13 @@ QVector<CallTimes::Call> CallTimes::take()
 
 bool CallTimes::areWanted()
 {
-    return ofThisThread != nullptr;
+    return timesOfThisThread != nullptr;
 }
 
 void CallTimes::note(const QString &name, double unitSeconds, double hostSeconds)
 {
     if (areWanted()) {
-        ofThisThread->m_calls.append({name, unitSeconds, hostSeconds, Cause::current()});
+        timesOfThisThread->m_calls.append({name, unitSeconds, hostSeconds, Cause::current()});
     }
 }
 

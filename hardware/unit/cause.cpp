@@ -5,7 +5,7 @@ namespace hardware
 
 namespace
 {
-thread_local Cause ofThisThread;
+thread_local Cause causeOfThisThread;
 } // namespace
 
 Cause Cause::begun(const QString &line)
@@ -18,18 +18,18 @@ Cause Cause::begun(const QString &line)
 
 Cause Cause::current()
 {
-    return ofThisThread;
+    return causeOfThisThread;
 }
 
 CauseScope::CauseScope(const Cause &cause)
-    : m_former(ofThisThread)
+    : m_former(causeOfThisThread)
 {
-    ofThisThread = cause;
+    causeOfThisThread = cause;
 }
 
 CauseScope::~CauseScope()
 {
-    ofThisThread = m_former;
+    causeOfThisThread = m_former;
 }
 
 } // namespace hardware

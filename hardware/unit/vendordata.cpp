@@ -18,7 +18,7 @@ namespace hardware
 namespace
 {
 
-const auto source = QStringLiteral("vendor");
+const auto vendorSource = QStringLiteral("vendor");
 const auto positionField = QStringLiteral("position");
 const auto offsetField = QStringLiteral("offset");
 const auto lengthField = QStringLiteral("length");
@@ -131,7 +131,7 @@ bool VendorData::find(int position, int *offset, int *length) const
     const QMutexLocker locker(&m_mutex);
     const VendorItem *item = m_lookUpsRefused ? nullptr : itemAt(position);
     if (item == nullptr) {
-        m_journal.write(source, QStringLiteral("refused position %1").arg(position));
+        m_journal.write(vendorSource, QStringLiteral("refused position %1").arg(position));
         return false;
     }
     *offset = item->offset;
@@ -144,10 +144,10 @@ bool VendorData::write(int offset, const QByteArray &data)
     const QMutexLocker locker(&m_mutex);
     const bool fits = offset >= 0 && offset <= size - data.size();
     if (m_writesRefused || !fits || !store(offset, data)) {
-        m_journal.write(source, QStringLiteral("refused write"));
+        m_journal.write(vendorSource, QStringLiteral("refused write"));
         return false;
     }
-    m_journal.write(source,
+    m_journal.write(vendorSource,
                     QStringLiteral("write %1 ").arg(offset)
                         + QString::fromLatin1(data.toHex(' ').toUpper()));
     return true;

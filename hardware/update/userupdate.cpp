@@ -12,9 +12,9 @@ namespace hardware
 namespace
 {
 
-const auto source = QStringLiteral("update");
+const auto updateSource = QStringLiteral("update");
 
-constexpr int startMs = 1500; // Until the service has mapped the package and found its keys.
+constexpr int mappingMs = 1500; // Until the service has mapped the package and found its keys.
 constexpr int pieceBytes = 1024 * 1024;
 constexpr int pieceMs = 50; // A slow stick: 20 MiB a second.
 
@@ -48,7 +48,7 @@ QString UserUpdate::sdkVersion(const QString &unitPath) const
 
 void UserUpdate::startVerification(const QString &unitPath)
 {
-    m_journal.write(source, QStringLiteral("verify %1").arg(unitPath));
+    m_journal.write(updateSource, QStringLiteral("verify %1").arg(unitPath));
     m_loop.after(0, [this, unitPath] {
         m_waiting.enqueue(unitPath);
         if (m_package == nullptr) {
@@ -68,7 +68,7 @@ void UserUpdate::cancelVerifications()
 
 QByteArray UserUpdate::data(int device, const QString &language) const
 {
-    m_journal.write(source, QStringLiteral("data device %1 %2").arg(device).arg(language));
+    m_journal.write(updateSource, QStringLiteral("data device %1 %2").arg(device).arg(language));
     const QByteArray languageBytes = language.toUtf8().left(maxLanguageBytes);
     if (m_dataRefused || !isDevice(device)) {
         return QByteArray();
@@ -101,7 +101,7 @@ void UserUpdate::beginNext()
 {
     if (!m_waiting.isEmpty()) {
         m_package = std::make_unique<UpdatePackage>(m_folder.path(m_waiting.dequeue()));
-        m_loop.after(startMs, [this] { readOn(); });
+        m_loop.after(mappingMs, [this] { readOn(); });
     }
 }
 
@@ -115,7 +115,8 @@ void UserUpdate::readOn()
     m_package.reset();
     if (!m_silent) {
         m_journal.write(
-            source, QStringLiteral("verified %1 %2").arg(result).arg(UpdatePackage::name(result)));
+            updateSource,
+            QStringLiteral("verified %1 %2").arg(result).arg(UpdatePackage::name(result)));
         emit verified(result);
     }
     beginNext();

@@ -28,7 +28,7 @@ constexpr qint64 burstTicks = 10;      // that a late sender makes up for
 
 // A datagram fills the frame that a network link of that kind carries; a number stands in front.
 constexpr std::size_t datagramSize = 1400;
-constexpr std::size_t blockSize = 65536;
+constexpr std::size_t pieceSize = 65536;
 
 sockaddr_in loopback()
 {
@@ -179,10 +179,10 @@ void NcmRun::send()
 /// False when the socket takes no more for now.
 bool NcmRun::sendBlock()
 {
-    static const std::array<char, blockSize> nothing = {};
+    static const std::array<char, pieceSize> nothing = {};
     std::array<char, datagramSize> datagram = {};
     const char *block = nothing.data();
-    std::size_t size = blockSize;
+    std::size_t size = pieceSize;
     if (m_protocol == Udp) {
         const qint64 number = m_bytesSent / qint64(datagramSize);
         std::memcpy(datagram.data(), &number, sizeof number);
@@ -219,7 +219,7 @@ void NcmRun::receive()
 
 void NcmRun::receiveBlock()
 {
-    std::array<char, blockSize> block;
+    std::array<char, pieceSize> block;
     const ssize_t size = recv(m_receiver, block.data(), block.size(), MSG_DONTWAIT);
     if (size <= 0) {
         if (size == 0 || !isPassing(errno)) {

@@ -33,7 +33,7 @@ const KindTraits kinds[] = {
     {"tcp client", NcmRun::Tcp, linkMegabits, false},
 };
 
-const auto source = QStringLiteral("ncm");
+const auto ncmSource = QStringLiteral("ncm");
 
 } // namespace
 
@@ -53,7 +53,7 @@ NcmTest::~NcmTest()
 bool NcmTest::start(Kind kind)
 {
     const QMutexLocker locker(&m_mutex);
-    m_journal.write(source, QStringLiteral("start ") + name(kind));
+    m_journal.write(ncmSource, QStringLiteral("start ") + name(kind));
     endRun();
     const KindTraits &traits = kinds[kind];
     QString refusal = QStringLiteral("no device is connected");
@@ -64,7 +64,7 @@ bool NcmTest::start(Kind kind)
     QScopedPointer<NcmRun> run(
         new NcmRun(m_clock, traits.protocol, traits.megabits, std::move(isAlive)));
     if (m_startsRefused || (traits.isServer && !makeProcessFile()) || !run->start(&refusal)) {
-        m_journal.write(source, QStringLiteral("refused %1: %2").arg(name(kind), refusal));
+        m_journal.write(ncmSource, QStringLiteral("refused %1: %2").arg(name(kind), refusal));
         return false;
     }
     m_kind = kind;
@@ -76,7 +76,7 @@ bool NcmTest::start(Kind kind)
 bool NcmTest::stop()
 {
     const QMutexLocker locker(&m_mutex);
-    m_journal.write(source, QStringLiteral("stop"));
+    m_journal.write(ncmSource, QStringLiteral("stop"));
     const bool wasRunning = m_run && m_run->isRunning();
     endRun();
     return wasRunning;
@@ -130,7 +130,7 @@ void NcmTest::endRun()
     m_run->end();
     m_isEnded = true;
     QFile::remove(processFile());
-    m_journal.write(source, QStringLiteral("ended %1, %2").arg(name(m_kind), summary()));
+    m_journal.write(ncmSource, QStringLiteral("ended %1, %2").arg(name(m_kind), summary()));
 }
 
 QString NcmTest::summary() const

@@ -14,12 +14,12 @@ namespace simulator
 namespace
 {
 
-const QLatin1String press("press");
-const QLatin1String tap("tap");
+const QLatin1String pressVerb("press");
+const QLatin1String tapVerb("tap");
 
 bool isTouch(const QStringList &words)
 {
-    return words.first() == press || words.first() == tap;
+    return words.first() == pressVerb || words.first() == tapVerb;
 }
 
 } // namespace
@@ -134,7 +134,7 @@ QString SessionFile::lastLines() const
         lines += QStringLiteral("wait %1\n").arg(pause);
     }
     // On a slow host the button may come later than it did.
-    if (entry.words.first() == press && former.words.mid(0, 2) != entry.words.mid(0, 2)) {
+    if (entry.words.first() == pressVerb && former.words.mid(0, 2) != entry.words.mid(0, 2)) {
         lines +=
             commandline::join({QStringLiteral("visible"), entry.words.at(1)}) + QLatin1Char('\n');
     }

@@ -20,7 +20,7 @@ QString &complaint()
     static QString made;
     return made;
 }
-QtMessageHandler formerHandler = nullptr;
+QtMessageHandler handlerBefore = nullptr;
 
 [[noreturn]] void refuse()
 {
@@ -32,7 +32,7 @@ QtMessageHandler formerHandler = nullptr;
 }
 
 /// Keeps quiet whatever else Qt says: a display that opens was worth no complaint.
-void handleMessage(QtMsgType type, const QMessageLogContext &context, const QString &message)
+void keepComplaint(QtMsgType type, const QMessageLogContext &context, const QString &message)
 {
     if (type == QtFatalMsg) {
         refuse();
@@ -53,12 +53,12 @@ DisplayCheck::DisplayCheck(bool headless)
                && qEnvironmentVariableIsEmpty("QT_QPA_PLATFORM")) {
         refuse();
     }
-    formerHandler = qInstallMessageHandler(handleMessage);
+    handlerBefore = qInstallMessageHandler(keepComplaint);
 }
 
 DisplayCheck::~DisplayCheck()
 {
-    qInstallMessageHandler(formerHandler);
+    qInstallMessageHandler(handlerBefore);
     complaint().clear();
 }
 

@@ -10,13 +10,13 @@ namespace simulator
 namespace
 {
 
-const QColor print(118, 120, 124);
+const QColor printColor(118, 120, 124);
 
 /// The printed label with the light shining through it.
 QColor lit(const QColor &light)
 {
-    return QColor(qMax(print.red(), light.red()), qMax(print.green(), light.green()),
-                  qMax(print.blue(), light.blue()));
+    return QColor(qMax(printColor.red(), light.red()), qMax(printColor.green(), light.green()),
+                  qMax(printColor.blue(), light.blue()));
 }
 
 QColor faint(QColor color)

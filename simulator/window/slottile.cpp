@@ -12,7 +12,7 @@ namespace simulator
 namespace
 {
 
-const int margin = 6;
+const int textMargin = 6;
 const int smallestFont = 6;
 const QColor face(24, 25, 27);
 const QColor pressedFace(16, 62, 96);
@@ -75,11 +75,12 @@ void SlotTile::paintEvent(QPaintEvent *)
     painter.setPen(QPen(m_plugged || isDown() ? colors::accent : colors::surface, 2));
     painter.setBrush(isDown() ? pressedFace : face);
     painter.drawRoundedRect(QRectF(rect()).adjusted(1, 1, -1, -1), 6, 6);
-    const int room = width() - 2 * margin;
+    const int room = width() - 2 * textMargin;
     const QColor dimmed = isDown() ? colors::text : colors::dimmedText;
-    draw(painter, QRect(margin, 9, room, 24), 20, colors::text, text());
-    draw(painter, QRect(margin, 36, room, 20), 16, m_plugged ? colors::accent : dimmed, state());
-    draw(painter, QRect(margin, 58, room, 18), 14, dimmed, action());
+    draw(painter, QRect(textMargin, 9, room, 24), 20, colors::text, text());
+    draw(painter, QRect(textMargin, 36, room, 20), 16, m_plugged ? colors::accent : dimmed,
+         state());
+    draw(painter, QRect(textMargin, 58, room, 18), 14, dimmed, action());
 }
 
 } // namespace simulator
