@@ -310,15 +310,9 @@ int readLine(const char *kind)
 
 } // namespace
 
-int main(int argc, char *argv[])
-{
-    if (argc == 3 && qstrcmp(argv[1], "--read-line") == 0) {
-        return readLine(argv[2]);
-    }
-    prepareScreen();
-    QApplication application(argc, argv);
-    TestGpsSerial test;
-    return QTest::qExec(&test, argc, argv);
-}
+static const RegisteredTest registered(__FILE__, [](int argc, char *argv[]) {
+    const bool isChild = argc == 3 && qstrcmp(argv[1], "--read-line") == 0;
+    return isChild ? readLine(argv[2]) : runTest<QApplication, TestGpsSerial>(argc, argv);
+});
 
 #include "tst_gpsserial.moc"

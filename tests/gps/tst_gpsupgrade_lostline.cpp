@@ -58,15 +58,12 @@ public:
 
 } // namespace
 
-int main(int argc, char *argv[])
-{
-    prepareScreen();
-    QApplication application(argc, argv);
+static const RegisteredTest registered(__FILE__, [](int argc, char *argv[]) {
     if (argc == 3 && qstrcmp(argv[1], "--upgrade") == 0) {
+        const QApplication application(argc, argv);
         return Child().run(QString::fromLatin1(argv[2]));
     }
-    TestGpsUpgradeLostLine test;
-    return QTest::qExec(&test, argc, argv);
-}
+    return runTest<QApplication, TestGpsUpgradeLostLine>(argc, argv);
+});
 
 #include "tst_gpsupgrade_lostline.moc"

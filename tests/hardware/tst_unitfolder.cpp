@@ -1,6 +1,7 @@
 #include "hardware/unit/unitfolder.h"
 
 #include "support/openunit.h"
+#include "support/testmain.h"
 
 #include <QCoreApplication>
 #include <QDir>
@@ -321,15 +322,10 @@ void tst_UnitFolder::aDeadSimulatorsLockIsTakenOver()
     QCOMPARE(errorOf(m_root), QStringLiteral("opened"));
 }
 
-int main(int argc, char *argv[])
-{
-    QCoreApplication application(argc, argv);
-    const QStringList arguments = QCoreApplication::arguments();
-    if (arguments.size() == 3 && arguments.at(1) == QLatin1String(holdOption)) {
-        return hold(arguments.at(2));
-    }
-    tst_UnitFolder test;
-    return QTest::qExec(&test, argc, argv);
-}
+static const RegisteredTest registered(__FILE__, [](int argc, char *argv[]) {
+    const bool isChild = argc == 3 && qstrcmp(argv[1], holdOption) == 0;
+    return isChild ? hold(QString::fromLocal8Bit(argv[2]))
+                   : runTest<QCoreApplication, tst_UnitFolder>(argc, argv);
+});
 
 #include "tst_unitfolder.moc"

@@ -5,7 +5,6 @@
 
 namespace
 {
-const int patienceMs = 60000;
 }
 
 PanelUnit::PanelUnit() = default;

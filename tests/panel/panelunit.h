@@ -6,6 +6,9 @@
 #include <QStringList>
 #include <QTemporaryDir>
 
+/// How long whatever happens may take, in milliseconds of the host.
+const int patienceMs = 60000;
+
 /// A unit without a window, with the plug-in that ships, in a program of its own.
 class PanelUnit
 {

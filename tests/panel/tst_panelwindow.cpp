@@ -22,7 +22,6 @@ using panel::PanelWindow;
 
 namespace
 {
-const int patienceMs = 60000;
 }
 
 /// The panel in the hands of a person, with a unit in a program of its own.

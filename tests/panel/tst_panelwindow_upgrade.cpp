@@ -13,7 +13,7 @@
 
 namespace
 {
-const int patienceMs = 120000;
+const int upgradeMs = 120000;
 const int receiverTab = 1;
 const int longestPauseMs = 1000;
 } // namespace
@@ -40,7 +40,7 @@ void TestPanelWindowUpgrade::staysAliveAndTellsHowFar()
     const auto *bar = window.findChild<QProgressBar *>("receiverProgress");
     const auto *busy = window.findChild<QLabel *>("busy");
     const auto *state = window.findChild<QLabel *>("receiverState");
-    QTRY_COMPARE_WITH_TIMEOUT(state->text(), QString("runs GNSS 1.04.2, 230400 baud"), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(state->text(), QString("runs GNSS 1.04.2, 230400 baud"), upgradeMs);
 
     for (const QStringList &command : {QStringList{"plug", "usb0"},
                                        {"key", "FACTORY"},
@@ -71,7 +71,7 @@ void TestPanelWindowUpgrade::staysAliveAndTellsHowFar()
             before = bar->value();
             return wentBack || state->text() == "runs GNSS 2.5.1, 230400 baud";
         },
-        patienceMs);
+        upgradeMs);
     QVERIFY(isDone);
     QCOMPARE(state->text(), QString("runs GNSS 2.5.1, 230400 baud"));
     QVERIFY2(longestPause < longestPauseMs, qPrintable(QString::number(longestPause)));
@@ -80,7 +80,7 @@ void TestPanelWindowUpgrade::staysAliveAndTellsHowFar()
         QVERIFY2(stages.contains(stage), qPrintable(stages.join(", ")));
     }
     QVERIFY(stages.indexOf("Boot loader") < stages.indexOf("Firmware"));
-    QTRY_COMPARE_WITH_TIMEOUT(busy->text(), QString("screen is free"), patienceMs);
+    QTRY_COMPARE_WITH_TIMEOUT(busy->text(), QString("screen is free"), upgradeMs);
 }
 
 FACTORY_TEST_MAIN(TestPanelWindowUpgrade)

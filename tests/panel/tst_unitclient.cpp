@@ -11,7 +11,6 @@ using namespace panel;
 
 namespace
 {
-const int patienceMs = 60000;
 }
 
 /// What the panel knows of a unit that runs in a program of its own.

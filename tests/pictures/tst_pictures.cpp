@@ -1,6 +1,7 @@
 #include "picturecomparison.h"
 
 #include "scenarios/headunitrun.h"
+#include "support/testmain.h"
 #include "support/updatepackages.h"
 
 #include <QDir>
@@ -203,5 +204,5 @@ static bool pinEnvironment()
 }
 
 static const bool isEnvironmentPinned = pinEnvironment(); // ahead of Qt's application
-QTEST_MAIN(TestPictures)
+FACTORY_TEST_MAIN(TestPictures)
 #include "tst_pictures.moc"

@@ -1,4 +1,5 @@
 #include "headunitrun.h"
+#include "knownbytes.h"
 
 #include "support/testmain.h"
 
@@ -17,21 +18,6 @@ private slots:
     void everyPageOpensAndReturns();
     void rebootBringsTheScreenBack();
 };
-
-namespace
-{
-
-/// Bytes of every value, in an order that no text has.
-QByteArray knownBytes(int size, int seed)
-{
-    QByteArray bytes(size, '\0');
-    for (int index = 0; index < size; ++index) {
-        bytes[index] = char((index * 31 + seed + index / 256) & 0xFF);
-    }
-    return bytes;
-}
-
-} // namespace
 
 void TestFoundation::btsnoopCopy()
 {

@@ -29,7 +29,7 @@ namespace
 {
 
 /// Too fast, and a busy host is late for the receiver's answers.
-const double speed = 5;
+const double upgradeSpeed = 5;
 
 void makePackage(const HeadunitRun &run, const QString &file, const QString &version, int size)
 {
@@ -76,7 +76,7 @@ void TestGpsUpdate::upgradesFromTwoSticks()
 {
     HeadunitRun run;
     makePackages(run);
-    RUN_SCENARIO(run, QStringLiteral("gps-update.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-update.txt"), upgradeSpeed);
 
     QCOMPARE(run.read(QStringLiteral("/receiver/bootloader.pkg")),
              run.read(QStringLiteral("/sticks/usb0/gps_bootloader.pkg")));
@@ -106,18 +106,18 @@ void TestGpsUpdate::cancelAndOneFile()
 {
     HeadunitRun run;
     makePackages(run);
-    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
-    RUN_SCENARIO(run, QStringLiteral("gps-cancel.txt"), speed);
-    RUN_SCENARIO(run, QStringLiteral("gps-home.txt"), speed);
-    RUN_SCENARIO(run, QStringLiteral("gps-one-file.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), upgradeSpeed);
+    RUN_SCENARIO(run, QStringLiteral("gps-cancel.txt"), upgradeSpeed);
+    RUN_SCENARIO(run, QStringLiteral("gps-home.txt"), upgradeSpeed);
+    RUN_SCENARIO(run, QStringLiteral("gps-one-file.txt"), upgradeSpeed);
 }
 
 void TestGpsUpdate::lostLineEndsTheProcess()
 {
     HeadunitRun run;
     makePackages(run);
-    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
-    const QString end = run.scenario(QStringLiteral("gps-line-lost.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), upgradeSpeed);
+    const QString end = run.scenario(QStringLiteral("gps-line-lost.txt"), upgradeSpeed);
     // -5, of which the system keeps eight bits.
     QVERIFY2(end.startsWith(QLatin1String("gps-line-lost.txt ends with 251:")), qPrintable(end));
     QVERIFY2(end.contains(QLatin1String("read serial return 0, please check serial device.\n")),
@@ -128,8 +128,8 @@ void TestGpsUpdate::quitEndsAnUpgradeThatHangs()
 {
     HeadunitRun run;
     makePackages(run);
-    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
-    const QString end = run.scenario(QStringLiteral("gps-quit.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), upgradeSpeed);
+    const QString end = run.scenario(QStringLiteral("gps-quit.txt"), upgradeSpeed);
     QVERIFY2(end.startsWith(QLatin1String("gps-quit.txt ends with 7:")), qPrintable(end));
     QVERIFY2(end.endsWith(QLatin1String(
                  "The screen is blocked by a page's work; the program ended without it.\n")),
@@ -143,8 +143,8 @@ void TestGpsUpdate::stickPulledDuringTheTransfer()
     HeadunitRun run;
     makePackages(run);
     makePackage(run, QStringLiteral("usb1/gps_firmware.pkg"), QStringLiteral("GNSS 2.5.1"), 200000);
-    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
-    RUN_SCENARIO(run, QStringLiteral("gps-pulled.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), upgradeSpeed);
+    RUN_SCENARIO(run, QStringLiteral("gps-pulled.txt"), upgradeSpeed);
     // What had been read until then.
     const QByteArray sent = run.read(QStringLiteral("/receiver/firmware.pkg"));
     const QByteArray whole = run.read(QStringLiteral("/sticks/usb1/gps_firmware.pkg"));
@@ -165,17 +165,17 @@ void TestGpsUpdate::stickPulledDuringTheCheck()
     run.write(QStringLiteral("/sticks/usb0/gps_bootloader.pkg"), QByteArray(header, sizeof header));
     QVERIFY(QFile::resize(run.path(QStringLiteral("/sticks/usb0/gps_bootloader.pkg")),
                           qint64(length) + qint64(sizeof header)));
-    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), speed);
-    RUN_SCENARIO(run, QStringLiteral("gps-pulled-check.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), upgradeSpeed);
+    RUN_SCENARIO(run, QStringLiteral("gps-pulled-check.txt"), upgradeSpeed);
 }
 
 void TestGpsUpdate::whatBlocksTheScreenIsKnown()
 {
     HeadunitRun run;
     makePackages(run);
-    const HeadunitRun::End end =
-        run.start({QStringLiteral("--speed"), QString::number(speed), QStringLiteral("--script"),
-                   HeadunitRun::script(QStringLiteral("stalls.txt")), QStringLiteral("--stalls")});
+    const HeadunitRun::End end = run.start(
+        {QStringLiteral("--speed"), QString::number(upgradeSpeed), QStringLiteral("--script"),
+         HeadunitRun::script(QStringLiteral("stalls.txt")), QStringLiteral("--stalls")});
     QVERIFY2(end.status == 0, qPrintable(end.error));
     const int beginning = end.output.indexOf(QLatin1String("\nidUpdateBtn: "));
     const Stalls calls = stalls(end.output.left(beginning));

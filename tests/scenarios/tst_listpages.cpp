@@ -25,7 +25,7 @@ private slots:
 namespace
 {
 
-const double speed = 3.0;
+const double listSpeed = 3.0;
 
 /// Writes a package onto the slot's own stick.
 void makePackage(const HeadunitRun &run, const QString &slot,
@@ -79,7 +79,7 @@ void TestListPages::allUsbChoicesAndTheirRestart()
     QCOMPARE(redRows(picture(QStringLiteral("usb-top.png"))), QList<int>());
     QCOMPARE(redRows(picture(QStringLiteral("usb-top.png")), 350, 662), QList<int>({0, 1, 2}));
 
-    RUN_SCENARIO(run, QStringLiteral("usb-kept.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("usb-kept.txt"), listSpeed);
     QCOMPARE(redRows(picture(QStringLiteral("usb-kept.png"))), QList<int>({2}));
 }
 
@@ -116,7 +116,7 @@ void TestListPages::goodPackageIsHandedOver()
     run.write(QStringLiteral("/vendor.ini"),
               "[userUpdate]\nposition = 0\noffset = 8\nlength = 16\n");
     makePackage(run, QStringLiteral("usb1"));
-    RUN_SCENARIO(run, QStringLiteral("update-good.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("update-good.txt"), listSpeed);
     QCOMPARE(run.read(QStringLiteral("/vendor.bin")).left(32),
              QByteArray(8, '\0')
                  + QByteArray("UPD1\x05\x05"
@@ -132,7 +132,7 @@ void TestListPages::badPackagesAreNot()
     makePackage(run, QStringLiteral("usb1"),
                 {QStringLiteral("--size"), QStringLiteral("20000000")});
     makePackage(run, QStringLiteral("sd0"), {QStringLiteral("--truncated")});
-    RUN_SCENARIO(run, QStringLiteral("update-bad.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("update-bad.txt"), listSpeed);
     QCOMPARE(updateRecord(run), QByteArray(64, '\0'));
 }
 
@@ -141,7 +141,7 @@ void TestListPages::severalDialogsHearEveryAnswer()
     HeadunitRun run;
     makePackage(run, QStringLiteral("usb0"), {QStringLiteral("--corrupt")});
     makePackage(run, QStringLiteral("usb1"));
-    RUN_SCENARIO(run, QStringLiteral("update-dialogs.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("update-dialogs.txt"), listSpeed);
     QCOMPARE(updateRecord(run), QByteArray(64, '\0'));
 }
 
@@ -149,7 +149,7 @@ void TestListPages::okWithoutWhatItNeedsOnlyCloses()
 {
     HeadunitRun run;
     makePackage(run, QStringLiteral("usb0"));
-    RUN_SCENARIO(run, QStringLiteral("update-skipped.txt"), speed);
+    RUN_SCENARIO(run, QStringLiteral("update-skipped.txt"), listSpeed);
     QCOMPARE(updateRecord(run), QByteArray(64, '\0'));
 }
 

@@ -1,4 +1,5 @@
 #include "headunitrun.h"
+#include "knownbytes.h"
 
 #include "support/testmain.h"
 
@@ -38,16 +39,6 @@ namespace
 const QString logFolder = QStringLiteral("/media/flash/userdata/log_service");
 const QString crashDump = QStringLiteral("/media/flash/nvm/dfb_crash.dump");
 const QString target = QStringLiteral("/media/usb0/QM_SYSTEMLOG");
-
-/// Bytes of every value, in an order that no text has.
-QByteArray knownBytes(int size, int seed)
-{
-    QByteArray bytes(size, '\0');
-    for (int index = 0; index < size; ++index) {
-        bytes[index] = char((index * 31 + seed + index / 256) & 0xFF);
-    }
-    return bytes;
-}
 
 /// 300 files in nested folders, one of 5 MiB, some empty, with blanks and quotes in names.
 void writeLogTree(const HeadunitRun &run)

@@ -6,6 +6,12 @@ void clickAdjustItem(BaseView *page, const QString &id)
                                       Q_ARG(QString, id)));
 }
 
+QString loggedItem(const char *page, const char *id)
+{
+    return QStringLiteral("log INFO %1 clickedAdjustItem %2\\n")
+        .arg(QLatin1String(page), QLatin1String(id));
+}
+
 void addIds(const QVector<const char *> &ids)
 {
     QTest::addColumn<QString>("id");

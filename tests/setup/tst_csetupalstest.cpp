@@ -52,12 +52,6 @@ namespace
 
 using hardware::DayNight;
 
-QString logged(const char *id)
-{
-    return QStringLiteral("log INFO CSetupALSTest clickedAdjustItem ") + QLatin1String(id)
-        + QLatin1String("\\n");
-}
-
 QString threshold(const char *mode, int value)
 {
     return QStringLiteral("als %1 threshold %2").arg(QLatin1String(mode)).arg(value);
@@ -96,13 +90,16 @@ void TestCSetupALSTest::buttonStepsItsThreshold()
     screen.tap(row.increase);
     QCOMPARE(screen.text(row.valueLabel), QString::number(row.start + 1));
     QCOMPARE(screen.news(effects),
-             QStringList({logged(row.increaseId), threshold(row.subject, row.start + 1)}));
+             QStringList({loggedItem("CSetupALSTest", row.increaseId),
+                          threshold(row.subject, row.start + 1)}));
     screen.tap(row.decrease);
     screen.tap(row.decrease);
     QCOMPARE(screen.text(row.valueLabel), QString::number(row.start - 1));
-    QCOMPARE(screen.news(effects),
-             QStringList({logged(row.decreaseId), threshold(row.subject, row.start),
-                          logged(row.decreaseId), threshold(row.subject, row.start - 1)}));
+    QCOMPARE(
+        screen.news(effects),
+        QStringList({loggedItem("CSetupALSTest", row.decreaseId), threshold(row.subject, row.start),
+                     loggedItem("CSetupALSTest", row.decreaseId),
+                     threshold(row.subject, row.start - 1)}));
 }
 
 void TestCSetupALSTest::day300Night300HoldEachOther()
@@ -116,8 +113,8 @@ void TestCSetupALSTest::day300Night300HoldEachOther()
     screen.tap("increaseNight");
     QCOMPARE(screen.text("nightText"), QStringLiteral("300"));
     QCOMPARE(screen.news(effects),
-             QStringList({logged("condec"), threshold("day", 300), logged("hueinc"),
-                          threshold("night", 300)}));
+             QStringList({loggedItem("CSetupALSTest", "condec"), threshold("day", 300),
+                          loggedItem("CSetupALSTest", "hueinc"), threshold("night", 300)}));
     // Each may move away, and then the other may follow.
     screen.tap("increaseDay");
     screen.tap("increaseNight");
@@ -132,7 +129,8 @@ void TestCSetupALSTest::day1000AndIncreaseDay()
     screen.news();
     screen.tap("increaseDay");
     QCOMPARE(screen.text("dayText"), QStringLiteral("1000"));
-    QCOMPARE(screen.news(effects), QStringList({logged("coninc"), threshold("day", 1000)}));
+    QCOMPARE(screen.news(effects),
+             QStringList({loggedItem("CSetupALSTest", "coninc"), threshold("day", 1000)}));
 }
 
 void TestCSetupALSTest::night0AndDecreaseNight()
@@ -143,7 +141,8 @@ void TestCSetupALSTest::night0AndDecreaseNight()
     screen.news();
     screen.tap("decreaseNight");
     QCOMPARE(screen.text("nightText"), QStringLiteral("0"));
-    QCOMPARE(screen.news(effects), QStringList({logged("huedec"), threshold("night", 0)}));
+    QCOMPARE(screen.news(effects),
+             QStringList({loggedItem("CSetupALSTest", "huedec"), threshold("night", 0)}));
 }
 
 void TestCSetupALSTest::boundsAreReachedAndHeld_data()
@@ -223,7 +222,7 @@ void TestCSetupALSTest::unknownIdIsIgnored()
     screen.open();
     screen.news();
     RUN_CHECK(clickAdjustItem(screen.page, id));
-    QCOMPARE(screen.news(effects), QStringList(logged(qPrintable(id))));
+    QCOMPARE(screen.news(effects), QStringList(loggedItem("CSetupALSTest", qPrintable(id))));
 }
 
 void TestCSetupALSTest::readingIsShown_data()

@@ -54,12 +54,6 @@ QString message(int index, int value)
     return message(index == 0 ? value : 50, index == 1 ? value : 50, index == 2 ? value : 50);
 }
 
-QString logged(const char *id)
-{
-    return QStringLiteral("log INFO CSetupKeyLight clickedAdjustItem ") + QLatin1String(id)
-        + QLatin1String("\\n");
-}
-
 } // namespace
 
 void TestCSetupKeyLight::endsWithTheFormsSize()
@@ -102,13 +96,14 @@ void TestCSetupKeyLight::buttonStepsItsColour()
     screen.news();
     screen.tap(row.increase);
     QCOMPARE(screen.text(row.valueLabel), QStringLiteral("51"));
-    QCOMPARE(screen.news(effects), QStringList({logged(row.increaseId), message(index, 51)}));
+    QCOMPARE(screen.news(effects),
+             QStringList({loggedItem("CSetupKeyLight", row.increaseId), message(index, 51)}));
     screen.tap(row.decrease);
     screen.tap(row.decrease);
     QCOMPARE(screen.text(row.valueLabel), QStringLiteral("49"));
     QCOMPARE(screen.news(effects),
-             QStringList({logged(row.decreaseId), message(index, 50), logged(row.decreaseId),
-                          message(index, 49)}));
+             QStringList({loggedItem("CSetupKeyLight", row.decreaseId), message(index, 50),
+                          loggedItem("CSetupKeyLight", row.decreaseId), message(index, 49)}));
 }
 
 void TestCSetupKeyLight::boundsAreReachedAndHeld_data()
@@ -127,14 +122,16 @@ void TestCSetupKeyLight::boundsAreReachedAndHeld()
         screen.tap(row.increase);
         const int held = qMin(value, 100);
         QCOMPARE(screen.text(row.valueLabel), QString::number(held));
-        QCOMPARE(screen.news(effects), QStringList({logged(row.increaseId), message(index, held)}));
+        QCOMPARE(screen.news(effects),
+                 QStringList({loggedItem("CSetupKeyLight", row.increaseId), message(index, held)}));
     }
     for (int value = 99; value >= -2; --value) {
         screen.news();
         screen.tap(row.decrease);
         const int held = qMax(value, 0);
         QCOMPARE(screen.text(row.valueLabel), QString::number(held));
-        QCOMPARE(screen.news(effects), QStringList({logged(row.decreaseId), message(index, held)}));
+        QCOMPARE(screen.news(effects),
+                 QStringList({loggedItem("CSetupKeyLight", row.decreaseId), message(index, held)}));
     }
 }
 
@@ -201,7 +198,7 @@ void TestCSetupKeyLight::unknownIdIsIgnored()
     screen.open();
     screen.news();
     RUN_CHECK(clickAdjustItem(screen.page, id));
-    QCOMPARE(screen.news(effects), QStringList(logged(qPrintable(id))));
+    QCOMPARE(screen.news(effects), QStringList(loggedItem("CSetupKeyLight", qPrintable(id))));
 }
 
 void TestCSetupKeyLight::theKeysShineInTheColour()

@@ -67,12 +67,6 @@ QString written(const Row &row, int value)
     return written(row.offset, value);
 }
 
-QString logged(const char *id)
-{
-    return QStringLiteral("log INFO CSetupPanelForm clickedAdjustItem ") + QLatin1String(id)
-        + QLatin1String("\\n");
-}
-
 QString applied(const Row &row, int value)
 {
     return QStringLiteral("panel %1 %2").arg(QLatin1String(row.subject)).arg(value);
@@ -143,15 +137,15 @@ void TestCSetupPanelForm::buttonStepsItsItem()
     screen.news();
     screen.tap(row.increase);
     QCOMPARE(screen.news(effects),
-             QStringList({logged(row.increaseId), applied(row, row.start + 1),
-                          written(row, row.start + 1)}));
+             QStringList({loggedItem("CSetupPanelForm", row.increaseId),
+                          applied(row, row.start + 1), written(row, row.start + 1)}));
     QCOMPARE(screen.text(row.valueLabel), QString::number(row.start + 1));
     screen.tap(row.decrease);
     screen.tap(row.decrease);
     QCOMPARE(screen.news(effects),
-             QStringList({logged(row.decreaseId), applied(row, row.start), written(row, row.start),
-                          logged(row.decreaseId), applied(row, row.start - 1),
-                          written(row, row.start - 1)}));
+             QStringList({loggedItem("CSetupPanelForm", row.decreaseId), applied(row, row.start),
+                          written(row, row.start), loggedItem("CSetupPanelForm", row.decreaseId),
+                          applied(row, row.start - 1), written(row, row.start - 1)}));
     QCOMPARE(screen.text(row.valueLabel), QString::number(row.start - 1));
 }
 
@@ -176,7 +170,8 @@ void TestCSetupPanelForm::boundsAreReachedAndHeld()
         const int held = qMax(value, 0);
         QCOMPARE(screen.text(row.valueLabel), QString::number(held));
         QCOMPARE(screen.news(effects),
-                 QStringList({logged(row.decreaseId), applied(row, held), written(row, held)}));
+                 QStringList({loggedItem("CSetupPanelForm", row.decreaseId), applied(row, held),
+                              written(row, held)}));
     }
 }
 
@@ -188,7 +183,8 @@ void TestCSetupPanelForm::brightnessAt24AndBriinc()
     screen.news();
     screen.tap("increaseBrightness");
     QCOMPARE(screen.news(effects),
-             QStringList({logged("briinc"), applied(brightness, 24), written(brightness, 24)}));
+             QStringList({loggedItem("CSetupPanelForm", "briinc"), applied(brightness, 24),
+                          written(brightness, 24)}));
     QCOMPARE(screen.text("brightnessText"), QStringLiteral("24"));
 }
 
@@ -199,8 +195,9 @@ void TestCSetupPanelForm::hueAt0AndHuedec()
     screen.open();
     screen.news();
     screen.tap("decreaseHue");
-    QCOMPARE(screen.news(effects),
-             QStringList({logged("huedec"), applied(hue, 0), written(hue, 0)}));
+    QCOMPARE(
+        screen.news(effects),
+        QStringList({loggedItem("CSetupPanelForm", "huedec"), applied(hue, 0), written(hue, 0)}));
     QCOMPARE(screen.text("HueText"), QStringLiteral("0"));
 }
 
@@ -324,7 +321,7 @@ void TestCSetupPanelForm::openingWithALookUpFailureIsSilent()
     screen.news();
     screen.tap("increaseBrightness");
     QCOMPARE(screen.news(effects),
-             QStringList({logged("briinc"), applied(brightness, 13),
+             QStringList({loggedItem("CSetupPanelForm", "briinc"), applied(brightness, 13),
                           QStringLiteral("vendor refused position 2")}));
     QCOMPARE(screen.text("brightnessText"), QStringLiteral("13"));
 }
@@ -338,8 +335,8 @@ void TestCSetupPanelForm::stepWithAWriteFailureIsAppliedAndShown()
     screen.news();
     screen.tap("decreaseConstast");
     QCOMPARE(screen.news(effects),
-             QStringList(
-                 {logged("condec"), applied(rows[1], 11), QStringLiteral("vendor refused write")}));
+             QStringList({loggedItem("CSetupPanelForm", "condec"), applied(rows[1], 11),
+                          QStringLiteral("vendor refused write")}));
     QCOMPARE(capture.lines().count(saveError), 1);
     QCOMPARE(screen.text("ConstastText"), QStringLiteral("11"));
 }
@@ -356,7 +353,7 @@ void TestCSetupPanelForm::idInAnotherLetterCaseIsIgnored()
     screen.open();
     screen.news();
     RUN_CHECK(clickAdjustItem(screen.page, id));
-    QCOMPARE(screen.news(effects), QStringList(logged(qPrintable(id))));
+    QCOMPARE(screen.news(effects), QStringList(loggedItem("CSetupPanelForm", qPrintable(id))));
 }
 
 void TestCSetupPanelForm::anotherIndexIsKeptAsBrightness()

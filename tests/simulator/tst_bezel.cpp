@@ -46,7 +46,7 @@ public:
     }
 };
 
-QColor middle(const Bezel &bezel)
+QColor middleColor(const Bezel &bezel)
 {
     const QImage frame = bezel.lastFrame();
     return frame.isNull() ? QColor() : frame.pixelColor(bezel.screenRect().center());
@@ -95,10 +95,10 @@ void TestBezel::lastFrameIsWhatWasPainted()
     bezel.show();
     QVERIFY(QTest::qWaitForWindowExposed(&bezel));
     Patch patch(bezel, Qt::red);
-    QTRY_COMPARE(middle(bezel), QColor(Qt::red));
+    QTRY_COMPARE(middleColor(bezel), QColor(Qt::red));
     QCOMPARE(bezel.lastFrame().size(), bezel.size());
     patch.setColor(Qt::green);
-    QTRY_COMPARE(middle(bezel), QColor(Qt::green));
+    QTRY_COMPARE(middleColor(bezel), QColor(Qt::green));
 }
 
 void TestBezel::lastFrameFollowsASynchronousRepaint()
@@ -107,11 +107,11 @@ void TestBezel::lastFrameFollowsASynchronousRepaint()
     bezel.show();
     QVERIFY(QTest::qWaitForWindowExposed(&bezel));
     Patch patch(bezel, Qt::red);
-    QTRY_COMPARE(middle(bezel), QColor(Qt::red));
+    QTRY_COMPARE(middleColor(bezel), QColor(Qt::red));
     // No event loop runs between these lines, as when a page paints before it blocks.
     patch.setColor(Qt::green);
     patch.repaint();
-    QCOMPARE(middle(bezel), QColor(Qt::green));
+    QCOMPARE(middleColor(bezel), QColor(Qt::green));
 }
 
 void TestBezel::lastFrameHasNothingThatIsOnlyAskedFor()
@@ -120,10 +120,10 @@ void TestBezel::lastFrameHasNothingThatIsOnlyAskedFor()
     bezel.show();
     QVERIFY(QTest::qWaitForWindowExposed(&bezel));
     Patch patch(bezel, Qt::red);
-    QTRY_COMPARE(middle(bezel), QColor(Qt::red));
+    QTRY_COMPARE(middleColor(bezel), QColor(Qt::red));
     patch.setColor(Qt::green);
     patch.update();
-    QCOMPARE(middle(bezel), QColor(Qt::red));
+    QCOMPARE(middleColor(bezel), QColor(Qt::red));
 }
 
 void TestBezel::pendingChangesCanBePainted()
@@ -132,10 +132,10 @@ void TestBezel::pendingChangesCanBePainted()
     bezel.show();
     QVERIFY(QTest::qWaitForWindowExposed(&bezel));
     Patch patch(bezel, Qt::red);
-    QTRY_COMPARE(middle(bezel), QColor(Qt::red));
+    QTRY_COMPARE(middleColor(bezel), QColor(Qt::red));
     patch.setColor(Qt::green);
     bezel.paintPending();
-    QCOMPARE(middle(bezel), QColor(Qt::green));
+    QCOMPARE(middleColor(bezel), QColor(Qt::green));
 }
 
 FACTORY_TEST_MAIN(TestBezel)

@@ -1,9 +1,8 @@
 #include "simulator/console/consoleserver.h"
 
 #include "simulator/console/consoleclient.h"
-#include "simulator/console/unitaddress.h"
 
-#include "testsimulator.h"
+#include "servedunit.h"
 
 #include "support/testmain.h"
 
@@ -26,30 +25,6 @@ struct Answer
     bool ok = false;
     QStringList lines;
     QString error;
-};
-
-/// The test activity with its console on a socket.
-class ServedUnit
-{
-public:
-    ServedUnit()
-        : m_server(unit.console())
-    {
-        QString error;
-        if (!m_server.listen(name(), unit.journal(), &error)) {
-            qFatal("%s", qPrintable(error));
-        }
-    }
-
-    ~ServedUnit() { unit.console().close(); }
-
-    QString folder() const { return unit.path(QString()); }
-    QString name() const { return consoleSocketName(folder()); }
-
-    TestSimulator unit;
-
-private:
-    ConsoleServer m_server;
 };
 
 /// Commands that a client of its own gives, on a thread of its own.

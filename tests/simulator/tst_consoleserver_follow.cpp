@@ -1,8 +1,6 @@
 #include "simulator/console/consoleserver.h"
 
-#include "simulator/console/unitaddress.h"
-
-#include "testsimulator.h"
+#include "servedunit.h"
 
 #include "support/testmain.h"
 
@@ -29,28 +27,6 @@ private slots:
 namespace
 {
 
-class ServedUnit
-{
-public:
-    ServedUnit()
-        : m_server(simulator.console())
-    {
-        QString error;
-        if (!m_server.listen(name(), simulator.journal(), &error)) {
-            qFatal("%s", qPrintable(error));
-        }
-    }
-
-    ~ServedUnit() { simulator.console().close(); }
-
-    QString name() const { return consoleSocketName(simulator.path(QString())); }
-
-    TestSimulator simulator;
-
-private:
-    ConsoleServer m_server;
-};
-
 /// A client that follows the journal of a unit, from the constructor's end on.
 class Follower
 {
@@ -61,8 +37,8 @@ public:
         m_socket.write("journal --follow " + arguments + '\n');
         while (!m_told.contains("begins")) {
             // One for those who see only quiet lines.
-            served.simulator.journal().write("probe", "begins");
-            served.simulator.journal().write("touch", "begins");
+            served.unit.journal().write("probe", "begins");
+            served.unit.journal().write("touch", "begins");
             hear();
         }
     }
@@ -121,7 +97,7 @@ void TestConsoleServerFollow::tellsLinesAsTheyCome()
 {
     QFETCH(QByteArray, arguments);
     ServedUnit served;
-    hardware::Journal &journal = served.simulator.journal();
+    hardware::Journal &journal = served.unit.journal();
     journal.write("probe", "one");
     Follower follower(served, arguments);
     journal.write("probe", "two");
@@ -136,9 +112,9 @@ void TestConsoleServerFollow::tellsLinesAsTheyCome()
 void TestConsoleServerFollow::tellsLinesFromBefore()
 {
     ServedUnit served;
-    served.simulator.journal().write("probe", "before");
+    served.unit.journal().write("probe", "before");
     Follower follower(served, "--from=0 probe");
-    served.simulator.journal().write("probe", "behind");
+    served.unit.journal().write("probe", "behind");
     QVERIFY(follower.hears("probe behind"));
     QCOMPARE(follower.told(), (QStringList{">probe before", ">probe behind"}));
 }
@@ -149,7 +125,7 @@ void TestConsoleServerFollow::forgetsNoLine()
     Follower follower(served, "probe");
     const int count = 25000;
     for (int number = 1; number <= count; ++number) {
-        served.simulator.journal().write("probe", QString::number(number));
+        served.unit.journal().write("probe", QString::number(number));
     }
     QVERIFY(follower.hears(QByteArray::number(count)));
     QCOMPARE(follower.told().size(), count);
@@ -159,7 +135,7 @@ void TestConsoleServerFollow::unitsEndEndsIt()
 {
     auto served = std::make_unique<ServedUnit>();
     Follower follower(*served, "probe");
-    served->simulator.journal().write("probe", "last");
+    served->unit.journal().write("probe", "last");
     served.reset();
     QVERIFY(follower.hears("\nok\n"));
     QCOMPARE(follower.told(), (QStringList{">probe last", "ok"}));

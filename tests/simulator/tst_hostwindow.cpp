@@ -286,11 +286,5 @@ void TestHostWindow::closingItEndsTheProgram()
     QCOMPARE(QCoreApplication::exec(), 0);
 }
 
-int main(int argc, char *argv[])
-{
-    prepareScreen();
-    UnitApplication application(argc, argv);
-    TestHostWindow test;
-    return QTest::qExec(&test, argc, argv);
-}
+FACTORY_TEST_APPLICATION_MAIN(UnitApplication, TestHostWindow)
 #include "tst_hostwindow.moc"

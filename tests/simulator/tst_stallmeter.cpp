@@ -208,11 +208,5 @@ void TestStallMeter::aDeletionFollowsFromWhatAskedForIt()
     QVERIFY(*seen == cause);
 }
 
-int main(int argc, char *argv[])
-{
-    prepareScreen();
-    UnitApplication application(argc, argv);
-    TestStallMeter test;
-    return QTest::qExec(&test, argc, argv);
-}
+FACTORY_TEST_APPLICATION_MAIN(UnitApplication, TestStallMeter)
 #include "tst_stallmeter.moc"

@@ -2,21 +2,22 @@
 
 #include "system/csysctrlpage.h"
 
+#include "pagerect.h"
+
 #include "kvwidget/kviconbutton.h"
 #include "support/testunit.h"
 
 #include <QtTest>
 
-const QRect pageRect(QPoint(0, 66), QPoint(799, 477));
 const QPoint dabPoint(458, 196);
 const double fast = 50.0; // an update of ten seconds lasts 200 ms
 const QString runningText = QStringLiteral("DAB updata ...\nSDK 3.2.1");
 const QString okText = QStringLiteral("DAB updata ok\nPlease reboot!");
 const QString formText = QStringLiteral("DAB FW Update");
 
-struct Page
+struct DabPage
 {
-    Page()
+    DabPage()
         : unit(fast)
     {
     }

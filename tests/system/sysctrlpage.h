@@ -18,9 +18,9 @@ const QString logFile = QStringLiteral("/media/flash/userdata/log_service/system
 const QPoint menuEntry(630, 280); // its middle, on the screen
 
 /// The page in its view on the unit's screen, opened by touch.
-struct Page
+struct OpenedPage
 {
-    explicit Page(double timeFactor = 1.0)
+    explicit OpenedPage(double timeFactor = 1.0)
         : unit(timeFactor)
     {
     }

@@ -1,5 +1,7 @@
 #include "system/cdevsinfopage.h"
 
+#include "pagerect.h"
+
 #include "factorydebug/factorydebugview.h"
 #include "kvwidget/kvdislabel.h"
 #include "support/testmain.h"
@@ -32,11 +34,9 @@ private slots:
 namespace
 {
 
-const QRect pageRect(QPoint(0, 66), QPoint(799, 477));
-
-struct Page
+struct VersionsPage
 {
-    Page() { open(); }
+    VersionsPage() { open(); }
 
     void open()
     {
@@ -71,7 +71,7 @@ int textWidth(const QLabel *label, const QFont &font)
 void TestCDevsInfoPage::showsTheThreeModules()
 {
     // As in a new unit's versions.ini; 171 is 0xAB.
-    const Page shown;
+    const VersionsPage shown;
     QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 1.04.2"));
     QCOMPARE(shown.label("label_bt")->text(), QStringLiteral("BLUETOOTH Version: BT 5.0.17"));
     QCOMPARE(shown.label("label_als")->text(), QStringLiteral("ALS Sensor ID: 0XAB"));
@@ -79,7 +79,7 @@ void TestCDevsInfoPage::showsTheThreeModules()
 
 void TestCDevsInfoPage::endsWithTheFormsSize()
 {
-    const Page shown;
+    const VersionsPage shown;
     QCOMPARE(shown.page->geometry(), QRect(0, 66, 800, 422));
 }
 
@@ -101,7 +101,7 @@ void TestCDevsInfoPage::sensorIdentifier()
 {
     QFETCH(int, identifier);
     QFETCH(QString, line);
-    Page shown;
+    VersionsPage shown;
     shown.set("alsProduct", QString::number(identifier));
     shown.open();
     QCOMPARE(shown.label("label_als")->text(), line);
@@ -109,7 +109,7 @@ void TestCDevsInfoPage::sensorIdentifier()
 
 void TestCDevsInfoPage::emptyVersionLeavesThePrefix()
 {
-    Page shown;
+    VersionsPage shown;
     shown.set("gps", QString());
     shown.set("bluetooth", QString());
     shown.open();
@@ -128,7 +128,7 @@ void TestCDevsInfoPage::onlyTheBluetoothRowShrinks_data()
 void TestCDevsInfoPage::onlyTheBluetoothRowShrinks()
 {
     QFETCH(int, length);
-    Page shown;
+    VersionsPage shown;
     const QFont rowFont = shown.label("label_gps")->font();
     const QString version = QString(length, QLatin1Char('8'));
     shown.set("gps", version);
@@ -148,7 +148,7 @@ void TestCDevsInfoPage::onlyTheBluetoothRowShrinks()
 
 void TestCDevsInfoPage::versionIsPlainText()
 {
-    Page shown;
+    VersionsPage shown;
     shown.set("gps", QStringLiteral("<b>1</b> 100% &amp;"));
     shown.open();
     QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: <b>1</b> 100% &amp;"));
@@ -179,7 +179,7 @@ void TestCDevsInfoPage::reopeningReadsAfresh()
 
 void TestCDevsInfoPage::openPageKeepsItsValues()
 {
-    Page shown;
+    VersionsPage shown;
     shown.set("gps", QStringLiteral("2.0"));
     QCoreApplication::processEvents();
     QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 1.04.2"));
@@ -187,7 +187,7 @@ void TestCDevsInfoPage::openPageKeepsItsValues()
 
 void TestCDevsInfoPage::readsAVersionThatAnUpgradeLeft()
 {
-    Page shown;
+    VersionsPage shown;
     shown.unit.unit().versions().setGps(QStringLiteral("GNSS 2.00.0"));
     shown.open();
     QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 2.00.0"));

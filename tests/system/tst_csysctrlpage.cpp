@@ -1,5 +1,6 @@
 #include "system/csysctrlpage.h"
 
+#include "pagerect.h"
 #include "sysctrlpage.h"
 
 #include "kvwidget/kvbackgroundimage.h"
@@ -31,7 +32,6 @@ private slots:
 namespace
 {
 
-const QRect pageRect(QPoint(0, 66), QPoint(799, 477));
 const QPoint gpsPoint(106, 196);
 const QPoint touchPoint(634, 196);
 
@@ -61,7 +61,7 @@ void TestCSysCtrlPage::cleanup()
 
 void TestCSysCtrlPage::rowsWithoutASizeAreNotToBeSeen()
 {
-    Page shown;
+    OpenedPage shown;
     shown.open();
     for (const char *name : {"labDriveMode", "labDimmer", "driverModeBtn", "dimmerSwitchBtn"}) {
         const auto *widget = shown.view->findChild<QWidget *>(QString::fromLatin1(name));
@@ -71,14 +71,14 @@ void TestCSysCtrlPage::rowsWithoutASizeAreNotToBeSeen()
 
 void TestCSysCtrlPage::endsWithTheFormsSize()
 {
-    Page shown;
+    OpenedPage shown;
     shown.open();
     QCOMPARE(shown.page->geometry(), QRect(pageRect.topLeft(), QSize(800, 422)));
 }
 
 void TestCSysCtrlPage::gpsResetClearsTheConfigurationAndReboots()
 {
-    Page shown(10.0);
+    OpenedPage shown(10.0);
     shown.unit.unit().settings().setValue(QStringLiteral("gps/almanac"), 7);
     shown.open();
     QElapsedTimer clock;
@@ -94,7 +94,7 @@ void TestCSysCtrlPage::gpsResetClearsTheConfigurationAndReboots()
 
 void TestCSysCtrlPage::touchCheckOpensOverEverything()
 {
-    Page shown;
+    OpenedPage shown;
     shown.open();
     shown.unit.tap(touchPoint);
     QCOMPARE(touchPages().size(), 1);
@@ -105,7 +105,7 @@ void TestCSysCtrlPage::touchCheckOpensOverEverything()
 
 void TestCSysCtrlPage::touchCheckTwiceMakesTwoPagesAndTheNewestIsClosed()
 {
-    Page shown;
+    OpenedPage shown;
     shown.open();
     shown.page->btnReleasedSlot(QStringLiteral("idTouchBtn"));
     const QPointer<CTouchCheckPage> first = touchPages().constFirst();
@@ -124,7 +124,7 @@ void TestCSysCtrlPage::touchCheckTwiceMakesTwoPagesAndTheNewestIsClosed()
 
 void TestCSysCtrlPage::touchPageThatIsGoneIsForgotten()
 {
-    Page shown;
+    OpenedPage shown;
     shown.open();
     shown.page->btnReleasedSlot(QStringLiteral("idTouchBtn"));
     delete touchPages().constFirst();
@@ -136,7 +136,7 @@ void TestCSysCtrlPage::touchPageThatIsGoneIsForgotten()
 
 void TestCSysCtrlPage::touchPageGoesWithThePage()
 {
-    Page shown;
+    OpenedPage shown;
     shown.open();
     shown.page->btnReleasedSlot(QStringLiteral("idTouchBtn"));
     const int widgets = QApplication::topLevelWidgets().size();
@@ -150,7 +150,7 @@ void TestCSysCtrlPage::touchPageGoesWithThePage()
 
 void TestCSysCtrlPage::unknownIdDoesNothing()
 {
-    Page shown;
+    OpenedPage shown;
     shown.openWithLogsAndStick();
     for (const char *id : {"", "idOther", "idcpbtn", "idCpBtn "}) {
         shown.page->btnReleasedSlot(QString::fromLatin1(id));

@@ -80,7 +80,7 @@ void TestCSysCtrlPageCertification::certificationShowsTheStoredState()
 {
     QFETCH(QVariant, stored);
     QFETCH(bool, on);
-    Page shown;
+    OpenedPage shown;
     if (stored.isValid()) {
         shown.unit.unit().settings().setValue(certificationKey, stored);
     }
@@ -90,7 +90,7 @@ void TestCSysCtrlPageCertification::certificationShowsTheStoredState()
 
 void TestCSysCtrlPageCertification::certificationIsNeitherToldNorSavedOnOpening()
 {
-    Page shown;
+    OpenedPage shown;
     shown.unit.unit().settings().setValue(certificationKey, true);
     const int before = shown.journal().size();
     shown.open();
@@ -101,7 +101,7 @@ void TestCSysCtrlPageCertification::certificationIsNeitherToldNorSavedOnOpening(
 
 void TestCSysCtrlPageCertification::certificationIsSavedBeforeTheRebootAndShownAfterIt()
 {
-    Page shown(10.0);
+    OpenedPage shown(10.0);
     shown.open();
     QElapsedTimer clock;
     clock.start();
@@ -121,7 +121,7 @@ void TestCSysCtrlPageCertification::certificationIsSavedBeforeTheRebootAndShownA
 
 void TestCSysCtrlPageCertification::certificationShadeIsOnTheGlassBeforeTheSleep()
 {
-    Page shown(10.0);
+    OpenedPage shown(10.0);
     shown.open();
     QCoreApplication::processEvents();
     const QImage before = glass(shown.unit);
@@ -163,7 +163,7 @@ void TestCSysCtrlPageCertification::otherSwitchesDoNothing_data()
 void TestCSysCtrlPageCertification::otherSwitchesDoNothing()
 {
     QFETCH(QString, id);
-    Page shown;
+    OpenedPage shown;
     shown.open();
     const QSignalSpy shades(shown.page.data(), &CSysCtrlPage::sigShowMaskBg);
     shown.page->boolBtnReleasedSlot(id, true);

@@ -48,7 +48,7 @@ void TestCSysCtrlPageCopy::copyButtonFaces()
     QFETCH(int, state);
     QFETCH(QString, text);
     QFETCH(bool, disabled);
-    Page shown;
+    OpenedPage shown;
     shown.open();
     shown.page->setmCopyBtnState(disabled ? 2 : 0);
     shown.page->setmCopyBtnState(state);
@@ -59,7 +59,7 @@ void TestCSysCtrlPageCopy::copyButtonFaces()
 
 void TestCSysCtrlPageCopy::copyButtonFollowsTheStorage()
 {
-    Page shown;
+    OpenedPage shown;
     writeFile(shown.unit.path(logFile), "log");
     shown.open();
     QVERIFY(shown.icon("copyBtn")->disableState());
@@ -76,7 +76,7 @@ void TestCSysCtrlPageCopy::copyButtonFollowsTheStorage()
 
 void TestCSysCtrlPageCopy::withoutLogFolderTheCopyButtonStartsDisabledUntilAStorageEvent()
 {
-    Page shown;
+    OpenedPage shown;
     shown.unit.plug(QStringLiteral("usb0"));
     shown.open();
     QVERIFY(shown.icon("copyBtn")->disableState());
@@ -89,7 +89,7 @@ void TestCSysCtrlPageCopy::withoutLogFolderTheCopyButtonStartsDisabledUntilAStor
 
 void TestCSysCtrlPageCopy::copyWithoutLogFolderOnlyMakesTheTarget()
 {
-    Page shown;
+    OpenedPage shown;
     shown.open();
     shown.unit.plug(QStringLiteral("usb0"));
     QTRY_VERIFY(!shown.icon("copyBtn")->disableState());
@@ -101,7 +101,7 @@ void TestCSysCtrlPageCopy::copyWithoutLogFolderOnlyMakesTheTarget()
 
 void TestCSysCtrlPageCopy::copyShowsThatItRunsAndIsReadyAgain()
 {
-    Page shown;
+    OpenedPage shown;
     shown.openWithLogsAndStick();
     QCoreApplication::processEvents();
     const QImage ready = glass(shown.unit);
@@ -134,7 +134,7 @@ void TestCSysCtrlPageCopy::copyShowsThatItRunsAndIsReadyAgain()
 
 void TestCSysCtrlPageCopy::copyToAFullStickGoesOn()
 {
-    Page shown;
+    OpenedPage shown;
     shown.openWithLogsAndStick();
     QString error;
     QVERIFY(shown.unit.unit().storage().setFull(QStringLiteral("usb0"), true, &error));
@@ -148,7 +148,7 @@ void TestCSysCtrlPageCopy::copyToAFullStickGoesOn()
 
 void TestCSysCtrlPageCopy::copyToAStickThatWasJustPulledRunsNothing()
 {
-    Page shown;
+    OpenedPage shown;
     shown.openWithLogsAndStick();
     // From another thread: the page has not heard of it yet.
     std::thread([&shown] {
@@ -164,7 +164,7 @@ void TestCSysCtrlPageCopy::copyToAStickThatWasJustPulledRunsNothing()
 
 void TestCSysCtrlPageCopy::checkOutTellsWhetherItCopied()
 {
-    Page shown;
+    OpenedPage shown;
     shown.openWithLogsAndStick();
     QCOMPARE(shown.page->checkOutSystemLog2UDisk("/media/usb0"), 1);
     QCOMPARE(shown.page->checkOutSystemLog2UDisk("/media/usb1"), 0);

@@ -60,7 +60,7 @@ void TestCSysCtrlPageDab::faceOnOpening()
     QFETCH(bool, storage);
     QFETCH(QString, text);
     QFETCH(bool, disabled);
-    Page shown;
+    DabPage shown;
     shown.tuner().setStatus(status);
     QVERIFY(shown.blindlyAwait(QStringLiteral("dab tells")));
     if (storage) {
@@ -73,7 +73,7 @@ void TestCSysCtrlPageDab::faceOnOpening()
 
 void TestCSysCtrlPageDab::storageEnablesTheIdleButton()
 {
-    Page shown;
+    DabPage shown;
     shown.open();
     QVERIFY(shown.button()->disableState());
     shown.unit.plug(QStringLiteral("usb0"));
@@ -85,7 +85,7 @@ void TestCSysCtrlPageDab::storageEnablesTheIdleButton()
 
 void TestCSysCtrlPageDab::updateToSuccess()
 {
-    Page shown;
+    DabPage shown;
     shown.plugWithFirmware();
     shown.open();
     // Nothing is handled between the press and the look at what it did.
@@ -103,7 +103,7 @@ void TestCSysCtrlPageDab::updateToSuccess()
 
 void TestCSysCtrlPageDab::updateWithoutFileFails()
 {
-    Page shown;
+    DabPage shown;
     shown.unit.plug(QStringLiteral("usb0"));
     shown.open();
     shown.unit.tap(dabPoint);
@@ -118,7 +118,7 @@ void TestCSysCtrlPageDab::updateWithoutFileFails()
 
 void TestCSysCtrlPageDab::updateFailsWhenTheStickIsPulled()
 {
-    Page shown;
+    DabPage shown;
     shown.plugWithFirmware();
     shown.open();
     shown.tuner().setFault(hardware::DabTuner::Stalls, 30);
@@ -132,7 +132,7 @@ void TestCSysCtrlPageDab::updateFailsWhenTheStickIsPulled()
 
 void TestCSysCtrlPageDab::buttonStaysDisabledAtStatusSevenWhenStorageComesAndGoes()
 {
-    Page shown;
+    DabPage shown;
     shown.plugWithFirmware();
     shown.open();
     shown.tuner().setFault(hardware::DabTuner::Stalls, 0);
@@ -168,7 +168,7 @@ void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonDisabled()
 {
     QFETCH(int, code);
     QFETCH(QString, text);
-    Page shown;
+    DabPage shown;
     shown.open();
     shown.tuner().setStatus(code);
     QTRY_COMPARE(shown.button()->displayText(), text);
@@ -187,7 +187,7 @@ void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonEnabled()
 {
     QFETCH(int, code);
     QFETCH(QString, text);
-    Page shown;
+    DabPage shown;
     shown.unit.plug(QStringLiteral("usb0"));
     shown.open();
     // An update that the page is not told of keeps the button as it is when the storage goes.
@@ -214,7 +214,7 @@ void TestCSysCtrlPageDab::otherCodesAreIgnored_data()
 void TestCSysCtrlPageDab::otherCodesAreIgnored()
 {
     QFETCH(int, code);
-    Page shown;
+    DabPage shown;
     shown.unit.plug(QStringLiteral("usb0"));
     shown.open();
     shown.page->doDabMsg(static_cast<unsigned char>(code));
@@ -224,7 +224,7 @@ void TestCSysCtrlPageDab::otherCodesAreIgnored()
 
 void TestCSysCtrlPageDab::pressAtStatusSevenDoesNothing()
 {
-    Page shown;
+    DabPage shown;
     shown.plugWithFirmware();
     shown.open();
     shown.tuner().setStatus(7);

@@ -62,7 +62,7 @@ Q_DECLARE_METATYPE(ModuleKind)
 
 void TestCSysCtrlPageDabService::serviceWaitsForThePage()
 {
-    Page shown;
+    DabPage shown;
     shown.unit.plug(QStringLiteral("usb0"));
     shown.open();
     shown.tuner().setStatus(8);
@@ -77,7 +77,7 @@ void TestCSysCtrlPageDabService::serviceWaitsForThePage()
 
 void TestCSysCtrlPageDabService::pageLeftInTheMiddleOfAnUpdate()
 {
-    Page shown;
+    DabPage shown;
     shown.plugWithFirmware();
     shown.open();
     shown.tuner().setFault(hardware::DabTuner::Stalls, 40);
@@ -97,7 +97,7 @@ void TestCSysCtrlPageDabService::pageLeftInTheMiddleOfAnUpdate()
 
 void TestCSysCtrlPageDabService::pageLeftWhileTheServiceWaits()
 {
-    Page shown;
+    DabPage shown;
     // Behind the service, on the tuner's thread.
     const auto told = std::make_shared<std::atomic<int>>(0);
     connect(
@@ -126,7 +126,7 @@ void TestCSysCtrlPageDabService::pageLeftWhileTheServiceWaits()
 
 void TestCSysCtrlPageDabService::unitGoesDownWhileTheServiceWaits()
 {
-    Page shown;
+    DabPage shown;
     shown.open();
     shown.tuner().setStatus(7);
     QVERIFY(shown.blindlyAwait(QStringLiteral("dab tells 7")));
@@ -145,7 +145,7 @@ void TestCSysCtrlPageDabService::withoutModuleTheButtonIsOutOfUse_data()
 void TestCSysCtrlPageDabService::withoutModuleTheButtonIsOutOfUse()
 {
     QFETCH(ModuleKind, kind);
-    Page shown;
+    DabPage shown;
     shown.plugWithFirmware();
     kvappframework::SimModuleManager &modules = shown.unit.framework().modules();
     modules.remove(QStringLiteral("dab"));

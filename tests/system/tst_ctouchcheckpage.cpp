@@ -100,9 +100,9 @@ QString coordinates(const QPoint &point)
 }
 
 /// The page as the system control page shows it: a window of its own.
-struct Page
+struct TouchPage
 {
-    explicit Page(const QSize &display = QSize(800, 480))
+    explicit TouchPage(const QSize &display = QSize(800, 480))
     {
         unit.screen().resize(display);
         page.reset(new CTouchCheckPage(nullptr));
@@ -159,7 +159,7 @@ void TestCTouchCheckPage::coversTheDisplay()
 
 void TestCTouchCheckPage::blackPointInTheCorner()
 {
-    const Page shown;
+    const TouchPage shown;
     const QImage picture = shown.picture();
     QCOMPARE(picture.pixel(0, 0), black);
     QCOMPARE(picture.pixel(1, 0), white);
@@ -184,7 +184,7 @@ void TestCTouchCheckPage::mark()
     QFETCH(QPoint, centre);
     QFETCH(QPoint, labelPosition);
     QFETCH(QString, text);
-    const Page shown;
+    const TouchPage shown;
     shown.press(QPointF(200, 120)); // the red cross out of the way
     const QImage picture = shown.picture();
 
@@ -203,7 +203,7 @@ void TestCTouchCheckPage::mark()
 
 void TestCTouchCheckPage::nothingElseIsPainted()
 {
-    const Page shown;
+    const TouchPage shown;
     const QPoint touch(200, 120);
     shown.press(touch);
     const QImage picture = shown.picture();
@@ -229,7 +229,7 @@ void TestCTouchCheckPage::nothingElseIsPainted()
 
 void TestCTouchCheckPage::beforeAnyTouchTheRedCrossLiesOnTheCentre()
 {
-    const Page shown;
+    const TouchPage shown;
     QVERIFY(shown.hasRedCross(QPoint(400, 240)));
     const QImage picture = shown.picture();
     QVERIFY(shows(picture,
@@ -251,14 +251,14 @@ void TestCTouchCheckPage::touchAtAFraction()
 {
     QFETCH(QPointF, touch);
     QFETCH(QPoint, point);
-    const Page shown;
+    const TouchPage shown;
     shown.press(touch);
     QVERIFY(shown.hasRedCross(point));
 }
 
 void TestCTouchCheckPage::crossFollowsTheFinger()
 {
-    const Page shown;
+    const TouchPage shown;
     shown.press(QPointF(100, 100));
     QVERIFY(shown.hasRedCross(QPoint(100, 100)));
     shown.move(QPointF(500.2, 333.7));
@@ -269,7 +269,7 @@ void TestCTouchCheckPage::crossFollowsTheFinger()
 
 void TestCTouchCheckPage::touchInTheCornerDrawsTheWholeCrossPartlyOffThePage()
 {
-    const Page shown;
+    const TouchPage shown;
     shown.press(QPointF(0, 0));
     QVERIFY(shown.hasRedCross(QPoint(0, 0)));
     QCOMPARE(shown.picture().pixel(15, 0), red);
@@ -278,7 +278,7 @@ void TestCTouchCheckPage::touchInTheCornerDrawsTheWholeCrossPartlyOffThePage()
 
 void TestCTouchCheckPage::touchOutsideTheScreen()
 {
-    const Page shown;
+    const TouchPage shown;
     shown.press(QPointF(400, 100));
     shown.move(QPointF(-7.6, 479.5));
     QVERIFY(shown.hasRedCross(QPoint(-8, 480)));
@@ -291,7 +291,7 @@ void TestCTouchCheckPage::touchOutsideTheScreen()
 
 void TestCTouchCheckPage::releaseLeavesTheCross()
 {
-    const Page shown;
+    const TouchPage shown;
     shown.press(QPointF(100, 100));
     shown.move(QPointF(150, 160));
     shown.release(QPointF(600, 400));
@@ -302,7 +302,7 @@ void TestCTouchCheckPage::releaseLeavesTheCross()
 
 void TestCTouchCheckPage::largerScreenKeepsTheMarks()
 {
-    const Page shown(QSize(1024, 600));
+    const TouchPage shown(QSize(1024, 600));
     QCOMPARE(shown.page->size(), QSize(1024, 600));
     const QImage picture = shown.picture();
     for (const QPoint &centre : {QPoint(770, 450), QPoint(30, 450), QPoint(770, 30)}) {

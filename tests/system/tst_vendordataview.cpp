@@ -31,10 +31,10 @@ namespace
 {
 
 /// The page on a screen of its own.
-class Page
+class VendorPage
 {
 public:
-    Page()
+    VendorPage()
         : host(&unit.screen())
         , view(new VendorDataView(&host))
     {
@@ -60,7 +60,7 @@ public:
 
 void TestVendorDataView::construction()
 {
-    Page page;
+    VendorPage page;
     QCOMPARE(page.host.size(), QSize(800, 480));
     QCOMPARE(page.view->parent(), &page.host);
     QCOMPARE(page.list()->geometry(), QRect(0, 66, 800, 414));
@@ -85,7 +85,7 @@ void TestVendorDataView::eachRowOpensTheDialogWithItsOwnSourceNumber()
 {
     QFETCH(int, row);
     QFETCH(QString, question);
-    Page page;
+    VendorPage page;
     page.tapRow(row);
     QCOMPARE(page.dialogs().size(), 1);
     const UserUpdateDialog *dialog = page.dialogs().constFirst();
@@ -97,7 +97,7 @@ void TestVendorDataView::eachRowOpensTheDialogWithItsOwnSourceNumber()
 
 void TestVendorDataView::repeatedTapsCreateFurtherDialogs()
 {
-    Page page;
+    VendorPage page;
     const QModelIndex index = page.list()->model()->index(2, 0);
     for (int count = 1; count <= 3; ++count) {
         page.view->listClickedSlot(index);
@@ -107,7 +107,7 @@ void TestVendorDataView::repeatedTapsCreateFurtherDialogs()
 
 void TestVendorDataView::rowsThatDoNotExistDoNothing()
 {
-    Page page;
+    VendorPage page;
     const QStringListModel longer(QStringList({"0", "1", "2", "3", "4", "5"}));
     page.view->listClickedSlot(QModelIndex());
     page.view->listClickedSlot(longer.index(5));
@@ -116,7 +116,7 @@ void TestVendorDataView::rowsThatDoNotExistDoNothing()
 
 void TestVendorDataView::theListNeverChanges()
 {
-    Page page;
+    VendorPage page;
     QSignalSpy reset(page.list()->model(), &QAbstractItemModel::modelReset);
     const QImage before = page.unit.screen().grab().toImage();
     page.tapRow(3);
@@ -128,7 +128,7 @@ void TestVendorDataView::theListNeverChanges()
 
 void TestVendorDataView::titleIsNeverSent()
 {
-    Page page;
+    VendorPage page;
     QSignalSpy title(page.view, &VendorDataView::setTitle);
     page.tapRow(0);
     QCOMPARE(title.size(), 0);
@@ -136,7 +136,7 @@ void TestVendorDataView::titleIsNeverSent()
 
 void TestVendorDataView::dialogOutlivesThePage()
 {
-    Page page;
+    VendorPage page;
     page.tapRow(0);
     delete page.view;
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
@@ -146,7 +146,7 @@ void TestVendorDataView::dialogOutlivesThePage()
 
 void TestVendorDataView::listGoesWithThePage()
 {
-    Page page;
+    VendorPage page;
     const QPointer<ListView> list(page.list());
     delete page.view;
     QVERIFY(list->isHidden());

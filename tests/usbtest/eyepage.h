@@ -7,15 +7,15 @@
 #include <QLabel>
 #include <QtTest>
 
-const double fast = 100;
+const double eyeSpeed = 100;
 const quint32 telling = 0xA5A5A5A5;
 const quint32 swingRegister = 0x9C000190;
 
 /// The page on a visible host that fills the unit's screen.
-class Page : public FormHost
+class EyePage : public FormHost
 {
 public:
-    explicit Page(TestUnit &unit)
+    explicit EyePage(TestUnit &unit)
         : FormHost(unit, QSize(700, 400)) // the form gives it another
     {
         m_view = new USBEyeTestView(host());

@@ -9,7 +9,7 @@
 #include <QLabel>
 #include <QtTest>
 
-const double fast = 10;
+const double ncmSpeed = 10;
 
 struct Button
 {
@@ -30,10 +30,10 @@ const Button testButtons[] = {
 
 /// The page on a visible host that fills the unit's screen. Fails the test that lacks the one
 /// warning which a page gives for its notice's style sheet.
-class Page : public FormHost
+class NcmPage : public FormHost
 {
 public:
-    explicit Page(TestUnit &unit)
+    explicit NcmPage(TestUnit &unit)
         : FormHost(unit)
     {
         // Qt names the label by its address.

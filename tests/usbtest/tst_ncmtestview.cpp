@@ -91,7 +91,7 @@ void TestNcmTestView::initTestCase()
 
 void TestNcmTestView::noticesStyleSheetCannotBeParsedAndIsWarnedOfOnce()
 {
-    TestUnit unit(fast);
+    TestUnit unit(ncmSpeed);
     warnings = 0;
     const QtMessageHandler former = qInstallMessageHandler(countWarnings);
     const NCMTestView view(&unit.screen());
@@ -106,42 +106,42 @@ void TestNcmTestView::noticesStyleSheetCannotBeParsedAndIsWarnedOfOnce()
 
 void TestNcmTestView::openingRunsTheThreeCommandsInTheirOrder()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     QCOMPARE(unit.journal(), startUpCommands());
 }
 
 void TestNcmTestView::openingThePageTwiceRunsTheThreeStartUpCommandsTwice()
 {
-    TestUnit unit(fast);
+    TestUnit unit(ncmSpeed);
     {
-        Page page(unit);
+        NcmPage page(unit);
     }
-    Page page(unit);
+    NcmPage page(unit);
     QCOMPARE(unit.journal(), startUpCommands() + startUpCommands());
 }
 
 void TestNcmTestView::openingStopsAServerThatStillRuns()
 {
-    TestUnit unit(fast);
+    TestUnit unit(ncmSpeed);
     QVERIFY(unit.unit().ncmTest().start(hardware::NcmTest::UdpServer));
-    Page page(unit);
+    NcmPage page(unit);
     QTRY_VERIFY_WITH_TIMEOUT(!unit.unit().ncmTest().isRunning(), 20000);
     QCOMPARE(page.down(), QStringList());
 }
 
 void TestNcmTestView::openingReachesTheUnit()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     QCOMPARE(readFile(unit.path(QStringLiteral("/logset/ALOG_OUTPUT"))), QByteArray("n\n"));
     QCOMPARE(readFile(unit.path(QStringLiteral("/proc/sys/kernel/printk"))), QByteArray("0\n"));
 }
 
 void TestNcmTestView::buttonIds()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     for (const Button &button : testButtons) {
         QCOMPARE(page.find<KvLockButton>(button.name)->buttonID(), QString::fromLatin1(button.id));
     }
@@ -156,8 +156,8 @@ void TestNcmTestView::pressReleasesTheOthers()
 {
     QFETCH(int, before);
     QFETCH(int, pressed);
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     QStringList expected;
     if (before >= 0) {
         page.tap(testButtons[before].name);
@@ -186,8 +186,8 @@ void TestNcmTestView::pressWithAllDownReleasesTheOthers_data()
 void TestNcmTestView::pressWithAllDownReleasesTheOthers()
 {
     QFETCH(int, pressed);
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     for (const Button &button : testButtons) {
         page.find<KvLockButton>(button.name)->setIsDown(true);
     }
@@ -198,8 +198,8 @@ void TestNcmTestView::pressWithAllDownReleasesTheOthers()
 
 void TestNcmTestView::udp50WhileServerTcpIsDownReleasesItAndCallsOnlyTheClient()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     page.tap("serverTcp");
     QCOMPARE(page.down(), QStringList(QStringLiteral("S_TCP")));
     const int lines = calls(unit).size();
@@ -210,8 +210,8 @@ void TestNcmTestView::udp50WhileServerTcpIsDownReleasesItAndCallsOnlyTheClient()
 
 void TestNcmTestView::pressingAClientButtonTwiceCallsItsOperationTwice()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     page.tap("clientTcp");
     page.tap("clientTcp");
     QCOMPARE(calls(unit),
@@ -222,8 +222,8 @@ void TestNcmTestView::pressingAClientButtonTwiceCallsItsOperationTwice()
 
 void TestNcmTestView::unknownIdsDoNothing()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     page.tap("clientUdp50");
     const int lines = unit.journal().size();
     // Each group's slot knows its own ids only, in their own spelling.
@@ -238,8 +238,8 @@ void TestNcmTestView::unknownIdsDoNothing()
 
 void TestNcmTestView::fingerLiftedElsewhereDoesNothing()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     page.tap("serverStop");
     const int lines = unit.journal().size();
     const auto *button = page.find<KvLockButton>("clientTcp");
@@ -252,9 +252,9 @@ void TestNcmTestView::fingerLiftedElsewhereDoesNothing()
 
 void TestNcmTestView::refusedOperationIsNotShown()
 {
-    TestUnit unit(fast);
+    TestUnit unit(ncmSpeed);
     unit.unit().ncmTest().refuseStarts(true);
-    Page page(unit);
+    NcmPage page(unit);
     page.tap("clientUdp100");
     QCOMPARE(page.down(), QStringList(QStringLiteral("C_UPD100")));
     QCOMPARE(page.find<QTextBrowser>("output")->toPlainText(), QString());
@@ -263,8 +263,8 @@ void TestNcmTestView::refusedOperationIsNotShown()
 
 void TestNcmTestView::ncmOnEndsTheServer()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     page.tap("serverTcp");
     QVERIFY(unit.unit().ncmTest().isRunning());
     page.tap("ncm");
@@ -279,8 +279,8 @@ void TestNcmTestView::ncmOnEndsTheServer()
 
 void TestNcmTestView::speedOffDoesNothing()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     const int lines = unit.journal().size();
     page.tap("speed");
     QCOMPARE(unit.journal().mid(lines), QStringList());
@@ -289,8 +289,8 @@ void TestNcmTestView::speedOffDoesNothing()
 
 void TestNcmTestView::destructorTakesTheFormOffTheHostAndLetsTheTestRun()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(ncmSpeed);
+    NcmPage page(unit);
     page.tap("clientUdp50");
     const int lines = unit.journal().size();
     RUN_CHECK(page.checkGoesWith(page.view(), {"clientGroup", "output"}));

@@ -56,9 +56,9 @@ void TestUsbEyeTestView::initTestCase()
 
 void TestUsbEyeTestView::constructionInItsOrder()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     const TraceCapture capture;
-    Page page(unit);
+    EyePage page(unit);
     QCOMPARE(capture.texts(),
              QStringList({
                  QStringLiteral("usbPort: 0"),
@@ -90,7 +90,7 @@ void TestUsbEyeTestView::constructionSleepsHalfASecondBehindTheLogoTest()
     QElapsedTimer timer;
     sleepTimer = &timer;
     const QtMessageHandler former = qInstallMessageHandler(watchSleep);
-    Page page(unit);
+    EyePage page(unit);
     qInstallMessageHandler(former);
     sleepTimer = nullptr;
     QVERIFY(timer.isValid());
@@ -99,17 +99,17 @@ void TestUsbEyeTestView::constructionSleepsHalfASecondBehindTheLogoTest()
 
 void TestUsbEyeTestView::constructionReadsTheSwingOfPort0()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(swingRegister, 0x7F7F4367);
-    Page page(unit);
+    EyePage page(unit);
     // 0x67 is -7; 0x43, port 1's, would be 3.
     QCOMPARE(page.value(), QStringLiteral("-7"));
 }
 
 void TestUsbEyeTestView::destructorTakesTheFormOffTheHostAndLeavesTheHardware()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("deviceMode");
     page.tap("fullSpeed");
     const QStringList hardware = unit.unit().usbPhy().description();
@@ -124,8 +124,8 @@ void TestUsbEyeTestView::destructorTakesTheFormOffTheHostAndLeavesTheHardware()
 
 void TestUsbEyeTestView::deviceModeHidesPort1AndUsePhy()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("port1");
     fill(unit);
     page.tap("deviceMode");
@@ -140,8 +140,8 @@ void TestUsbEyeTestView::deviceModeHidesPort1AndUsePhy()
 
 void TestUsbEyeTestView::hostModeShowsThemAgain()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("deviceMode");
     fill(unit);
     const int count = writes(unit).size();
@@ -156,8 +156,8 @@ void TestUsbEyeTestView::hostModeShowsThemAgain()
 
 void TestUsbEyeTestView::tuningDisablesDeviceMode()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("usePhy");
     const int lines = unit.journal().size();
     const auto *device = page.find<QRadioButton>("deviceMode");
@@ -171,9 +171,9 @@ void TestUsbEyeTestView::tuningDisablesDeviceMode()
 
 void TestUsbEyeTestView::missingMemoryLeavesZeroAndThePageAlive()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(0x9C004A9C, 0x1234);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     page.tap("disconnectLevel");
     QCOMPARE(page.value(), QStringLiteral("1234"));
@@ -191,10 +191,10 @@ void TestUsbEyeTestView::missingMemoryLeavesZeroAndThePageAlive()
 
 void TestUsbEyeTestView::refusedMappingLeavesZeroAndThePageAlive()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memoryDevice().setFault(hardware::MemoryDevice::MapRefused);
     unit.unit().memory().write(0x9C004A9C, 0x1234);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     page.tap("disconnectLevel");
     QCOMPARE(page.value(), QStringLiteral("0"));
@@ -209,10 +209,10 @@ void TestUsbEyeTestView::refusedMappingLeavesZeroAndThePageAlive()
 
 void TestUsbEyeTestView::failedReadWritesNoGarbageLater()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(swingRegister, 0x7F7F4545);
     unit.unit().memoryDevice().setFault(hardware::MemoryDevice::Missing);
-    Page page(unit);
+    EyePage page(unit);
     QCOMPARE(page.value(), QStringLiteral("0"));
     page.tap("usePhy");
     unit.unit().memoryDevice().setFault(hardware::MemoryDevice::NoFault);
@@ -223,8 +223,8 @@ void TestUsbEyeTestView::failedReadWritesNoGarbageLater()
 
 void TestUsbEyeTestView::traces()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     const TraceCapture capture;
     page.tap("usePhy");
     page.tap("decrease");

@@ -66,8 +66,8 @@ void TestUsbEyeTestViewModes::setTestMode()
     QFETCH(QByteArray, speed);
     QFETCH(QByteArray, pattern);
     QFETCH(quint32, code);
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap(port.constData());
     if (speed != "highSpeed") {
         page.tap(speed.constData());
@@ -90,8 +90,8 @@ void TestUsbEyeTestViewModes::setTestMode()
 
 void TestUsbEyeTestViewModes::eyeDiagramCodeDiffersBySpeedAndSe0DoesNot()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("eyeDiagram");
     page.tap("write");
     QCOMPARE(unit.unit().usbPhy().testMode(0), QStringLiteral("1 (eye diagram, high speed)"));
@@ -109,8 +109,8 @@ void TestUsbEyeTestViewModes::eyeDiagramCodeDiffersBySpeedAndSe0DoesNot()
 
 void TestUsbEyeTestViewModes::noneIsLogged()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     const TraceCapture capture;
     page.tap("write");
     QCOMPARE(capture.texts().mid(5), QStringList(QStringLiteral("nothing to do.")));
@@ -131,8 +131,8 @@ void TestUsbEyeTestViewModes::patternsAreSentAtOnce()
 {
     QFETCH(int, mode);
     QFETCH(QString, trace);
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     const int lines = unit.journal().size();
     const TraceCapture capture;
     page.tap(QTest::currentDataTag());
@@ -145,8 +145,8 @@ void TestUsbEyeTestViewModes::patternsAreSentAtOnce()
 
 void TestUsbEyeTestViewModes::noneAndThePortsSendNothing()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     const int lines = unit.journal().size();
     const TraceCapture capture;
     page.tap("none");
@@ -158,8 +158,8 @@ void TestUsbEyeTestViewModes::noneAndThePortsSendNothing()
 
 void TestUsbEyeTestViewModes::fullSpeedChecksNoneAndHidesJKAndSe0()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("testK");
     page.tap("write");
     page.tap("fullSpeed");
@@ -176,8 +176,8 @@ void TestUsbEyeTestViewModes::fullSpeedChecksNoneAndHidesJKAndSe0()
 
 void TestUsbEyeTestViewModes::highSpeedShowsThemAgain()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("fullSpeed");
     page.tap("highSpeed");
     QVERIFY(page.isVisible("testJ"));
@@ -198,8 +198,8 @@ void TestUsbEyeTestViewModes::speedCommands()
 {
     QFETCH(QByteArray, port);
     QFETCH(int, device);
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap(port.constData());
     const int lines = unit.journal().size();
     const TraceCapture capture;
@@ -219,8 +219,8 @@ void TestUsbEyeTestViewModes::speedCommands()
 
 void TestUsbEyeTestViewModes::speedClickedFromElsewhereIsIgnored()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     const int lines = unit.journal().size();
     const TraceCapture capture;
     page.view()->speedClicked();
@@ -230,8 +230,8 @@ void TestUsbEyeTestViewModes::speedClickedFromElsewhereIsIgnored()
 
 void TestUsbEyeTestViewModes::otherPortsRunNothing()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     const int lines = unit.journal().size();
     const TraceCapture capture;
     page.view()->fullToHigh(2);

@@ -44,8 +44,8 @@ void TestUsbEyeTestViewTuning::initTestCase()
 
 void TestUsbEyeTestViewTuning::usePhySwitchesTheModeAndReads()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     unit.unit().memory().write(swingRegister, 0x7F7F4045); // changed since the page opened
     const int lines = unit.journal().size();
     page.tap("usePhy");
@@ -64,8 +64,8 @@ void TestUsbEyeTestViewTuning::usePhySwitchesTheModeAndReads()
 
 void TestUsbEyeTestViewTuning::usePhyClearedSwitchesBack()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("usePhy");
     const int lines = unit.journal().size();
     page.tap("usePhy");
@@ -80,8 +80,8 @@ void TestUsbEyeTestViewTuning::usePhyClearedSwitchesBack()
 
 void TestUsbEyeTestViewTuning::swingStepping_fromPlusZeroToMinusZeroAndBack()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("usePhy");
     QCOMPARE(page.value(), QStringLiteral("0"));
     page.tap("decrease");
@@ -98,9 +98,9 @@ void TestUsbEyeTestViewTuning::swingStepping_fromPlusZeroToMinusZeroAndBack()
 
 void TestUsbEyeTestViewTuning::swingSteppingEndsAtPlusAndMinus31()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(swingRegister, 0x7F7F7E5E); // port 1 -30, port 0 +30
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     for (const char *value : {"31", "31", "31"}) {
         page.tap("increase");
@@ -116,9 +116,9 @@ void TestUsbEyeTestViewTuning::swingSteppingEndsAtPlusAndMinus31()
 
 void TestUsbEyeTestViewTuning::swingWalkShowsEveryValue()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(swingRegister, 0x5F);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     QStringList shown(page.value());
     for (int step = 0; step < 63; ++step) {
@@ -142,9 +142,9 @@ void TestUsbEyeTestViewTuning::swingWalkShowsEveryValue()
 
 void TestUsbEyeTestViewTuning::unknownSwingLeavesTheLabel()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(swingRegister, 0x43);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     QCOMPARE(page.value(), QStringLiteral("3"));
     unit.unit().memory().write(swingRegister, 0x90);
@@ -158,9 +158,9 @@ void TestUsbEyeTestViewTuning::unknownSwingLeavesTheLabel()
 
 void TestUsbEyeTestViewTuning::swingNeverSetIsSteppedAsZero()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(swingRegister, 0);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     page.tap("increase");
     QCOMPARE(page.value(), QStringLiteral("0"));
@@ -173,9 +173,9 @@ void TestUsbEyeTestViewTuning::swingNeverSetIsSteppedAsZero()
 
 void TestUsbEyeTestViewTuning::disconnectSteppingStopsAtItsEndsAndShows1f()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(0x9C004A9C, 0);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     page.tap("disconnectLevel");
     QCOMPARE(page.value(), QStringLiteral("0"));
@@ -194,9 +194,9 @@ void TestUsbEyeTestViewTuning::disconnectSteppingStopsAtItsEndsAndShows1f()
 
 void TestUsbEyeTestViewTuning::disconnectIsShownWithoutSign()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(0x9C004A9C, 0xFFFFFFFE);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     page.tap("disconnectLevel");
     QCOMPARE(page.value(), QStringLiteral("fffffffe"));
@@ -208,11 +208,11 @@ void TestUsbEyeTestViewTuning::disconnectIsShownWithoutSign()
 
 void TestUsbEyeTestViewTuning::readButtonReadsTheChosenPort()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(swingRegister, 0x7F7F6142);
     unit.unit().memory().write(0x9C004A9C, 0xA0);
     unit.unit().memory().write(0x9C004B1C, 0xB1);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     QCOMPARE(page.value(), QStringLiteral("2"));
     page.tap("port1");
@@ -228,8 +228,8 @@ void TestUsbEyeTestViewTuning::readButtonReadsTheChosenPort()
 
 void TestUsbEyeTestViewTuning::choosingAParameterReads()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("usePhy");
     int lines = unit.journal().size();
     page.tap("disconnectLevel");
@@ -246,8 +246,8 @@ void TestUsbEyeTestViewTuning::choosingAParameterReads()
 
 void TestUsbEyeTestViewTuning::writingTheSwingOfPort1KeepsPort0sByteAndSetsTheUpperBytes()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("usePhy");
     page.tap("port1");
     unit.unit().memory().write(swingRegister, 0x00004251);
@@ -265,9 +265,9 @@ void TestUsbEyeTestViewTuning::writingTheSwingOfPort1KeepsPort0sByteAndSetsTheUp
 
 void TestUsbEyeTestViewTuning::writingTheSwingOfPort0KeepsPort1sByteAndSetsTheUpperBytes()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(swingRegister, 0x00004251);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     page.tap("decrease");
     page.tap("write");
@@ -277,9 +277,9 @@ void TestUsbEyeTestViewTuning::writingTheSwingOfPort0KeepsPort1sByteAndSetsTheUp
 
 void TestUsbEyeTestViewTuning::swingsUpperBytesKeepTheirTopBits()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(swingRegister, 0x80804040);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     page.tap("write");
     // Bits 16 to 22 and 24 to 30 are set; bits 23 and 31 are nobody's to clear.
@@ -314,10 +314,10 @@ void TestUsbEyeTestViewTuning::writingTheDisconnectValueOpensTheDebugAccessFirst
 {
     QFETCH(QByteArray, port);
     QFETCH(QStringList, expected);
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(0x9C004A9C, 0x12345674);
     unit.unit().memory().write(0x9C004B1C, 0x12345674);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     page.tap(port.constData());
     page.tap("disconnectLevel");
@@ -334,8 +334,8 @@ void TestUsbEyeTestViewTuning::writingTheDisconnectValueOpensTheDebugAccessFirst
 
 void TestUsbEyeTestViewTuning::longValueIsWrittenSmaller()
 {
-    TestUnit unit(fast);
-    Page page(unit);
+    TestUnit unit(eyeSpeed);
+    EyePage page(unit);
     page.tap("usePhy");
     const auto pixels = [&](quint32 level) {
         unit.unit().memory().write(0x9C004A9C, level);
@@ -350,9 +350,9 @@ void TestUsbEyeTestViewTuning::longValueIsWrittenSmaller()
 
 void TestUsbEyeTestViewTuning::valueReadOfOnePortIsWrittenToTheOther()
 {
-    TestUnit unit(fast);
+    TestUnit unit(eyeSpeed);
     unit.unit().memory().write(swingRegister, 0x7F7F4049);
-    Page page(unit);
+    EyePage page(unit);
     page.tap("usePhy");
     page.tap("port1");
     page.tap("write");
