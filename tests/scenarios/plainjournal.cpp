@@ -28,6 +28,32 @@ bool isOfAnotherThread(const QString &line)
     return other.match(line).hasMatch();
 }
 
+/// The waits of the upgrade for a text of the receiver's that is not there in whole: one for each
+/// piece of it, and how many pieces there are is up to the host. Waits for a single byte are as
+/// many as the bytes.
+class TextWaits
+{
+public:
+    /// Whether the line is one more of the wait before it.
+    bool goOn(const QString &line)
+    {
+        const bool isWait = m_isBehindSelect && line == QLatin1String("gate usleep(50000) = 0");
+        if (line.startsWith(QLatin1String("gate "))) {
+            m_isBehindSelect = line.startsWith(QLatin1String("gate select"));
+        }
+        if (m_isBehindSelect || isOfAnotherThread(line)) {
+            return false;
+        }
+        const bool isMore = isWait && m_isWaiting;
+        m_isWaiting = isWait;
+        return isMore;
+    }
+
+private:
+    bool m_isBehindSelect = false;
+    bool m_isWaiting = false;
+};
+
 /// What lists say and ask while they are painted.
 bool isOfPainting(const QString &line, bool isBehindPainting)
 {
@@ -50,6 +76,7 @@ QStringList plainJournal(const QString &text)
 {
     const QString unknown = QStringLiteral("#?");
     QSet<QString> looks = {unknown};
+    TextWaits waits;
     QStringList lines;
     bool isPainting = false;
     bool hasWorker = false; // which runs beside the rest of the touch that has started it
@@ -66,7 +93,8 @@ QStringList plainJournal(const QString &text)
         // Qt asks for the number of rows again and again.
         const bool isAgain = isPainting && lines.value(lines.size() - 1) == line;
         const bool isPainted = isAgain || (isPainting && looks.contains(causeOf(one)));
-        if (!isPainted && !isLeftOut && !isOfAnotherThread(line)) {
+        const bool isMore = waits.goOn(line);
+        if (!isPainted && !isLeftOut && !isMore && !isOfAnotherThread(line)) {
             const bool isUnknown = causeOf(one) == unknown;
             lines.append(isUnknown ? QStringLiteral("from something unknown: ") + line : line);
         }

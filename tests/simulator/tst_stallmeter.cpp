@@ -19,7 +19,8 @@ using hardware::CauseScope;
 using simulator::StallMeter;
 using simulator::UnitApplication;
 
-/// The unit runs ten times as fast as the host.
+/// The unit runs ten times as fast as the host, or ten times as slowly where a host that stands
+/// still would be taken for a stall.
 class TestStallMeter : public QObject
 {
     Q_OBJECT
@@ -38,6 +39,7 @@ private slots:
     void aDeletionFollowsFromWhatAskedForIt();
 
 private:
+    void open(double speed);
     /// Has the graphical thread do something as an event.
     void doAsEvent(const std::function<void()> &work);
     QStringList told() const { return (*m_unit)->journal().lines(QStringLiteral("stall ")); }
@@ -49,7 +51,13 @@ private:
 
 void TestStallMeter::init()
 {
-    m_unit.reset(new OpenUnit(10));
+    open(10);
+}
+
+void TestStallMeter::open(double speed)
+{
+    cleanup();
+    m_unit.reset(new OpenUnit(speed));
     m_gate.reset(new hardware::Gate(**m_unit));
     m_meter.reset(new StallMeter(**m_unit));
     static_cast<UnitApplication *>(qApp)->setStallMeter(m_meter.data());
@@ -92,6 +100,7 @@ void TestStallMeter::whatBlocksIsToldInTheUnitsTime()
 
 void TestStallMeter::aShortWaitIsNoStall()
 {
+    open(0.1);
     doAsEvent([] { usleep(1000); });
     QCOMPARE(told(), QStringList());
     // Yet somebody may want to know of it.
@@ -140,9 +149,10 @@ void TestStallMeter::commandsAndFilesAreNamed()
 
 void TestStallMeter::aLoopOfItsOwnBlocksNobody()
 {
+    open(0.1);
     doAsEvent([] {
         QEventLoop loop;
-        QTimer::singleShot(150, &loop, &QEventLoop::quit);
+        QTimer::singleShot(1500, &loop, &QEventLoop::quit);
         loop.exec();
         usleep(1000);
     });
@@ -159,11 +169,12 @@ void TestStallMeter::aLoopOfItsOwnBlocksNobody()
 
 void TestStallMeter::otherThreadsBlockNobody()
 {
+    open(0.1);
     doAsEvent([] {
         usleep(1000);
-        std::thread([] { usleep(200000); }).detach();
+        std::thread([] { usleep(110000); }).detach();
     });
-    QTest::qWait(40);
+    QTest::qWait(1300);
     QCOMPARE(told(), QStringList());
     QCOMPARE(m_meter->stalls().value(0).calls.keys(), QStringList({"rest", "usleep"}));
 }
