@@ -181,6 +181,7 @@ void TestStallMeter::otherThreadsBlockNobody()
 
 void TestStallMeter::buttonsAreSummedUp()
 {
+    open(1);
     const auto pause = [this](const char *by, useconds_t microseconds) {
         doAsEvent([=] {
             const CauseScope scope(Cause::begun(QLatin1String(by)));
