@@ -2,6 +2,7 @@
 
 #include "panelstyle.h"
 #include "unitclient.h"
+#include "wireview.h"
 
 #include <QHBoxLayout>
 #include <QJsonArray>
@@ -58,7 +59,7 @@ ReceiverView::ReceiverView(UnitClient &client, QWidget *parent)
     layout->addLayout(makeStages());
     layout->addWidget(m_bar);
     layout->addWidget(m_rate);
-    layout->addStretch();
+    layout->addWidget(new WireView(client, this), 1);
     m_time.start();
     connect(&client, &UnitClient::stateChanged, this, &ReceiverView::showState);
 }

@@ -8,6 +8,7 @@
 #include <QFileDialog>
 #include <QHBoxLayout>
 #include <QLabel>
+#include <QMessageBox>
 #include <QPushButton>
 
 namespace panel
@@ -48,6 +49,9 @@ SessionBar::SessionBar(UnitClient &client, QWidget *parent)
             &QPushButton::clicked, this, &SessionBar::report);
     connect(addButton(QStringLiteral("restart"), tr("Restart"), tr("Restarts the unit")),
             &QPushButton::clicked, this, [this] { m_client.command({QStringLiteral("reboot")}); });
+    connect(addButton(QStringLiteral("factoryReset"), tr("Factory reset…"),
+                      tr("Has the unit forget all that it has stored, and restarts it")),
+            &QPushButton::clicked, this, &SessionBar::resetToFactory);
     layout->addStretch();
     m_busy->setObjectName(QStringLiteral("busy"));
     m_busy->setAlignment(Qt::AlignRight | Qt::AlignVCenter);
@@ -142,6 +146,19 @@ void SessionBar::replay()
                                                       QString(), tr("Scripts (*.txt)"));
     if (!file.isEmpty()) {
         m_client.command({QStringLiteral("include"), file});
+    }
+}
+
+void SessionBar::resetToFactory()
+{
+    const auto answer =
+        QMessageBox::question(this, tr("Factory reset"),
+                              tr("The unit forgets its settings, vendor data and thresholds, and "
+                                 "what lies in its flash.\n"
+                                 "Sticks, tables and the receiver's firmware stay."),
+                              QMessageBox::Reset | QMessageBox::Cancel, QMessageBox::Cancel);
+    if (answer == QMessageBox::Reset) {
+        m_client.command({QStringLiteral("factory-reset")});
     }
 }
 

@@ -31,6 +31,7 @@ private:
     void recordOrStop();
     void replay();
     void report();
+    void resetToFactory();
 
     UnitClient &m_client;
     QLabel *m_busy;

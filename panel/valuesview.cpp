@@ -1,5 +1,6 @@
 #include "valuesview.h"
 
+#include "mcumessage.h"
 #include "panelstyle.h"
 #include "unitclient.h"
 
@@ -189,14 +190,18 @@ QVector<ValuesView::Value> ValuesView::versions() const
     return rows;
 }
 
-/// Each message, with what it led to.
+/// Each message, with what it means and what it follows from.
 void ValuesView::takeMessages(const JournalLines &lines)
 {
     bool isNew = false;
     for (const JournalLine &line : lines) {
         if (line.source == QLatin1String("mcu")) {
-            m_messages.append(
-                {QString::number(line.seconds, 'f', 3), line.text, line.causeText, {}});
+            const QString meaning = mcuMeaning(line.text);
+            m_messages.append({QString::number(line.seconds, 'f', 3),
+                               line.text,
+                               meaning.isEmpty() ? line.causeText
+                                                 : tr("%1; from %2").arg(meaning, line.causeText),
+                               {}});
             isNew = true;
         }
     }

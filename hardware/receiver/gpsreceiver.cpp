@@ -167,7 +167,7 @@ void GpsReceiver::runFirmware(int speed, bool inUse)
 
 void GpsReceiver::hearLine()
 {
-    const QByteArray bytes = m_port.line().hear(m_port.speed());
+    const QByteArray bytes = m_port.hear();
     for (const char byte : bytes) {
         if (m_isRunning) {
             hearSentenceByte(byte);

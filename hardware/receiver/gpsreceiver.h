@@ -64,6 +64,10 @@ public:
     };
     Progress progress();
 
+    /// See ReceiverPort.
+    void showWire(bool show) { m_port.showWire(show); }
+    bool showsWire() const { return m_port.showsWire(); }
+
     /// Host path of the link to its line.
     QString portFile() const;
 

@@ -8,6 +8,8 @@
 #include <QByteArray>
 #include <QString>
 
+#include <atomic>
+
 namespace hardware
 {
 
@@ -15,7 +17,8 @@ class Clock;
 class Journal;
 
 /// What the GPS receiver has in all its stages: its end of the line, its speed and its thread, and
-/// the faults that keep it from answering. On its thread only, but for loop().
+/// the faults that keep it from answering. On its thread only, but for loop() and where it says
+/// otherwise.
 class ReceiverPort
 {
 public:
@@ -37,11 +40,22 @@ public:
     /// carried out.
     bool answers(const QString &stage, int block = 0);
     void say(const QByteArray &bytes);
+    /// What has come, as SerialLine::hear() gives it.
+    QByteArray hear();
+
+    /// Whether the journal gets the bytes on the line: wire from receiver <bytes in hexadecimal>,
+    /// and wire to receiver <bytes in hexadecimal>, up to 32 in a line. Any thread.
+    void showWire(bool show) { m_showsWire = show; }
+    bool showsWire() const { return m_showsWire; }
+
     /// Journal: receiver <text>.
     void note(const QString &text);
 
 private:
+    void journalWire(const QString &direction, const QByteArray &bytes);
+
     Journal &m_journal;
+    std::atomic<bool> m_showsWire{false};
     SerialLine m_line;
     ReceiverFaults m_faults;
     int m_speed = 0;

@@ -1,6 +1,7 @@
 #include "unit.h"
 
 #include <QDateTime>
+#include <QDir>
 #include <QFile>
 
 #include <cmath>
@@ -10,6 +11,10 @@ namespace hardware
 
 namespace
 {
+
+const auto settingsFile = QStringLiteral("/settings.ini");
+const auto vendorFile = QStringLiteral("/vendor.bin");
+const auto dayNightFile = QStringLiteral("/daynight.ini");
 
 /// What tells one start in the journal's file from another.
 QString journalHead(const Clock &clock)
@@ -78,21 +83,48 @@ bool Unit::open(QString *error)
         *error = QStringLiteral("The journal \"%1\" cannot be written.").arg(journalFile);
         return false;
     }
-    const bool opened = m_settings.open(m_folder.path(QStringLiteral("/settings.ini")), error)
-        && m_storage.open(error)
+    const bool opened = openStored(error) && m_storage.open(error)
         && m_memory.open(m_folder.path(QStringLiteral("/registers.ini")),
                          m_folder.path(QStringLiteral("/dev/mem")), error)
         && m_defaults.open(m_folder.path(QStringLiteral("/defaults.ini")), error)
         && m_usbPorts.open(m_folder.path(QStringLiteral("/usb.ini")), error)
-        && m_vendorData.open(m_folder.path(QStringLiteral("/vendor.ini")),
-                             m_folder.path(QStringLiteral("/vendor.bin")), error)
         && m_versions.open(m_folder.path(QStringLiteral("/versions.ini")), error)
-        && m_dayNight.open(m_folder.path(QStringLiteral("/daynight.ini")), error)
         && m_gpsReceiver.open(error);
     if (opened) {
         m_panel.powerOn();
     }
     return opened;
+}
+
+/// What a factory reset makes anew.
+bool Unit::openStored(QString *error)
+{
+    return m_settings.open(m_folder.path(settingsFile), error)
+        && m_vendorData.open(m_folder.path(QStringLiteral("/vendor.ini")),
+                             m_folder.path(vendorFile), error)
+        && m_dayNight.open(m_folder.path(dayNightFile), error);
+}
+
+bool Unit::resetToFactory(QString *error)
+{
+    m_journal.write(QStringLiteral("unit"), QStringLiteral("factory reset"));
+    for (const QString &file : {settingsFile, vendorFile, dayNightFile}) {
+        const QString path = m_folder.path(file);
+        if (QFile::exists(path) && !QFile::remove(path)) {
+            *error = QStringLiteral("\"%1\" cannot be removed.").arg(path);
+            return false;
+        }
+    }
+    const QString flash = m_folder.path(QStringLiteral("/media/flash"));
+    if (!QDir(flash).removeRecursively()) {
+        *error = QStringLiteral("What lies in \"%1\" cannot be removed.").arg(flash);
+        return false;
+    }
+    if (!m_folder.open(error) || !openStored(error)) {
+        return false;
+    }
+    m_panel.powerOn();
+    return true;
 }
 
 QStringList Unit::passingFiles() const

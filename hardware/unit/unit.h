@@ -40,6 +40,12 @@ public:
     /// Opens the folder and every device on it. False with one sentence in \a error.
     bool open(QString *error);
 
+    /// Forgets all that the unit has stored: settings, vendor data, thresholds, what lies in its
+    /// flash. Tables, sticks, the receiver's firmware and the registers stay, and so does what is
+    /// running, until the unit restarts. False with a sentence in \a error. Journal: unit factory
+    /// reset.
+    bool resetToFactory(QString *error);
+
     /// Host paths of the files that are there only while the unit is open.
     QStringList passingFiles() const;
 
@@ -72,6 +78,8 @@ public:
     GpsReceiver &gpsReceiver() { return m_gpsReceiver; }
 
 private:
+    bool openStored(QString *error);
+
     Clock m_clock;
     mutable Journal m_journal;
     mutable CallFaults m_callFaults{m_journal};

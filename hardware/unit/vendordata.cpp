@@ -100,6 +100,7 @@ VendorData::VendorData(Journal &journal)
 
 bool VendorData::open(const QString &table, const QString &memory, QString *error)
 {
+    const QMutexLocker locker(&m_mutex);
     m_items.clear();
     TableFile file;
     if (!file.read(table, error)) {

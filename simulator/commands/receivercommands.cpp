@@ -11,6 +11,9 @@ namespace simulator
 namespace
 {
 
+const auto on = QStringLiteral("on");
+const auto off = QStringLiteral("off");
+
 ConsoleResult receiver(Simulator &simulator, const QStringList &, ConsoleSession &)
 {
     hardware::GpsReceiver &receiver = simulator.unit().gpsReceiver();
@@ -22,6 +25,20 @@ ConsoleResult receiver(Simulator &simulator, const QStringList &, ConsoleSession
     return ConsoleResult::done(lines);
 }
 
+ConsoleResult wire(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
+{
+    hardware::GpsReceiver &receiver = simulator.unit().gpsReceiver();
+    if (arguments.isEmpty()) {
+        return ConsoleResult::done({receiver.showsWire() ? on : off});
+    }
+    const QString &word = arguments.first();
+    if (word != on && word != off) {
+        return ConsoleResult::failed(QStringLiteral("\"%1\" is neither on nor off").arg(word));
+    }
+    receiver.showWire(word == on);
+    return ConsoleResult::done();
+}
+
 } // namespace
 
 void addReceiverCommands(Console &console, Simulator &simulator)
@@ -29,6 +46,7 @@ void addReceiverCommands(Console &console, Simulator &simulator)
     addCommands(console, simulator,
                 {
                     {"receiver", Console::Place::AnyThread, Effect::None, receiver},
+                    {"wire", Console::Place::AnyThread, Effect::World, wire},
                 });
 }
 

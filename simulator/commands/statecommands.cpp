@@ -161,6 +161,7 @@ QJsonObject receiver(Unit &unit)
     const hardware::GpsReceiver::Progress progress = unit.gpsReceiver().progress();
     return {{"state", unit.gpsReceiver().state()},
             {"stage", progress.stage},
+            {"wire", unit.gpsReceiver().showsWire()},
             {"blocks", progress.blocks}};
 }
 

@@ -39,6 +39,14 @@ ConsoleResult reboot(Simulator &simulator, const QStringList &, ConsoleSession &
             "the screen is blocked by a page's work; the unit restarts when that has ended"));
 }
 
+ConsoleResult resetToFactory(Simulator &simulator, const QStringList &arguments,
+                             ConsoleSession &session)
+{
+    QString error;
+    return simulator.unit().resetToFactory(&error) ? reboot(simulator, arguments, session)
+                                                   : ConsoleResult::failed(error);
+}
+
 ConsoleResult speed(Simulator &simulator, const QStringList &arguments, ConsoleSession &)
 {
     hardware::Unit &unit = simulator.unit();
@@ -81,6 +89,7 @@ void addUnitCommands(Console &console, Simulator &simulator)
                 {
                     {"wait", place, Effect::None, wait},
                     {"reboot", place, Effect::World, reboot},
+                    {"factory-reset", place, Effect::World, resetToFactory},
                     {"speed", place, Effect::World, speed},
                     {"cd", place, Effect::None, changeFolder},
                     {"quit", place, Effect::None, quit},

@@ -130,11 +130,20 @@ const Row rows[] = {
      "dab 8"},
     {"Unit", "receiver", "", "Says what the GPS receiver does and what goes wrong with it.",
      "receiver"},
+    {"Unit", "wire", "[on|off]",
+     "Says whether the journal gets the bytes on the GPS receiver's line, or has it get them from "
+     "now on, or no longer.",
+     "wire on"},
     {"Unit", "speed", "[FACTOR]",
      "Says how many times faster than the host's the unit's time passes, or sets that, from 0.01 "
      "to 1000. What waits already ends when it would have.",
      "speed 10"},
     {"Unit", "reboot", "", "Has the unit restarted; it then journals \"unit booted\".", "reboot"},
+    {"Unit", "factory-reset", "",
+     "Forgets settings, vendor data, thresholds and what lies in the unit's flash, and has the "
+     "unit "
+     "restarted. Sticks, tables, registers and the receiver's firmware stay.",
+     "factory-reset"},
 
     {"Faults", "fault", "[DEVICE] [NAME]...",
      "Lists what can fail and what does, of the whole unit or one device of it, or has something "

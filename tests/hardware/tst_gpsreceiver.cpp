@@ -31,6 +31,7 @@ private slots:
     void restartRunsTheFirmware();
     void rebootMendsAHungUpLine();
     void unknownFault();
+    void bytesAreJournalledOnDemand();
 
 private:
     void setSpeed(speed_t speed);
@@ -175,6 +176,27 @@ void TestGpsReceiver::unknownFault()
     QVERIFY(!receiver().addFault({QStringLiteral("cold")}, &error));
     QCOMPARE(error, QStringLiteral("the receiver has no fault \"cold\""));
     QVERIFY(m_unit->journal().lines(QStringLiteral("receiver fault")).isEmpty());
+}
+
+void TestGpsReceiver::bytesAreJournalledOnDemand()
+{
+    const auto wire = [this] { return m_unit->journal().lines("wire "); };
+    receiver().showWire(true);
+    say("$PDTINFO\r\n");
+    QCOMPARE(answer(), QByteArray("$PDTINFO,LODESTAR,GNSS 1.04.2\r\n"));
+    QCOMPARE(wire(),
+             QStringList({"wire to receiver 24 50 44 54 49 4E 46 4F 0D 0A",
+                          "wire from receiver 24 50 44 54 49 4E 46 4F 2C 4C 4F 44 45 53 54 "
+                          "41 52 2C 47 4E 53 53 20 31 2E 30 34 2E 32 0D 0A"}));
+    // Long ones are cut.
+    say(QByteArray(33, 'x'));
+    QTRY_COMPARE(wire().size(), 4);
+    QCOMPARE(wire().at(2), "wire to receiver" + QString(" 78").repeated(32));
+    QCOMPARE(wire().at(3), QString("wire to receiver 78"));
+    receiver().showWire(false);
+    say("\r\n$PDTINFO\r\n");
+    QVERIFY(!answer().isEmpty());
+    QCOMPARE(wire().size(), 4);
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestGpsReceiver)

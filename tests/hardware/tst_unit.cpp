@@ -22,6 +22,8 @@ private slots:
     void aSecondStartFindsTheStateOfTheFirst();
     void theClockHasTheFactor();
     void theJournalTellsEachStartAndTheUnitsTime();
+    void aFactoryResetForgetsWhatIsStored();
+    void aFactoryResetThatFailsSaysWhy();
     void openRefuses_data();
     void openRefuses();
 };
@@ -91,6 +93,49 @@ void tst_Unit::theJournalTellsEachStartAndTheUnitsTime()
     // 20 ms of the host each: ten seconds of the fast unit.
     QVERIFY2(match.captured(2).toDouble() < 5, qPrintable(journal));
     QVERIFY2(match.captured(3).toDouble() >= 10, qPrintable(journal));
+}
+
+void tst_Unit::aFactoryResetForgetsWhatIsStored()
+{
+    OpenUnit fresh;
+    OpenUnit unit;
+    const auto stored = [](OpenUnit &each) {
+        QStringList all = each->settings().keys() + each->dayNight().description();
+        for (const hardware::VendorItem &item : each->vendorData().items()) {
+            all += QString::fromLatin1(each->vendorData().item(item.position).toHex());
+        }
+        return all + QStringList(QString::number(each->panel().value(hardware::Panel::Hue)));
+    };
+    const QString log = unit.path(QStringLiteral("/media/flash/userdata/btsnoop.log"));
+    QString error;
+    unit->settings().setValue(QStringLiteral("a"), 1);
+    unit->dayNight().setThreshold(hardware::DayNight::Day, 7);
+    QVERIFY(unit->vendorData().write(0, QByteArray(8, '\x55')));
+    writeFile(log, "a log");
+    QVERIFY(unit->storage().plug(QStringLiteral("usb0"), QString(), &error));
+    QVERIFY(unit->versions().setValue(QStringLiteral("gps"), QStringLiteral("9"), &error));
+    QVERIFY(stored(unit) != stored(fresh));
+
+    QVERIFY2(unit->resetToFactory(&error), qPrintable(error));
+    QCOMPARE(stored(unit), stored(fresh));
+    QVERIFY(!QFileInfo::exists(log));
+    QVERIFY(QFileInfo(unit.path(QStringLiteral("/media/flash/userdata"))).isDir());
+    QVERIFY(!QFileInfo::exists(unit.path(QStringLiteral("/settings.ini"))));
+    QCOMPARE(unit->storage().mountRoots(), QStringList(QStringLiteral("/media/usb0")));
+    QCOMPARE(unit->versions().gps(), QStringLiteral("9"));
+    QCOMPARE(unit->journal().lines(QStringLiteral("unit ")),
+             QStringList(QStringLiteral("unit factory reset")));
+}
+
+void tst_Unit::aFactoryResetThatFailsSaysWhy()
+{
+    OpenUnit unit;
+    const QString memory = unit.path(QStringLiteral("/vendor.bin"));
+    QVERIFY(QFile::remove(memory));
+    QVERIFY(QDir().mkpath(memory + QStringLiteral("/in the way")));
+    QString error;
+    QVERIFY(!unit->resetToFactory(&error));
+    QCOMPARE(error, QStringLiteral("\"%1\" cannot be removed.").arg(memory));
 }
 
 void tst_Unit::openRefuses_data()

@@ -1,7 +1,4 @@
-#include "panelunit.h"
-
-#include "panel/panelstyle.h"
-#include "panel/panelwindow.h"
+#include "panelwindowtest.h"
 
 #include "support/testmain.h"
 
@@ -20,18 +17,14 @@
 
 using panel::PanelWindow;
 
-namespace
-{
-}
-
 /// The panel in the hands of a person, with a unit in a program of its own.
-class TestPanelWindow : public QObject
+class TestPanelWindow : public PanelWindowTest
 {
     Q_OBJECT
 
 private slots:
-    void initTestCase();
-    void init();
+    void initTestCase() { startUnit(); }
+    void init() { openWindow(); }
     void waitsForAUnit();
     void plugsAndPulls();
     void aDroppedFolderIsPlugged();
@@ -50,44 +43,9 @@ private slots:
     void theLayoutIsRemembered();
 
 private:
-    template <typename Type = QWidget> Type *find(const char *name) const
-    {
-        Type *found = m_window->findChild<Type *>(name);
-        return found;
-    }
-    void click(const char *name);
-    void showTab(int index) { find<QTabWidget>("tabs")->setCurrentIndex(index); }
     /// The place of a text in a table or tree, for clicks.
     bool edit(QAbstractItemView *view, const QModelIndex &index, const QString &text);
-    bool waitForLine(const QString &pattern) const;
-
-    PanelUnit m_unit;
-    QScopedPointer<PanelWindow> m_window;
 };
-
-void TestPanelWindow::initTestCase()
-{
-    QStandardPaths::setTestModeEnabled(true);
-    QCoreApplication::setOrganizationName("factorydebug-test");
-    QCoreApplication::setApplicationName("panel-"
-                                         + QString::number(QCoreApplication::applicationPid()));
-    panel::style::apply(*qApp);
-    QVERIFY(m_unit.start());
-}
-
-void TestPanelWindow::init()
-{
-    m_window.reset(new PanelWindow(m_unit.folder()));
-    m_window->show();
-    m_window->start();
-    QTRY_VERIFY_WITH_TIMEOUT(find("usb0Plug") != nullptr, patienceMs);
-    QTRY_VERIFY_WITH_TIMEOUT(find("usb0Plug")->isVisible(), patienceMs);
-}
-
-void TestPanelWindow::click(const char *name)
-{
-    QTest::mouseClick(find(name), Qt::LeftButton);
-}
 
 bool TestPanelWindow::edit(QAbstractItemView *view, const QModelIndex &index, const QString &text)
 {
@@ -103,11 +61,6 @@ bool TestPanelWindow::edit(QAbstractItemView *view, const QModelIndex &index, co
     editor->setText(text);
     QTest::keyClick(editor, Qt::Key_Return);
     return true;
-}
-
-bool TestPanelWindow::waitForLine(const QString &pattern) const
-{
-    return QTest::qWaitFor([&] { return m_unit.hasLine(pattern); }, patienceMs);
 }
 
 void TestPanelWindow::waitsForAUnit()

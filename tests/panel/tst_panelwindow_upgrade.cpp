@@ -5,6 +5,7 @@
 
 #include "support/testmain.h"
 
+#include <QAbstractButton>
 #include <QElapsedTimer>
 #include <QLabel>
 #include <QProgressBar>
@@ -50,6 +51,12 @@ void TestPanelWindowUpgrade::staysAliveAndTellsHowFar()
                                        {"press", "idUpdateBtn", "nowait"}}) {
         unit.ask(command);
     }
+    // What is clicked is done while the screen hangs.
+    QTRY_VERIFY_WITH_TIMEOUT(busy->text().startsWith("blocked "), upgradeMs);
+    auto *plug = window.findChild<QAbstractButton *>("usb1Plug");
+    QTest::mouseClick(plug, Qt::LeftButton);
+    QTRY_COMPARE_WITH_TIMEOUT(plug->text(), QString("Pull"), upgradeMs);
+    QVERIFY2(busy->text().startsWith("blocked "), qPrintable(busy->text()));
     int before = 0;
     qint64 longestPause = 0;
     QStringList stages;

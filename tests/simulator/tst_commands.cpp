@@ -98,6 +98,10 @@ void TestCommands::refuses_data()
                                           << "the stage \"prompt\" has no blocks";
     QTest::newRow("quit: argument") << "quit now"
                                     << "usage: quit";
+    QTest::newRow("wire: neither") << "wire maybe"
+                                   << "\"maybe\" is neither on nor off";
+    QTest::newRow("factory-reset: argument") << "factory-reset now"
+                                             << "usage: factory-reset";
     QTest::newRow("reboot: argument") << "reboot now"
                                       << "usage: reboot";
     QTest::newRow("unknown") << "jump"

@@ -213,6 +213,8 @@ void TestSessionRecorder::commands_data()
     row("version gps 5.55");
     row("plug usb0");
     row("reboot");
+    row("factory-reset");
+    row("wire on");
     row("fault memory missing");
     row("fault receiver nak 3 5");
     row("fault call \"system sync\" 2");

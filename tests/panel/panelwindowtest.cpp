@@ -1,0 +1,34 @@
+#include "panelwindowtest.h"
+
+#include "panel/panelstyle.h"
+
+#include <QTabWidget>
+
+void PanelWindowTest::startUnit()
+{
+    QStandardPaths::setTestModeEnabled(true);
+    QCoreApplication::setOrganizationName("factorydebug-test");
+    QCoreApplication::setApplicationName("panel-"
+                                         + QString::number(QCoreApplication::applicationPid()));
+    panel::style::apply(*qApp);
+    QVERIFY(m_unit.start());
+}
+
+void PanelWindowTest::openWindow()
+{
+    m_window.reset(new panel::PanelWindow(m_unit.folder()));
+    m_window->show();
+    m_window->start();
+    QTRY_VERIFY_WITH_TIMEOUT(find("usb0Plug") != nullptr, patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(find("usb0Plug")->isVisible(), patienceMs);
+}
+
+void PanelWindowTest::showTab(int index)
+{
+    find<QTabWidget>("tabs")->setCurrentIndex(index);
+}
+
+bool PanelWindowTest::waitForLine(const QString &pattern) const
+{
+    return QTest::qWaitFor([&] { return m_unit.hasLine(pattern); }, patienceMs);
+}
