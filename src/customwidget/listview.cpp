@@ -11,7 +11,7 @@
 namespace
 {
 
-constexpr int dragDistance = 5; // A finger that moves further drags.
+constexpr int stillDistance = 5; // A finger that moves further drags.
 
 constexpr char nativeBarSheet[] =
     "QScrollBar:vertical{width:1px;background:rgba(0,0,0,0%);}"
@@ -120,7 +120,7 @@ void ListView::mousePressEvent(QMouseEvent *event)
 void ListView::mouseMoveEvent(QMouseEvent *event)
 {
     QListView::mouseMoveEvent(event);
-    if (m_pressed && qAbs(event->pos().y() - m_pressPoint.y()) > dragDistance) {
+    if (m_pressed && qAbs(event->pos().y() - m_pressPoint.y()) > stillDistance) {
         beginDrag();
     }
     if (m_dragging) {

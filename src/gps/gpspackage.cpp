@@ -17,7 +17,7 @@ constexpr std::uint32_t headerSize = 32;
 constexpr std::uint16_t headerCrcLength = 28;
 constexpr std::size_t sumOffset = 4;
 constexpr std::size_t lengthOffset = 12;
-constexpr std::size_t crcOffset = 28;
+constexpr std::size_t headerCrcOffset = 28;
 constexpr int dumpColumns = 16;
 
 constexpr std::size_t payloadBufferSize = 4096;
@@ -73,7 +73,7 @@ bool checkHeader(const unsigned char *header)
     dump(header, static_cast<int>(headerSize));
     const std::uint16_t crc = get_crc16(header, headerCrcLength);
     std::printf("crc16  [%08x]\n", static_cast<unsigned int>(crc));
-    return crc == littleEndian16(header + crcOffset);
+    return crc == littleEndian16(header + headerCrcOffset);
 }
 
 bool checkPayload(std::FILE *file, const unsigned char *header)

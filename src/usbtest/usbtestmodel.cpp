@@ -10,21 +10,21 @@
 namespace
 {
 
-constexpr int rows = 3;
+constexpr int modeRows = 3;
 
-constexpr const char *topTitles[rows] = {
+constexpr const char *topTitles[modeRows] = {
     QT_TRANSLATE_NOOP("USBTestModel", "USB0 BC Mode"),
     QT_TRANSLATE_NOOP("USBTestModel", "USB1 BC Mode"),
     QT_TRANSLATE_NOOP("USBTestModel", "TEST Mode"),
 };
 
-constexpr const char *modeTexts[rows][rows] = {
+constexpr const char *modeTexts[modeRows][modeRows] = {
     {"USB 0 CDP MODE", "USB 0 DCP MODE", "USB 0 SDP MODE"},
     {"USB 1 CDP MODE", "USB 1 DCP MODE", "USB 1 SDP MODE"},
     {"Normal Mode", "USB-IF Mode", "MFI Mode"},
 };
 
-constexpr const QString *settingKeys[rows] = {
+constexpr const QString *settingKeys[modeRows] = {
     &SetupStrIdConst::setupU0BCMode,
     &SetupStrIdConst::setupU1BCMode,
     &SetupStrIdConst::setupTestMode,
@@ -32,13 +32,13 @@ constexpr const QString *settingKeys[rows] = {
 
 bool isRow(int row)
 {
-    return row >= 0 && row < rows;
+    return row >= 0 && row < modeRows;
 }
 
 } // namespace
 
 USBTestModel::USBTestModel(QObject *parent)
-    : ListRowModel(rows, parent)
+    : ListRowModel(modeRows, parent)
 {
 }
 

@@ -16,16 +16,16 @@
 namespace
 {
 
-constexpr int rows = 3;
+constexpr int listRows = 3;
 
-constexpr const char *listTitles[rows] = {
+constexpr const char *listTitles[listRows] = {
     QT_TRANSLATE_NOOP("USBTestView", "USB0 BC Model"),
     QT_TRANSLATE_NOOP("USBTestView", "USB1 BC Model"),
     QT_TRANSLATE_NOOP("USBTestView", "TEST Model"),
 };
 
 /// What the USB service calls the rows of the test modes' list.
-constexpr unsigned int certifications[rows] = {'O', 'T', 'M'};
+constexpr unsigned int certifications[listRows] = {'O', 'T', 'M'};
 
 QString stored(const QString &key, const char *initial)
 {
@@ -97,7 +97,7 @@ void USBTestView::statusBarButtonClicked(QString id)
 void USBTestView::listClickedSlot(QModelIndex index)
 {
     const int row = index.row();
-    if (row < 0 || row >= rows) {
+    if (row < 0 || row >= listRows) {
         return;
     }
     switch (usbTestListType) {
