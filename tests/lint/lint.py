@@ -9,6 +9,7 @@ import re
 import subprocess
 import sys
 import tempfile
+from xml.etree import ElementTree
 
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
@@ -208,23 +209,43 @@ def tests():
                 yield f"{path}: there is no class or file \"{subject}\""
 
 
+def translated(path):
+    """The translation, None where it is unfinished, by context and text of a catalogue."""
+    return {(context.findtext("name"), message.findtext("source")):
+            None if message.find("translation").get("type") else message.findtext("translation")
+            for context in ElementTree.parse(path).iter("context") for message in context.iter("message")}
+
+
+def wrong_translation(original, translation):
+    """What is wrong with the translation of a text, or None."""
+    if not translation:
+        return "is not translated"
+    before, after = (re.sub(r"\S.*\S|\S", "…", one, flags=re.S) for one in (original, translation))
+    return None if before == after else f"begins or ends otherwise than {translation!r}"
+
+
 def translations():
     sources = [str(path) for path in files(".cpp", ".h", ".ui") if path.parts[0] == "src"]
     with tempfile.TemporaryDirectory() as folder:
         catalogue = pathlib.Path(folder) / "texts.ts"
         result = subprocess.run(["lupdate", "-silent", *sources, "-ts", catalogue], cwd=ROOT,
                                 capture_output=True, text=True)
-        found = catalogue.read_text(encoding="utf-8")
+        found = translated(catalogue)
     for line in result.stderr.splitlines():
         yield f"{line.strip()}"
-    context = None
-    for line in found.splitlines():
-        match = re.search(r"<name>(.*?)</name>", line)
-        context = match.group(1) if match else context
-        if "<source>" in line and not context:
-            yield f"a text without a context: {line.strip()}"
-    if "<source>" not in found:
+    for context, original in found:
+        if not context:
+            yield f"a text without a context: {original!r}"
+    if not found:
         yield "lupdate found no text at all"
+    for path in files(".ts"):
+        known = translated(ROOT / path)
+        for context, original in sorted(found.keys() ^ known.keys()):
+            yield f"{path}: {context}: {original!r} is only in {'src' if (context, original) in found else 'it'}"
+        for context, original in sorted(found.keys() & known.keys()):
+            wrong = wrong_translation(original, known[context, original])
+            if wrong:
+                yield f"{path}: {context}: {original!r} {wrong}"
 
 
 def images():

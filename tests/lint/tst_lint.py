@@ -87,6 +87,28 @@ class Others(unittest.TestCase):
         self.assertEqual(complaints("translations", {"src/a/view.h": plain}), [])
         lacking = plain.replace("    Q_OBJECT\n", "")
         self.assertNotEqual(complaints("translations", {"src/a/view.h": lacking}), [])
+        self.assertEqual(complaints("translations", {"src/a/view.h": 'QT_TRANSLATE_NOOP("", "text")\n'}),
+                         ["a text without a context: 'text'"])
+        self.assertEqual(complaints("translations", {"src/a/view.h": ""}), ["lupdate found no text at all"])
+
+    def test_catalogues(self):
+        view = "class View : public QObject\n{\n    Q_OBJECT\n    void f() { tr(\"text \\n\"); }\n};\n"
+        right = "<TS><context><name>View</name><message><source>text \n</source>" \
+                "<translation>Text \n</translation></message></context></TS>"
+
+        def check(catalogue):
+            return complaints("translations", {"src/a/view.h": view, "translations/a_de.ts": catalogue})
+
+        self.assertEqual(check(right), [])
+        for wrong, said in [(right.replace("<translation>", '<translation type="unfinished">'), "is not translated"),
+                            (right.replace("Text \n", ""), "is not translated"),
+                            (right.replace("Text \n", "Text\n"), "begins or ends otherwise than 'Text\\n'"),
+                            (right.replace("Text \n", " Text \n"), "begins or ends otherwise than ' Text \\n'")]:
+            self.assertEqual(check(wrong), [f"translations/a_de.ts: View: 'text \\n' {said}"])
+        self.assertEqual(check("<TS></TS>"), ["translations/a_de.ts: View: 'text \\n' is only in src"])
+        self.assertEqual(check(right.replace(">text", ">old")),
+                         ["translations/a_de.ts: View: 'old \\n' is only in it",
+                          "translations/a_de.ts: View: 'text \\n' is only in src"])
 
     def test_images(self):
         tree = {"src/images/factorydebug.qrc": "<file>on.png</file>",
