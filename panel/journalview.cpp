@@ -16,6 +16,16 @@
 namespace panel
 {
 
+namespace
+{
+
+QString causeHint()
+{
+    return JournalView::tr("Click a line for its cause");
+}
+
+} // namespace
+
 JournalView::JournalView(UnitClient &client, QWidget *parent)
     : QWidget(parent)
     , m_client(client)
@@ -53,9 +63,9 @@ QLayout *JournalView::makeTools()
     m_follow->setToolTip(tr("Keeps the newest line in sight"));
     m_follow->setChecked(true);
     m_cause->setObjectName(QStringLiteral("journalCause"));
-    m_cause->setText(tr("A click on a line shows all that has the same cause."));
     // A long one is cut, and makes nothing else smaller.
     m_cause->setSizePolicy(QSizePolicy::Ignored, QSizePolicy::Preferred);
+    m_cause->setText(causeHint());
     m_all->setObjectName(QStringLiteral("journalAll"));
     m_all->setEnabled(false);
 
@@ -154,7 +164,7 @@ void JournalView::showAll()
 {
     m_filter.setCause(0);
     m_all->setEnabled(false);
-    m_cause->setText(tr("A click on a line shows all that has the same cause."));
+    m_cause->setText(causeHint());
     m_follow->setChecked(true);
     followEnd();
 }

@@ -75,7 +75,6 @@ MemoryView::MemoryView(UnitClient &client, QWidget *parent)
     m_pace.setInterval(figuresMs);
     connect(&m_pace, &QTimer::timeout, this, &MemoryView::plotThroughput);
     m_pace.start();
-    m_time.start();
 }
 
 QTableView *MemoryView::makeTable(QStandardItemModel &model, const QStringList &titles,
@@ -182,11 +181,15 @@ void MemoryView::plotThroughput()
     const QJsonObject ncm = m_client.device(QStringLiteral("ncm"));
     const double bytes = ncm.value(QLatin1String("bytesSent")).toDouble()
         + ncm.value(QLatin1String("bytesReceived")).toDouble();
-    const double seconds = double(m_time.restart()) / 1000;
+    // The unit's, which may be longer or shorter than the panel's.
+    const double seconds = ncm.value(QLatin1String("seconds")).toDouble();
     const double sent = bytes - m_bytesBefore;
+    const double passed = seconds - m_secondsBefore;
     m_bytesBefore = bytes;
-    if (m_client.isAttached() && seconds > 0) {
-        m_plot->add(QLatin1String(throughput), qMax(0.0, sent) * 8 / 1e6 / seconds);
+    m_secondsBefore = seconds;
+    if (m_client.isAttached()) {
+        const bool isSending = sent > 0 && passed > 0;
+        m_plot->add(QLatin1String(throughput), isSending ? sent * 8 / 1e6 / passed : 0.0);
     }
 }
 

@@ -1,6 +1,5 @@
 #pragma once
 
-#include <QElapsedTimer>
 #include <QStandardItemModel>
 #include <QTimer>
 #include <QWidget>
@@ -40,8 +39,8 @@ private:
     LivePlot *m_plot;
     QTimer m_lit;
     QTimer m_pace;
-    QElapsedTimer m_time;
     double m_bytesBefore = 0;
+    double m_secondsBefore = 0;
     bool m_isShowing = false;
 };
 
