@@ -131,7 +131,7 @@ QString Simulator::plugin() const
 QImage Simulator::frame()
 {
     m_graphicalThread.runWithin(answerMs, [this] { m_bezel.paintPending(); });
-    return m_bezel.lastFrame().convertToFormat(QImage::Format_RGB32);
+    return m_bezel.lastFrame();
 }
 
 QString Simulator::temporaryFolder() const

@@ -130,12 +130,19 @@ void Bezel::keepFrame()
         store == nullptr ? nullptr : dynamic_cast<const QImage *>(store->paintDevice());
     if (image != nullptr) {
         // The window system may own the image's bytes, so they are not shared.
-        const QImage frame = image->copy();
+        const QImage frame = withoutOpacity(image->copy());
         QMutexLocker locker(&m_frameMutex);
         m_frame = frame;
         locker.unlock();
         emit painted();
     }
+}
+
+QImage withoutOpacity(QImage image)
+{
+    return image.reinterpretAsFormat(QImage::Format_RGB32)
+        ? image
+        : image.convertToFormat(QImage::Format_RGB32); // of another depth
 }
 
 } // namespace simulator

@@ -28,7 +28,7 @@ public:
     ModeIndicator &modeIndicator();
 
     /// What the window showed when it was last painted, with nothing that was asked for but not
-    /// painted yet. Any thread, also while the graphical thread is blocked.
+    /// painted yet, as Format_RGB32. Any thread, also while the graphical thread is blocked.
     QImage lastFrame() const;
 
     /// Paints what was asked for, so that the frame has it. Graphical thread.
@@ -56,5 +56,10 @@ private:
     mutable QMutex m_frameMutex;
     QImage m_frame;
 };
+
+/// A picture of a window, of which nothing can be seen through, as Format_RGB32. Of 32 bits a pixel
+/// it is not converted: Qt 5.15 splits a conversion among threads, and the semaphore by which it
+/// waits for them may still be written to when its place on the stack is somebody else's.
+QImage withoutOpacity(QImage image);
 
 } // namespace simulator

@@ -4,6 +4,8 @@
 #include "simulator/window/screen.h"
 #include "support/testmain.h"
 
+#include <QSemaphore>
+#include <QThreadPool>
 #include <QtTest>
 
 using namespace simulator;
@@ -20,6 +22,7 @@ private slots:
     void lastFrameFollowsASynchronousRepaint();
     void lastFrameHasNothingThatIsOnlyAskedFor();
     void pendingChangesCanBePainted();
+    void aFrameTakesNoOtherThread();
 };
 
 namespace
@@ -136,6 +139,26 @@ void TestBezel::pendingChangesCanBePainted()
     patch.setColor(Qt::green);
     bezel.paintPending();
     QCOMPARE(middleColor(bezel), QColor(Qt::green));
+}
+
+void TestBezel::aFrameTakesNoOtherThread()
+{
+    QImage painted(800, 480, QImage::Format_ARGB32_Premultiplied);
+    painted.fill(QColor(1, 2, 3));
+    QThreadPool &pool = *QThreadPool::globalInstance();
+    pool.setMaxThreadCount(1);
+    QSemaphore end;
+    pool.start([&end] { end.tryAcquire(1, 5000); });
+    QElapsedTimer time;
+    time.start();
+    const QImage frame = withoutOpacity(painted);
+    QVERIFY2(time.elapsed() < 4000, qPrintable(QString::number(time.elapsed())));
+    end.release();
+    pool.waitForDone();
+    QCOMPARE(frame.format(), QImage::Format_RGB32);
+    QCOMPARE(frame, painted.convertToFormat(QImage::Format_RGB32));
+    const QImage other = painted.convertToFormat(QImage::Format_RGB888);
+    QCOMPARE(withoutOpacity(other), frame);
 }
 
 FACTORY_TEST_MAIN(TestBezel)
