@@ -56,10 +56,9 @@ void GlassView::paintEvent(QPaintEvent *)
         painter.drawText(rect(), Qt::AlignCenter, tr("The screen is dark."));
         return;
     }
-    // Smooth also when it becomes much smaller.
-    const QSize size = picture().size() * devicePixelRatioF();
-    painter.drawImage(picture(),
-                      m_screen.scaled(size, Qt::KeepAspectRatio, Qt::SmoothTransformation));
+    // Not by QImage::scaled(): Qt 5.15 splits that among threads, and may then write to a semaphore
+    // on the stack whose place is somebody else's by now.
+    painter.drawImage(picture(), m_screen);
 }
 
 void GlassView::showEvent(QShowEvent *)

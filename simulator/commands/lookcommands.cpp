@@ -187,7 +187,7 @@ ConsoleResult shot(Simulator &simulator, const QStringList &arguments, ConsoleSe
 ConsoleResult shotAnew(Simulator &simulator, const QStringList &arguments, ConsoleSession &session)
 {
     const QImage window = simulator.bezel().grab().toImage();
-    return savePart(simulator, window.convertToFormat(QImage::Format_RGB32), arguments, session);
+    return savePart(simulator, withoutOpacity(window), arguments, session);
 }
 
 ConsoleResult shotWindow(Simulator &simulator, const QStringList &arguments,
