@@ -62,6 +62,8 @@ PanelWindow::PanelWindow(const QString &unitFolder, QWidget *parent)
             [this](const QString &command, const QString &error) {
                 m_failure->setText(tr("%1: %2").arg(command, error));
             });
+    connect(&m_client, &UnitClient::commandDone, this,
+            [this](const QString &command) { m_failure->setText(tr("%1: done").arg(command)); });
     restore();
 }
 

@@ -53,7 +53,11 @@ QJsonObject UnitClient::device(const QString &name) const
 
 void UnitClient::command(const QStringList &words)
 {
-    command(words, [](const Connection::Answer &) {});
+    command(words, [this, words](const Connection::Answer &answer) {
+        if (answer.error.isEmpty()) {
+            emit commandDone(words.join(QLatin1Char(' ')));
+        }
+    });
 }
 
 void UnitClient::command(const QStringList &words, const Connection::Taker &taker)

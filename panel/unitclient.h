@@ -57,6 +57,8 @@ signals:
     void journalGrew(const panel::JournalLines &lines);
     void screenChanged(const QImage &screen);
     void commandFailed(const QString &command, const QString &error);
+    /// Of those whose answer nobody takes.
+    void commandDone(const QString &command);
 
 private:
     void attach();

@@ -302,6 +302,10 @@ void TestPanelWindow::whatFailsIsSaid()
     QTest::keyClick(words, Qt::Key_Return);
     QTRY_VERIFY_WITH_TIMEOUT(find<QLabel>("failure")->text().startsWith("fault dab burn: "),
                              patienceMs);
+    // Until something else is done.
+    click("faultNone");
+    QTRY_COMPARE_WITH_TIMEOUT(find<QLabel>("failure")->text(), QString("fault none: done"),
+                              patienceMs);
 }
 
 void TestPanelWindow::aUnitThatGoesIsGreyAndComesBack()
