@@ -11,6 +11,7 @@
 #include <cerrno>
 #include <cstdarg>
 #include <cstdio>
+#include <cstring>
 
 using namespace hardware;
 
@@ -26,6 +27,20 @@ int toldUnit(const MappedPath &mapped, int descriptor)
     return descriptor;
 }
 
+Effect effectOf(int flags)
+{
+    if ((flags & O_ACCMODE) != O_RDONLY || (flags & O_TRUNC) != 0) {
+        return Changes;
+    }
+    return (flags & O_CREAT) != 0 ? Adds : Looks;
+}
+
+/// Of a stream that is opened like that.
+Effect effectOf(const char *mode)
+{
+    return std::strpbrk(mode, "wa+") == nullptr ? Looks : Changes;
+}
+
 /// Opens a file of that path and tells the unit, or the memory device.
 template <auto *Call, typename... Others>
 int openPath(const char *name, const char *path, int flags, Others... others)
@@ -34,7 +49,8 @@ int openPath(const char *name, const char *path, int flags, Others... others)
     if (!mapped.isValid()) {
         return -1;
     }
-    const UnitCall call(name, mapped.unitPath(), openFlags(flags));
+    UnitCall call(name, mapped.unitPath(), openFlags(flags));
+    tellEffect(effectOf(flags), mapped, &call);
     if (!mapped.isMemory()) {
         return toldUnit(mapped, passOn(call, [&] {
                             return hostCall<Call>(name)(mapped.path(), flags, others...);
@@ -59,8 +75,9 @@ template <auto *Call> FILE *openStream(const char *name, const char *path, const
     if (!mapped.isValid()) {
         return nullptr;
     }
-    FILE *stream = passOn(UnitCall(name, mapped.unitPath(), '"' + std::string(mode) + '"'),
-                          [&] { return hostCall<Call>(name)(mapped.path(), mode); });
+    UnitCall call(name, mapped.unitPath(), '"' + std::string(mode) + '"');
+    tellEffect(effectOf(mode), mapped, &call);
+    FILE *stream = passOn(call, [&] { return hostCall<Call>(name)(mapped.path(), mode); });
     if (stream != nullptr) {
         toldUnit(mapped, fileno(stream));
     }
@@ -72,9 +89,12 @@ template <auto *Call>
 FILE *reopened(const char *name, const char *path, const char *mode, FILE *stream)
 {
     const MappedPath mapped(path);
+    UnitCall call(name, nullptr);
+    tellEffect(effectOf(mode), mapped, &call);
+    const bool isRefused = !mapped.isValid() || call.mustFail();
     const int refusal = errno;
-    FILE *result = hostCall<Call>(name)(mapped.isValid() ? mapped.path() : "", mode, stream);
-    if (!mapped.isValid()) {
+    FILE *result = hostCall<Call>(name)(isRefused ? "" : mapped.path(), mode, stream);
+    if (isRefused) {
         errno = refusal;
     }
     return result;
@@ -124,7 +144,7 @@ int openat(int folder, const char *path, int flags, ...)
     va_start(arguments, flags);
     const mode_t mode = modeArgument(flags, arguments);
     va_end(arguments);
-    return withPathAt<::openat>(__func__, folder, path, flags, mode);
+    return withPathAt<::openat>(effectOf(flags), __func__, folder, path, flags, mode);
 }
 
 int openat64(int folder, const char *path, int flags, ...)
@@ -133,7 +153,7 @@ int openat64(int folder, const char *path, int flags, ...)
     va_start(arguments, flags);
     const mode_t mode = modeArgument(flags, arguments);
     va_end(arguments);
-    return withPathAt<::openat64>(__func__, folder, path, flags, mode);
+    return withPathAt<::openat64>(effectOf(flags), __func__, folder, path, flags, mode);
 }
 
 int __open_2(const char *path, int flags)
@@ -148,22 +168,22 @@ int __open64_2(const char *path, int flags)
 
 int __openat_2(int folder, const char *path, int flags)
 {
-    return withPathAt<::__openat_2>(__func__, folder, path, flags);
+    return withPathAt<::__openat_2>(effectOf(flags), __func__, folder, path, flags);
 }
 
 int __openat64_2(int folder, const char *path, int flags)
 {
-    return withPathAt<::__openat64_2>(__func__, folder, path, flags);
+    return withPathAt<::__openat64_2>(effectOf(flags), __func__, folder, path, flags);
 }
 
 int creat(const char *path, mode_t mode)
 {
-    return withPath<::creat>(__func__, path, mode);
+    return withPath<::creat>(Changes, __func__, path, mode);
 }
 
 int creat64(const char *path, mode_t mode)
 {
-    return withPath<::creat64>(__func__, path, mode);
+    return withPath<::creat64>(Changes, __func__, path, mode);
 }
 
 FILE *fopen(const char *path, const char *mode)

@@ -8,6 +8,10 @@
 #include "mappedpath.h"
 #include "unitcall.h"
 
+#include "hardware/unit/kepterrno.h"
+
+#include <unistd.h>
+
 #include <type_traits>
 
 namespace hardware
@@ -31,57 +35,92 @@ template <typename Make> auto passOn(const UnitCall &call, const Make &make)
     return result;
 }
 
+/// What a call does to what is at a path.
+enum Effect {
+    Looks,
+    Changes,
+    Adds ///< changes nothing where there is something already
+};
+
+inline void tellEffect(Effect effect, const MappedPath &mapped, UnitCall *call)
+{
+    const KeptErrno kept;
+    if (mapped.unitPath() != nullptr
+        && (effect == Changes || (effect == Adds && access(mapped.path(), F_OK) != 0))) {
+        call->changes(mapped.unitPath());
+    }
+}
+
 template <auto *Call, typename... Others>
-auto withPath(const char *name, const char *path, Others... others)
+auto withPath(Effect effect, const char *name, const char *path, Others... others)
 {
     const MappedPath mapped(path);
     using Result = decltype(Call(path, others...));
     if (!mapped.isValid()) {
         return failure<Result>();
     }
-    return passOn(UnitCall(name, mapped.unitPath()),
-                  [&] { return hostCall<Call>(name)(mapped.path(), others...); });
+    UnitCall call(name, mapped.unitPath());
+    tellEffect(effect, mapped, &call);
+    return passOn(call, [&] { return hostCall<Call>(name)(mapped.path(), others...); });
 }
 
 template <auto *Call, typename... Others>
-auto withPathAt(const char *name, int folder, const char *path, Others... others)
+auto withPath(const char *name, const char *path, Others... others)
+{
+    return withPath<Call>(Looks, name, path, others...);
+}
+
+template <auto *Call, typename... Others>
+auto withPathAt(Effect effect, const char *name, int folder, const char *path, Others... others)
 {
     const MappedPath mapped(path);
     using Result = decltype(Call(folder, path, others...));
     if (!mapped.isValid()) {
         return failure<Result>();
     }
-    return passOn(UnitCall(name, mapped.unitPath()),
-                  [&] { return hostCall<Call>(name)(folder, mapped.path(), others...); });
-}
-
-/// A call on two paths, with a line if the first one is the unit's.
-inline UnitCall callOnTwo(const char *name, const MappedPath &from, const char *to)
-{
-    return UnitCall(name, from.unitPath(), to == nullptr ? "NULL" : '"' + std::string(to) + '"');
-}
-
-template <auto *Call> int withPaths(const char *name, const char *from, const char *to)
-{
-    const MappedPath mappedFrom(from);
-    const MappedPath mappedTo(to);
-    if (!mappedFrom.isValid() || !mappedTo.isValid()) {
-        return -1;
-    }
-    return passOn(callOnTwo(name, mappedFrom, to),
-                  [&] { return hostCall<Call>(name)(mappedFrom.path(), mappedTo.path()); });
+    UnitCall call(name, mapped.unitPath());
+    tellEffect(effect, mapped, &call);
+    return passOn(call, [&] { return hostCall<Call>(name)(folder, mapped.path(), others...); });
 }
 
 template <auto *Call, typename... Others>
-int withPathsAt(const char *name, int fromFolder, const char *from, int toFolder, const char *to,
-                Others... others)
+auto withPathAt(const char *name, int folder, const char *path, Others... others)
+{
+    return withPathAt<Call>(Looks, name, folder, path, others...);
+}
+
+/// Makes a call on two paths, the second of which it changes, with a line if the first one is the
+/// unit's. \a effect is that on the first one.
+template <typename Make>
+int passOnTwo(Effect effect, const char *name, const MappedPath &from, const MappedPath &to,
+              const char *toAsGiven, const Make &make)
+{
+    if (!from.isValid() || !to.isValid()) {
+        return -1;
+    }
+    UnitCall call(name, from.unitPath(),
+                  toAsGiven == nullptr ? "NULL" : '"' + std::string(toAsGiven) + '"');
+    tellEffect(effect, from, &call);
+    tellEffect(Changes, to, &call);
+    return passOn(call, make);
+}
+
+template <auto *Call>
+int withPaths(Effect effect, const char *name, const char *from, const char *to)
 {
     const MappedPath mappedFrom(from);
     const MappedPath mappedTo(to);
-    if (!mappedFrom.isValid() || !mappedTo.isValid()) {
-        return -1;
-    }
-    return passOn(callOnTwo(name, mappedFrom, to), [&] {
+    return passOnTwo(effect, name, mappedFrom, mappedTo, to,
+                     [&] { return hostCall<Call>(name)(mappedFrom.path(), mappedTo.path()); });
+}
+
+template <auto *Call, typename... Others>
+int withPathsAt(Effect effect, const char *name, int fromFolder, const char *from, int toFolder,
+                const char *to, Others... others)
+{
+    const MappedPath mappedFrom(from);
+    const MappedPath mappedTo(to);
+    return passOnTwo(effect, name, mappedFrom, mappedTo, to, [&] {
         return hostCall<Call>(name)(fromFolder, mappedFrom.path(), toFolder, mappedTo.path(),
                                     others...);
     });

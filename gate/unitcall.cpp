@@ -79,17 +79,33 @@ UnitCall::UnitCall(const char *name, const char *path, const std::string &flags)
     }
 }
 
+void UnitCall::changes(const char *path)
+{
+    if (path != nullptr
+        && Gate::current()->unit().storage().traitAt(path, StickTrait::WriteProtected) != 0) {
+        m_isRefused = true;
+    }
+}
+
 bool UnitCall::mustFail() const
+{
+    if (isToFail()) {
+        errno = EIO;
+        return true;
+    }
+    if (m_isRefused) {
+        errno = EROFS;
+    }
+    return m_isRefused;
+}
+
+bool UnitCall::isToFail() const
 {
     if (m_path == nullptr || Gate::current()->unit().callFaults().isEmpty()) {
         return false;
     }
     const std::string call = m_name + ' ' + m_path;
-    const bool fails = Gate::current()->unit().callFaults().fails(QString::fromStdString(call));
-    if (fails) {
-        errno = EIO;
-    }
-    return fails;
+    return Gate::current()->unit().callFaults().fails(QString::fromStdString(call));
 }
 
 void UnitCall::tell(bool failed) const

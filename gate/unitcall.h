@@ -6,8 +6,8 @@
 namespace hardware
 {
 
-/// A call of the C library's that the gate hands on, for the unit's journal and faults, and for
-/// CallTimes.
+/// A call of the C library's that the gate hands on, for the unit's journal, faults and sticks, and
+/// for CallTimes.
 ///
 /// Journal: gate <name>("<path>"[, <flags>])[ = <error>], after the call. The name is that of the
 /// plain function: "open" for "__open64_2".
@@ -20,16 +20,23 @@ public:
     UnitCall(const UnitCall &) = delete;
     UnitCall &operator=(const UnitCall &) = delete;
 
-    /// Whether it is one that somebody wants to fail: errno is then EIO.
+    /// It would change what is at that path of the unit; null is none.
+    void changes(const char *path);
+
+    /// Whether it is one that somebody wants to fail: errno is then EIO; or one that would change a
+    /// stick that is write-protected: EROFS.
     bool mustFail() const;
 
     /// Writes its line. Keeps errno, which is shown of a call that \a failed.
     void tell(bool failed) const;
 
 private:
+    bool isToFail() const;
+
     std::string m_name;
     const char *m_path;
     std::string m_flags;
+    bool m_isRefused = false;
     const std::chrono::steady_clock::time_point m_start = std::chrono::steady_clock::now();
 };
 

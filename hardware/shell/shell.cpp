@@ -2,6 +2,7 @@
 
 #include "shellcommand.h"
 
+#include "hardware/unit/clock.h"
 #include "hardware/unit/journal.h"
 #include "hardware/unit/unitfolder.h"
 
@@ -12,7 +13,10 @@
 #include <spawn.h>
 #include <sys/wait.h>
 
+#include <algorithm>
 #include <cerrno>
+#include <cmath>
+#include <iterator>
 
 namespace hardware
 {
@@ -22,28 +26,37 @@ namespace
 
 constexpr int notRun = 126 << 8; // as a shell says that it cannot run something
 
-/// The process's environment with the unit's two variables in place of any of their names.
+/// The process's environment with the unit's variables in place of any of their names.
 class Environment
 {
 public:
-    explicit Environment(const QByteArray &unitFolder)
-        : m_folder("UNIT=" + unitFolder)
-        , m_path("PATH=" + unitFolder + "/bin:" + qgetenv("PATH"))
+    Environment(const QByteArray &unitFolder, const Clock &clock)
+        : m_own{"UNIT=" + unitFolder, "PATH=" + unitFolder + "/bin:" + qgetenv("PATH"),
+                "UNIT_SECOND=" + QByteArray::number(std::llround(1e6 / clock.factor()))}
     {
         for (char **variable = environ; *variable != nullptr; ++variable) {
-            if (qstrncmp(*variable, "UNIT=", 5) != 0 && qstrncmp(*variable, "PATH=", 5) != 0) {
+            if (!isOwn(*variable)) {
                 m_variables.append(*variable);
             }
         }
-        m_variables << m_folder.data() << m_path.data() << nullptr;
+        for (QByteArray &variable : m_own) {
+            m_variables.append(variable.data());
+        }
+        m_variables.append(nullptr);
     }
     Q_DISABLE_COPY(Environment)
 
     char *const *variables() const { return m_variables.constData(); }
 
 private:
-    QByteArray m_folder;
-    QByteArray m_path;
+    bool isOwn(const QByteArray &variable) const
+    {
+        return std::any_of(std::begin(m_own), std::end(m_own), [&](const QByteArray &own) {
+            return variable.startsWith(own.left(own.indexOf('=') + 1));
+        });
+    }
+
+    QByteArray m_own[3];
     QVector<char *> m_variables;
 };
 
@@ -72,8 +85,9 @@ int runByShell(QByteArray command, const Environment &environment)
 
 } // namespace
 
-Shell::Shell(const UnitFolder &folder, Journal &journal)
+Shell::Shell(const UnitFolder &folder, const Clock &clock, Journal &journal)
     : m_folder(folder)
+    , m_clock(clock)
     , m_journal(journal)
 {
 }
@@ -88,7 +102,8 @@ int Shell::run(const QByteArray &command) const
         return notRun;
     }
     m_journal.write(source, text);
-    return runByShell(shellCommand.mapped(), Environment(QFile::encodeName(m_folder.root())));
+    return runByShell(shellCommand.mapped(),
+                      Environment(QFile::encodeName(m_folder.root()), m_clock));
 }
 
 QByteArray Shell::mapped(const QByteArray &command)

@@ -5,6 +5,7 @@
 namespace hardware
 {
 
+class Clock;
 class Journal;
 class UnitFolder;
 
@@ -13,7 +14,7 @@ class UnitFolder;
 class Shell
 {
 public:
-    Shell(const UnitFolder &folder, Journal &journal);
+    Shell(const UnitFolder &folder, const Clock &clock, Journal &journal);
 
     /// Runs the command by /bin/sh and waits for its end; the result is that of system().
     /// Journal: shell <command as given>. A command that would still name a path below the host's
@@ -24,11 +25,13 @@ public:
     int run(const QByteArray &command) const;
 
     /// The command with every path of the unit led into the unit's folder, as run() hands it to
-    /// /bin/sh, which knows the folder as "$UNIT".
+    /// /bin/sh, which knows the folder as "$UNIT", and the host's microseconds that a second of the
+    /// unit's time lasts as "$UNIT_SECOND".
     static QByteArray mapped(const QByteArray &command);
 
 private:
     const UnitFolder &m_folder;
+    const Clock &m_clock;
     Journal &m_journal;
 };
 

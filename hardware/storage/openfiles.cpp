@@ -67,6 +67,15 @@ void OpenFiles::closing(int descriptor)
     }
 }
 
+QByteArray OpenFiles::path(int descriptor) const
+{
+    if (!m_hasFiles) {
+        return QByteArray();
+    }
+    const QMutexLocker locker(&m_mutex);
+    return m_files.value(descriptor).path;
+}
+
 Cause OpenFiles::opener(const QByteArray &unitPath) const
 {
     const QMutexLocker locker(&m_mutex);

@@ -29,6 +29,9 @@ public:
     /// The descriptor is about to be closed.
     void closing(int descriptor);
 
+    /// Path of the unit; empty for a descriptor of no such file.
+    QByteArray path(int descriptor) const;
+
     /// What the device with that path of the unit was last opened for: what it hears since follows
     /// from that.
     Cause opener(const QByteArray &unitPath) const;

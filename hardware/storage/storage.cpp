@@ -2,6 +2,7 @@
 
 #include "hardware/unit/gatebypass.h"
 #include "hardware/unit/journal.h"
+#include "hardware/unit/kepterrno.h"
 #include "hardware/unit/unitfolder.h"
 
 #include <QDir>
@@ -29,12 +30,29 @@ QString linkTarget(const QString &slot, const QString &folder)
     return folder.isEmpty() ? QStringLiteral("../sticks/") + slot : folder;
 }
 
+/// What the journal says of it.
+QString line(const QString &slot, StickTrait trait, int value)
+{
+    switch (trait) {
+    case StickTrait::Full:
+        return (value == 0 ? QStringLiteral("free ") : QStringLiteral("full ")) + slot;
+    case StickTrait::WriteProtected:
+        return (value == 0 ? QStringLiteral("writable ") : QStringLiteral("write-protected "))
+            + slot;
+    case StickTrait::Slow:
+        break;
+    }
+    return value == 0 ? QStringLiteral("fast ") + slot
+                      : QStringLiteral("slow %1 %2").arg(slot, QString::number(value));
+}
+
 } // namespace
 
 Storage::Storage(const UnitFolder &folder, Journal &journal)
     : m_folder(folder)
     , m_journal(journal)
     , m_file(folder.path(QStringLiteral("/storage.ini")), journal)
+    , m_marks(folder)
 {
 }
 
@@ -167,39 +185,34 @@ const StorageSlot *Storage::slotAt(const QString &mountRoot) const
     return found == slotList.cend() ? nullptr : &*found;
 }
 
-bool Storage::setFull(const QString &name, bool full, QString *error)
+bool Storage::setTrait(const QString &name, StickTrait trait, int value, QString *error)
 {
     const QMutexLocker locker(&m_mutex);
     const StorageSlot *slot = m_slots.find(name, error);
-    if (slot == nullptr) {
+    if (slot == nullptr || !m_marks.set(trait, slot->mountRoot, value, error)) {
         return false;
     }
-    QFile mark(fullMark(*slot));
-    if (full && !(QDir().mkpath(QFileInfo(mark).path()) && mark.open(QIODevice::WriteOnly))) {
-        *error = QStringLiteral("\"%1\" cannot be written.").arg(mark.fileName());
-        return false;
-    }
-    if (!full) {
-        mark.remove();
-    }
-    m_journal.write(QStringLiteral("storage"),
-                    (full ? QStringLiteral("full ") : QStringLiteral("free ")) + name);
+    m_journal.write(QStringLiteral("storage"), line(name, trait, value));
     return true;
 }
 
-bool Storage::isFull(const QString &name) const
+int Storage::trait(const QString &name, StickTrait trait) const
 {
     const QMutexLocker locker(&m_mutex);
     QString ignored;
     const StorageSlot *slot = m_slots.find(name, &ignored);
-    return slot != nullptr && QFile::exists(fullMark(*slot));
+    return slot == nullptr ? 0 : m_marks.value(trait, slot->mountRoot);
 }
 
-/// The unit's cp looks for this file.
-QString Storage::fullMark(const StorageSlot &slot) const
+int Storage::traitAt(const QByteArray &unitPath, StickTrait trait) const
 {
-    return m_folder.path(QStringLiteral("/full"))
-        + slot.mountRoot.mid(slot.mountRoot.lastIndexOf(QLatin1Char('/')));
+    const KeptErrno kept;
+    const QString path = QFile::decodeName(unitPath) + QLatin1Char('/');
+    const QMutexLocker locker(&m_mutex);
+    const auto stick = std::find_if(m_sticks.cbegin(), m_sticks.cend(), [&path](const Stick &each) {
+        return path.startsWith(each.mountRoot + QLatin1Char('/'));
+    });
+    return stick == m_sticks.cend() ? 0 : m_marks.value(trait, stick->mountRoot);
 }
 
 bool Storage::remount(const Stick &stick, QString *error)

@@ -2,6 +2,7 @@
 
 #include "slottable.h"
 #include "stickfile.h"
+#include "stickmarks.h"
 
 #include <QList>
 #include <QMutex>
@@ -51,13 +52,17 @@ public:
     int controllerId(const QString &mountRoot) const;
     int mediaType(const QString &mountRoot) const;
 
-    /// From now on the stick in the named slot takes no more bytes, or does again: a full stick
-    /// still takes folders and empty files from the unit's shell. Lasts, also over a restart, until
-    /// it is taken back. False with a sentence in \a error for an unknown slot.
-    /// Journal: storage full <name>, storage free <name>.
-    bool setFull(const QString &name, bool full, QString *error);
-    /// False for an unknown slot, too.
-    bool isFull(const QString &name) const;
+    /// From now on the stick in the named slot is like that, or with 0 is not. Lasts, also over a
+    /// restart and with another stick, until it is taken back. False with a sentence in \a error
+    /// for an unknown slot.
+    /// Journal: storage full <name>, storage free <name>; storage write-protected <name>, storage
+    /// writable <name>; storage slow <name> <bytes per second>, storage fast <name>.
+    bool setTrait(const QString &name, StickTrait trait, int value, QString *error);
+    /// 0 for an unknown slot, too.
+    int trait(const QString &name, StickTrait trait) const;
+    /// Of the plugged stick that a plain path of the unit leads to; 0 for any other path. Keeps
+    /// errno.
+    int traitAt(const QByteArray &unitPath, StickTrait trait) const;
 
 signals:
     void mounted(const QString &mountRoot);
@@ -67,13 +72,13 @@ private:
     bool remount(const Stick &stick, QString *error);
     bool mount(const Stick &stick, QString *error) const;
     void unmount(const Stick &stick) const;
-    QString fullMark(const StorageSlot &slot) const;
     int stickIn(const QString &slot) const;
     const StorageSlot *slotAt(const QString &mountRoot) const;
 
     const UnitFolder &m_folder;
     Journal &m_journal;
     const StickFile m_file;
+    const StickMarks m_marks;
     mutable QMutex m_mutex;
     SlotTable m_slots;
     QList<Stick> m_sticks;

@@ -60,6 +60,7 @@ public:
     const UnitFolder &folder() const { return m_folder; }
     Settings &settings() { return m_settings; }
     Storage &storage() { return m_storage; }
+    const Storage &storage() const { return m_storage; }
     Mcu &mcu() { return m_mcu; }
     PhysicalMemory &memory() { return m_memory; }
     NcmTest &ncmTest() { return m_ncmTest; }

@@ -5,7 +5,7 @@
 
 #include "hardware/unit/unit.h"
 
-#include <QRegularExpression>
+#include <limits>
 
 namespace simulator
 {
@@ -15,6 +15,8 @@ namespace
 
 using hardware::DabTuner;
 using hardware::MemoryDevice;
+using hardware::StickTrait;
+using hardware::Storage;
 using hardware::Unit;
 
 const int defaultPercent = 50;
@@ -181,43 +183,91 @@ FaultDevice dabFaults(DabTuner &tuner)
             [&tuner] { tuner.setFault(DabTuner::NoFault, 0); }};
 }
 
-FaultDevice storageFaults(hardware::Storage &storage)
+struct StickFault
 {
-    const QString full = QStringLiteral("full");
-    const auto fullSlots = [&storage] {
-        QStringList names;
-        const QList<hardware::StorageSlot> table = storage.slotTable();
+    const char *name;
+    StickTrait trait;
+    const char *help;
+};
+
+const StickFault stickFaults[] = {
+    {"full", StickTrait::Full, "the stick there takes no more bytes from the unit's cp"},
+    {"write-protected", StickTrait::WriteProtected, "nothing on the stick there can be changed"},
+    {"slow", StickTrait::Slow, "the stick there reads and writes so many bytes a second"},
+};
+
+/// What stands behind the fault's name.
+QString arguments(const StickFault &fault)
+{
+    return fault.trait == StickTrait::Slow ? QStringLiteral(" SLOT BYTES")
+                                           : QStringLiteral(" SLOT");
+}
+
+/// Calls for each stick that has one, with the value that says so.
+void forEachStickFault(
+    const Storage &storage,
+    const std::function<void(const StickFault &fault, const QString &slot, int value)> &tell)
+{
+    const QList<hardware::StorageSlot> table = storage.slotTable();
+    for (const StickFault &fault : stickFaults) {
         for (const hardware::StorageSlot &slot : table) {
-            if (storage.isFull(slot.name)) {
-                names.append(slot.name);
+            const int value = storage.trait(slot.name, fault.trait);
+            if (value != 0) {
+                tell(fault, slot.name, value);
             }
         }
-        return names;
-    };
+    }
+}
+
+bool setStickFault(Storage &storage, const QStringList &words, QString *error)
+{
+    QStringList forms;
+    for (const StickFault &fault : stickFaults) {
+        int value = 1;
+        forms.append(fault.name + arguments(fault));
+        if (words.first() != QLatin1String(fault.name)
+            || words.size() != forms.last().count(QLatin1Char(' ')) + 1) {
+            continue;
+        }
+        return (fault.trait != StickTrait::Slow
+                || readNumber(words.at(2), QStringLiteral("BYTES"), 1,
+                              std::numeric_limits<int>::max(), &value, error))
+            && storage.setTrait(words.at(1), fault.trait, value, error);
+    }
+    *error = QStringLiteral("of a storage slot there is only: ") + forms.join(QLatin1String(", "));
+    return false;
+}
+
+FaultDevice storageFaults(Storage &storage)
+{
     return {QStringLiteral("storage"),
-            [full] {
-                return QStringList(explained(
-                    full + QLatin1String(" SLOT"),
-                    QStringLiteral("the stick there takes no more bytes from the unit's cp")));
-            },
-            [full, fullSlots] {
-                QStringList present = fullSlots();
-                for (QString &slot : present) {
-                    slot.prepend(full + QLatin1Char(' '));
+            [] {
+                QStringList lines;
+                for (const StickFault &fault : stickFaults) {
+                    lines.append(
+                        explained(fault.name + arguments(fault), QLatin1String(fault.help)));
                 }
+                return lines;
+            },
+            [&storage] {
+                QStringList present;
+                forEachStickFault(
+                    storage, [&](const StickFault &fault, const QString &slot, int value) {
+                        const QString name = QLatin1String(fault.name) + QLatin1Char(' ') + slot;
+                        present.append(fault.trait == StickTrait::Slow
+                                           ? QStringLiteral("%1 %2").arg(name).arg(value)
+                                           : name);
+                    });
                 return present;
             },
-            [full, &storage](const QStringList &words, QString *error) {
-                *error = QStringLiteral("of a storage slot there is only: full SLOT");
-                return words.size() == 2 && words.first() == full
-                    && storage.setFull(words.at(1), true, error);
+            [&storage](const QStringList &words, QString *error) {
+                return setStickFault(storage, words, error);
             },
-            [fullSlots, &storage] {
-                QString ignored;
-                const QStringList names = fullSlots();
-                for (const QString &name : names) {
-                    storage.setFull(name, false, &ignored);
-                }
+            [&storage] {
+                forEachStickFault(storage, [&](const StickFault &fault, const QString &slot, int) {
+                    QString ignored;
+                    storage.setTrait(slot, fault.trait, 0, &ignored);
+                });
             }};
 }
 

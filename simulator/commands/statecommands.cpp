@@ -20,6 +20,7 @@ namespace
 using hardware::DayNight;
 using hardware::Panel;
 using hardware::PhysicalMemory;
+using hardware::StickTrait;
 using hardware::Unit;
 
 QJsonObject unit(Unit &unit)
@@ -72,13 +73,16 @@ QJsonObject storage(Unit &unit)
     const QStringList plugged = unit.storage().mountRoots();
     const QList<hardware::StorageSlot> table = unit.storage().slotTable();
     for (const hardware::StorageSlot &slot : table) {
+        const auto is = [&](StickTrait trait) { return unit.storage().trait(slot.name, trait); };
         slotArray.append(QJsonObject({{"name", slot.name},
                                       {"mediaType", slot.mediaType},
                                       {"controller", slot.controllerId},
                                       {"mountRoot", slot.mountRoot},
                                       {"plugged", plugged.contains(slot.mountRoot)},
                                       {"files", filesOn(unit, slot)},
-                                      {"full", unit.storage().isFull(slot.name)}}));
+                                      {"full", is(StickTrait::Full) != 0},
+                                      {"writeProtected", is(StickTrait::WriteProtected) != 0},
+                                      {"bytesPerSecond", is(StickTrait::Slow)}}));
     }
     return {{"slots", slotArray}};
 }

@@ -40,7 +40,6 @@ private slots:
     void plugRefuses_data();
     void plugRefuses();
     void pullRefuses();
-    void aFullStickIsMarkedUntilItIsNot();
     void whatIsInTheWayIsLeft_data();
     void whatIsInTheWayIsLeft();
     void aLinkToTheStickIsTakenOver_data();
@@ -261,24 +260,6 @@ void TestStorage::pullRefuses()
     QCOMPARE(error,
              QStringLiteral("There is no slot \"usb9\"; the slots are: usb0, usb1, sd0, sd1."));
     QCOMPARE(m_journal->end(), qint64(0));
-}
-
-void TestStorage::aFullStickIsMarkedUntilItIsNot()
-{
-    QString error;
-    const QString mark = path(QStringLiteral("/full/usb0"));
-    QVERIFY2(m_storage->setFull(usb0, true, &error), qPrintable(error));
-    QVERIFY(QFileInfo::exists(mark));
-    QVERIFY(m_storage->setFull(usb0, true, &error));
-    QVERIFY(m_storage->setFull(usb0, false, &error));
-    QVERIFY(!QFileInfo::exists(mark));
-    QVERIFY(m_storage->setFull(usb0, false, &error));
-    QVERIFY(!m_storage->setFull(QStringLiteral("usb9"), true, &error));
-    QCOMPARE(error,
-             QStringLiteral("There is no slot \"usb9\"; the slots are: usb0, usb1, sd0, sd1."));
-    QCOMPARE(m_journal->lines(),
-             QStringList({"storage full usb0", "storage full usb0", "storage free usb0",
-                          "storage free usb0"}));
 }
 
 void TestStorage::whatIsInTheWayIsLeft_data()

@@ -3,7 +3,12 @@
 #include "support/openunit.h"
 #include "support/testmain.h"
 
+#include <QDirIterator>
 #include <QtTest>
+
+#include <future>
+
+using hardware::StickTrait;
 
 class tst_UnitCommands : public QObject
 {
@@ -17,6 +22,12 @@ private slots:
     void killallRefuses_data();
     void killallRefuses();
     void printkIsTheUnits();
+    void aWriteProtectedStickIsNotChanged_data();
+    void aWriteProtectedStickIsNotChanged();
+    void aWriteProtectedStickIsRead();
+    void aSlowStickTakesItsTime_data();
+    void aSlowStickTakesItsTime();
+    void aSlowCopyThatIsPulledIsHalfDone();
 };
 
 namespace
@@ -26,6 +37,28 @@ int run(OpenUnit &unit, const QByteArray &command)
 {
     const int status = unit->shell().run(command + " 2>/dev/null");
     return WIFEXITED(status) ? WEXITSTATUS(status) : -1;
+}
+
+/// A stick with a file, which is like that.
+void plug(OpenUnit &unit, StickTrait trait, int value)
+{
+    writeFile(unit.path(QStringLiteral("/sticks/usb0/kept/log")), "old");
+    QString error;
+    QVERIFY2(unit->storage().plug(QStringLiteral("usb0"), QString(), &error), qPrintable(error));
+    QVERIFY2(unit->storage().setTrait(QStringLiteral("usb0"), trait, value, &error),
+             qPrintable(error));
+}
+
+/// All in it and below it, by their paths from there.
+QStringList filesOf(const QString &folder)
+{
+    QStringList names;
+    QDirIterator files(folder, QDir::Files, QDirIterator::Subdirectories);
+    while (files.hasNext()) {
+        names.append(QDir(folder).relativeFilePath(files.next()));
+    }
+    names.sort();
+    return names;
 }
 
 } // namespace
@@ -92,6 +125,108 @@ void tst_UnitCommands::printkIsTheUnits()
              QByteArray("7\t4\t1\t7\n"));
     QCOMPARE(run(unit, "echo 0 > /proc/sys/kernel/printk"), 0);
     QCOMPARE(readFile(unit.path(QStringLiteral("/proc/sys/kernel/printk"))), QByteArray("0\n"));
+}
+
+void tst_UnitCommands::aWriteProtectedStickIsNotChanged_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::addColumn<int>("status");
+    QTest::addColumn<QString>("complaint");
+    const auto row = [](const char *command, const QString &complaint) {
+        QTest::newRow(command) << QByteArray(command) << int(!complaint.isEmpty()) << complaint;
+    };
+    row("cp /media/flash/log /media/usb0",
+        "cp: cannot create regular file '%1/media/usb0': Read-only file system");
+    row("cp -rf /media/flash/* /media/usb0/kept/",
+        "cp: cannot create regular file '%1/media/usb0/kept/': Read-only file system");
+    row("mkdir -p /media/usb0/new/folder",
+        "mkdir: cannot create directory '%1/media/usb0/new/folder': Read-only file system");
+    row("rm /media/usb0/kept/log",
+        "rm: cannot remove '%1/media/usb0/kept/log': Read-only file system");
+    row("rm -rf /media/usb0/kept", "rm: cannot remove '%1/media/usb0/kept': Read-only file system");
+    row("mkdir -p /media/usb0/kept", QString());
+    row("rm -f /media/usb0/none", QString());
+}
+
+void tst_UnitCommands::aWriteProtectedStickIsNotChanged()
+{
+    QFETCH(QByteArray, command);
+    QFETCH(QString, complaint);
+    OpenUnit unit;
+    writeFile(unit.path(QStringLiteral("/media/flash/log")), "new");
+    plug(unit, StickTrait::WriteProtected, 1);
+    const QString heard = unit.beside(QStringLiteral("heard"));
+    const int status = unit->shell().run(command + " 2>" + heard.toLocal8Bit());
+    QTEST(WEXITSTATUS(status), "status");
+    QCOMPARE(QString::fromLocal8Bit(readFile(heard)).trimmed(),
+             complaint.replace("%1", unit->folder().root()));
+    QCOMPARE(filesOf(unit.path(QStringLiteral("/sticks/usb0"))), QStringList("kept/log"));
+    QCOMPARE(readFile(unit.path(QStringLiteral("/sticks/usb0/kept/log"))), QByteArray("old"));
+}
+
+void tst_UnitCommands::aWriteProtectedStickIsRead()
+{
+    OpenUnit unit;
+    plug(unit, StickTrait::WriteProtected, 1);
+    QCOMPARE(run(unit, "cp /media/usb0/kept/log /media/flash/"), 0);
+    QCOMPARE(readFile(unit.path(QStringLiteral("/media/flash/log"))), QByteArray("old"));
+    QString error;
+    QVERIFY(unit->storage().plug(QStringLiteral("usb1"), QString(), &error));
+    QCOMPARE(run(unit, "cp /media/flash/log /media/usb1/new"), 0);
+    QVERIFY(
+        unit->storage().setTrait(QStringLiteral("usb0"), StickTrait::WriteProtected, 0, &error));
+    QCOMPARE(run(unit, "cp /media/flash/log /media/usb0/new"), 0);
+    QCOMPARE(run(unit, "rm /media/usb0/kept/log"), 0);
+    QCOMPARE(filesOf(unit.path(QStringLiteral("/sticks/usb0"))), QStringList("new"));
+}
+
+void tst_UnitCommands::aSlowStickTakesItsTime_data()
+{
+    QTest::addColumn<QByteArray>("command");
+    QTest::newRow("written") << QByteArray("cp -rf /media/flash/a /media/flash/b /media/usb0/");
+    QTest::newRow("written as a file") << QByteArray("cp /media/flash/both /media/usb0/file");
+    QTest::newRow("read") << QByteArray("cp -rf /media/usb0/both /media/flash/nvm/");
+}
+
+void tst_UnitCommands::aSlowStickTakesItsTime()
+{
+    QFETCH(QByteArray, command);
+    const double timeFactor = 20;
+    OpenUnit unit(timeFactor);
+    writeFile(unit.path(QStringLiteral("/media/flash/a")), QByteArray(30000, 'a'));
+    writeFile(unit.path(QStringLiteral("/media/flash/b")), QByteArray(10000, 'b'));
+    writeFile(unit.path(QStringLiteral("/media/flash/both")), QByteArray(40000, 'c'));
+    plug(unit, StickTrait::Slow, 1000);
+    writeFile(unit.path(QStringLiteral("/media/usb0/both")), QByteArray(40000, 'c'));
+    QElapsedTimer host;
+    host.start();
+    QCOMPARE(run(unit, command), 0);
+    // 40 s of the unit's time, 2 s of the host's; a busy host is later.
+    QVERIFY2(host.elapsed() >= 2000 && host.elapsed() < 35000,
+             qPrintable(QString::number(host.elapsed())));
+    QString error;
+    QVERIFY(unit->storage().setTrait(QStringLiteral("usb0"), StickTrait::Slow, 0, &error));
+    host.start();
+    QCOMPARE(run(unit, command), 0);
+    QVERIFY2(host.elapsed() < 2000, qPrintable(QString::number(host.elapsed())));
+}
+
+void tst_UnitCommands::aSlowCopyThatIsPulledIsHalfDone()
+{
+    OpenUnit unit;
+    writeFile(unit.path(QStringLiteral("/media/flash/first")), "1");
+    writeFile(unit.path(QStringLiteral("/media/flash/second")), QByteArray(4000, '2'));
+    plug(unit, StickTrait::Slow, 1000);
+    std::future<int> copy = std::async(std::launch::async, [&] {
+        return run(unit, "cp -rf /media/flash/first /media/flash/second /media/usb0/");
+    });
+    QTRY_VERIFY_WITH_TIMEOUT(QFileInfo(unit.path(QStringLiteral("/sticks/usb0/first"))).size() == 1,
+                             30000);
+    QString error;
+    QVERIFY2(unit->storage().pull(QStringLiteral("usb0"), &error), qPrintable(error));
+    QCOMPARE(copy.get(), 1);
+    QCOMPARE(filesOf(unit.path(QStringLiteral("/sticks/usb0"))),
+             (QStringList{"first", "kept/log"}));
 }
 
 FACTORY_TEST_GUILESS_MAIN(tst_UnitCommands)

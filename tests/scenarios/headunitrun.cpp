@@ -6,6 +6,7 @@
 #include <QFile>
 #include <QFileInfo>
 #include <QProcess>
+#include <QRegularExpression>
 #include <QtTest>
 
 namespace
@@ -100,4 +101,15 @@ QByteArray HeadunitRun::read(const QString &unitPath) const
 {
     QFile file(path(unitPath));
     return file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray();
+}
+
+double HeadunitRun::journalTime(const QString &beginning) const
+{
+    const QRegularExpression line(QStringLiteral("^(\\d+\\.\\d+) #\\S+ ")
+                                      + QRegularExpression::escape(beginning),
+                                  QRegularExpression::MultilineOption);
+    const QString journal = QString::fromUtf8(read(QStringLiteral("/journal.log")));
+    const QRegularExpressionMatch match =
+        line.match(journal, journal.lastIndexOf(QLatin1String("\n# ")) + 1);
+    return match.hasMatch() ? match.captured(1).toDouble() : -1;
 }

@@ -42,6 +42,10 @@ public:
     void write(const QString &unitPath, const QByteArray &content) const;
     QByteArray read(const QString &unitPath) const;
 
+    /// Seconds of the unit's time at which the last session journalled its first line of a source
+    /// that begins like that; -1 for none.
+    double journalTime(const QString &beginning) const;
+
 private:
     QTemporaryDir m_folder;
 };

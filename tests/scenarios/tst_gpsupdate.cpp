@@ -22,6 +22,7 @@ private slots:
     void quitEndsAnUpgradeThatHangs();
     void stickPulledDuringTheTransfer();
     void stickPulledDuringTheCheck();
+    void aSlowSticksCheckTakesItsTime();
     void whatBlocksTheScreenIsKnown();
 };
 
@@ -167,6 +168,19 @@ void TestGpsUpdate::stickPulledDuringTheCheck()
                           qint64(length) + qint64(sizeof header)));
     RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), upgradeSpeed);
     RUN_SCENARIO(run, QStringLiteral("gps-pulled-check.txt"), upgradeSpeed);
+}
+
+void TestGpsUpdate::aSlowSticksCheckTakesItsTime()
+{
+    HeadunitRun run;
+    makePackages(run);
+    RUN_SCENARIO(run, QStringLiteral("gps-slow.txt"), upgradeSpeed);
+    const double begun =
+        run.journalTime(QStringLiteral("gate fopen(\"/media/usb0/gps_bootloader.pkg\""));
+    const double done =
+        run.journalTime(QStringLiteral("gate fopen(\"/media/usb1/gps_firmware.pkg\""));
+    QVERIFY(begun > 0);
+    QVERIFY2(done - begun >= 5, qPrintable(QString::number(done - begun)));
 }
 
 void TestGpsUpdate::whatBlocksTheScreenIsKnown()

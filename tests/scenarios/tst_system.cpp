@@ -20,6 +20,8 @@ private slots:
     void logCopyShowsThatItRuns();
     void logCopyWithoutLogFolder();
     void logCopyToAFullStick();
+    void logCopyToAWriteProtectedStick();
+    void logCopyToASlowStick();
     void logCopyWithAPulledStick();
     void stickPulledDuringTheLogCopy();
     void logCopyToAMountRootTooLongForACommand();
@@ -160,6 +162,38 @@ void TestSystem::logCopyToAFullStick()
     for (const QByteArray &content : copied) {
         QCOMPARE(content, QByteArray());
     }
+}
+
+void TestSystem::logCopyToAWriteProtectedStick()
+{
+    HeadunitRun run;
+    run.write(logFolder + QStringLiteral("/a.log"), knownBytes(3000, 2));
+    run.write(crashDump, "dump");
+    run.write(QStringLiteral("/sticks/usb0/kept"), "kept");
+    RUN_SCENARIO(run, QStringLiteral("system-log-write-protected.txt"));
+    QCOMPARE(tree(run, QStringLiteral("/sticks/usb0")),
+             (QMap<QString, QByteArray>{{QStringLiteral("kept"), "kept"}}));
+    QVERIFY(!QFileInfo::exists(run.path(QStringLiteral("/sticks/usb0/QM_SYSTEMLOG"))));
+    const QImage before = picture(run, "system-log-write-protected-before.png");
+    QVERIFY(!before.isNull());
+    QCOMPARE(picture(run, "system-log-write-protected.png"), before);
+}
+
+void TestSystem::logCopyToASlowStick()
+{
+    HeadunitRun run;
+    run.write(logFolder + QStringLiteral("/a.log"), knownBytes(20000, 2));
+    run.write(logFolder + QStringLiteral("/b.log"), knownBytes(20000, 3));
+    run.write(crashDump, "dump");
+    RUN_SCENARIO(run, QStringLiteral("system-log-slow.txt"), 10);
+    QCOMPARE(tree(run, target).size(), 3);
+    const double begun =
+        run.journalTime(QStringLiteral("shell cp -rf /media/flash/userdata/log_service//*"));
+    const double done = run.journalTime(QStringLiteral("shell cp -rf /media/flash/nvm/"));
+    QVERIFY(begun > 0);
+    QVERIFY2(done - begun >= 40, qPrintable(QString::number(done - begun)));
+    QVERIFY(picture(run, "system-log-slow-copying.png").copy(copyButton)
+            != picture(run, "system-log-slow-copied.png").copy(copyButton));
 }
 
 void TestSystem::logCopyWithAPulledStick()

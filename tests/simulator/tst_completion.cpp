@@ -28,6 +28,7 @@ void TestCompletion::completes_data()
     QTest::newRow("no button there") << "press return " << QStringList{"nowait"};
     QTest::newRow("behind words with blanks") << "press 'a b' n" << QStringList{"nowait"};
     QTest::newRow("key") << "key " << QStringList{"FACTORY", "HOME"};
+    QTest::newRow("switch") << "write-protect usb0 " << QStringList{"off", "on"};
     QTest::newRow("option") << "journal -" << QStringList{"--all"};
     QTest::newRow("verb to explain") << "help ke" << QStringList{"key", "keylight"};
     QTest::newRow("verb that is to fail") << "fails pul" << QStringList{"pull"};

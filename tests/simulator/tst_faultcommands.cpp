@@ -22,7 +22,10 @@ private slots:
     void noneEndsAll();
     void tellsWhatCanFail();
     void everyCallThatIsListedIsTaken();
-    void fullStickIsToldAndMarked();
+    void whatASticksFaultsAreIsTold();
+    void verbsSayWhatAStickIsLike();
+    void verbsOfSticksRefuse_data();
+    void verbsOfSticksRefuse();
 };
 
 namespace
@@ -75,7 +78,10 @@ void TestFaultCommands::refuses_data()
     QTest::newRow("receiver") << "fault receiver silence prompt 3"
                               << "the stage \"prompt\" has no blocks";
     QTest::newRow("storage") << "fault storage usb0"
-                             << "of a storage slot there is only: full SLOT";
+                             << "of a storage slot there is only: full SLOT, write-protected SLOT, "
+                                "slow SLOT BYTES";
+    QTest::newRow("storage: slow") << "fault storage slow usb0 0"
+                                   << "BYTES is a whole number from 1 to 2147483647, not \"0\"";
     QTest::newRow("storage: slot")
         << "fault storage full usb9"
         << "There is no slot \"usb9\"; the slots are: usb0, usb1, sd0, sd1.";
@@ -105,6 +111,8 @@ void TestFaultCommands::isListedUntilItIsEnded_data()
     QTest::newRow("ncm refused") << "ncm refused";
     QTest::newRow("receiver nak 3 5 firmware") << "receiver nak 3 5 firmware";
     QTest::newRow("storage full sd1") << "storage full sd1";
+    QTest::newRow("storage write-protected usb0") << "storage write-protected usb0";
+    QTest::newRow("storage slow usb1 5000") << "storage slow usb1 5000";
     QTest::newRow("update silent") << "update silent";
     QTest::newRow("update no-data") << "update no-data";
     QTest::newRow("vendor look-up") << "vendor look-up";
@@ -130,14 +138,15 @@ void TestFaultCommands::callsReceiverAndStorageHaveSeveral()
     TestSimulator unit;
     const QStringList faults{"call \"system sync\"",      "call \"system cp\" 2",
                              "receiver nak 3 5 firmware", "receiver no-yc",
-                             "storage full usb0",         "storage full sd0"};
+                             "storage full usb0",         "storage full sd0",
+                             "storage slow usb0 9"};
     for (const QString &fault : faults) {
         QCOMPARE(unit.errorOf("fault " + fault), QString());
     }
-    QCOMPARE(
-        present(unit),
-        (QStringList{"  call 1 system sync", "  call 2 system cp", "  receiver nak 3 5 firmware",
-                     "  receiver no-yc", "  storage full usb0", "  storage full sd0"}));
+    QCOMPARE(present(unit),
+             (QStringList{"  call 1 system sync", "  call 2 system cp",
+                          "  receiver nak 3 5 firmware", "  receiver no-yc", "  storage full usb0",
+                          "  storage full sd0", "  storage slow usb0 9"}));
 }
 
 void TestFaultCommands::othersHaveOneAtATime()
@@ -196,14 +205,56 @@ void TestFaultCommands::everyCallThatIsListedIsTaken()
     QCOMPARE(present(unit).size(), calls.size());
 }
 
-void TestFaultCommands::fullStickIsToldAndMarked()
+void TestFaultCommands::whatASticksFaultsAreIsTold()
 {
     TestSimulator unit;
-    for (const char *line : {"fault storage full usb0", "fault storage none"}) {
+    for (const char *line : {"fault storage full usb0", "fault storage write-protected sd1",
+                             "fault storage slow usb0 5", "fault storage none"}) {
         QCOMPARE(unit.errorOf(line), QString());
     }
     QCOMPARE(unit.journal().lines("storage"),
-             (QStringList{"storage full usb0", "storage free usb0"}));
+             (QStringList{"storage full usb0", "storage write-protected sd1", "storage slow usb0 5",
+                          "storage free usb0", "storage writable sd1", "storage fast usb0"}));
+}
+
+void TestFaultCommands::verbsSayWhatAStickIsLike()
+{
+    TestSimulator unit;
+    for (const char *line : {"full usb0 on", "full usb1 on", "write-protect usb0 on",
+                             "slow usb0 100000", "slow sd0 1", "full usb0 off", "slow sd0 0"}) {
+        QCOMPARE(unit.errorOf(line), QString());
+    }
+    QCOMPARE(present(unit),
+             (QStringList{"  storage full usb1", "  storage write-protected usb0",
+                          "  storage slow usb0 100000"}));
+    QCOMPARE(unit.errorOf("write-protect usb0 off"), QString());
+    QCOMPARE(present(unit), (QStringList{"  storage full usb1", "  storage slow usb0 100000"}));
+}
+
+void TestFaultCommands::verbsOfSticksRefuse_data()
+{
+    QTest::addColumn<QString>("error");
+    const QString slot("There is no slot \"usb9\"; the slots are: usb0, usb1, sd0, sd1.");
+    QTest::newRow("full usb9 on") << slot;
+    QTest::newRow("write-protect usb9 off") << slot;
+    QTest::newRow("slow usb9 100") << slot;
+    QTest::newRow("full usb0 1") << "a stick's switch is on or off, not \"1\"";
+    QTest::newRow("write-protect usb0 yes") << "a stick's switch is on or off, not \"yes\"";
+    QTest::newRow("write-protect usb0") << "usage: write-protect SLOT on|off";
+    QTest::newRow("slow usb0") << "usage: slow SLOT BYTES-PER-SECOND";
+    const QString number("BYTES-PER-SECOND is a whole number from 0 to 2147483647, not \"%1\"");
+    QTest::newRow("slow usb0 fast") << number.arg("fast");
+    QTest::newRow("slow usb0 -1") << number.arg("-1");
+    QTest::newRow("slow usb0 2147483648") << number.arg("2147483648");
+}
+
+void TestFaultCommands::verbsOfSticksRefuse()
+{
+    QFETCH(QString, error);
+    TestSimulator unit;
+    QCOMPARE(unit.errorOf(QTest::currentDataTag()), error);
+    QCOMPARE(present(unit), QStringList());
+    QCOMPARE(unit.journal().lines("storage"), QStringList());
 }
 
 FACTORY_TEST_MAIN(TestFaultCommands)

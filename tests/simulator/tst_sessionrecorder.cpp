@@ -219,6 +219,9 @@ void TestSessionRecorder::commands_data()
     row("fault receiver nak 3 5");
     row("fault call \"system sync\" 2");
     row("fault storage full usb0");
+    row("full usb1 off");
+    row("write-protect usb0 on");
+    row("slow usb0 100000");
     row("fault none");
     row("repeat 2 \"als 5\"", "als 5, als 5");
 }

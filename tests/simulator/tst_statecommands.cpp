@@ -78,12 +78,13 @@ void TestStateCommands::tellsWhatWasSet_data()
         << QStringList{"daynight day 70", "daynight night 20", "daynight automatic off"}
         << R"json({"reading":null,"dayThreshold":70,"nightThreshold":20,
                                    "automatic":false,"mode":"day","curve":false})json";
-    QTest::newRow("storage") << QStringList{"plug usb1", "fault storage full sd0"}
+    QTest::newRow("storage") << QStringList{"plug usb1", "full sd0 on", "write-protect usb0 on",
+                                            "slow usb1 5000"}
                              << R"json({"slots":[
-              {"name":"usb0","mediaType":1,"controller":0,"mountRoot":"/media/usb0","files":[],"plugged":false,"full":false},
-              {"name":"usb1","mediaType":1,"controller":1,"mountRoot":"/media/usb1","files":[],"plugged":true,"full":false},
-              {"name":"sd0","mediaType":2,"controller":0,"mountRoot":"/media/sd0","files":[],"plugged":false,"full":true},
-              {"name":"sd1","mediaType":2,"controller":1,"mountRoot":"/media/sd1","files":[],"plugged":false,"full":false}]})json";
+              {"name":"usb0","mediaType":1,"controller":0,"mountRoot":"/media/usb0","files":[],"plugged":false,"full":false,"writeProtected":true,"bytesPerSecond":0},
+              {"name":"usb1","mediaType":1,"controller":1,"mountRoot":"/media/usb1","files":[],"plugged":true,"full":false,"writeProtected":false,"bytesPerSecond":5000},
+              {"name":"sd0","mediaType":2,"controller":0,"mountRoot":"/media/sd0","files":[],"plugged":false,"full":true,"writeProtected":false,"bytesPerSecond":0},
+              {"name":"sd1","mediaType":2,"controller":1,"mountRoot":"/media/sd1","files":[],"plugged":false,"full":false,"writeProtected":false,"bytesPerSecond":0}]})json";
     QTest::newRow("usb") << QStringList{"usb 0 SDP", "usb 1 DCP", "usb certification T"}
                          << R"json({"modes":[2,1],"certification":"T"})json";
     QTest::newRow("phy") << QStringList{"memory phySwing 7F7F7F5F", "memory testMode1 9"}
