@@ -4,6 +4,7 @@
 #include "unitclient.h"
 
 #include <QCheckBox>
+#include <QComboBox>
 #include <QDragEnterEvent>
 #include <QFileDialog>
 #include <QFileInfo>
@@ -22,6 +23,7 @@ namespace
 {
 
 const int filesShown = 2;
+const int speedsOffered = 4;
 
 /// The folder that is dragged; empty where it is anything else.
 QString folderOf(const QMimeData *data)
@@ -53,7 +55,12 @@ SlotCard::SlotCard(UnitClient &client, const QString &slot, QWidget *parent)
     , m_plug(new QToolButton(this))
     , m_folder(new QToolButton(this))
     , m_package(new QToolButton(this))
-    , m_full(new QCheckBox(tr("Full"), this))
+    , m_full(makeSwitch(tr("Full"), tr("The stick takes no more bytes"), QStringLiteral("Full"),
+                        QStringLiteral("full")))
+    , m_writeProtected(makeSwitch(tr("Write-protected"), tr("Nothing on the stick can be changed"),
+                                  QStringLiteral("WriteProtected"),
+                                  QStringLiteral("write-protect")))
+    , m_speed(new QComboBox(this))
 {
     setObjectName(slot);
     setAcceptDrops(true);
@@ -63,8 +70,6 @@ SlotCard::SlotCard(UnitClient &client, const QString &slot, QWidget *parent)
     m_folder->setText(tr("Folder…"));
     m_folder->setToolTip(
         tr("Plugs a folder of this computer as a stick; it can be dropped here, too"));
-    m_full->setObjectName(slot + QLatin1String("Full"));
-    m_full->setToolTip(tr("The stick takes no more bytes"));
     m_files->setObjectName(slot + QLatin1String("Files"));
     m_files->setFont(style::figures());
     m_files->setAlignment(Qt::AlignTop | Qt::AlignLeft);
@@ -72,6 +77,7 @@ SlotCard::SlotCard(UnitClient &client, const QString &slot, QWidget *parent)
     m_files->setFixedHeight(QFontMetrics(m_files->font()).lineSpacing() * (filesShown + 1));
 
     makePackageMenu();
+    makeSpeeds();
     for (QToolButton *button : {m_plug, m_folder, m_package}) {
         button->setFocusPolicy(Qt::StrongFocus);
     }
@@ -86,23 +92,75 @@ SlotCard::SlotCard(UnitClient &client, const QString &slot, QWidget *parent)
     buttons->addWidget(m_package);
     buttons->addStretch();
     buttons->addWidget(m_full);
+    auto *traits = new QHBoxLayout;
+    traits->setSpacing(4);
+    traits->addWidget(m_writeProtected);
+    traits->addWidget(m_speed, 1);
     auto *layout = new QVBoxLayout(this);
     layout->setContentsMargins(9, 4, 9, 9);
     layout->setSpacing(4);
     layout->addWidget(m_state);
     layout->addWidget(m_files);
     layout->addLayout(buttons);
+    layout->addLayout(traits);
 
     connect(m_plug, &QToolButton::clicked, this, &SlotCard::plugOrPull);
     connect(m_folder, &QToolButton::clicked, this, &SlotCard::chooseFolder);
-    connect(m_full, &QCheckBox::clicked, this, [this](bool full) {
-        // It shows what is, and that is not so yet.
-        m_full->setChecked(!full);
-        QStringList words = {QStringLiteral("fault"), QStringLiteral("storage")};
-        words += full ? QStringList{QStringLiteral("full"), m_slot}
-                      : QStringList{QStringLiteral("none")};
-        m_client.command(words);
+}
+
+/// One that shows what is, which it sets by a command of the console.
+QCheckBox *SlotCard::makeSwitch(const QString &text, const QString &tip, const QString &name,
+                                const QString &verb)
+{
+    auto *box = new QCheckBox(text, this);
+    box->setObjectName(m_slot + name);
+    box->setToolTip(tip);
+    connect(box, &QCheckBox::clicked, this, [this, box, verb](bool on) {
+        // That is not so yet.
+        box->setChecked(!on);
+        m_client.command({verb, m_slot, on ? QStringLiteral("on") : QStringLiteral("off")});
     });
+    return box;
+}
+
+void SlotCard::makeSpeeds()
+{
+    m_speed->setObjectName(m_slot + QLatin1String("Speed"));
+    m_speed->setToolTip(tr(
+        "How fast the stick reads and writes, in the unit's time: as fast as the host, or slow"));
+    m_speed->setFocusPolicy(Qt::StrongFocus);
+    // As wide as the card leaves room for, whatever is chosen, so that nothing moves.
+    m_speed->setSizeAdjustPolicy(QComboBox::AdjustToMinimumContentsLengthWithIcon);
+    m_speed->setMinimumContentsLength(7);
+    const QVector<QPair<QString, int>> speeds = {{tr("Not slow"), 0},
+                                                 {tr("10 MB/s"), 10000000},
+                                                 {tr("1 MB/s"), 1000000},
+                                                 {tr("100 kB/s"), 100000}};
+    for (const auto &speed : speeds) {
+        m_speed->addItem(speed.first, speed.second);
+    }
+    connect(m_speed, QOverload<int>::of(&QComboBox::activated), this, [this](int index) {
+        const QString bytes = m_speed->itemData(index).toString();
+        showSpeed(m_bytesPerSecond);
+        m_client.command({QStringLiteral("slow"), m_slot, bytes});
+    });
+}
+
+/// One that is none of the choices becomes one for as long as it lasts.
+void SlotCard::showSpeed(int bytesPerSecond)
+{
+    m_bytesPerSecond = bytesPerSecond;
+    if (m_speed->findData(bytesPerSecond) < 0) {
+        const QString size =
+            QLocale().formattedDataSize(bytesPerSecond, 1, QLocale::DataSizeSIFormat);
+        m_speed->addItem(tr("%1/s").arg(size), bytesPerSecond);
+    }
+    m_speed->setCurrentIndex(m_speed->findData(bytesPerSecond));
+    for (int i = m_speed->count() - 1; i >= speedsOffered; --i) {
+        if (i != m_speed->currentIndex()) {
+            m_speed->removeItem(i);
+        }
+    }
 }
 
 void SlotCard::makePackageMenu()
@@ -135,6 +193,8 @@ void SlotCard::show(const QJsonObject &slot)
     m_plug->setText(m_isPlugged ? tr("Pull") : tr("Plug"));
     m_folder->setEnabled(!m_isPlugged);
     m_full->setChecked(slot.value(QLatin1String("full")).toBool());
+    m_writeProtected->setChecked(slot.value(QLatin1String("writeProtected")).toBool());
+    showSpeed(slot.value(QLatin1String("bytesPerSecond")).toInt());
     const QStringList files = fileLines(slot.value(QLatin1String("files")).toArray());
     QStringList lines = files.mid(0, filesShown);
     if (files.size() > filesShown) {

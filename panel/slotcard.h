@@ -3,6 +3,7 @@
 #include <QGroupBox>
 
 class QCheckBox;
+class QComboBox;
 class QJsonObject;
 class QLabel;
 class QToolButton;
@@ -13,7 +14,7 @@ namespace panel
 class UnitClient;
 
 /// A slot for a stick: plugs and pulls one, also a folder that is dropped on it, tells what it
-/// holds, and lets it be full.
+/// holds, and lets it be full, write-protected or slow.
 class SlotCard : public QGroupBox
 {
     Q_OBJECT
@@ -29,6 +30,10 @@ protected:
     void dropEvent(QDropEvent *event) override;
 
 private:
+    QCheckBox *makeSwitch(const QString &text, const QString &tip, const QString &name,
+                          const QString &verb);
+    void makeSpeeds();
+    void showSpeed(int bytesPerSecond);
     void makePackageMenu();
     void plugOrPull();
     void chooseFolder();
@@ -37,12 +42,15 @@ private:
     UnitClient &m_client;
     const QString m_slot;
     bool m_isPlugged = false;
+    int m_bytesPerSecond = 0;
     QLabel *m_state;
     QLabel *m_files;
     QToolButton *m_plug;
     QToolButton *m_folder;
     QToolButton *m_package;
     QCheckBox *m_full;
+    QCheckBox *m_writeProtected;
+    QComboBox *m_speed;
 };
 
 } // namespace panel

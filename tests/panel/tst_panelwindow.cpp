@@ -28,7 +28,6 @@ private slots:
     void waitsForAUnit();
     void plugsAndPulls();
     void aDroppedFolderIsPlugged();
-    void fillsAStick();
     void putsPackages();
     void touchesTheScreen();
     void setsTheLight();
@@ -117,15 +116,6 @@ void TestPanelWindow::aDroppedFolderIsPlugged()
     click("sd1Plug");
     QTRY_COMPARE_WITH_TIMEOUT(find<QAbstractButton>("sd1Plug")->text(), QString("Plug"),
                               patienceMs);
-}
-
-void TestPanelWindow::fillsAStick()
-{
-    click("usb1Full");
-    QVERIFY(waitForLine("storage full usb1"));
-    QTRY_VERIFY_WITH_TIMEOUT(find<QAbstractButton>("usb1Full")->isChecked(), patienceMs);
-    click("usb1Full");
-    QVERIFY(waitForLine("storage free usb1"));
 }
 
 void TestPanelWindow::putsPackages()
