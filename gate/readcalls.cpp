@@ -16,7 +16,7 @@ using hardware::hostCall;
 namespace
 {
 
-constexpr qint64 microsecondsPerSecond = 1000000;
+constexpr qint64 usPerSecond = 1000000;
 
 void takeTime(int descriptor, qint64 bytes)
 {
@@ -29,7 +29,7 @@ void takeTime(int descriptor, qint64 bytes)
     const QByteArray path = unit.openFiles().path(descriptor);
     const int speed = path.isEmpty() ? 0 : unit.storage().traitAt(path, hardware::StickTrait::Slow);
     if (speed != 0) {
-        unit.clock().sleep(bytes * microsecondsPerSecond / speed);
+        unit.clock().sleep(bytes * usPerSecond / speed);
     }
 }
 

@@ -98,7 +98,7 @@ void TestStateCommands::tellsWhatWasSet_data()
                                      "alsProduct":"171","dabSdk":"SDK 3.2.1"}})json";
     QTest::newRow("receiver")
         << QStringList()
-        << R"json({"state":"runs GNSS 1.04.2, 230400 baud","stage":"run","blocks":0})json";
+        << R"json({"state":"runs GNSS 1.04.2, 230400 baud","stage":"run","blocks":0,"wire":false})json";
     QTest::newRow("dab") << QStringList{"dab 9"} << R"json({"status":9,"progress":0})json";
     QTest::newRow("faults") << QStringList{"fault dab stall 20", "fault call \"system sync\" 2",
                                            "fault receiver no-yc"}

@@ -137,7 +137,8 @@ void TestCSysCtrlPageCopy::copyToAFullStickGoesOn()
     OpenedPage shown;
     shown.openWithLogsAndStick();
     QString error;
-    QVERIFY(shown.unit.unit().storage().setFull(QStringLiteral("usb0"), true, &error));
+    QVERIFY(shown.unit.unit().storage().setTrait(QStringLiteral("usb0"), hardware::StickTrait::Full,
+                                                 1, &error));
     shown.unit.tap(copyPoint);
     QCOMPARE(shown.journal().constLast(), QStringLiteral("shell sync"));
     QCOMPARE(readFile(shown.unit.path(QStringLiteral("/media/usb0/QM_SYSTEMLOG/system.log"))),

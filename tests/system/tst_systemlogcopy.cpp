@@ -139,7 +139,8 @@ void TestSystemLogCopy::fullStickTakesNoBytes()
     writeDump(unit);
     unit.plug(QStringLiteral("usb0"));
     QString error;
-    QVERIFY2(unit.unit().storage().setFull(QStringLiteral("usb0"), true, &error),
+    QVERIFY2(unit.unit().storage().setTrait(QStringLiteral("usb0"), hardware::StickTrait::Full, 1,
+                                            &error),
              qPrintable(error));
 
     QVERIFY(copySystemLogs("/media/usb0"));
@@ -150,7 +151,8 @@ void TestSystemLogCopy::fullStickTakesNoBytes()
     QCOMPARE(QFileInfo(target + QStringLiteral("/system.log")).size(), 0);
     QCOMPARE(QFileInfo(target + QStringLiteral("/dfb_crash.dump")).size(), 0);
 
-    QVERIFY(unit.unit().storage().setFull(QStringLiteral("usb0"), false, &error));
+    QVERIFY(unit.unit().storage().setTrait(QStringLiteral("usb0"), hardware::StickTrait::Full, 0,
+                                           &error));
     QVERIFY(copySystemLogs("/media/usb0"));
     QCOMPARE(readFile(target + QStringLiteral("/system.log")), logText());
 }
