@@ -163,13 +163,16 @@ void TestPanelWindowPictures::upgrade()
 {
     showTab(ReceiverTab);
     openMenu();
-    tell({{"wire", "on"},
+    tell({{"plug", "usb0"},
+          {"wire", "on"},
           {"press", "gps"},
           {"see", "Firmware verified Success", "60000"},
+          {"speed", "1"}, // so that it lasts until it has been looked at
           {"press", "idUpdateBtn", "nowait"}});
-    QTRY_VERIFY_WITH_TIMEOUT(
-        find<QLabel>("receiverState")->text().startsWith("takes the firmware, 2"), patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(find<QLabel>("receiverState")->text().startsWith("takes the firmware"),
+                             patienceMs);
     keep("upgrade");
+    tell({{"speed", "5"}});
     QTRY_VERIFY_WITH_TIMEOUT(find<QLabel>("receiverState")->text().startsWith("runs "), patienceMs);
     QVERIFY(waitForLine("unit booted"));
     tell({{"wire", "off"}});
