@@ -50,6 +50,9 @@ void apply(QApplication &application)
     palette.setColor(QPalette::Link, accent);
     palette.setColor(QPalette::PlaceholderText, dimmed);
     application.setPalette(palette);
+    // A box that is not checked is to be seen on every background.
+    palette.setColor(QPalette::Base, QColor(78, 81, 86));
+    QApplication::setPalette(palette, "QCheckBox");
     application.setStyleSheet(QLatin1String(sheet));
 }
 
