@@ -119,7 +119,9 @@ void TestUnitCallSticks::aWriteProtectedStickRefuses_data()
     row("fopen r+", EROFS, opening("/media/usb0/file", "r+"));
     row("freopen", EROFS, [] {
         FILE *stream = fopen("/media/usb0/file", "r");
-        return errorOf(freopen("/media/usb0/new", "w", stream) != nullptr);
+        const int error = errorOf(freopen("/media/usb0/new", "w", stream) != nullptr);
+        fclose(stream); // which is closed already, but not given back
+        return error;
     });
     row("mkdir", EROFS, [] { return errorOf(mkdir("/media/usb0/new", 0755) == 0); });
     row("mkdir, is there", EEXIST, [] { return errorOf(mkdir("/media/usb0/file", 0755) == 0); });
