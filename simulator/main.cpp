@@ -61,7 +61,8 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
 
     Simulator simulator(unit, options.plugin,
                         options.verbose ? TraceJournal::JournalAndOutput
-                                        : TraceJournal::JournalOnly);
+                                        : TraceJournal::JournalOnly,
+                        options.language);
     end.leaveNothingOf({simulator.temporaryFolder()});
     QObject::connect(&simulator, &Simulator::quitRequested, &end, &ProgramEnd::request,
                      Qt::DirectConnection);

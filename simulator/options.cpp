@@ -5,6 +5,7 @@
 #include "hardware/unit/clock.h"
 #include "simulator/commands/arguments.h"
 #include "simulator/console/unitaddress.h"
+#include "simulator/framework/language.h"
 #include "simulator/window/hostwindow.h"
 
 #include <QCommandLineParser>
@@ -65,6 +66,10 @@ void addOptions(QCommandLineParser &parser)
         {"report", "Writes there, as JUnit does, how the script went.", "file.xml"},
         {"record", "Writes what is done to the unit as such a script.", "file"},
         {"from", "Unpacks a report into the unit's folder, which must be empty.", "file"},
+        {"language",
+         QStringLiteral("Shows the plug-in's texts in that language: %1. Default: en")
+             .arg(Language::names().join(QStringLiteral(", "))),
+         "name", "en"},
         {"headless", "Shows no window."},
         {"verbose", "Shows the plug-in's traces, which the journal has, on standard error too."},
         {"speed",
@@ -91,6 +96,11 @@ QString complaint(const QCommandLineParser &parser, double *speed, double *scale
     }
     if (parser.isSet("report") && !parser.isSet("script")) {
         return QStringLiteral("Only a script has a report.");
+    }
+    const QString language = parser.value("language");
+    if (!Language::names().contains(language)) {
+        return QStringLiteral("There is no language \"%1\"; there are %2.")
+            .arg(language, Language::names().join(QStringLiteral(", ")));
     }
     QString error;
     return readSpeed(parser.value("speed"), QStringLiteral("The speed"), speed, &error)
@@ -127,6 +137,7 @@ bool Options::read(int argc, char *argv[], int *exitStatus)
     report = parser.value("report");
     record = parser.value("record");
     from = parser.value("from");
+    language = parser.value("language");
     headless = parser.isSet("headless");
     verbose = parser.isSet("verbose");
     stalls = parser.isSet("stalls");

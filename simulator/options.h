@@ -14,6 +14,7 @@ struct Options
     QString report; ///< Where it is told how the script went; empty for nowhere.
     QString record; ///< File for the session; empty for none.
     QString from;   ///< Report that the unit's folder is made from; empty for none.
+    QString language;
     double speed = 1.0;
     double scale = 1.0; ///< Of the window.
     bool headless = false;

@@ -27,9 +27,11 @@ const int bootMs = 2000;
 const int answerMs = 300;
 } // namespace
 
-Simulator::Simulator(hardware::Unit &unit, const QString &plugin, TraceJournal::Place traces)
+Simulator::Simulator(hardware::Unit &unit, const QString &plugin, TraceJournal::Place traces,
+                     const QString &language)
     : m_unit(unit)
     , m_plugin(plugin)
+    , m_language(language)
     , m_link(unit)
     , m_traceJournal(unit.journal(), traces)
     , m_stallMeter(unit)
@@ -126,6 +128,11 @@ SessionRecorder &Simulator::recorder()
 QString Simulator::plugin() const
 {
     return m_plugin;
+}
+
+QString Simulator::language() const
+{
+    return m_language.name();
 }
 
 QImage Simulator::frame()

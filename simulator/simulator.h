@@ -4,6 +4,7 @@
 #include "simulator/console/screenreader.h"
 #include "simulator/framework/activityloader.h"
 #include "simulator/framework/graphicalthread.h"
+#include "simulator/framework/language.h"
 #include "simulator/framework/stallmeter.h"
 #include "simulator/framework/topleveladopter.h"
 #include "simulator/framework/tracejournal.h"
@@ -32,9 +33,10 @@ class Simulator : public QObject
 
 public:
     /// \a unit must be open, and outlive the simulator. The plug-in's traces can be read at
-    /// \a traces.
+    /// \a traces, its texts in \a language, one of Language::names().
     Simulator(hardware::Unit &unit, const QString &plugin,
-              TraceJournal::Place traces = TraceJournal::JournalAndOutput);
+              TraceJournal::Place traces = TraceJournal::JournalAndOutput,
+              const QString &language = QStringLiteral("en"));
     ~Simulator() override;
 
     /// Loads the plug-in and shows the window. False with one sentence in \a error when the
@@ -50,6 +52,7 @@ public:
 
     /// The plug-in's file.
     QString plugin() const;
+    QString language() const;
 
     /// What the window shows: its backing store as it was painted last, while the graphical thread
     /// is blocked too. Nothing is painted anew for it, so that a picture shows also what was
@@ -83,6 +86,7 @@ private:
 
     hardware::Unit &m_unit;
     const QString m_plugin;
+    const Language m_language;
     unitlink::SimulatedUnit m_link;
     TraceJournal m_traceJournal;
     StallMeter m_stallMeter;

@@ -146,12 +146,12 @@
     </message>
     <message>
         <source>Please reboot!</source>
-        <translation>Bitte neu starten!</translation>
+        <translation>Bitte Neustart!</translation>
     </message>
     <message>
         <source>DAB updata Fail
 </source>
-        <translation>DAB-Update misslungen
+        <translation>DAB-Fehler
 </translation>
     </message>
     <message>
@@ -255,7 +255,7 @@
     <name>StatusBar</name>
     <message>
         <source>Factory</source>
-        <translation>Werk</translation>
+        <translation>Werksmenü</translation>
     </message>
 </context>
 <context>
@@ -341,7 +341,7 @@
     </message>
     <message>
         <source>Swing</source>
-        <translation>Hub</translation>
+        <translation>Amplitude</translation>
     </message>
     <message>
         <source>Disconnect</source>
@@ -357,7 +357,7 @@
     </message>
     <message>
         <source>Eye Diagram</source>
-        <translation>Augendiagramm</translation>
+        <translation>Auge</translation>
     </message>
     <message>
         <source>Test J</source>
@@ -423,7 +423,7 @@
     </message>
     <message>
         <source>TEST Mode</source>
-        <translation>TEST-Modus</translation>
+        <translation>Testmodus</translation>
     </message>
 </context>
 <context>
@@ -438,7 +438,7 @@
     </message>
     <message>
         <source>TEST Model</source>
-        <translation>TEST-Modus</translation>
+        <translation>Testmodus</translation>
     </message>
     <message>
         <source>USB Test</source>
@@ -486,7 +486,7 @@
     <message>
         <source>User Update Auto Detect mode?
 </source>
-        <translation>Benutzer-Update, automatisch erkannt?
+        <translation>Benutzer-Update, Quelle automatisch?
 </translation>
     </message>
     <message>
@@ -495,11 +495,11 @@
     </message>
     <message>
         <source>NewCUSTVer:</source>
-        <translation>NeueCUSTVer:</translation>
+        <translation>Neue CUST-Version:</translation>
     </message>
     <message>
         <source>NewSDKVer:</source>
-        <translation>NeueSDKVer:</translation>
+        <translation>Neue SDK-Version:</translation>
     </message>
     <message>
         <source>Verify Pass</source>
@@ -545,11 +545,11 @@
     </message>
     <message>
         <source>Firmware verified Success</source>
-        <translation>Firmware erfolgreich geprüft</translation>
+        <translation>Firmware fehlerfrei</translation>
     </message>
     <message>
         <source>Update</source>
-        <translation>Aktualisieren</translation>
+        <translation>Update</translation>
     </message>
     <message>
         <source>Cancel</source>

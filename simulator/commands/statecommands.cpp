@@ -201,6 +201,7 @@ const Device devices[] = {
 QJsonObject program(Simulator &simulator)
 {
     return {{"device", "program"},
+            {"language", simulator.language()},
             {"busySeconds", simulator.stallMeter().busySeconds()},
             {"recording", simulator.recorder().fileName()}};
 }

@@ -36,6 +36,7 @@ QByteArray versions(Simulator &simulator)
         reportarchive::head,
         QStringLiteral("headunit ") + QCoreApplication::applicationVersion(),
         QStringLiteral("speed %1").arg(simulator.unit().clock().factor()),
+        QStringLiteral("language ") + simulator.language(),
         QStringLiteral("Qt ") + QString::fromLatin1(qVersion()),
         QStringLiteral("plug-in ") + QFileInfo(simulator.plugin()).absoluteFilePath(),
         QStringLiteral("plug-in's SHA-256 ") + checksum(simulator.plugin()),

@@ -112,6 +112,7 @@ struct Session
     const char *script;
     double speed;
     void (*prepare)(const HeadunitRun &run); ///< null where the unit of the factory will do
+    const char *language = "en";
 };
 
 const Session allSessions[] = {
@@ -120,6 +121,7 @@ const Session allSessions[] = {
     {"adjustment", 1.0, nullptr},    {"vendor-data", 3.0, addUpdatePackages},
     {"product", 1.0, nullptr},       {"system-control", 1.0, addLogs},
     {"certification", 1.0, nullptr}, {"gps-update", 3.0, addGpsPackages},
+    {"german", 1.0, nullptr, "de"},
 };
 
 } // namespace
@@ -161,8 +163,8 @@ void TestPictures::sessions()
     if (session.prepare != nullptr) {
         session.prepare(run);
     }
-    const QString end =
-        run.scenario(QStringLiteral(PICTURES "/%1.txt").arg(session.script), session.speed);
+    const QString end = run.scenario(QStringLiteral(PICTURES "/%1.txt").arg(session.script),
+                                     session.speed, QLatin1String(session.language));
 
     // Also of a session that has failed: its pictures may show why.
     const QDir pictures(run.pictures());

@@ -40,10 +40,11 @@ private:
 
 HeadunitRun::HeadunitRun() = default;
 
-QString HeadunitRun::scenario(const QString &name, double speed)
+QString HeadunitRun::scenario(const QString &name, double speed, const QString &language)
 {
-    const End end = start({QStringLiteral("--speed"), QString::number(speed),
-                           QStringLiteral("--script"), script(name)});
+    const End end =
+        start({QStringLiteral("--speed"), QString::number(speed), QStringLiteral("--language"),
+               language, QStringLiteral("--script"), script(name)});
     // The end of what the program said, where the reason is; QtTest shows no more of a long
     // message.
     return end.status == 0 ? QString()

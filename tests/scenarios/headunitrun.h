@@ -15,7 +15,8 @@ public:
     /// Runs one of the scripts that lie beside this file to its end. Empty when it went well, or
     /// what the program said, for QVERIFY2 and the like; the unit's time passes \a speed times as
     /// fast.
-    QString scenario(const QString &script, double speed = 1.0);
+    QString scenario(const QString &script, double speed = 1.0,
+                     const QString &language = QStringLiteral("en"));
 
     /// How a session went.
     struct End

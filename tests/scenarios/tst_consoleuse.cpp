@@ -13,6 +13,7 @@ private slots:
     void looks();
     void namesWhatWasMeant();
     void slotsWorkByTouch();
+    void speaksAnotherLanguage();
 };
 
 void TestConsoleUse::looks()
@@ -93,6 +94,12 @@ void TestConsoleUse::slotsWorkByTouch()
                       "  screen   + \"empty\", \"touch to plug\"\n"
                       "  screen   - \"plugged\", \"touch to pull\"\n")
                   .split("\n  ")));
+}
+
+void TestConsoleUse::speaksAnotherLanguage()
+{
+    HeadunitRun run;
+    RUN_SCENARIO(run, "german.txt", 10, "de");
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestConsoleUse)

@@ -51,8 +51,9 @@ void TestHeadunit::help()
     const Outcome outcome = headunit({"--help"});
     QCOMPARE(outcome.status, 0);
     QCOMPARE(outcome.error, QString());
-    for (const char *said : {"--unit", "--plugin", "--script", "--headless", "--speed", "--scale",
-                             "--no-socket", "--version", "Exit status:", "/factorydebug/unit"}) {
+    for (const char *said :
+         {"--unit", "--plugin", "--script", "--headless", "--speed", "--scale", "--language",
+          "--no-socket", "--version", "Exit status:", "/factorydebug/unit"}) {
         QVERIFY2(outcome.output.contains(said), said);
     }
     QCOMPARE(headunit({"-h"}).output, outcome.output);
@@ -86,6 +87,8 @@ void TestHeadunit::wrongUsage_data()
     QTest::newRow("scale too small") << QStringList{"--scale", "0.49"} << scale.arg("0.49");
     QTest::newRow("scale too large") << QStringList{"--scale", "4.1"} << scale.arg("4.1");
     QTest::newRow("scale no number") << QStringList{"--scale", "big"} << scale.arg("big");
+    QTest::newRow("language") << QStringList{"--language", "fr"}
+                              << "There is no language \"fr\"; there are de, en, pseudo.\n";
 }
 
 void TestHeadunit::wrongUsage()

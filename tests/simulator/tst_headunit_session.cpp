@@ -100,7 +100,7 @@ void TestHeadunitSession::reportWhileTheScreenHangs()
     QCOMPARE(QImage(file("unpacked/report/screen.png")).size(), QSize(800, 480));
     const QString checksum = run("sha256sum", {TEST_ACTIVITY}).output.section(' ', 0, 0);
     QCOMPARE(QString::fromUtf8(readFile(file("unpacked/report/versions.txt"))).split('\n'),
-             (QStringList{"headunit report 1", "headunit " VERSION, "speed 1",
+             (QStringList{"headunit report 1", "headunit " VERSION, "speed 1", "language en",
                           QString("Qt ") + qVersion(), "plug-in " TEST_ACTIVITY,
                           "plug-in's SHA-256 " + checksum, ""}));
 }

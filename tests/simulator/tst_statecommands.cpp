@@ -21,6 +21,7 @@ private slots:
     void tellsWhetherTheLightFollowsADay();
     void tellsTheSessionsFile();
     void tellsTheSpeed();
+    void tellsTheLanguage();
     void tellsOfNcmTests();
     void answersWithoutTheScreen();
     void refusesOtherForms();
@@ -169,6 +170,12 @@ void TestStateCommands::tellsTheSpeed()
     const QJsonObject registers = stateOf(unit, "memory").value("registers").toObject();
     QCOMPARE(registers.size(), unit.run("memory").lines.size());
     QCOMPARE(registers.value("phySwing"), QJsonValue("A5A5A5A5"));
+}
+
+void TestStateCommands::tellsTheLanguage()
+{
+    TestSimulator unit;
+    QCOMPARE(stateOf(unit, "program").value("language"), QJsonValue("en"));
 }
 
 void TestStateCommands::tellsOfNcmTests()
