@@ -15,6 +15,15 @@
 
 using namespace kvappframework;
 
+namespace
+{
+
+constexpr auto activityLayer = static_cast<UIHerarchy>(1);
+constexpr int implicitRule = 14; // the event's id
+constexpr int noArgument = -1;
+
+} // namespace
+
 FactoryDebugctivity::FactoryDebugctivity()
 {
     FACTORY_TRACE << "FactoryDebugctivity";
@@ -40,7 +49,7 @@ int FactoryDebugctivity::onStop()
 
 int FactoryDebugctivity::onCreat()
 {
-    auto *view = new FactoryDebugView(UIManager::getUIHerarchy(UI_HERARCHY_ACTIVITY));
+    auto *view = new FactoryDebugView(UIManager::getUIHerarchy(activityLayer));
     m_property->setUiObj(view);
     view->show();
     view->setFocusPolicy(Qt::StrongFocus);
@@ -68,7 +77,6 @@ void FactoryDebugctivity::registerImplicitRule()
     }
     const QSharedPointer<EventPrivateData> rule(new EventPrivateData(
         QStringLiteral("factorydebug"), QVariant(QStringLiteral("mediaplay"))));
-    auto *event = new SysEvent(UserType, SysEvent::EventImplicitRule, QVariant(false),
-                               SysEvent::NoArgument, rule);
+    auto *event = new SysEvent(UserType, implicitRule, QVariant(false), noArgument, rule);
     QCoreApplication::postEvent(info->getReceiver(), event, 0);
 }

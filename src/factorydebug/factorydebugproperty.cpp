@@ -4,10 +4,20 @@
 
 using namespace kvappframework;
 
+namespace
+{
+
+constexpr auto activityType = static_cast<ACTVITY_TYPE>(0);
+constexpr auto triggerPriority = static_cast<TRIGGER_PRIORITY>(4);
+constexpr auto withoutAnimation = static_cast<AnmType>(0);
+constexpr auto withoutResume = static_cast<ACTVITY_RESUME_TYPE>(0);
+
+} // namespace
+
 FactoryDebugProperty::FactoryDebugProperty(QStringList &dependModules)
-    : ActivityProperty(QStringLiteral("factorydebug"), ACTVITY_TYPE_APP,
-                       QSharedPointer<ActivityEventCbk>(), dependModules, TRIGGER_PRIORITY_DEBUG,
-                       ANM_TYPE_NONE, ACTVITY_RESUME_TYPE_NONE)
+    : ActivityProperty(QStringLiteral("factorydebug"), activityType,
+                       QSharedPointer<ActivityEventCbk>(), dependModules, triggerPriority,
+                       withoutAnimation, withoutResume)
 {
 }
 

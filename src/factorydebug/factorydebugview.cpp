@@ -27,7 +27,10 @@ using namespace kvappframework;
 namespace
 {
 using View = FactoryDebugView;
-}
+
+constexpr auto popupLayer = static_cast<UIHerarchy>(3);
+constexpr auto withoutButtons = static_cast<PopupView::ButtonType>(3);
+} // namespace
 
 /// In the menu's order, which is also that in which ids are compared and pages closed.
 const FactoryDebugView::MenuItem FactoryDebugView::menu[] = {
@@ -163,8 +166,8 @@ void FactoryDebugView::startUsbTest()
 void FactoryDebugView::captureStatusShow(bool on)
 {
     if (m_capturePopup == nullptr) {
-        m_capturePopup = new PopupView(UIManager::getUIHerarchy(UI_HERARCHY_POPUP));
-        m_capturePopup->setButtonType(PopupView::NoButton);
+        m_capturePopup = new PopupView(UIManager::getUIHerarchy(popupLayer));
+        m_capturePopup->setButtonType(withoutButtons);
     }
     m_capturePopup->setText(on ? tr("capture turned on") : tr("capture turned off"));
     m_capturePopup->setShowTimeout(2000);

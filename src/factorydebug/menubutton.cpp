@@ -1,5 +1,7 @@
 #include "menubutton.h"
 
+#include "common/textonimage.h"
+
 #include "kvwidget/kviconbutton.h"
 
 KvIconButton *createMenuButton(const QRect &rect, const QString &label, const QString &id,
@@ -11,7 +13,7 @@ KvIconButton *createMenuButton(const QRect &rect, const QString &label, const QS
     button->setGeometry(rect);
     button->setNormalImage(QPixmap(QStringLiteral(":/images/btn210x60_n.png")));
     button->setOverImage(QPixmap(QStringLiteral(":/images/btn210x60_p.png")));
-    button->setShowMode(KvIconButton::ShowImageText);
+    button->setShowMode(textOnImage);
     button->setTextSize(28);
     button->setNormalTextColor(textColor);
     button->setPressTextColor(textColor);

@@ -1,5 +1,7 @@
 #include "ui_statusbar.h"
 
+#include "common/textonimage.h"
+
 #include "kvwidget/kviconbutton.h"
 
 #include <QLabel>
@@ -28,7 +30,7 @@ void UI_StatusBar::setupReturnButton()
     returnButton->setGeometry(QRect(QPoint(0, 0), QPoint(79, 64)));
     returnButton->setNormalImage(QPixmap(QStringLiteral(":/images/btn_back_n.png")));
     returnButton->setPressImage(QPixmap(QStringLiteral(":/images/btn_back_p.png")));
-    returnButton->setShowMode(KvIconButton::ShowImageText);
+    returnButton->setShowMode(textOnImage);
     returnButton->setButtonID(QStringLiteral("return"));
     returnButton->hide();
 }

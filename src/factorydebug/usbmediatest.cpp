@@ -10,6 +10,8 @@ using namespace kvappframework;
 namespace
 {
 
+constexpr auto testedMedia = static_cast<FileDeviceParser::MediaType>(1);
+
 void setMediaplayUsbTesting()
 {
     const auto mediaplay = qSharedPointerDynamicCast<MediaplayModulePlugin>(
@@ -23,7 +25,7 @@ void setMediaplayUsbTesting()
 
 QStringList mountedDevices()
 {
-    return FileDeviceParser::getInstance()->getMountDeviceByType(FileDeviceParser::MediaType1);
+    return FileDeviceParser::getInstance()->getMountDeviceByType(testedMedia);
 }
 
 void startUsbMediaTest(const QString &device)

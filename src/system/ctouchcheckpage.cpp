@@ -1,5 +1,7 @@
 #include "ctouchcheckpage.h"
 
+#include "common/textonimage.h"
+
 #include "kvappframework/uimanager.h"
 #include "kvwidget/kviconbutton.h"
 
@@ -52,7 +54,7 @@ void CTouchCheckPage::initBackButton(QWidget *parent)
     m_backButton->setGeometry(0, 0, 80, 65);
     m_backButton->setNormalImage(QPixmap(QStringLiteral(":/images/btn_back_n.png")));
     m_backButton->setPressImage(QPixmap(QStringLiteral(":/images/btn_back_p.png")));
-    m_backButton->setShowMode(KvIconButton::ShowImageText);
+    m_backButton->setShowMode(textOnImage);
     m_backButton->setButtonID(QStringLiteral("idBackBtn"));
     // Nothing shows it again.
     m_backButton->hide();

@@ -29,6 +29,13 @@ constexpr auto updatePosition = static_cast<VendorDataControl::VendorPos>(0);
 constexpr int mcuBufferSize = 32;
 constexpr unsigned char updateMessage[] = {0xFF, 0x66, 0x05, 0x1B, 0x8E, 0x05, 0x00, 0x00, 0xFF};
 
+constexpr auto okAndCancel = static_cast<PopupView::ButtonType>(0);
+constexpr auto buttonsAtBottom = static_cast<PopupView::ButtonPosition>(1);
+
+constexpr auto mediaType1 = static_cast<FileDeviceParser::MediaType>(1);
+constexpr auto mediaType2 = static_cast<FileDeviceParser::MediaType>(2);
+constexpr auto anyDevice = static_cast<PlatformControl::DevType>(5);
+
 /// Where a device type's storage is, and how the dialog asks for it.
 struct Device
 {
@@ -39,14 +46,10 @@ struct Device
 
 /// In the order of the device types, which is also the order in which they are tried.
 constexpr Device devices[] = {
-    {FileDeviceParser::MediaType1, 0,
-     QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via SD0?\n")},
-    {FileDeviceParser::MediaType1, 1,
-     QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via SD1?\n")},
-    {FileDeviceParser::MediaType2, 0,
-     QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via USB0?\n")},
-    {FileDeviceParser::MediaType2, 1,
-     QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via USB1?\n")},
+    {mediaType1, 0, QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via SD0?\n")},
+    {mediaType1, 1, QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via SD1?\n")},
+    {mediaType2, 0, QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via USB0?\n")},
+    {mediaType2, 1, QT_TRANSLATE_NOOP("UserUpdateDialog", "User Update via USB1?\n")},
 };
 
 bool isDevice(int type)
@@ -85,7 +88,7 @@ int deviceType(FileDeviceParser::MediaType mediaType, int controllerId)
 QMap<int, QString> rootsByType(UsbControl *usb)
 {
     QMap<int, QString> found;
-    for (const auto mediaType : {FileDeviceParser::MediaType1, FileDeviceParser::MediaType2}) {
+    for (const auto mediaType : {mediaType1, mediaType2}) {
         const QStringList roots = FileDeviceParser::getInstance()->getMountDeviceByType(mediaType);
         for (const QString &root : roots) {
             const int type = deviceType(mediaType, usb->getHwCtrlId(root));
@@ -139,8 +142,8 @@ void UserUpdateDialog::setUpPopup()
 {
     m_popup = new PopupView(this);
     m_popup->setPopupViewId(QStringLiteral("userdata"));
-    m_popup->setButtonType(PopupView::OkCancel);
-    m_popup->setButtonPosition(PopupView::ButtonsAtBottom);
+    m_popup->setButtonType(okAndCancel);
+    m_popup->setButtonPosition(buttonsAtBottom);
     m_popup->setShowTimeout(showTimeoutMs);
     m_popup->setOkText(tr("OK"));
     m_popup->setCancelText(tr("Cancel"));
@@ -204,9 +207,8 @@ void UserUpdateDialog::popupViewOkClicked(QString id)
 
 bool UserUpdateDialog::handOver(const QString &language) const
 {
-    const PlatformControl::DevType device = m_type == AutoDetect
-        ? PlatformControl::DevAuto
-        : static_cast<PlatformControl::DevType>(m_type);
+    const PlatformControl::DevType device =
+        m_type == AutoDetect ? anyDevice : static_cast<PlatformControl::DevType>(m_type);
     QByteArray data = PlatformControl::getInstance()->getUserUpdateData(device, language);
     int offset = 0;
     int length = 0;

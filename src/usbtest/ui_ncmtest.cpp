@@ -12,6 +12,7 @@ namespace
 {
 
 constexpr int buttonTextSize = 24;
+constexpr auto lockTextOnImage = static_cast<KvLockButton::ShowMode>(1);
 
 QGroupBox *newGroup(QWidget *host, const char *name, const QRect &geometry)
 {
@@ -31,7 +32,7 @@ KvLockButton *newButton(QGroupBox *group, const char *name, const QPoint &place,
     button->setNormalImage(QPixmap(image.arg(QLatin1Char('n'))));
     button->setPressImage(QPixmap(image.arg(QLatin1Char('p'))));
     button->setTextSize(buttonTextSize);
-    button->setShowMode(KvLockButton::ShowImageText);
+    button->setShowMode(lockTextOnImage);
     return button;
 }
 

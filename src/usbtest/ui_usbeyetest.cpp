@@ -1,6 +1,7 @@
 #include "ui_usbeyetest.h"
 
 #include "common/formwidgets.h"
+#include "common/textonimage.h"
 
 #include "kvwidget/kviconbutton.h"
 
@@ -69,7 +70,7 @@ KvIconButton *newTextButton(QWidget *parent, const char *name, const QRect &geom
     KvIconButton *button =
         newButton(parent, name, geometry, QStringLiteral(":/images/btn210x60_n.png"),
                   QStringLiteral(":/images/btn210x60_p.png"));
-    button->setShowMode(KvIconButton::ShowImageText);
+    button->setShowMode(textOnImage);
     return button;
 }
 
