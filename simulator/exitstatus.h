@@ -6,7 +6,7 @@ namespace simulator
 /// How the program "headunit" ends; its --help says the same.
 enum ExitStatus {
     ExitFine = 0,
-    ExitScriptFailed = 1,
+    ExitFailed = 1,
     ExitWrongUsage = 2,
     ExitPlugin = 3,
     ExitUnitFolder = 4,

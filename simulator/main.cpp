@@ -1,6 +1,7 @@
 #include "exitstatus.h"
 #include "options.h"
 #include "programend.h"
+#include "selftest.h"
 #include "simulator.h"
 
 #include "gate/gate.h"
@@ -18,6 +19,7 @@
 #include "simulator/window/hostwindow.h"
 
 #include <QDir>
+#include <QTemporaryDir>
 
 #include <cstdio>
 #include <optional>
@@ -96,11 +98,17 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
         return fail(ExitUnitFolder, error);
     }
     end.leaveNothingOf({server.socketFile(), link});
-    QObject::connect(&script, &ScriptRunner::over, qApp, [](bool successful) {
-        QCoreApplication::exit(successful ? ExitFine : ExitScriptFailed);
-    });
+    const auto endWith = [](bool successful) {
+        QCoreApplication::exit(successful ? ExitFine : ExitFailed);
+    };
+    QObject::connect(&script, &ScriptRunner::over, qApp, endWith);
+    std::optional<SelfTest> selfTest;
 
-    if (!options.script.isEmpty()) {
+    if (options.selfTest) {
+        selfTest.emplace(console, simulator);
+        QObject::connect(&*selfTest, &SelfTest::over, qApp, endWith);
+        selfTest->start();
+    } else if (!options.script.isEmpty()) {
         script.start();
     } else if (options.headless) {
         sayWhereItIs(options);
@@ -140,8 +148,16 @@ int main(int argc, char *argv[])
         && !reportarchive::unpack(options.from, options.unitFolder, &error)) {
         return fail(ExitUnitFolder, error);
     }
+    std::optional<QTemporaryDir> folder;
+    if (options.selfTest) {
+        folder.emplace();
+        options.unitFolder = folder->path();
+    }
     hardware::Unit unit(options.unitFolder, options.speed);
     ProgramEnd end(unit.journal());
+    if (options.selfTest) {
+        end.leaveNothingOf({options.unitFolder});
+    }
     if (!unit.open(&error)) {
         return fail(ExitUnitFolder, error);
     }

@@ -1,6 +1,7 @@
 #include "options.h"
 
 #include "exitstatus.h"
+#include "installed.h"
 
 #include "hardware/unit/clock.h"
 #include "simulator/commands/arguments.h"
@@ -10,7 +11,6 @@
 
 #include <QCommandLineParser>
 #include <QCoreApplication>
-#include <QFileInfo>
 
 #include <cstdio>
 
@@ -28,7 +28,7 @@ const char description[] =
     "Exit status:\n"
     "  0  all went well\n"
     "  1  a command of the script failed, the script could not be read on, or its report not\n"
-    "     be written\n"
+    "     be written; or something does not work in the self-test\n"
     "  2  the command line or the name of a script or session is wrong\n"
     "  3  the plug-in cannot be used\n"
     "  4  the unit's folder cannot be used, another headunit uses it, or a report cannot be\n"
@@ -36,13 +36,6 @@ const char description[] =
     "  5  there is no display, or its font is missing\n"
     "  6  a file of the unit could not be written\n"
     "  7  it was to end, but its screen was blocked";
-
-/// Where the build puts the plug-in, seen from this program.
-QString builtPlugin()
-{
-    return QFileInfo(QCoreApplication::applicationDirPath() + QLatin1String("/" BUILT_PLUGIN))
-        .absoluteFilePath();
-}
 
 bool end(int *exitStatus, int status, FILE *stream, const QString &text)
 {
@@ -61,7 +54,8 @@ void addOptions(QCommandLineParser &parser)
          QStringLiteral("The unit's folder; made when missing. Default: %1")
              .arg(defaultUnitFolder()),
          "dir", defaultUnitFolder()},
-        {"plugin", "The plug-in to load. Default: the one that was built.", "file", builtPlugin()},
+        {"plugin", "The plug-in to load. Default: the one that comes with this program.", "file",
+         installedPath(QStringLiteral(INSTALLED_PLUGIN))},
         {"script", "Runs console commands, one a line, and ends; \"-\" is standard input.", "file"},
         {"report", "Writes there, as JUnit does, how the script went.", "file.xml"},
         {"record", "Writes what is done to the unit as such a script.", "file"},
@@ -82,6 +76,7 @@ void addOptions(QCommandLineParser &parser)
              .arg(HostWindow::smallestScale)
              .arg(HostWindow::largestScale),
          "factor", "1"},
+        {"self-test", "Tries each page of the plug-in on a new unit, says what works, and ends."},
         {"stalls", "Says at the end what blocked the screen for 100 ms or more."},
         {"no-socket", "Does not listen for headunit-ctl."},
     });
@@ -101,6 +96,11 @@ QString complaint(const QCommandLineParser &parser, double *speed, double *scale
     if (!Language::names().contains(language)) {
         return QStringLiteral("There is no language \"%1\"; there are %2.")
             .arg(language, Language::names().join(QStringLiteral(", ")));
+    }
+    for (const char *option : {"unit", "script", "record", "from", "scale"}) {
+        if (parser.isSet("self-test") && parser.isSet(option)) {
+            return QStringLiteral("The self-test goes without --%1.").arg(QLatin1String(option));
+        }
     }
     QString error;
     return readSpeed(parser.value("speed"), QStringLiteral("The speed"), speed, &error)
@@ -138,10 +138,11 @@ bool Options::read(int argc, char *argv[], int *exitStatus)
     record = parser.value("record");
     from = parser.value("from");
     language = parser.value("language");
-    headless = parser.isSet("headless");
+    selfTest = parser.isSet("self-test");
+    headless = selfTest || parser.isSet("headless");
     verbose = parser.isSet("verbose");
     stalls = parser.isSet("stalls");
-    socket = !parser.isSet("no-socket");
+    socket = !selfTest && !parser.isSet("no-socket");
     return true;
 }
 

@@ -21,6 +21,7 @@ struct Options
     bool verbose = false;
     bool stalls = false;
     bool socket = true;
+    bool selfTest = false; ///< On a unit of its own.
 
     /// Reads the command line. False when the program is to end with \a exitStatus: help or the
     /// version was asked for and printed, or something is wrong, as a line on standard error says.

@@ -3,6 +3,7 @@
 #include "commandtable.h"
 
 #include "hardware/unit/unit.h"
+#include "simulator/installed.h"
 #include "simulator/simulator.h"
 
 #include <QDir>
@@ -66,7 +67,7 @@ QString stickIn(hardware::Unit &unit, const QString &name)
 /// False with a sentence in \a error.
 bool make(const PackageFile &file, const QString &stick, QString *error)
 {
-    const QString tool = QStringLiteral(PACKAGE_TOOLS "/") + QLatin1String(file.tool);
+    const QString tool = installedPath(QLatin1String(PACKAGE_TOOLS "/") + QLatin1String(file.tool));
     QProcess process;
     process.start(tool,
                   file.ahead + QStringList(QDir(stick).filePath(QLatin1String(file.name)))
