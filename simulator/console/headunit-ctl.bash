@@ -13,7 +13,8 @@ _headunit_ctl()
     if [ "$index" -gt "$COMP_CWORD" ]; then
         mapfile -t COMPREPLY < <(compgen -d -- "$current")
     elif [ "$index" -eq "$COMP_CWORD" ] && [[ $current == -* ]]; then
-        mapfile -t COMPREPLY < <(compgen -W "--complete --help --unit --version" -- "$current")
+        mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" --help 2>/dev/null |
+            grep --only-matching -e '--[a-z][a-z-]*')" -- "$current")
     else
         mapfile -t COMPREPLY < <("${COMP_WORDS[0]}" "${unit[@]}" \
             --complete "${COMP_WORDS[*]:index:COMP_CWORD-index+1}" 2>/dev/null)

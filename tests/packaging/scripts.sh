@@ -117,6 +117,29 @@ for program in clang-tidy clazy-standalone; do
     fake "$program" </dev/null
 done
 
+# The packages are made, and tried where nothing else is; while the archive is being updated once more, and shown what
+# goes wrong otherwise.
+mkdir -p tests/packaging build/release/packaging
+cp "$source"/tests/packaging/*bareroot.sh tests/packaging
+touch build/release/packaging/one.deb
+fake apt-get <<<'echo archive'
+fake sleep </dev/null
+fake mmdebstrap <<'END'
+echo x >>attempts
+[ "$(wc -l <attempts)" -ge 3 ] || { echo "E: File has unexpected size (1 != 2). Mirror sync in progress?" >&2 && exit 1; }
+echo "works" >&3
+END
+try 0 ./test --packages
+again="The archive is being updated: trying again in 60 s."
+says "Configuring (release)." "Building (release)." "$again" "$again" works
+grep -q "^cmake --build --preset release --target packages" "$CALLS" || fail "No packages"
+grep -q "^mmdebstrap .*copy-in $work/tests/packaging/inbareroot.sh $work/build/release/packaging/one.deb /root" "$CALLS" ||
+    fail "Other files"
+fake mmdebstrap <<<'echo "E: oops" >&2 && exit 1'
+try 1 ./test --packages
+says "Configuring (release)." "Building (release)." "E: oops"
+rm bin/sleep
+
 # What goes wrong in a build is shown, and ends it.
 fake cmake <<'END'
 echo "-- status"
