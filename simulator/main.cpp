@@ -98,15 +98,14 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
         return fail(ExitUnitFolder, error);
     }
     end.leaveNothingOf({server.socketFile(), link});
-    const auto endWith = [](bool successful) {
+    QObject::connect(&script, &ScriptRunner::over, qApp, [](bool successful) {
         QCoreApplication::exit(successful ? ExitFine : ExitFailed);
-    };
-    QObject::connect(&script, &ScriptRunner::over, qApp, endWith);
+    });
     std::optional<SelfTest> selfTest;
 
     if (options.selfTest) {
         selfTest.emplace(console, simulator);
-        QObject::connect(&*selfTest, &SelfTest::over, qApp, endWith);
+        QObject::connect(&*selfTest, &QThread::finished, qApp, &QCoreApplication::quit);
         selfTest->start();
     } else if (!options.script.isEmpty()) {
         script.start();
@@ -115,6 +114,9 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
     }
 
     const int exitStatus = QApplication::exec();
+    if (selfTest) {
+        selfTest->requestInterruption();
+    }
     console.close();
     if (options.stalls) {
         const QStringList summary = simulator.stallMeter().summary();
@@ -122,7 +124,7 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
             std::puts(qUtf8Printable(line));
         }
     }
-    return exitStatus;
+    return selfTest && !selfTest->isPassed() ? ExitFailed : exitStatus;
 }
 
 } // namespace

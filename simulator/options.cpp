@@ -92,15 +92,15 @@ QString complaint(const QCommandLineParser &parser, double *speed, double *scale
     if (parser.isSet("report") && !parser.isSet("script")) {
         return QStringLiteral("Only a script has a report.");
     }
+    for (const char *option : {"unit", "script", "record", "from", "language"}) {
+        if (parser.isSet("self-test") && parser.isSet(option)) {
+            return QStringLiteral("The self-test goes without --%1.").arg(QLatin1String(option));
+        }
+    }
     const QString language = parser.value("language");
     if (!Language::names().contains(language)) {
         return QStringLiteral("There is no language \"%1\"; there are %2.")
             .arg(language, Language::names().join(QStringLiteral(", ")));
-    }
-    for (const char *option : {"unit", "script", "record", "from", "scale"}) {
-        if (parser.isSet("self-test") && parser.isSet(option)) {
-            return QStringLiteral("The self-test goes without --%1.").arg(QLatin1String(option));
-        }
     }
     QString error;
     return readSpeed(parser.value("speed"), QStringLiteral("The speed"), speed, &error)

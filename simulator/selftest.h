@@ -24,9 +24,9 @@ public:
     /// The console must be closed by then, or the test over.
     ~SelfTest() override;
 
-signals:
-    /// \a successful when all works.
-    void over(bool successful);
+    /// Waits for the end, which must be near, and tells whether all has been tried and works. What
+    /// is tried after an interruption was requested is not told of.
+    bool isPassed();
 
 protected:
     void run() override;
@@ -43,6 +43,7 @@ private:
     FILE *m_output;
     int m_tried = 0;
     int m_failed = 0;
+    bool m_isComplete = false;
 };
 
 } // namespace simulator

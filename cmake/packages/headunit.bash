@@ -5,7 +5,7 @@ _headunit()
     local current=${COMP_WORDS[COMP_CWORD]}
     COMPREPLY=()
     [[ $current == -* ]] || return 0
-    mapfile -t COMPREPLY < <(compgen -W "$(QT_QPA_PLATFORM=offscreen "${COMP_WORDS[0]}" --help 2>/dev/null |
+    mapfile -t COMPREPLY < <(compgen -W "$("${COMP_WORDS[0]}" --help 2>/dev/null |
         grep --only-matching -e '--[a-z][a-z-]*' | sort --unique)" -- "$current")
 }
 complete -o default -F _headunit headunit headunit-panel headunit-sweep make-gps-package make-update-package

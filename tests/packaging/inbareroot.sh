@@ -18,7 +18,7 @@ try()
 {
     local status=0
     echo "== $1"
-    runuser -u $user -- env --chdir=$home HOME=$home XDG_RUNTIME_DIR=$home "${@:2}" 2>/root/errors || status=$?
+    runuser -u $user -- env --chdir=$home HOME=$home XDG_RUNTIME_DIR=$home/run "${@:2}" 2>/root/errors || status=$?
     [ $status -eq 0 ] || { cat /root/errors && echo "It ended with $status." && exit 1; }
 }
 
@@ -26,6 +26,7 @@ echo "== Installing"
 apt-get -qq update
 apt-get -qq install --yes --no-install-recommends /root/*.deb man-db bash-completion >/dev/null
 useradd --create-home --shell /bin/bash $user
+install --directory --mode=700 --owner=$user $home/run # as a login has it
 dpkg --purge "${names[@]}" >/dev/null
 files >/root/before
 dpkg --install /root/*.deb >/dev/null

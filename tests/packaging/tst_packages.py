@@ -129,7 +129,7 @@ class Manual(unittest.TestCase):
 
     def test_they_agree_with_the_help(self):
         for program in PROGRAMS:
-            usual = environment(HOME="~", QT_QPA_PLATFORM="offscreen", COLUMNS="1000")
+            usual = environment(HOME="~", COLUMNS="1000")
             text = said(program, "--help", env=usual)
             page = self.page(program)
             self.assertRegex(page, rf"NAME {program} - \w.* SYNOPSIS {program} .* DESCRIPTION \w.* OPTIONS -h, --help ")

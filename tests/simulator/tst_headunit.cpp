@@ -26,6 +26,8 @@ private slots:
     void unusableUnitFolders();
 
     void startsWithoutAScriptAndStays();
+    void testsItself();
+    void selfTestThatIsEnded();
 
     void secondStartFindsTheStateOfTheFirst();
     void secondStartOnTheSameFolderIsRefused();
@@ -77,6 +79,11 @@ void TestHeadunit::wrongUsage_data()
         << QStringList{"-platform", "offscreen"} << "Unknown options: p, l, a, t, f, o, r, m.\n";
     QTest::newRow("value missing") << QStringList{"--unit"} << "Missing value after '--unit'.\n";
     QTest::newRow("argument") << QStringList{"unit"} << "Unexpected argument \"unit\".\n";
+    for (const char *option : {"unit", "script", "record", "from", "language"}) {
+        QTest::addRow("self-test with %s", option)
+            << QStringList{"--self-test", QStringLiteral("--%1").arg(option), "x"}
+            << QStringLiteral("The self-test goes without --%1.\n").arg(option);
+    }
     QTest::newRow("speed 0") << QStringList{"--speed", "0"} << speed.arg("0");
     QTest::newRow("speed negative") << QStringList{"--speed=-1"} << speed.arg("-1");
     QTest::newRow("speed no number") << QStringList{"--speed", "fast"} << speed.arg("fast");
@@ -175,6 +182,38 @@ void TestHeadunit::startsWithoutAScriptAndStays()
     QVERIFY(program.isRunning());
     QCOMPARE(control({"quit"}).status, 0);
     QCOMPARE(program.finish().status, 0);
+}
+
+/// On an activity without the pages, whose unit leaves nothing.
+void TestHeadunit::testsItself()
+{
+    const QString temporary = m_folder->filePath("temporary");
+    QVERIFY(QDir().mkpath(temporary));
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert("TMPDIR", temporary);
+    const Outcome outcome =
+        run(HEADUNIT, withTestActivity({"--self-test", "--speed", "100"}), environment);
+    QCOMPARE(outcome.status, 1);
+    const QStringList lines = outcome.output.trimmed().split('\n');
+    QCOMPARE(lines.first(), QString("works   Plug-in: " TEST_ACTIVITY));
+    QCOMPARE(lines.filter(QRegularExpression("^works   ")).size(), 7);
+    QCOMPARE(lines.filter(QRegularExpression("^FAILED  .*: the button \"exit\" is not to be seen"))
+                 .size(),
+             12);
+    QCOMPARE(lines.last(), QString("7 of 19 work."));
+    QCOMPARE(QDir(temporary).entryList({"headunit*"}), QStringList());
+}
+
+void TestHeadunit::selfTestThatIsEnded()
+{
+    Program program(HEADUNIT, withTestActivity({"--self-test", "--speed", "0.1"}));
+    QVERIFY(
+        QTest::qWaitFor([&program] { return program.outputSoFar().contains("Sticks"); }, 60000));
+    program.send(SIGTERM);
+    const Outcome outcome = program.finish();
+    QCOMPARE(outcome.status, 1);
+    QVERIFY2(!outcome.output.contains("FAILED"), qPrintable(outcome.output));
+    QVERIFY2(!outcome.output.contains("of 19"), qPrintable(outcome.output));
 }
 
 void TestHeadunit::secondStartFindsTheStateOfTheFirst()
