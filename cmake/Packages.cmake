@@ -1,5 +1,7 @@
 # Two Debian packages: the plug-in, and the simulated unit around it. The target "packages" makes them. But for the
 # plug-in nothing of them is what ships, so that only who names its component installs it.
+set(components plugin simulator)
+set(packages factorydebug factorydebug-simulator)
 set(package_files "${PROJECT_SOURCE_DIR}/cmake/packages")
 set(libraries "${CMAKE_INSTALL_LIBDIR}/factorydebug")
 set(of_simulator COMPONENT simulator EXCLUDE_FROM_ALL)
@@ -86,19 +88,15 @@ foreach(program IN LISTS programs)
         set(sources ${program})
     endif()
     add_custom_command(OUTPUT "${page}"
-        COMMAND ${dated} "PATH=${folders}:$ENV{PATH}" "${package_files}/page" ${program} "${summary_${program}}"
-                ${PROJECT_VERSION} "${page}" ${others}
+        COMMAND ${dated} "${package_files}/page" "${folders}" ${program} "${summary_${program}}" ${PROJECT_VERSION}
+                "${page}" ${others}
         DEPENDS "${package_files}/page" ${sources} VERBATIM)
     factory_compress("${page}" "${page}.gz")
     install(FILES "${page}.gz" DESTINATION share/man/man1 ${of_simulator})
 endforeach()
 
 # What Debian asks of each package.
-foreach(component IN ITEMS plugin simulator)
-    set(package factorydebug)
-    if(component STREQUAL "simulator")
-        set(package factorydebug-simulator)
-    endif()
+foreach(component package IN ZIP_LISTS components packages)
     install(FILES "${package_files}/copyright" "${made}/changelog.gz" "${made}/changelog.Debian.gz"
             DESTINATION share/doc/${package} COMPONENT ${component} EXCLUDE_FROM_ALL)
     install(FILES "${package_files}/${package}.overrides" DESTINATION share/lintian/overrides RENAME ${package}
@@ -110,7 +108,7 @@ add_custom_target(package_files ALL DEPENDS ${made_files})
 
 set(CPACK_VERBATIM_VARIABLES ON)
 set(CPACK_GENERATOR DEB)
-set(CPACK_COMPONENTS_ALL plugin simulator)
+set(CPACK_COMPONENTS_ALL ${components})
 set(CPACK_DEB_COMPONENT_INSTALL ON)
 set(CPACK_PACKAGING_INSTALL_PREFIX /usr)
 set(CPACK_STRIP_FILES ON)
@@ -155,5 +153,6 @@ include(CPack)
 
 add_custom_target(packages
     COMMAND ${dated} "${CMAKE_CPACK_COMMAND}" --config "${CMAKE_BINARY_DIR}/CPackConfig.cmake" -B "${made}"
+            > "${made}/cpack.log"
     DEPENDS factorydebug headunit headunit-ctl headunit-panel package_files
-    VERBATIM USES_TERMINAL)
+    VERBATIM)
