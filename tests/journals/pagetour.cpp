@@ -112,7 +112,9 @@ void PageTour::openPackage(const QStringList &options, const char *verified)
     m_screen.unit.tap(QPoint(200, 439));
     look(QStringLiteral("vendordata, verifying"));
     QVERIFY(journal.waitFor(hardware::JournalPattern(QLatin1String(verified)), from, 10000) >= 0);
-    QCoreApplication::processEvents();
+    // The thread that verifies is journalled before the dialog hears of it.
+    const QString before = QCoreApplication::translate("UserUpdateDialog", "Verifing...");
+    QTRY_VERIFY(m_reader.texts().filter(before).isEmpty());
     look(QStringLiteral("vendordata, ") + QLatin1String(verified));
     press(QStringLiteral("popupview_cancel"));
     QString error;
