@@ -214,7 +214,7 @@ void TestGpsSerial::lostLineEndsTheProcess()
     QFETCH(QString, line);
     QFETCH(QByteArray, output);
     QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--read-line"), line});
+    startAnother(&process, {QStringLiteral("--read-line"), line});
     QVERIFY(process.waitForFinished());
     QCOMPARE(process.readAllStandardOutput(), output);
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);

@@ -31,7 +31,7 @@ void TestGpsUpgradeLostLine::lostLineEndsTheProcess()
 {
     QFETCH(QString, fault);
     QProcess process;
-    process.start(QCoreApplication::applicationFilePath(), {QStringLiteral("--upgrade"), fault});
+    startAnother(&process, {QStringLiteral("--upgrade"), fault});
     QVERIFY(process.waitForFinished());
     const QByteArray output = process.readAllStandardOutput();
     QCOMPARE(process.exitStatus(), QProcess::NormalExit);

@@ -91,7 +91,7 @@ QString tst_UnitFolder::errorOf(const QString &root) const
 void tst_UnitFolder::startHolder(QProcess *process) const
 {
     process->setProcessChannelMode(QProcess::ForwardedErrorChannel);
-    process->start(QCoreApplication::applicationFilePath(), {QLatin1String(holdOption), m_root});
+    startAnother(process, {QLatin1String(holdOption), m_root});
     QVERIFY(process->waitForReadyRead());
     QCOMPARE(process->readLine(), QByteArray("open\n"));
 }

@@ -354,6 +354,9 @@ void visitPages(FactoryDebugView &view)
 
 void TestWidgetCalls::everyPageIsBuiltAndLeftByTheseCalls()
 {
+#ifdef __arm__
+    QSKIP("Debian's Qt for this processor also calls its own functions by way of the program's.");
+#endif
     TestUnit unit;
     FactoryDebugctivity activity;
     isRecording = true;

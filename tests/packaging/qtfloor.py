@@ -4,7 +4,8 @@
     qtfloor.py NM PLUGIN TABLE EXCEPTIONS
 
 NM is the binutils' nm, TABLE is made by tools/qt-since. EXCEPTIONS names symbols of the table that the plug-in
-asks for only because it was built with a newer Qt: below each, indented, the reason why 5.3 does without it.
+asks for only because it was built with a newer Qt: below each, indented, the reason why 5.3 does without it. With
+"sometimes" behind it the symbol is asked for on some processors only.
 """
 
 import pathlib
@@ -27,16 +28,19 @@ def read_table(path):
 
 
 def read_exceptions(path):
-    """The reasons, by symbol as the file has it."""
+    """The reasons, by symbol as the file has it, and the symbols that need not be asked for."""
     reasons = {}
+    sometimes = set()
     symbol = None
     for line in path.read_text().splitlines():
         if line.startswith(" "):
             reasons[symbol] += line.strip()
         elif line and not line.startswith("#"):
-            symbol = line
+            symbol, _, when = line.partition(" ")
             reasons[symbol] = ""
-    return reasons
+            if when == "sometimes":
+                sometimes.add(symbol)
+    return reasons, sometimes
 
 
 def imports(nm, plugin):
@@ -54,7 +58,7 @@ def imports(nm, plugin):
     return found
 
 
-def complaints(asked, table, reasons):
+def complaints(asked, table, reasons, sometimes):
     excepted = {name for symbol in reasons for name in expanded(symbol)}
     if not asked:
         yield "The plug-in asks nothing of Qt"
@@ -64,7 +68,7 @@ def complaints(asked, table, reasons):
         elif name in table and name not in excepted:
             yield f"The plug-in asks for {readable}, which Qt has since {table[name]} ({name})"
     for symbol, reason in reasons.items():
-        if not any(name in asked and name in table for name in expanded(symbol)):
+        if symbol not in sometimes and not any(name in asked and name in table for name in expanded(symbol)):
             yield f"The plug-in asks no longer for {symbol}: it is no exception"
         if not reason:
             yield f"{symbol} is an exception without a reason"
@@ -75,7 +79,7 @@ def main():
         sys.exit(__doc__)
     nm, plugin = sys.argv[1:3]
     table, exceptions = map(pathlib.Path, sys.argv[3:])
-    found = list(complaints(imports(nm, plugin), read_table(table), read_exceptions(exceptions)))
+    found = list(complaints(imports(nm, plugin), read_table(table), *read_exceptions(exceptions)))
     print("\n".join(found))
     sys.exit(1 if found else 0)
 

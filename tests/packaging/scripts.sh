@@ -140,6 +140,27 @@ try 1 ./test --packages
 says "Configuring (release)." "Building (release)." "E: oops"
 rm bin/sleep
 
+# The system for the unit's processor is fetched once: without devices, with links that lead to where they would lead
+# on the unit, and with the host's tools.
+export XDG_CACHE_HOME=$work/cache
+fake mmdebstrap <<'END'
+mkdir -p made/{dev,usr/lib/qt5/bin}
+touch made/dev/null made/usr/lib/qt5/bin/moc
+ln -s /usr/lib/there made/usr/link
+tar --create --directory=made --file="${@: -2:1}" .
+END
+try 0 ./test --armhf tst_
+says "Fetching a system for armhf." "Configuring (armhf)." "Building (armhf)." "Running the tests (armhf)."
+grep -q "^mmdebstrap .*--architectures=armhf .* deb archive " "$CALLS" || fail "Another system"
+grep -qx "ctest --preset armhf --tests-regex tst_" "$CALLS" || fail "Other tests"
+system=build/sysroot-armhf
+[ "$(ls $system $system/dev)" = "$(printf '%s\n' "$system:" dev usr "" "$system/dev:")" ] || fail "Other files"
+[ "$(readlink $system/usr/link $system/usr/lib/qt5/bin/moc)" = "$(printf '%s\n' lib/there /usr/lib/qt5/bin/moc)" ] ||
+    fail "Other links"
+[ "$(ls cache/factorydebug)" = sysroot-armhf ] || fail "Rests"
+try 0 ./test --armhf
+! grep -q ^mmdebstrap "$CALLS" || fail "Fetched twice"
+
 # What goes wrong in a build is shown, and ends it.
 fake cmake <<'END'
 echo "-- status"

@@ -59,6 +59,7 @@ class Check(unittest.TestCase):
         self.assertEqual(said, ["The plug-in asks no longer for _ZSized{size_t}{qptrdiff}: it is no exception"])
         said = complaints(*self.USUAL, exceptions=EXCEPTIONS + "_ZOld\n    Old.\n")
         self.assertEqual(said, ["The plug-in asks no longer for _ZOld: it is no exception"])
+        self.assertEqual(complaints(*self.USUAL, exceptions=EXCEPTIONS + "_ZOld sometimes\n    Old.\n"), [])
         said = complaints(*self.USUAL, exceptions=EXCEPTIONS.replace("    Also.\n", ""))
         self.assertEqual(said, ["_ZSized{size_t}{qptrdiff} is an exception without a reason"])
 

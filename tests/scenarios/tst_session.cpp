@@ -271,8 +271,8 @@ void TestSession::reportIsGoneOnFrom()
     // Four gigabytes in some kilobytes, in the report and on the disk.
     QCOMPARE(QFileInfo(other + "/dev/mem").size(), qint64(1) << 32);
     QVERIFY(QFileInfo(report).size() < 500000);
-    struct stat memory = {};
-    QCOMPARE(stat(QFile::encodeName(other + "/dev/mem").constData(), &memory), 0);
+    struct stat64 memory = {};
+    QCOMPARE(stat64(QFile::encodeName(other + "/dev/mem").constData(), &memory), 0);
     QVERIFY(memory.st_blocks < 10000);
 }
 

@@ -1,6 +1,7 @@
 #include "support/testmain.h"
 
 #include <QFileInfo>
+#include <QProcess>
 
 #include <cstdio>
 
@@ -17,6 +18,14 @@ void choose(const char *variable, const char *value)
 }
 
 } // namespace
+
+void startAnother(QProcess *process, const QStringList &arguments)
+{
+    QStringList command = QStringLiteral(EMULATOR).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    command += QCoreApplication::applicationFilePath();
+    command += arguments;
+    process->start(command.takeFirst(), command);
+}
 
 void prepareScreen()
 {

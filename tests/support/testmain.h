@@ -2,6 +2,11 @@
 
 #include <QtTest>
 
+class QProcess;
+
+/// Starts the program that runs once more, with other arguments, by the emulator if need be.
+void startAnother(QProcess *process, const QStringList &arguments);
+
 /// Has Qt draw into memory, and give texts the size that they have on the unit's screen, whatever
 /// the host's screen is like. What whoever started the program has chosen stands.
 void prepareScreen();
