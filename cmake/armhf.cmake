@@ -3,6 +3,8 @@ set(CMAKE_SYSTEM_NAME Linux)
 set(CMAKE_SYSTEM_PROCESSOR armv7l)
 set(CMAKE_C_COMPILER arm-linux-gnueabihf-gcc)
 set(CMAKE_CXX_COMPILER arm-linux-gnueabihf-g++)
+# Nothing here was compiled by g++ 6, of which it would tell that it passed some values otherwise.
+set(CMAKE_CXX_FLAGS_INIT -Wno-psabi)
 
 get_filename_component(CMAKE_SYSROOT "${CMAKE_CURRENT_LIST_DIR}/../build/sysroot-armhf" ABSOLUTE)
 set(CMAKE_LIBRARY_ARCHITECTURE arm-linux-gnueabihf)
