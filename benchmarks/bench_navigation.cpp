@@ -1,8 +1,9 @@
-// One way from the menu to a page and back, painted each time, for every hosted page; beside hiding
-// and showing an empty widget of the page's size.
+// One way from the menu to a page and back, painted each time, for every hosted page; beside the
+// same with the same widgets of plain Qt. What a page does when it opens is the page's alone.
 
 #include "factorydebug/factorydebugview.h"
 #include "measurement.h"
+#include "plainscreen.h"
 #include "support/testunit.h"
 
 #include <QApplication>
@@ -12,24 +13,24 @@ namespace
 
 const int rounds = 50;
 
-void measure(TestUnit &unit, FactoryDebugView &view, QWidget &empty, const QString &id)
+void measure(TestUnit &unit, FactoryDebugView &view, PlainScreen &screen, const QString &id)
 {
+    const auto back = QStringLiteral("return");
     QVector<double> page;
     QVector<double> plain;
+    const PlainPage twin = plainPage(view, id);
     for (int round = -1; round < rounds; ++round) {
         const Quiet quiet;
         const double first = microseconds([&] {
             view.buttonClicked(id);
             unit.screen().repaint();
-            view.buttonClicked(QStringLiteral("return"));
+            view.buttonClicked(back);
+            QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
             unit.screen().repaint();
         });
-        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
         const double second = microseconds([&] {
-            empty.show();
-            unit.screen().repaint();
-            empty.hide();
-            unit.screen().repaint();
+            screen.open(twin);
+            screen.leavePage();
         });
         if (round >= 0) { // The first round only warms up.
             page.append(first);
@@ -37,7 +38,7 @@ void measure(TestUnit &unit, FactoryDebugView &view, QWidget &empty, const QStri
         }
     }
     printRow(id, page, QStringLiteral("us"));
-    printRow(QStringLiteral("  empty widget"), plain, QStringLiteral("us"));
+    printRow(QStringLiteral("  of plain widgets"), plain, QStringLiteral("us"));
     printRatio(QStringLiteral("  ratio"), page, plain);
 }
 
@@ -52,12 +53,10 @@ int main(int argc, char *argv[])
     TestUnit unit;
     FactoryDebugView view(unit.framework().layer(kvappframework::UI_HERARCHY_ACTIVITY));
     view.show();
-    QWidget empty(&view);
-    empty.setGeometry(0, 66, 800, 412);
-    empty.setAutoFillBackground(true);
+    PlainScreen screen(view);
     for (const char *id : {"usbtest", "usbeye", "ncmtest", "keycolor", "vendordata", "als",
                            "pdtVer", "sysCtrl", "idPanel"}) {
-        measure(unit, view, empty, QString::fromLatin1(id));
+        measure(unit, view, screen, QString::fromLatin1(id));
     }
     return 0;
 }

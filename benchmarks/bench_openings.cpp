@@ -1,6 +1,6 @@
-// Heap, descriptors and threads over many openings of pages, after a warm-up: all should stay flat.
-// Usage: bench_openings [OPENINGS [ID...]]; 10000 openings, spread over all hosted pages, by
-// default.
+// What a page that is shown holds of the heap; and heap, descriptors and threads over many openings
+// of pages, after a warm-up: all should stay flat. Usage: bench_openings [OPENINGS [ID...]]; 10000
+// openings, spread over all hosted pages, by default.
 
 #include "factorydebug/factorydebugview.h"
 #include "measurement.h"
@@ -46,16 +46,29 @@ void openPages(TestUnit &unit, FactoryDebugView &view, const QStringList &ids, i
     }
 }
 
-/// The unit's journal holds its newest lines in memory. Gives it as many as it ever holds, of the
-/// kind that the warm-up has left, so that it does not grow any more.
-void fillJournal(hardware::Journal &journal)
+/// What a page holds of the heap once it is shown; its widgets' share of the backing store is the
+/// screen's.
+void printAtRest(TestUnit &unit, FactoryDebugView &view, const QString &id)
 {
-    const QStringList typical = journal.lines();
-    while (!typical.isEmpty() && journal.lines().size() == journal.end()) {
-        for (const QString &line : typical) {
-            journal.write(line.section(QLatin1Char(' '), 0, 0), line.section(QLatin1Char(' '), 1));
-        }
+    const double menu = usage().heap;
+    double page = 0;
+    {
+        const Quiet quiet;
+        view.buttonClicked(id);
+        unit.screen().repaint();
+        QCoreApplication::processEvents();
+        page = usage().heap;
+        view.buttonClicked(QStringLiteral("return"));
+        QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     }
+    std::printf("%-12s %12.0f bytes at rest\n", qPrintable(id), page - menu);
+}
+
+/// The unit's journal holds its newest lines in memory, and grows until it holds as many as it ever
+/// does.
+bool isGrowing(const hardware::Journal &journal)
+{
+    return journal.entries(QString(), 0, hardware::Journal::Everything).size() == journal.end();
 }
 
 } // namespace
@@ -77,8 +90,12 @@ int main(int argc, char *argv[])
     TestUnit unit(timeFactor);
     FactoryDebugView view(unit.framework().layer(kvappframework::UI_HERARCHY_ACTIVITY));
     view.show();
-    openPages(unit, view, ids, warmUp);
-    fillJournal(unit.unit().journal());
+    do {
+        openPages(unit, view, ids, warmUp);
+    } while (isGrowing(unit.unit().journal()));
+    for (const QString &id : ids) {
+        printAtRest(unit, view, id);
+    }
     const Usage before = usage();
     openPages(unit, view, ids, openings);
     const Usage after = usage();

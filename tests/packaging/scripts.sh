@@ -161,6 +161,25 @@ system=build/sysroot-armhf
 try 0 ./test --armhf
 ! grep -q ^mmdebstrap "$CALLS" || fail "Fetched twice"
 
+# All is measured, and then counted; with --accept-instructions only counted.
+programs=build/release/benchmarks
+mkdir -p "$programs" benchmarks
+for program in bench_startup bench_gps; do
+    echo "echo $program ran" >"$programs/$program"
+    chmod +x "$programs/$program"
+done
+echo 'echo "counts $*"' >benchmarks/count-instructions
+chmod +x benchmarks/count-instructions
+fake size <<<'echo ".text 1000 0"'
+fake nm <<<'echo "0 0000000200 r qt_resource_data"'
+try 0 ./test --bench
+says "Configuring (release)." "Building (release)." "Measuring (bench_gps)." "bench_gps ran" \
+    "Measuring (bench_startup)." "bench_startup ran" "The plug-in's sections, in bytes:" "  .text 1000" \
+    "  pictures 200" "Counting." "counts $programs/bench_instructions benchmarks/instructions.txt"
+try 0 ./test --accept-instructions
+says "Configuring (release)." "Building (release)." "Counting." \
+    "counts $programs/bench_instructions benchmarks/instructions.txt --accept"
+
 # What goes wrong in a build is shown, and ends it.
 fake cmake <<'END'
 echo "-- status"
