@@ -5,7 +5,7 @@
 #include "gps/gpspackage.h"
 #include "gps/gpsserial.h"
 #include "gps/xmodemsender.h"
-#include "gpsline.h"
+#include "lineend.h"
 #include "measurement.h"
 
 #include <QElapsedTimer>

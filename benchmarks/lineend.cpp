@@ -1,4 +1,4 @@
-#include "gpsline.h"
+#include "lineend.h"
 
 #include "gps/gpspackage.h"
 
