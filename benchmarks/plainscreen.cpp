@@ -12,7 +12,8 @@ namespace
 QWidgetList shownOn(const QWidget &view)
 {
     QWidgetList shown;
-    for (auto *child : view.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly)) {
+    const auto children = view.findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly);
+    for (auto *child : children) {
         if (child->isVisible() && qobject_cast<StatusBar *>(child) == nullptr) {
             shown.append(child);
         }
@@ -26,7 +27,8 @@ PlainPage plainPage(FactoryDebugView &view, const QString &id)
 {
     view.buttonClicked(id);
     PlainPage page;
-    for (const QWidget *widget : shownOn(view)) {
+    const QWidgetList shown = shownOn(view);
+    for (const QWidget *widget : shown) {
         page.append(PlainTwin(*widget));
     }
     view.buttonClicked(QStringLiteral("return"));
@@ -38,7 +40,8 @@ PlainScreen::PlainScreen(const FactoryDebugView &view)
 {
     m_screen.setGeometry(0, 0, 800, 480);
     PlainTwin(*view.findChild<StatusBar *>()).make(&m_screen);
-    for (const QWidget *button : shownOn(view)) {
+    const QWidgetList menu = shownOn(view);
+    for (const QWidget *button : menu) {
         m_menu.append(PlainTwin(*button).make(&m_screen));
     }
     m_screen.show();
