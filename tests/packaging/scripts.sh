@@ -176,6 +176,9 @@ try 0 ./test --bench
 says "Configuring (release)." "Building (release)." "Measuring (bench_gps)." "bench_gps ran" \
     "Measuring (bench_startup)." "bench_startup ran" "The plug-in's sections, in bytes:" "  .text 1000" \
     "  pictures 200" "Counting." "counts $programs/bench_instructions benchmarks/instructions.txt"
+echo 'echo oops >&2 && exit 3' >"$programs/bench_gps"
+try 1 ./test --bench
+says "Configuring (release)." "Building (release)." "Measuring (bench_gps)." oops
 try 0 ./test --accept-instructions
 says "Configuring (release)." "Building (release)." "Counting." \
     "counts $programs/bench_instructions benchmarks/instructions.txt --accept"
