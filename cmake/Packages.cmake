@@ -16,7 +16,7 @@ install(TARGETS ${program_libraries} LIBRARY DESTINATION "${libraries}" ${of_sim
 
 # Scripts lie as in the sources, beside their modules, with links to them where programs are looked for.
 set(scripts simulator/sweep/headunit-sweep tools/make-gps-package tools/make-update-package)
-set(script_modules simulator/sweep/report.py simulator/sweep/session.py simulator/sweep/sweeps.py tools/packagefile.py)
+set(script_modules simulator/sweep/calls.py simulator/sweep/live.py simulator/sweep/report.py simulator/sweep/session.py simulator/sweep/sweeps.py tools/packagefile.py)
 foreach(file IN LISTS scripts script_modules)
     get_filename_component(folder "${file}" DIRECTORY)
     get_filename_component(name "${file}" NAME)

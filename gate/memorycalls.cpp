@@ -2,8 +2,8 @@
 // is open: of those on the memory device, and of files that are closed, the unit is told. All pass
 // through.
 
+#include "failure.h"
 #include "gate.h"
-#include "hostcall.h"
 #include "unitcall.h"
 
 #include "hardware/unit/gatebypass.h"
@@ -49,6 +49,20 @@ void tellOfClosing(int descriptor)
     }
 }
 
+/// One that is to fail closes all the same, as the kernel does.
+template <typename Close> int closed(const char *name, int descriptor, const Close &close)
+{
+    const hardware::Failure failure = hardware::failureOf(name, descriptor);
+    const int reason = errno;
+    tellOfClosing(descriptor);
+    const int result = close();
+    if (failure == hardware::Failure::None) {
+        return result;
+    }
+    errno = reason;
+    return -1;
+}
+
 template <auto *Call, typename Offset>
 void *mapMemory(const char *name, void *place, size_t length, int protection, int flags,
                 int descriptor, Offset offset)
@@ -57,14 +71,14 @@ void *mapMemory(const char *name, void *place, size_t length, int protection, in
     if (memory == nullptr) {
         return hostCall<Call>(name)(place, length, protection, flags, descriptor, offset);
     }
+    const hardware::UnitCall call(name, "/dev/mem", hardware::mapFlags(protection, flags));
     void *mapped = MAP_FAILED;
     if (memory->fault() == MemoryDevice::MapRefused) {
         errno = EPERM;
-    } else {
+    } else if (!call.mustFail()) {
         mapped = hostCall<Call>(name)(place, length, protection, flags, descriptor, offset);
     }
-    hardware::UnitCall("mmap", "/dev/mem", hardware::mapFlags(protection, flags))
-        .tell(mapped == MAP_FAILED);
+    call.tell(mapped == MAP_FAILED);
     memory->mapped(mapped == MAP_FAILED ? nullptr : mapped, length, quint32(offset));
     return mapped;
 }
@@ -101,14 +115,14 @@ int close(int descriptor)
     if (memory != nullptr) {
         memory->closing(descriptor);
     }
-    tellOfClosing(descriptor);
-    return hostCall<::close>(__func__)(descriptor);
+    return closed(__func__, descriptor,
+                  [descriptor] { return hostCall<::close>("close")(descriptor); });
 }
 
 int fclose(FILE *stream)
 {
-    tellOfClosing(fileno(stream));
-    return hostCall<::fclose>(__func__)(stream);
+    return closed(__func__, fileno(stream),
+                  [stream] { return hostCall<::fclose>("fclose")(stream); });
 }
 
 } // extern "C"

@@ -1,4 +1,4 @@
-// The calls that open a file. The unit, or its memory device, is told.
+// The calls that open a file. The unit, and its memory device, is told.
 
 #include "gate.h"
 #include "pathcalls.h"
@@ -41,7 +41,7 @@ Effect effectOf(const char *mode)
     return std::strpbrk(mode, "wa+") == nullptr ? Looks : Changes;
 }
 
-/// Opens a file of that path and tells the unit, or the memory device.
+/// Opens a file of that path and tells the unit, and the memory device of itself.
 template <auto *Call, typename... Others>
 int openPath(const char *name, const char *path, int flags, Others... others)
 {
@@ -66,7 +66,7 @@ int openPath(const char *name, const char *path, int flags, Others... others)
         return hostCall<Call>(name)(mapped.path(), flags | O_LARGEFILE, others...);
     });
     device.opened(descriptor);
-    return descriptor;
+    return toldUnit(mapped, descriptor);
 }
 
 template <auto *Call> FILE *openStream(const char *name, const char *path, const char *mode)

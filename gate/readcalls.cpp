@@ -1,8 +1,8 @@
-// The calls that read what is open: from a slow stick they take their time, in the unit's time, as
-// long as the bytes do that they give.
+// The calls that read what is open, unless somebody wants them to fail: from a slow stick they take
+// their time, in the unit's time, as long as the bytes do that they give.
 
+#include "failure.h"
 #include "gate.h"
-#include "hostcall.h"
 
 #include "hardware/unit/kepterrno.h"
 #include "hardware/unit/unit.h"
@@ -11,6 +11,9 @@
 
 #include <cstdio>
 
+using hardware::asked;
+using hardware::Failure;
+using hardware::failureOf;
 using hardware::hostCall;
 
 namespace
@@ -36,9 +39,23 @@ void takeTime(int descriptor, qint64 bytes)
 template <auto *Call, typename... Limit>
 ssize_t readFrom(const char *name, int descriptor, void *bytes, size_t size, Limit... limit)
 {
-    const ssize_t count = hostCall<Call>(name)(descriptor, bytes, size, limit...);
+    const Failure failure = failureOf("read", descriptor);
+    if (failure == Failure::Error) {
+        return -1;
+    }
+    const ssize_t count = hostCall<Call>(name)(descriptor, bytes, asked(failure, size), limit...);
     takeTime(descriptor, count);
     return count;
+}
+
+/// Gives fewer items where it is to fail; \a read reads so many.
+template <typename Read>
+size_t readStream(FILE *stream, size_t size, size_t count, const Read &read)
+{
+    const Failure failure = failureOf("fread", fileno(stream));
+    const size_t given = failure == Failure::Error ? 0 : read(asked(failure, count));
+    takeTime(fileno(stream), qint64(given * size));
+    return given;
 }
 
 } // namespace
@@ -63,16 +80,16 @@ ssize_t __read_chk(int descriptor, void *bytes, size_t size, size_t limit)
 
 size_t fread(void *bytes, size_t size, size_t count, FILE *stream)
 {
-    const size_t given = hostCall<::fread>(__func__)(bytes, size, count, stream);
-    takeTime(fileno(stream), qint64(given * size));
-    return given;
+    return readStream(stream, size, count, [&](size_t wanted) {
+        return hostCall<::fread>("fread")(bytes, size, wanted, stream);
+    });
 }
 
 size_t __fread_chk(void *bytes, size_t limit, size_t size, size_t count, FILE *stream)
 {
-    const size_t given = hostCall<::__fread_chk>(__func__)(bytes, limit, size, count, stream);
-    takeTime(fileno(stream), qint64(given * size));
-    return given;
+    return readStream(stream, size, count, [&](size_t wanted) {
+        return hostCall<::__fread_chk>("__fread_chk")(bytes, limit, size, wanted, stream);
+    });
 }
 
 } // extern "C"

@@ -9,12 +9,26 @@
 #include <QElapsedTimer>
 
 #include <cerrno>
+#include <csignal>
 #include <cstdlib>
 
 namespace
 {
-constexpr int failed = 1 << 8; // the command has ended with 1
+
+/// What system() gives for a command that fails like that: one of the failures of "system".
+int failedStatus(const QString &failure)
+{
+    if (failure == QLatin1String("EAGAIN")) {
+        errno = EAGAIN;
+        return -1;
+    }
+    if (failure == QLatin1String("killed")) {
+        return SIGKILL;
+    }
+    return (failure.isEmpty() ? 1 : failure.toInt()) << 8;
 }
+
+} // namespace
 
 extern "C" int system(const char *command)
 {
@@ -26,7 +40,9 @@ extern "C" int system(const char *command)
     const QString call = QStringLiteral("system ") + QString::fromLocal8Bit(command);
     QElapsedTimer taken;
     taken.start();
-    const int status = unit.callFaults().fails(call) ? failed : unit.shell().run(command);
+    QString failure;
+    const int status =
+        unit.callFaults().fails(call, &failure) ? failedStatus(failure) : unit.shell().run(command);
     const int keptErrno = errno;
     hardware::CallTimes::note(call, taken.nsecsElapsed() / 1e9, taken.nsecsElapsed() / 1e9);
     errno = keptErrno;

@@ -2,8 +2,8 @@
 // unit's time. Where that is the host's, and without a gate, they are the C library's own. The
 // unit's journal has those that the plug-in waits with; nanosleep() is what Qt waits with.
 
+#include "failure.h"
 #include "gate.h"
-#include "hostcall.h"
 #include "unitcall.h"
 
 #include "hardware/unit/unittime.h"
@@ -181,8 +181,10 @@ int select(int count, fd_set *readable, fd_set *writable, fd_set *exceptional, t
         isDuration(timeout) ? timeout->tv_sec * microsecondsPerSecond + timeout->tv_usec : -1;
     const TimedWait wait(__func__, std::to_string(llround(asked)));
     const std::shared_ptr<const UnitTime> time = ownTime();
-    int result = 0;
-    if (time == nullptr || asked < 0) {
+    int result = -1;
+    if (hardware::failureOf(__func__) != hardware::Failure::None) {
+        // errno says why
+    } else if (time == nullptr || asked < 0) {
         result = hostCall<::select>(__func__)(count, readable, writable, exceptional, timeout);
     } else {
         timeval hostTimeout = asTimeval(hostTime(*time, asked * 1000) / 1000);

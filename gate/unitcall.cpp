@@ -1,5 +1,6 @@
 #include "unitcall.h"
 
+#include "failure.h"
 #include "gate.h"
 
 #include "hardware/unit/calltimes.h"
@@ -89,23 +90,13 @@ void UnitCall::changes(const char *path)
 
 bool UnitCall::mustFail() const
 {
-    if (isToFail()) {
-        errno = EIO;
+    if (m_path != nullptr && failureOf(m_name + ' ' + m_path) != Failure::None) {
         return true;
     }
     if (m_isRefused) {
         errno = EROFS;
     }
     return m_isRefused;
-}
-
-bool UnitCall::isToFail() const
-{
-    if (m_path == nullptr || Gate::current()->unit().callFaults().isEmpty()) {
-        return false;
-    }
-    const std::string call = m_name + ' ' + m_path;
-    return Gate::current()->unit().callFaults().fails(QString::fromStdString(call));
 }
 
 void UnitCall::tell(bool failed) const

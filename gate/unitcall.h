@@ -23,16 +23,14 @@ public:
     /// It would change what is at that path of the unit; null is none.
     void changes(const char *path);
 
-    /// Whether it is one that somebody wants to fail: errno is then EIO; or one that would change a
-    /// stick that is write-protected: EROFS.
+    /// Whether it is one that somebody wants to fail: errno then says with what; or one that would
+    /// change a stick that is write-protected: EROFS.
     bool mustFail() const;
 
     /// Writes its line. Keeps errno, which is shown of a call that \a failed.
     void tell(bool failed) const;
 
 private:
-    bool isToFail() const;
-
     std::string m_name;
     const char *m_path;
     std::string m_flags;

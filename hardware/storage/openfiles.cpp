@@ -3,6 +3,7 @@
 #include "hardware/unit/gatebypass.h"
 #include "hardware/unit/kepterrno.h"
 
+#include <QFile>
 #include <QMutexLocker>
 
 #include <fcntl.h>
@@ -39,20 +40,18 @@ void OpenFiles::opened(int descriptor, const char *unitPath, const char *hostPat
     if (descriptor < 0 || fstat(descriptor, &status) != 0) {
         return;
     }
-    if (S_ISCHR(status.st_mode)) {
-        const QMutexLocker locker(&m_mutex);
-        m_openers.insert(unitPath, Cause::current());
-    }
-    if (!S_ISREG(status.st_mode) || (fcntl(descriptor, F_GETFL) & O_ACCMODE) == O_WRONLY) {
-        return;
-    }
+    const bool isRead =
+        S_ISREG(status.st_mode) && (fcntl(descriptor, F_GETFL) & O_ACCMODE) != O_WRONLY;
     {
         const QMutexLocker locker(&m_mutex);
-        m_files.insert(descriptor, {unitPath, status.st_dev, status.st_ino});
+        if (S_ISCHR(status.st_mode)) {
+            m_openers.insert(unitPath, Cause::current());
+        }
+        m_files.insert(descriptor, {unitPath, status.st_dev, status.st_ino, isRead});
         m_hasFiles = true;
     }
     const GateBypass toFile;
-    if (access(hostPath, F_OK) != 0) {
+    if (isRead && access(hostPath, F_OK) != 0) {
         // Its stick was pulled while it was being opened.
         cut(unitPath);
     }
@@ -74,6 +73,17 @@ QByteArray OpenFiles::path(int descriptor) const
     }
     const QMutexLocker locker(&m_mutex);
     return m_files.value(descriptor).path;
+}
+
+QStringList OpenFiles::paths() const
+{
+    const QMutexLocker locker(&m_mutex);
+    QStringList paths;
+    for (const File &file : m_files) {
+        paths.append(QFile::decodeName(file.path));
+    }
+    paths.sort();
+    return paths;
 }
 
 Cause OpenFiles::opener(const QByteArray &unitPath) const
@@ -99,7 +109,7 @@ void OpenFiles::lead(const QByteArray &mountRoot, int deadEnd)
 {
     const QMutexLocker locker(&m_mutex);
     for (auto file = m_files.begin(); file != m_files.end();) {
-        if (file->path != mountRoot && !file->path.startsWith(mountRoot + '/')) {
+        if (!file->isRead || (file->path != mountRoot && !file->path.startsWith(mountRoot + '/'))) {
             ++file;
             continue;
         }

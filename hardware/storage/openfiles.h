@@ -5,6 +5,7 @@
 #include <QByteArray>
 #include <QHash>
 #include <QMutex>
+#include <QStringList>
 
 #include <atomic>
 
@@ -13,7 +14,7 @@
 namespace hardware
 {
 
-/// The files that the unit's programs hold open for reading, as a gate tells of them. When a stick
+/// The files and devices that the unit's programs hold open, as a gate tells of them. When a stick
 /// is pulled, every further read of a file on it fails with EIO, as on a unit; what a program has
 /// read already, be it into a buffer, it keeps. It also knows who opened a device last. Every
 /// function keeps errno. Thread-safe.
@@ -32,6 +33,9 @@ public:
     /// Path of the unit; empty for a descriptor of no such file.
     QByteArray path(int descriptor) const;
 
+    /// Paths of the unit of all that is open, sorted; as often as it is open.
+    QStringList paths() const;
+
     /// What the device with that path of the unit was last opened for: what it hears since follows
     /// from that.
     Cause opener(const QByteArray &unitPath) const;
@@ -45,6 +49,7 @@ private:
         QByteArray path;
         dev_t device; ///< with the inode: whether the descriptor still is that file
         ino_t inode;
+        bool isRead; ///< It is a file, no device, and open for reading.
     };
 
     void lead(const QByteArray &mountRoot, int deadEnd);

@@ -33,12 +33,13 @@ QStringList behind(const QString &name, const QStringList &lines)
 QStringList possible(const FaultDevice &device, bool isAsked)
 {
     const bool isShort = device.name == QLatin1String("call") && !isAsked;
-    const QString calls = QStringLiteral("the next such call of the plug-in's fails, or the N-th; "
-                                         "\"fault call\" lists them");
+    const QString calls =
+        QStringLiteral("the next such call of the plug-in's fails, or the N-th, or "
+                       "all from then on; \"fault call\" lists them");
     return behind(device.name.leftJustified(nameWidth),
-                  isShort
-                      ? QStringList(QStringLiteral("CALL [N]").leftJustified(wordsWidth) + calls)
-                      : device.possible());
+                  isShort ? QStringList(
+                      QStringLiteral("CALL [N] [FAILURE] [on]").leftJustified(wordsWidth) + calls)
+                          : device.possible());
 }
 
 ConsoleResult list(const QList<FaultDevice> &devices)

@@ -10,7 +10,7 @@ class CallFaults;
 namespace simulator
 {
 
-/// "call": calls of the plug-in's, each of which fails once.
+/// "call": calls of the plug-in's that are to fail.
 FaultDevice faultyCalls(hardware::CallFaults &faults);
 
 } // namespace simulator

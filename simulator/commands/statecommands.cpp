@@ -25,7 +25,8 @@ using hardware::Unit;
 
 QJsonObject unit(Unit &unit)
 {
-    return {{"speed", unit.clock().factor()}};
+    return {{"speed", unit.clock().factor()},
+            {"openFiles", QJsonArray::fromStringList(unit.openFiles().paths())}};
 }
 
 QJsonObject panel(Unit &unit)

@@ -16,6 +16,12 @@ def tell(result):
     print(f"{result.cell}: {result.verdict}, {result.detail} ({result.seconds:.1f} s)", flush=True)
 
 
+def tell_counts(session, counts):
+    """How often each call of the plug-in's came in a session."""
+    print(f"{session}: {sum(counts.values())} calls: " + ", ".join(f"{count} {call}" for call, count in counts.items()),
+          flush=True)
+
+
 def table(results):
     """How many cells of each row ended how, then the failures with the ids that run them again."""
     rows = collections.OrderedDict()

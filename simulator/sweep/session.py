@@ -20,6 +20,7 @@ class Programs:
     plugin: pathlib.Path
     packages: pathlib.Path
     speed: float
+    snapshot: pathlib.Path = None  # of a unit's folder, for what begins with a copy
 
 
 @dataclasses.dataclass
@@ -31,6 +32,7 @@ class End:
     error: str
     journal: list  # the texts of the lines
     files: dict  # contents by path below the unit's folder, of those that were asked for
+    claims: bool = False  # that it went well, on the screen at its end
 
     def has(self, pattern):
         return any(re.search(pattern, line) for line in self.journal)
@@ -41,11 +43,12 @@ class End:
 
 
 def furnish(folder, programs, package):
-    """Packages for the receiver and with the user's data on the stick of "usb0", logs to copy in the flash."""
+    """Packages for the receiver, the tuner and with the user's data on the stick of "usb0", logs to copy in the flash."""
     stick = folder / "sticks" / "usb0"
     for name, version, size in (("bootloader", "boot 3", "5000"), ("firmware", "GNSS 2.5.1", "6000")):
         make(programs, "make-gps-package", "valid", stick / f"gps_{name}.pkg", version, size)
     make(programs, "make-update-package", *package, stick / UPDATE_FILE)
+    (stick / "dab_firmware.bin").write_bytes(bytes(100000))
     logs = folder / "media" / "flash"
     for path, text in LOGS.items():
         (logs / path).parent.mkdir(parents=True, exist_ok=True)
@@ -56,16 +59,18 @@ def make(programs, name, *words):
     subprocess.run([programs.packages / name, *map(str, words)], check=True, stdout=subprocess.DEVNULL)
 
 
+def command_line(programs, folder):
+    command = [programs.headunit, "--headless", "--unit", folder, "--speed", str(programs.speed)]
+    return command + (["--plugin", programs.plugin] if programs.plugin else [])
+
+
 def run(script, programs, files, package=()):
     """Runs a script of console commands on a unit of its own."""
     with tempfile.TemporaryDirectory(prefix="headunit-sweep-") as name:
         folder = pathlib.Path(name) / "unit"
         folder.mkdir()
         furnish(folder, programs, package)
-        command = [programs.headunit, "--headless", "--no-socket", "--unit", folder, "--speed", str(programs.speed),
-                   "--script", "-"]
-        if programs.plugin:
-            command += ["--plugin", programs.plugin]
+        command = command_line(programs, folder) + ["--no-socket", "--script", "-"]
         began = time.monotonic()
         # Where the program's standard output is a file, all of it is there also after exit().
         output = pathlib.Path(name) / "output"

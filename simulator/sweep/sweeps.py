@@ -61,6 +61,12 @@ class Row:
     def only(self, place):
         return dataclasses.replace(self, alone=place)
 
+    def run(self, place, programs):
+        script = self.kind.script(self.fault(place), self.during(place))
+        end = session.run("\n".join(script) + "\n", programs, self.kind.files, self.package)
+        verdict, detail = judged(self, place, end)
+        return Result(self.cell(place), self.title, verdict, detail, end.seconds)
+
 
 @dataclasses.dataclass
 class Result:
@@ -82,7 +88,7 @@ def run(rows, programs, jobs, tell):
     def run_row(row):
         results = []
         for place in row.places():
-            result = run_cell(row, place, programs)
+            result = row.run(place, programs)
             results.append(result)
             with lock:
                 tell(result)
@@ -92,13 +98,6 @@ def run(rows, programs, jobs, tell):
 
     with concurrent.futures.ThreadPoolExecutor(jobs) as pool:
         return [result for results in pool.map(run_row, rows) for result in results]
-
-
-def run_cell(row, place, programs):
-    script = row.kind.script(row.fault(place), row.during(place))
-    end = session.run("\n".join(script) + "\n", programs, row.kind.files, row.package)
-    verdict, detail = judged(row, place, end)
-    return Result(row.cell(place), row.title, verdict, detail, end.seconds)
 
 
 def judged(row, place, end):
@@ -130,18 +129,25 @@ def upgrade_script(ahead, during):
             'expect "unit booted" 400000', 'see "Factory" 20000', "receiver"]
 
 
+FIRMWARE = "sticks/usb0/gps_firmware.pkg"
+RECEIVED = "receiver/firmware.pkg"
+
+
 def upgrade_verdict(end):
-    has_firmware = b"GNSS 2.5.1" in end.files.get("receiver/firmware.pkg", b"") and "receiver runs GNSS 2.5.1" in end.journal
+    has_firmware = RECEIVED in end.files and end.files[RECEIVED] == end.files.get(FIRMWARE) \
+        and "receiver runs GNSS 2.5.1" in end.journal
     if SUCCESS not in end.output:
         return REFUSED, "new firmware all the same" if has_firmware else "old firmware"
     if has_firmware:
         return DONE, "new firmware"
     if "Retry too many times,Quit!" in end.output:
         return PRESCRIBED, "too many refusals of one block count as a success"
-    return FALSE, "said to be successful, and the old firmware runs"
+    if end.has("^(fault fread|storage pull) "):
+        return PRESCRIBED, "a file that cannot be read on counts as sent"
+    return FALSE, "said to be successful, and the receiver does not have it all"
 
 
-UPGRADE = Kind("gps", upgrade_script, ("receiver/firmware.pkg",), upgrade_verdict)
+UPGRADE = Kind("gps", upgrade_script, (FIRMWARE, RECEIVED), upgrade_verdict)
 PULLED_UPGRADE = dataclasses.replace(UPGRADE, name="gps-pulled")
 
 STAGES = ("configure", "product", "loader", "prompt", "menu", "sentences", "eot")

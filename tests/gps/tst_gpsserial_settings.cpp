@@ -1,5 +1,6 @@
 #include "gps/gpsserial.h"
 
+#include "recordedsettings.h"
 #include "stdoutcapture.h"
 #include "testline.h"
 
@@ -8,28 +9,11 @@
 
 #include <QtTest>
 
-#include <dlfcn.h>
 #include <fcntl.h>
 #include <unistd.h>
 
 namespace
 {
-
-/// Which of the next calls of tcgetattr() and tcsetattr() fail, the first one being 1; 0 is none.
-int failingGet = 0;
-int failingSet = 0;
-
-/// The calls of both in order, with when it applies and the two speeds.
-QStringList &calls()
-{
-    static QStringList made;
-    return made;
-}
-
-bool isTheOne(int &count)
-{
-    return count > 0 && --count == 0;
-}
 
 QString set(int actions, uint inputSpeed, uint outputSpeed)
 {
@@ -37,23 +21,6 @@ QString set(int actions, uint inputSpeed, uint outputSpeed)
 }
 
 } // namespace
-
-// Ahead of the C library's: no terminal of the host fails halfway.
-extern "C" int tcgetattr(int fd, termios *options) noexcept
-{
-    static const auto original =
-        reinterpret_cast<int (*)(int, termios *)>(dlsym(RTLD_NEXT, "tcgetattr"));
-    calls().append(QStringLiteral("get"));
-    return isTheOne(failingGet) ? -1 : original(fd, options);
-}
-
-extern "C" int tcsetattr(int fd, int actions, const termios *options) noexcept
-{
-    static const auto original =
-        reinterpret_cast<int (*)(int, int, const termios *)>(dlsym(RTLD_NEXT, "tcsetattr"));
-    calls().append(set(actions, options->c_ispeed, options->c_ospeed));
-    return isTheOne(failingSet) ? -1 : original(fd, actions, options);
-}
 
 class TestGpsSerialSettings : public QObject
 {
@@ -75,8 +42,7 @@ private slots:
 
 void TestGpsSerialSettings::cleanup()
 {
-    failingGet = 0;
-    failingSet = 0;
+    RecordedSettings::restart();
 }
 
 void TestGpsSerialSettings::setsTheLine_data()
@@ -99,11 +65,11 @@ void TestGpsSerialSettings::setsTheLine()
     tcsetattr(line.port(), TCSANOW, &options);
     fcntl(line.port(), F_SETFL, O_NONBLOCK);
 
-    calls().clear();
+    RecordedSettings::restart();
     QCOMPARE(set_baudrate(line.port(), speed), 0);
     const QString get = QStringLiteral("get");
     const QString applied = set(TCSANOW, speed, speed);
-    QCOMPARE(calls(), QStringList({get, get, applied, get, applied}));
+    QCOMPARE(RecordedSettings::calls(), QStringList({get, get, applied, get, applied}));
 
     QVERIFY((fcntl(line.port(), F_GETFL) & O_NONBLOCK) == 0);
     tcgetattr(line.port(), &options);
@@ -132,8 +98,7 @@ void TestGpsSerialSettings::settingFails()
     QFETCH(QByteArray, output);
     const TestLine line;
     const int port = get < 0 ? -1 : line.port();
-    failingGet = qMax(0, get);
-    failingSet = set;
+    RecordedSettings::restart(qMax(0, get), set);
     const StdoutCapture actual;
     QCOMPARE(set_baudrate(port, B9600), -1);
     QCOMPARE(actual.text(), output);
@@ -142,7 +107,7 @@ void TestGpsSerialSettings::settingFails()
 void TestGpsSerialSettings::firstApplyIsNotLookedAt()
 {
     const TestLine line;
-    failingSet = 1;
+    RecordedSettings::restart(0, 1);
     QCOMPARE(set_baudrate(line.port(), B9600), 0);
 }
 

@@ -1,6 +1,7 @@
 #include "gps/gpsfilecheck.h"
 
 #include "gps/gpsserial.h"
+#include "recordedpriority.h"
 #include "upgradetest.h"
 
 #include "support/testmain.h"
@@ -9,7 +10,6 @@
 #include <QRegularExpression>
 #include <QtTest>
 
-#include <sched.h>
 #include <stdio_ext.h>
 #include <sys/syscall.h>
 #include <unistd.h>
@@ -30,25 +30,10 @@ QVector<gid_t> &userGroups()
     return made;
 }
 int groupsResult = 0;
-bool mayBeRealTime = true;
-
-/// What was asked for, and whether for the thread that asks.
-QString &scheduled()
-{
-    static QString made;
-    return made;
-}
 
 } // namespace
 
-// Ahead of the C library's: neither the test's rights nor its groups are those of every host.
-extern "C" int sched_setscheduler(pid_t pid, int policy, const sched_param *parameters) noexcept
-{
-    scheduled() = QStringLiteral("%1 %2 %3").arg(pid).arg(policy).arg(parameters->sched_priority);
-    errno = mayBeRealTime ? 0 : EPERM;
-    return mayBeRealTime ? 0 : -1;
-}
-
+// Ahead of the C library's: the test's user and groups are not those of every host.
 extern "C" uid_t getuid() noexcept
 {
     return isAnotherUser ? 1 : uid_t(syscall(SYS_getuid));
@@ -105,8 +90,7 @@ void TestGpsUpgradeCheck::init()
     switchOn();
     userGroups() = {4, 27};
     groupsResult = 2;
-    mayBeRealTime = true;
-    scheduled().clear();
+    RecordedPriority::restart();
 }
 
 void TestGpsUpgradeCheck::cleanup()
@@ -168,7 +152,7 @@ void TestGpsUpgradeCheck::checks()
     const QByteArray rest = outcome.output.mid(end + measured.size());
     QVERIFY2(times.match(QString::fromUtf8(rest)).hasMatch(), rest.constData());
     // The calling thread, round robin, 50.
-    QCOMPARE(scheduled(), QStringLiteral("0 2 50"));
+    QCOMPARE(RecordedPriority::asked(), QStringLiteral("0 2 50"));
 }
 
 void TestGpsUpgradeCheck::saysWhoChecks_data()
@@ -193,7 +177,7 @@ void TestGpsUpgradeCheck::saysWhoChecks()
     QFETCH(int, groups);
     QFETCH(QString, schedule);
     QFETCH(int, shown);
-    mayBeRealTime = isRealTime;
+    RecordedPriority::restart(isRealTime);
     groupsResult = groups;
     userGroups().clear();
     QString text;

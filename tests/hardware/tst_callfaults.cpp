@@ -16,6 +16,8 @@ private slots:
     void theNumberedCallFailsOnce();
     void theBeginningOfTheTextIsEnough();
     void twoFaultsOfOneCallFollowEachOther();
+    void fromThenOnItFailsUntilAllAreDropped();
+    void aNameIsAWholeWord();
     void clearDropsAll();
 };
 
@@ -57,6 +59,34 @@ void TestCallFaults::twoFaultsOfOneCallFollowEachOther()
     QVERIFY(faults.fails(QStringLiteral("sync")));
     QVERIFY(faults.fails(QStringLiteral("sync")));
     QVERIFY(!faults.fails(QStringLiteral("sync")));
+}
+
+void TestCallFaults::fromThenOnItFailsUntilAllAreDropped()
+{
+    Journal journal;
+    CallFaults faults(journal);
+    faults.add(QStringLiteral("read"), 2, QStringLiteral("EIO"), CallFaults::FromThenOn);
+    QString failure;
+    QVERIFY(!faults.fails(QStringLiteral("read /a"), &failure));
+    for (int time = 0; time < 3; ++time) {
+        QCOMPARE(faults.pending(), QStringList{QStringLiteral("1 read EIO on")});
+        failure.clear();
+        QVERIFY(faults.fails(QStringLiteral("read /a"), &failure));
+        QCOMPARE(failure, QStringLiteral("EIO"));
+    }
+    faults.clear();
+    QVERIFY(!faults.fails(QStringLiteral("read /a")));
+    const QString told = QStringLiteral("fault read /a EIO");
+    QCOMPARE(journal.lines(), QStringList({told, told, told}));
+}
+
+void TestCallFaults::aNameIsAWholeWord()
+{
+    Journal journal;
+    CallFaults faults(journal);
+    faults.add(QStringLiteral("open"), 1);
+    QVERIFY(!faults.fails(QStringLiteral("openat /dev/mem")));
+    QVERIFY(faults.fails(QStringLiteral("open /dev/mem")));
 }
 
 void TestCallFaults::clearDropsAll()

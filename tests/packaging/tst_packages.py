@@ -159,7 +159,7 @@ class Completion(unittest.TestCase):
         self.assertEqual(self.completed("headunit-ctl", "--un"), ["--unit"])
         self.assertEqual(self.completed("headunit-panel", "--help-"), ["--help-all"])
         self.assertEqual(self.completed("headunit-sweep", "--"), sorted(
-            "--cell --headunit --help --html --jobs --json --list --packages --plugin --row --sample --seed "
+            "--calls --cell --headunit --help --html --jobs --json --list --packages --plugin --row --sample --seed "
             "--speed".split()))
         self.assertEqual(self.completed("make-gps-package", "--a"), ["--all"])
         self.assertEqual(self.completed("make-update-package", "--c"), ["--corrupt"])

@@ -53,14 +53,22 @@ void TestFaultCommands::refuses_data()
     QTest::newRow("with an argument")
         << "fault call \"ThreadPool::addTask 1\""
         << unknown.arg("ThreadPool::addTask 1") + "; near: ThreadPool::addTask";
-    QTest::newRow("no path") << "fault call open" << unknown.arg("open");
     QTest::newRow("relative path") << "fault call \"open media\"" << unknown.arg("open media");
-    QTest::newRow("no command") << "fault call system" << unknown.arg("system");
+    QTest::newRow("of no path") << "fault call \"select /dev\"" << unknown.arg("select /dev");
     QTest::newRow("number") << "fault call \"system sync\" 0"
                             << "N is a whole number from 1 to 2147483647, not \"0\"";
-    QTest::newRow("no quotes")
-        << "fault call \"open /dev\" /mem 1"
-        << "only a number may follow behind \"open /dev\"; a call with blanks stands in quotes";
+    QTest::newRow("no quotes") << "fault call \"open /dev\" /mem 1"
+                               << "N is a whole number from 1 to 2147483647, not \"/mem\"";
+    const auto allowed = QStringLiteral("only N, one of %1, and \"on\" may follow behind \"%2\"");
+    QTest::newRow("no such failure") << "fault call \"read /dev/ttyS3\" 1 EPERM"
+                                     << allowed.arg("EIO, EINTR, short", "read /dev/ttyS3");
+    QTest::newRow("two failures") << "fault call select 2 EINTR ENOMEM on"
+                                  << allowed.arg("EINTR, ENOMEM", "select");
+    QTest::newRow("two ends") << "fault call system 2 on on"
+                              << allowed.arg("1, 127, EAGAIN, killed", "system");
+    QTest::newRow("failure of the platform's")
+        << "fault call ThreadPool::addTask 1 EIO"
+        << "only N and \"on\" may follow behind \"ThreadPool::addTask\"";
     QTest::newRow("no device")
         << "fault memry missing"
         << "there is no device \"memry\", only: call, dab, memory, ncm, receiver, "
@@ -178,9 +186,8 @@ void TestFaultCommands::tellsWhatCanFail()
     const QStringList lines = unit.run("fault").lines;
     QCOMPARE(lines.first(), QString("What can fail:"));
     const QStringList expected{
-        "  call     CALL [N]                 the next such call of the plug-in's fails, or the "
-        "N-th; "
-        "\"fault call\" lists them",
+        "  call     CALL [N] [FAILURE] [on]  the next such call of the plug-in's fails, or the "
+        "N-th, or all from then on; \"fault call\" lists them",
         "  dab      stall [PERCENT]          the update stands still at PERCENT (50)",
         "  memory   missing                  /dev/mem cannot be opened",
         "  storage  full SLOT                the stick there takes no more bytes from the unit's "
@@ -198,11 +205,21 @@ void TestFaultCommands::everyCallThatIsListedIsTaken()
     QStringList calls = unit.run("fault call").lines.filter(QRegularExpression("^  call     "));
     QVERIFY(calls.size() > unitlink::callsThatCanFail().size());
     calls.replaceInStrings("  call     ", QString());
-    calls.replaceInStrings(" PATH", " /media");
-    for (const QString &call : qAsConst(calls)) {
-        QCOMPARE(unit.errorOf(QString("fault call \"%1\"").arg(call)), QString());
+    QStringList expected;
+    for (const QString &line : qAsConst(calls)) {
+        const QString call = line.section(QRegularExpression("( \\[|: )"), 0, 0);
+        const QString argument = line.contains(" [PATH]") ? " /media" : "";
+        const QString failure = line.contains(": ") ? line.section(", ", -1).section(": ", -1) : "";
+        QCOMPARE(unit.errorOf(QString("fault call \"%1%2\" 3 %3 on").arg(call, argument, failure)),
+                 QString());
+        expected += QString("  call 3 %1%2 %3 on").arg(call, argument, failure).simplified();
     }
-    QCOMPARE(present(unit).size(), calls.size());
+    QStringList found;
+    for (const QString &line : present(unit)) {
+        found += line.simplified();
+    }
+    expected.replaceInStrings(QRegularExpression("^ *"), "");
+    QCOMPARE(found, expected);
 }
 
 void TestFaultCommands::whatASticksFaultsAreIsTold()

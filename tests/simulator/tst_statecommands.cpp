@@ -160,7 +160,7 @@ void TestStateCommands::tellsTheSessionsFile()
 void TestStateCommands::tellsTheSpeed()
 {
     TestSimulator unit(2.5);
-    QCOMPARE(stateOf(unit, "unit"), QJsonObject({{"speed", 2.5}}));
+    QCOMPARE(stateOf(unit, "unit"), QJsonObject({{"speed", 2.5}, {"openFiles", QJsonArray()}}));
     unit.simulator().unit().mcu().send(QByteArray::fromHex("FF66061584FE0A141EFF"));
     QCOMPARE(stateOf(unit, "keylight"), QJsonObject({{"red", 10}, {"green", 20}, {"blue", 30}}));
     QCOMPARE(unit.errorOf("vendor 2 ABCD"), QString());
