@@ -34,11 +34,11 @@ UPDATE = ("plug usb0", "press vendordata", "see 'VendorData Set' 5000", "tap 200
 def upgrade(unit):
     unit.ask("plug usb0")
     unit.ask("press gps")
-    unit.until("^threads join threadGpsUpdateId$", 20)
+    unit.until("^threads end threadGpsUpdateId$", 20)
     if unit.ask("see 'Firmware verified Success' 5000")[0]:
         unit.ask("press idUpdateBtn nowait")
-        unit.until("^touch handled$", 400)
-        unit.until("^unit booted$", 10)
+        unit.until("^(mcu reboot|fault CMsgClass::setSysReboot)$", 400)
+        unit.until("^unit booted$", 20)
 
 
 def all_of(lines, unit):
