@@ -21,6 +21,7 @@ public:
     /// /dev, /sys, /proc or /media (other than /dev/null), or the root folder above them, is not
     /// run: exit status 126, journal: shell refused <command>. What it names is what counts, with
     /// ".." and quotes resolved; a command that makes up a path while it runs is not seen through.
+    /// Nor is one run whose commands stand in one another more than 100 deep.
     /// Any thread.
     int run(const QByteArray &command) const;
 

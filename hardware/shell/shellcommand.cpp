@@ -134,6 +134,7 @@ ShellCommand::ShellCommand(const QByteArray &text, const QByteArray &currentFold
     , m_currentFolder(currentFolder)
 {
     const ShellWords words(text);
+    m_leavesUnit = words.isTooDeep();
     for (const ShellWord &word : words.all()) {
         m_word = word.first().at;
         const QByteArray wordText = ShellWords::text(word);

@@ -18,7 +18,8 @@ public:
     QByteArray mapped() const;
 
     /// Whether mapped() would still name the root folder, a path below the host's /dev, /media,
-    /// /proc or /sys other than /dev/null, or a way from the unit's paths out of its folder.
+    /// /proc or /sys other than /dev/null, or a way from the unit's paths out of its folder; also
+    /// where its commands stand in one another deeper than is looked.
     bool leavesUnit() const;
 
 private:

@@ -13,6 +13,9 @@ const char specialParameters[] = "?#@*!$-0123456789";
 const char defaultOperators[] = ":-=+?#%";
 const char escapableInDouble[] = "\"$`\\";
 
+/// Each level takes some of the thread's stack.
+const int deepest = 100;
+
 bool isOneOf(char character, const char *characters)
 {
     return character != '\0' && std::strchr(characters, character) != nullptr;
@@ -34,6 +37,11 @@ ShellWords::ShellWords(const QByteArray &command)
 const QVector<ShellWord> &ShellWords::all() const
 {
     return m_words;
+}
+
+bool ShellWords::isTooDeep() const
+{
+    return m_isTooDeep;
 }
 
 QByteArray ShellWords::text(const ShellWord &word)
@@ -161,8 +169,11 @@ void ShellWords::readBraces(ShellWord *word, ShellLetter::Quote quote)
     }
     const bool isPlain = next() == '}' && m_at == begin + 2 + name.size();
     word->append({isPlain ? valueOf(name) : Computed, quote, begin, m_at - begin});
-    while (!isAtEnd('}')) {
-        readPart(word, quote);
+    if (goDeeper()) {
+        while (!isAtEnd('}')) {
+            readPart(word, quote);
+        }
+        --m_depth;
     }
     ++m_at;
 }
@@ -171,7 +182,10 @@ void ShellWords::readNested(ShellWord *word, ShellLetter::Quote quote, int openi
 {
     const int begin = m_at;
     m_at += opening;
-    readCommand(end);
+    if (goDeeper()) {
+        readCommand(end);
+        --m_depth;
+    }
     ++m_at;
     word->append({Computed, quote, begin, m_at - begin});
 }
@@ -193,6 +207,17 @@ QByteArray ShellWords::readName()
         }
     }
     return m_command.mid(begin, m_at - begin);
+}
+
+bool ShellWords::goDeeper()
+{
+    if (m_depth == deepest) {
+        m_isTooDeep = true;
+        m_at = m_command.size();
+        return false;
+    }
+    ++m_depth;
+    return true;
 }
 
 void ShellWords::finish(ShellWord *word)

@@ -35,6 +35,9 @@ public:
     /// A word inside another one's "$(…)" comes before it.
     const QVector<ShellWord> &all() const;
 
+    /// Whether commands stand in one another more than 100 deep. The rest of them is in no word.
+    bool isTooDeep() const;
+
     /// The characters of a word, one byte for each letter.
     static QByteArray text(const ShellWord &word);
 
@@ -53,10 +56,13 @@ private:
     void readNested(ShellWord *word, ShellLetter::Quote quote, int opening, char end);
     void readPlain(ShellWord *word, ShellLetter::Quote quote);
     QByteArray readName();
+    bool goDeeper();
     void finish(ShellWord *word);
 
     const QByteArray m_command;
     int m_at = 0;
+    int m_depth = 0;
+    bool m_isTooDeep = false;
     QVector<ShellWord> m_words;
 };
 

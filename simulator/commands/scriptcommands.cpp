@@ -17,8 +17,18 @@ namespace
 
 const int maxRepetitions = 100000;
 
-/// Scripts that include one another do so by mistake.
+/// Scripts that include one another do so by mistake, and each command within another takes some of
+/// the thread's stack.
 const int maxDepth = 16;
+
+/// Runs a command that another one was given.
+ConsoleResult runInner(const Console &console, const QString &line, ConsoleSession &session)
+{
+    const ConsoleSession::Depth depth(session);
+    return depth.value() > maxDepth ? ConsoleResult::refused(
+               QStringLiteral("commands run one another more than %1 deep").arg(maxDepth))
+                                    : console.run(line, session);
+}
 
 ConsoleResult repeat(const Console &console, const QStringList &arguments, ConsoleSession &session)
 {
@@ -29,7 +39,7 @@ ConsoleResult repeat(const Console &console, const QStringList &arguments, Conso
     }
     ConsoleResult result = ConsoleResult::done();
     for (int round = 0; round < count && result.isOk() && !result.endsSession; ++round) {
-        result = console.run(arguments.at(1), session);
+        result = runInner(console, arguments.at(1), session);
     }
     return result;
 }
@@ -37,7 +47,7 @@ ConsoleResult repeat(const Console &console, const QStringList &arguments, Conso
 ConsoleResult fails(const Console &console, const QStringList &arguments, ConsoleSession &session)
 {
     const QString line = arguments.size() == 1 ? arguments.first() : commandline::join(arguments);
-    ConsoleResult result = console.run(line, session);
+    ConsoleResult result = runInner(console, line, session);
     if (result.isRefused) {
         return result;
     }

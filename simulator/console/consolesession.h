@@ -39,7 +39,7 @@ public:
     /// Whether there is a listener that can go away, and it did not.
     bool isListenedTo() const;
 
-    /// Counts, as long as it lives, one more script that runs within another.
+    /// Counts, as long as it lives, one more script or command that runs within another.
     class Depth
     {
     public:

@@ -15,6 +15,7 @@ private slots:
     void mapped();
     void leavesUnit_data();
     void leavesUnit();
+    void tooDeepToLookInto();
     void relativePaths_data();
     void relativePaths();
 };
@@ -198,6 +199,16 @@ void tst_ShellCommand::leavesUnit()
 
     QCOMPARE(ShellCommand(command, "/home/user").leavesUnit(), leaves);
     QCOMPARE(ShellCommand(command).leavesUnit(), leaves);
+}
+
+void tst_ShellCommand::tooDeepToLookInto()
+{
+    const QByteArray openings[] = {"(", "$(", "x \"$(", "`(", "${x:-"};
+    for (const QByteArray &opening : openings) {
+        QVERIFY2(!ShellCommand(opening.repeated(50)).leavesUnit(), opening);
+        QVERIFY2(ShellCommand(opening.repeated(101)).leavesUnit(), opening);
+        QVERIFY2(ShellCommand(opening.repeated(100000)).leavesUnit(), opening);
+    }
 }
 
 void tst_ShellCommand::relativePaths_data()

@@ -24,6 +24,7 @@ private slots:
     void fails_data();
     void fails();
     void failsHandsOnTheEndOfASession();
+    void commandsRunOneAnotherSoDeep();
     void valuesAreSetForLaterLines();
     void setRefusesOtherNames();
     void includeRunsLines();
@@ -119,6 +120,23 @@ void TestScriptCommands::failsHandsOnTheEndOfASession()
     const ConsoleResult result = run("fails quit");
     QCOMPARE(result.error, QString("\"quit\" did not fail"));
     QVERIFY(result.endsSession);
+}
+
+void TestScriptCommands::commandsRunOneAnotherSoDeep()
+{
+    const QString tooDeep = "commands run one another more than 16 deep";
+    const QString fails = "fails ";
+    QCOMPARE(run(fails.repeated(16) + "paint blue").error, QString());
+    QCOMPARE(run(fails.repeated(17) + "paint blue").error, tooDeep);
+    QCOMPARE(run(fails.repeated(10000) + "paint blue").error, tooDeep);
+    QString repeats = "paint red";
+    for (int depth = 0; depth < 17; ++depth) {
+        m_session->setValue(QString("v%1").arg(depth), repeats);
+        repeats = QString("repeat 1 $v%1").arg(depth);
+    }
+    QCOMPARE(run(repeats).error, tooDeep);
+    QCOMPARE(run("repeat 1 $v15").error, QString());
+    QCOMPARE(m_painted, (QStringList{"blue", "red"}));
 }
 
 void TestScriptCommands::valuesAreSetForLaterLines()
