@@ -85,6 +85,35 @@ END
 try 2 ./test --sanitize=all
 grep -q "^Usage: ./test" said || fail "No help"
 
+# Each fuzzer is fed, or those that match; one finding is enough to fail.
+fuzzers=build/fuzz/tests/fuzz
+mkdir -p "$fuzzers"
+for reader in one two; do
+    printf '#!/bin/sh\necho "%s $*" >>"$CALLS"; echo "#7\tDONE   cov: 5 ft: 6" >&2\n' $reader >"$fuzzers/fuzz_$reader"
+    chmod +x "$fuzzers/fuzz_$reader"
+done
+try 0 ./test --fuzz
+says "Configuring (fuzz)." "Building (fuzz)." "Feeding (one)." "  7 inputs, cov: 5, nothing found" \
+    "Feeding (two)." "  7 inputs, cov: 5, nothing found"
+grep -q "^cmake --build --preset fuzz --target fuzzers" "$CALLS" || fail "Other targets"
+grep -q "^one -max_total_time=600 .* build/fuzz/corpora/one tests/fuzz/one$" "$CALLS" || fail "Not fed"
+try 0 ./test --fuzz=5 tw
+says "Configuring (fuzz)." "Building (fuzz)." "Feeding (two)." "  7 inputs, cov: 5, nothing found"
+grep -q "^two -max_total_time=5 " "$CALLS" || fail "Fed otherwise"
+printf '#!/bin/sh\necho status; echo "==1==ERROR: oops"; exit 1\n' >"$fuzzers/fuzz_one"
+try 1 ./test --fuzz
+says "Configuring (fuzz)." "Building (fuzz)." "Feeding (one)." "==1==ERROR: oops" \
+    "Feeding (two)." "  7 inputs, cov: 5, nothing found"
+
+# All tests but those that look themselves.
+fake strace <<<'shift 11; "$@"'
+try 0 ./test --contained tst_
+says "Configuring (ci)." "Building (ci)." "Running the tests (ci), and looking what they change." \
+    "0 of 0 calls change files; outside of the folders: 0"
+grep -qx "ctest --preset ci --timeout 1200 --exclude-regex _contained\$ --tests-regex tst_" "$CALLS" ||
+    fail "Other tests"
+rm bin/strace
+
 # What has run is told, and counted anew each time.
 fake gcovr <<<'echo "lines: 98%"'
 mkdir -p build/coverage
