@@ -1,7 +1,11 @@
 #include "connection.h"
 
+#include <QFile>
 #include <QFileInfo>
 #include <QRegularExpression>
+
+#include <sys/stat.h>
+#include <unistd.h>
 
 namespace panel
 {
@@ -22,6 +26,15 @@ QByteArray quoted(QString word)
     word.replace(QLatin1Char('$'), QLatin1String("\\$"));
     word.replace(QLatin1Char('\n'), QLatin1String("\\n"));
     return '"' + word.toUtf8() + '"';
+}
+
+/// Whether nobody else can have put the socket where it is.
+bool liesInOwnFolder(const QString &socket)
+{
+    struct stat status = {};
+    return lstat(QFile::encodeName(QFileInfo(socket).path()).constData(), &status) == 0
+        && S_ISDIR(status.st_mode) && status.st_uid == geteuid()
+        && (status.st_mode & (S_IRWXG | S_IRWXO)) == 0;
 }
 
 } // namespace
@@ -47,7 +60,7 @@ Connection::~Connection()
 void Connection::open(const QString &unitFolder)
 {
     const QString socket = QFileInfo(unitFolder + QLatin1String("/console.socket")).symLinkTarget();
-    if (socket.isEmpty()) {
+    if (socket.isEmpty() || !liesInOwnFolder(socket)) {
         QMetaObject::invokeMethod(this, &Connection::lost, Qt::QueuedConnection);
         return;
     }

@@ -3,13 +3,18 @@
 #include "commandline.h"
 #include "unitaddress.h"
 
+#include <QFileInfo>
+
 namespace simulator
 {
 
 bool ConsoleClient::connectTo(const QString &unitFolder, QString *error)
 {
     const QString name = consoleSocketName(unitFolder);
-    if (!name.isEmpty()) {
+    if (!name.isEmpty() && QFileInfo::exists(QFileInfo(name).path())) {
+        if (!hasOwnFolder(name, error)) {
+            return false;
+        }
         m_socket.connectToServer(name);
         if (m_socket.waitForConnected()) {
             return true;

@@ -13,7 +13,7 @@ namespace simulator
 class ConsoleClient
 {
 public:
-    /// False with a sentence in \a error when no unit answers there.
+    /// False with a sentence in \a error when no unit answers there, or somebody else might.
     bool connectTo(const QString &unitFolder, QString *error);
 
     /// Runs a command, given as its words. False when it failed: \a error then says why. In any

@@ -1,6 +1,7 @@
 #include "consoleserver.h"
 
 #include "consolelistener.h"
+#include "unitaddress.h"
 
 #include <QFile>
 
@@ -23,6 +24,9 @@ ConsoleServer::~ConsoleServer()
 
 bool ConsoleServer::listen(const QString &name, hardware::Journal &journal, QString *error)
 {
+    if (!makeSocketFolder(name, error)) {
+        return false;
+    }
     auto *listener = new ConsoleListener(m_console, journal);
     listener->moveToThread(&m_thread);
     connect(&m_thread, &QThread::finished, listener, &QObject::deleteLater);

@@ -31,9 +31,9 @@ public:
     /// The console must be closed by then, or no command running.
     ~ConsoleServer() override;
 
-    /// Listens on the socket of that name, taking over one that a crash left behind. The reading
-    /// of the journal, which all connections share, begins at its end. False with a sentence in
-    /// \a error.
+    /// Listens on the socket of that name, a host path in a folder that is the user's alone and is
+    /// made when missing, taking over one that a crash left behind. The reading of the journal,
+    /// which all connections share, begins at its end. False with a sentence in \a error.
     bool listen(const QString &name, hardware::Journal &journal, QString *error);
 
     /// Host path of the socket; empty until it listens.

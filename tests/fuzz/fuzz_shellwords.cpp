@@ -21,6 +21,10 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
         require(word.last().at < command.size(), "a word stands in the command");
     }
     const ShellCommand shell(command, QByteArrayLiteral("/tmp"));
-    require(shell.leavesUnit() || !shell.mapped().isNull(), "a command that may run is there");
+    if (!shell.leavesUnit()) {
+        const ShellCommand mapped(shell.mapped(), QByteArrayLiteral("/tmp"));
+        require(!mapped.leavesUnit() && mapped.mapped() == shell.mapped(),
+                "what is led into the unit's folder stays there");
+    }
     return 0;
 }

@@ -105,6 +105,7 @@ private slots:
     void oneClientDoesNotHoldUpAnother();
     void endsWhileACommandWaits();
     void onlyTheUserMayConnect();
+    void noSocketInAFolderOfOthers();
     void theFolderLeadsToTheSocket();
     void takesOverAStaleSocket();
     void saysWhenItCannotListen();
@@ -258,11 +259,41 @@ void TestConsoleServer::endsWhileACommandWaits()
 void TestConsoleServer::onlyTheUserMayConnect()
 {
     ServedUnit served;
-    const QByteArray path = QFile::encodeName(QDir::tempPath() + '/' + served.name());
+    const QByteArray path = QFile::encodeName(served.name());
     struct stat status = {};
     QCOMPARE(stat(path.constData(), &status), 0);
     QVERIFY(S_ISSOCK(status.st_mode));
     QCOMPARE(int(status.st_mode & (S_IRWXG | S_IRWXO)), 0);
+    QCOMPARE(stat(QFileInfo(path).path().toLocal8Bit().constData(), &status), 0);
+    QVERIFY(S_ISDIR(status.st_mode));
+    QCOMPARE(int(status.st_mode & 07777), S_IRWXU);
+    QCOMPARE(status.st_uid, geteuid());
+}
+
+/// Somebody else may have made it, to answer in the unit's place.
+void TestConsoleServer::noSocketInAFolderOfOthers()
+{
+    const QTemporaryDir temporary;
+    qputenv("TMPDIR", QFile::encodeName(temporary.path()));
+    TestSimulator unit;
+    const QString name = consoleSocketName(unit.path(QString()));
+    const QString folder = QFileInfo(name).path();
+    QVERIFY(folder.startsWith(temporary.path()));
+    const QString expected =
+        QString("The consoles' folder \"%1\" is not yours, or open to others.").arg(folder);
+    QString error;
+    QVERIFY(QDir().mkdir(folder));
+    QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7050)));
+    ConsoleServer server(unit.console());
+    QVERIFY(!server.listen(name, unit.journal(), &error));
+    QCOMPARE(error, expected);
+    error.clear();
+    QVERIFY(!ConsoleClient().connectTo(unit.path(QString()), &error));
+    QCOMPARE(error, expected);
+    QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7000)));
+    QVERIFY2(server.listen(name, unit.journal(), &error), qPrintable(error));
+    unit.console().close();
+    qunsetenv("TMPDIR");
 }
 
 void TestConsoleServer::theFolderLeadsToTheSocket()
@@ -291,15 +322,15 @@ void TestConsoleServer::takesOverAStaleSocket()
     // What a killed program leaves: the socket's file, with nobody behind it.
     sockaddr_un address = {};
     address.sun_family = AF_UNIX;
-    qstrncpy(address.sun_path, QFile::encodeName(QDir::tempPath() + '/' + name).constData(),
-             sizeof address.sun_path);
+    qstrncpy(address.sun_path, QFile::encodeName(name).constData(), sizeof address.sun_path);
+    QString error;
+    QVERIFY2(makeSocketFolder(name, &error), qPrintable(error));
     const int descriptor = socket(AF_UNIX, SOCK_STREAM, 0);
     QVERIFY(descriptor >= 0);
     QCOMPARE(bind(descriptor, reinterpret_cast<sockaddr *>(&address), sizeof address), 0);
     QCOMPARE(close(descriptor), 0);
 
     ConsoleServer server(unit.console());
-    QString error;
     QVERIFY2(server.listen(name, unit.journal(), &error), qPrintable(error));
     QLocalSocket client;
     client.connectToServer(name);
@@ -310,9 +341,9 @@ void TestConsoleServer::saysWhenItCannotListen()
 {
     TestSimulator unit;
     ConsoleServer server(unit.console());
-    // Below a file, where not even root can make a socket.
-    const QString name = unit.path("/settings.ini/socket");
-    QVERIFY(QFile(unit.path("/settings.ini")).open(QIODevice::ReadWrite));
+    // Longer than a socket's name can be.
+    const QTemporaryDir folder;
+    const QString name = folder.filePath(QString(108, 'x'));
     QString error;
     QVERIFY(!server.listen(name, unit.journal(), &error));
     QVERIFY2(error.startsWith(QString("The console's socket \"%1\" cannot be opened: ").arg(name)),
