@@ -51,7 +51,11 @@ bool Settings::open(const QString &file, QString *error)
         return false;
     }
     for (const QString &key : keys) {
-        m_values.insert(key, store.value(key));
+        // Nobody can ask for a key with a part that is empty, and it would not be read as it is
+        // written.
+        if (store.contains(key)) {
+            m_values.insert(key, store.value(key));
+        }
     }
     m_file = file;
     return true;

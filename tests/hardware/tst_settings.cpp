@@ -33,6 +33,7 @@ private slots:
     void aGroupIsRemoved();
     void aDamagedFileIsRefusedAndLeft_data();
     void aDamagedFileIsRefusedAndLeft();
+    void keysThatNobodyCanAskForAreLeftOut();
     void aFolderIsRefused();
     void aFailedWriteIsJournalled();
     void aFullDiskLeavesWhatWasThere();
@@ -206,6 +207,19 @@ void tst_Settings::aDamagedFileIsRefusedAndLeft()
                             "neither \"[group]\" nor \"key=value\". It is left as it is.")
                  .arg(m_file));
     QCOMPARE(readFile(m_file), content);
+}
+
+void tst_Settings::keysThatNobodyCanAskForAreLeftOut()
+{
+    writeFile(m_file, "/=1\n[a]\n/b=2\nc/=3\nd=4\n[]\ne=5\n");
+    Journal journal;
+    Settings settings(journal);
+    open(&settings);
+    QCOMPARE(settings.keys(), QStringList{"a/d"});
+    settings.setValue("f", "6");
+    Settings again(journal);
+    open(&again);
+    QCOMPARE(again.keys(), (QStringList{"a/d", "f"}));
 }
 
 void tst_Settings::aFolderIsRefused()
