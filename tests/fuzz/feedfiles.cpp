@@ -2,6 +2,7 @@
 
 #include <cstdint>
 #include <cstdio>
+#include <cstdlib>
 #include <filesystem>
 #include <fstream>
 #include <iterator>
@@ -17,6 +18,10 @@ namespace fs = std::filesystem;
 void feed(const fs::path &path)
 {
     std::ifstream file(path, std::ios::binary);
+    if (!file) {
+        std::fprintf(stderr, "%s cannot be read\n", path.c_str());
+        std::exit(1);
+    }
     const std::vector<char> bytes((std::istreambuf_iterator<char>(file)), {});
     // On one line, so that the last one told is the one that ends the process.
     std::fprintf(stderr, "%s: %zu bytes\n", path.c_str(), bytes.size());
