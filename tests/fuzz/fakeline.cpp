@@ -18,6 +18,7 @@ thread_local FakeLine *line = nullptr;
 
 constexpr std::int64_t second = 1000000;
 constexpr std::int64_t silenceUs = second / 5;
+constexpr std::size_t shortReadings = 128;
 constexpr char acknowledgement = 0x06;
 char package[3000];
 
@@ -100,7 +101,9 @@ void FakeLine::closeFile(std::FILE *file)
 void FakeLine::nextReading()
 {
     if (m_next != m_end) {
-        const std::size_t length = *m_next++;
+        // Short ones byte by byte, and more than any buffer takes.
+        const std::size_t told = *m_next++;
+        const std::size_t length = told < shortReadings ? told : (told - shortReadings + 1) * 16;
         m_left = std::min(length, std::size_t(m_end - m_next));
     }
 }

@@ -1,6 +1,6 @@
 // What the receiver answers during an upgrade, as the upgrader reads it. A byte says how many of
-// the next ones come in one reading; 0 is a moment of silence, and after the last one there is
-// nothing but silence.
+// the next ones come in one reading, from 128 on sixteen at a time; 0 is a moment of silence, and
+// after the last one there is nothing but silence.
 //
 // The calls by which the upgrader reaches the line, its files and the time are taken by the linker
 // (--wrap).
