@@ -43,7 +43,10 @@ GpsReceiver::GpsReceiver(const UnitFolder &folder, const Clock &clock, Journal &
 GpsReceiver::~GpsReceiver()
 {
     m_port.loop().stop();
-    QFile::remove(portFile());
+    // It may be another unit's, on whose folder this one was refused.
+    if (m_hasMadePort) {
+        QFile::remove(portFile());
+    }
 }
 
 bool GpsReceiver::open(QString *error)
@@ -145,7 +148,8 @@ bool GpsReceiver::makeLine(QString *error)
     }
     const QString path = portFile();
     QFile::remove(path);
-    if (QFile::link(m_port.line().port(), path)) {
+    m_hasMadePort = QFile::link(m_port.line().port(), path);
+    if (m_hasMadePort) {
         return true;
     }
     *error = QStringLiteral("\"%1\" cannot become a link to the GPS receiver's line.").arg(path);

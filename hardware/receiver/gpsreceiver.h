@@ -88,6 +88,7 @@ private:
     const UnitFolder &m_folder;
     Versions &m_versions;
     const std::function<Cause()> m_lineUser;
+    bool m_hasMadePort = false;
     bool m_isRunning = true; // its firmware, and not the loader
     QByteArray m_heard;      // of a sentence
     ReceiverPort m_port;

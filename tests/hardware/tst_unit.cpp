@@ -22,6 +22,7 @@ private slots:
     void aSecondStartFindsTheStateOfTheFirst();
     void theClockHasTheFactor();
     void theJournalTellsEachStartAndTheUnitsTime();
+    void whatIsRefusedTakesNothingAway();
     void aFactoryResetForgetsWhatIsStored();
     void aFactoryResetThatFailsSaysWhy();
     void openRefuses_data();
@@ -93,6 +94,21 @@ void tst_Unit::theJournalTellsEachStartAndTheUnitsTime()
     // 20 ms of the host each: ten seconds of the fast unit.
     QVERIFY2(match.captured(2).toDouble() < 5, qPrintable(journal));
     QVERIFY2(match.captured(3).toDouble() >= 10, qPrintable(journal));
+}
+
+void tst_Unit::whatIsRefusedTakesNothingAway()
+{
+    OpenUnit unit;
+    const QFileInfo port(unit.path(QStringLiteral("/dev/ttyS3")));
+    const QFileInfo lock(unit.path(QStringLiteral("/lock")));
+    {
+        QString error;
+        Unit second(unit.path(QString()));
+        QVERIFY(!second.open(&error));
+        const Unit never(unit.path(QString()));
+    }
+    QVERIFY(port.isSymLink());
+    QVERIFY(lock.exists());
 }
 
 void tst_Unit::aFactoryResetForgetsWhatIsStored()

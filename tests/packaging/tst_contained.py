@@ -80,6 +80,20 @@ class Lines(unittest.TestCase):
             1 openat(AT_FDCWD</in>, "/dev/stdout", O_WRONLY) = 4<pipe:[12]>
             1 bind(3<socket:[1]>, {sa_family=AF_UNIX, sun_path=@"/tmp/.X11-unix/X9"}, 20) = 0""")
 
+    def test_exceptions_for_what_is_missing(self):
+        self.told("""
+            1 mkdir("/media/flash/area7/known", 0777) = -1 ENOENT (No such file or directory)
+            1 mkdir("/media/flash/area8/known", 0777) = 0
+            1 openat(AT_FDCWD</in>, "/etc/passwd/a", O_RDWR|O_CREAT, 0666) = -1 ENOTDIR (Not a directory)""",
+                  "/media/flash/area8/known mkdir ?")
+
+    def test_what_is_open_already(self):
+        self.told("""
+            1 openat(AT_FDCWD</in>, "a", O_RDONLY|O_PATH) = 3</in/a>
+            1 chmod("/proc/self/fd/3", 0700) = 0
+            1 openat(AT_FDCWD</in>, "/out", O_RDONLY|O_PATH) = 3</out>
+            1 chmod("/proc/self/fd/3", 0700) = 0""", "/out chmod ?")
+
     def test_relative_to_the_folder_of_each_process(self):
         self.told("""
             1 vfork() = 2

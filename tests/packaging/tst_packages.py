@@ -10,6 +10,7 @@ import re
 import shutil
 import subprocess
 import sys
+import tempfile
 import unittest
 
 SOURCE, BUILD, CPACK, ARCHITECTURE, WORK = sys.argv[1:6]
@@ -35,7 +36,8 @@ def environment(**others):
     """What whoever has just logged in has."""
     home = pathlib.Path(WORK) / "home"
     home.mkdir(exist_ok=True)
-    return {"PATH": f"{ROOT}/usr/bin:/usr/bin:/bin", "HOME": str(home), "LC_ALL": "C.UTF-8", **others}
+    return {"PATH": f"{ROOT}/usr/bin:/usr/bin:/bin", "HOME": str(home), "LC_ALL": "C.UTF-8",
+            "TMPDIR": tempfile.gettempdir(), **others}
 
 
 def flat(text):

@@ -2,11 +2,14 @@
 
 #include "panel/panelstyle.h"
 
+#include <QSettings>
 #include <QTabWidget>
+#include <QTemporaryDir>
 
 void PanelWindowTest::startUnit()
 {
-    QStandardPaths::setTestModeEnabled(true);
+    static const QTemporaryDir home;
+    QSettings::setPath(QSettings::NativeFormat, QSettings::UserScope, home.path());
     QCoreApplication::setOrganizationName("factorydebug-test");
     QCoreApplication::setApplicationName("panel-"
                                          + QString::number(QCoreApplication::applicationPid()));

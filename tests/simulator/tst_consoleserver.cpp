@@ -274,6 +274,7 @@ void TestConsoleServer::onlyTheUserMayConnect()
 void TestConsoleServer::noSocketInAFolderOfOthers()
 {
     const QTemporaryDir temporary;
+    const QByteArray usual = QFile::encodeName(QDir::tempPath());
     qputenv("TMPDIR", QFile::encodeName(temporary.path()));
     TestSimulator unit;
     const QString name = consoleSocketName(unit.path(QString()));
@@ -293,7 +294,7 @@ void TestConsoleServer::noSocketInAFolderOfOthers()
     QVERIFY(QFile::setPermissions(folder, QFile::Permissions(0x7000)));
     QVERIFY2(server.listen(name, unit.journal(), &error), qPrintable(error));
     unit.console().close();
-    qunsetenv("TMPDIR");
+    qputenv("TMPDIR", usual);
 }
 
 void TestConsoleServer::theFolderLeadsToTheSocket()

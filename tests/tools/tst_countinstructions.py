@@ -33,6 +33,7 @@ class CountInstructions(unittest.TestCase):
 
     def count(self, start, opened, *options):
         environment = {"PATH": f"{self.folder}:{os.environ['PATH']}", "CALLS": str(self.folder / "calls"),
+                       "TMPDIR": tempfile.gettempdir(),
                        "start": str(start), "open": str(opened)}
         result = subprocess.run([COUNT, self.folder / "program", self.figures, *options], env=environment,
                                 capture_output=True, text=True)
