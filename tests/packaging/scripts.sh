@@ -97,6 +97,7 @@ says "Configuring (fuzz)." "Building (fuzz)." "Feeding (one)." "  7 inputs, cov:
     "Feeding (two)." "  7 inputs, cov: 5, nothing found"
 grep -q "^cmake --build --preset fuzz --target fuzzers" "$CALLS" || fail "Other targets"
 grep -q "^one -max_total_time=600 .* build/fuzz/corpora/one tests/fuzz/one$" "$CALLS" || fail "Not fed"
+grep -qx "one -runs=0 build/fuzz/corpora/one" "$CALLS" || fail "No look for leaks"
 try 0 ./test --fuzz=5 tw
 says "Configuring (fuzz)." "Building (fuzz)." "Feeding (two)." "  7 inputs, cov: 5, nothing found"
 grep -q "^two -max_total_time=5 " "$CALLS" || fail "Fed otherwise"
@@ -104,6 +105,9 @@ printf '#!/bin/sh\necho status; echo "==1==ERROR: oops"; exit 1\n' >"$fuzzers/fu
 try 1 ./test --fuzz
 says "Configuring (fuzz)." "Building (fuzz)." "Feeding (one)." "==1==ERROR: oops" \
     "Feeding (two)." "  7 inputs, cov: 5, nothing found"
+printf '#!/bin/sh\n[ "$1" != -runs=0 ] || { echo "==1==ERROR: leaks"; exit 1; }\n' >"$fuzzers/fuzz_one"
+try 1 ./test --fuzz one
+says "Configuring (fuzz)." "Building (fuzz)." "Feeding (one)." "==1==ERROR: leaks"
 
 # All tests but those that look themselves.
 fake strace <<<'shift 11; "$@"'

@@ -5,6 +5,7 @@
 #include "support/testmain.h"
 
 #include <QJsonArray>
+#include <QLocalServer>
 #include <QtTest>
 
 using namespace panel;
@@ -28,6 +29,7 @@ private slots:
     void tellsWhatFails();
     void everyWordArrivesAsItIs();
     void failsWithoutAUnit();
+    void attachesToNobodyElse();
     void attachesAgain();
     void twoAtOnce();
 
@@ -158,6 +160,27 @@ void TestUnitClient::failsWithoutAUnit()
     client.start();
     QTest::qWait(100);
     QVERIFY(!client.isAttached());
+}
+
+/// To no socket in a folder where others could have put it.
+void TestUnitClient::attachesToNobodyElse()
+{
+    const QTemporaryDir folder;
+    const QString socket = folder.filePath("sockets/socket");
+    QVERIFY(QDir(folder.path()).mkdir("sockets"));
+    QVERIFY(QFile::link(socket, folder.filePath("console.socket")));
+    QLocalServer server;
+    QVERIFY(server.listen(socket));
+    UnitClient client(folder.path());
+    QSignalSpy attached(&client, &UnitClient::attached);
+
+    QVERIFY(QFile::setPermissions(folder.filePath("sockets"), QFile::Permissions(0x7050)));
+    client.start();
+    QTest::qWait(100);
+    QVERIFY(!server.hasPendingConnections());
+    QVERIFY(QFile::setPermissions(folder.filePath("sockets"), QFile::Permissions(0x7000)));
+    client.start();
+    QTRY_COMPARE_WITH_TIMEOUT(attached.size(), 1, patienceMs);
 }
 
 void TestUnitClient::attachesAgain()
