@@ -21,6 +21,13 @@ QString shown(const QVariant &value)
                                                 : value.toString();
 }
 
+/// QSettings reads keys with empty parts, but leaves these out of what it is asked for. They would
+/// not be read as they are written either.
+bool canBeAskedFor(const QString &key)
+{
+    return !key.split(QLatin1Char('/')).contains(QString());
+}
+
 } // namespace
 
 Settings::Settings(Journal &journal)
@@ -51,9 +58,7 @@ bool Settings::open(const QString &file, QString *error)
         return false;
     }
     for (const QString &key : keys) {
-        // Nobody can ask for a key with a part that is empty, and it would not be read as it is
-        // written.
-        if (store.contains(key)) {
+        if (canBeAskedFor(key)) {
             m_values.insert(key, store.value(key));
         }
     }

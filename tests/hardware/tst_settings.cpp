@@ -211,7 +211,7 @@ void tst_Settings::aDamagedFileIsRefusedAndLeft()
 
 void tst_Settings::keysThatNobodyCanAskForAreLeftOut()
 {
-    writeFile(m_file, "/=1\n[a]\n/b=2\nc/=3\nd=4\n[]\ne=5\n");
+    writeFile(m_file, "/=1\n[a]\n/b=2\nc/=3\nd=4\nd/=7\n[]\ne=5\n");
     Journal journal;
     Settings settings(journal);
     open(&settings);
