@@ -208,6 +208,7 @@ void Simulator::endActivities()
     m_adopter.deletePages();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     m_loader.unload();
+    m_unit.programsEnded();
 }
 
 void Simulator::boot(const QString &activity, int argument)

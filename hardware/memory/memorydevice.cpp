@@ -2,10 +2,14 @@
 
 #include "physicalmemory.h"
 
+#include "hardware/unit/gatebypass.h"
 #include "hardware/unit/journal.h"
 #include "hardware/unit/kepterrno.h"
 
 #include <QMutexLocker>
+
+#include <sys/mman.h>
+#include <unistd.h>
 
 namespace hardware
 {
@@ -92,6 +96,24 @@ void MemoryDevice::unmapped(const void *place, bool done)
         m_mappings.remove(mapping.key());
         m_hasMappings = !m_mappings.isEmpty();
     }
+}
+
+void MemoryDevice::programsEnded()
+{
+    const KeptErrno kept;
+    const GateBypass toHost;
+    const QMutexLocker locker(&m_mutex);
+    m_memory.compare();
+    for (auto mapping = m_mappings.cbegin(); mapping != m_mappings.cend(); ++mapping) {
+        munmap(reinterpret_cast<void *>(mapping.key()), mapping->length);
+    }
+    for (const int descriptor : qAsConst(m_descriptors)) {
+        close(descriptor);
+    }
+    m_mappings.clear();
+    m_descriptors.clear();
+    m_hasMappings = false;
+    m_hasDescriptors = false;
 }
 
 int MemoryDevice::mappings() const

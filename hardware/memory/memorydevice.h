@@ -52,6 +52,9 @@ public:
     /// errno tells why not. Journal: memory unmap <physical address>, or … refused: <reason>.
     void unmapped(const void *place, bool done);
 
+    /// The programs have ended: what they left open or mapped is theirs no more.
+    void programsEnded();
+
     /// How many mappings the programs hold.
     int mappings() const;
 

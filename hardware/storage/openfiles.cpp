@@ -104,23 +104,44 @@ void OpenFiles::cut(const QByteArray &mountRoot)
     }
 }
 
+void OpenFiles::programsEnded()
+{
+    const KeptErrno kept;
+    QHash<int, File> left;
+    {
+        const QMutexLocker locker(&m_mutex);
+        left.swap(m_files);
+        m_hasFiles = false;
+    }
+    // The gate tells of each.
+    for (auto file = left.cbegin(); file != left.cend(); ++file) {
+        if (isStill(file.key(), *file)) {
+            close(file.key());
+        }
+    }
+}
+
 /// Has the descriptors of files there lead to a dead end, whatever has become of the files.
 void OpenFiles::lead(const QByteArray &mountRoot, int deadEnd)
 {
+    struct stat status;
+    const bool isThere = fstat(deadEnd, &status) == 0;
     const QMutexLocker locker(&m_mutex);
-    for (auto file = m_files.begin(); file != m_files.end();) {
-        if (!file->isRead || (file->path != mountRoot && !file->path.startsWith(mountRoot + '/'))) {
-            ++file;
-            continue;
+    for (auto file = m_files.begin(); isThere && file != m_files.end(); ++file) {
+        const bool isOnIt = file->path == mountRoot || file->path.startsWith(mountRoot + '/');
+        if (isOnIt && file->isRead && isStill(file.key(), *file)
+            && dup3(deadEnd, file.key(), O_CLOEXEC) == file.key()) {
+            *file = {file->path, status.st_dev, status.st_ino, true};
         }
-        struct stat status;
-        if (fstat(file.key(), &status) == 0 && status.st_dev == file->device
-            && status.st_ino == file->inode) {
-            dup3(deadEnd, file.key(), O_CLOEXEC);
-        }
-        file = m_files.erase(file);
     }
-    m_hasFiles = !m_files.isEmpty();
+}
+
+/// Whether the descriptor still is that file.
+bool OpenFiles::isStill(int descriptor, const File &file)
+{
+    struct stat status;
+    return fstat(descriptor, &status) == 0 && status.st_dev == file.device
+        && status.st_ino == file.inode;
 }
 
 } // namespace hardware

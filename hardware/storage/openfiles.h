@@ -43,6 +43,9 @@ public:
     /// What was mounted there is gone.
     void cut(const QByteArray &mountRoot);
 
+    /// The programs have ended: what they left open is closed.
+    void programsEnded();
+
 private:
     struct File
     {
@@ -53,6 +56,7 @@ private:
     };
 
     void lead(const QByteArray &mountRoot, int deadEnd);
+    static bool isStill(int descriptor, const File &file);
 
     mutable QMutex m_mutex;
     QHash<int, File> m_files; // by descriptor

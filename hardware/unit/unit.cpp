@@ -127,6 +127,12 @@ bool Unit::resetToFactory(QString *error)
     return true;
 }
 
+void Unit::programsEnded()
+{
+    m_memoryDevice.programsEnded();
+    m_openFiles.programsEnded();
+}
+
 QStringList Unit::passingFiles() const
 {
     return {m_folder.lockFile(), m_gpsReceiver.portFile()};

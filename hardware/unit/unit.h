@@ -46,6 +46,10 @@ public:
     /// reset.
     bool resetToFactory(QString *error);
 
+    /// The programs that ran on the unit have ended, as with a restart: whatever they left open or
+    /// mapped goes with them.
+    void programsEnded();
+
     /// Host paths of the files that are there only while the unit is open.
     QStringList passingFiles() const;
 

@@ -44,9 +44,15 @@ ConsoleResult repeat(const Console &console, const QStringList &arguments, Conso
     return result;
 }
 
+/// A command as one line, be it in quotes or as it is.
+QString asLine(const QStringList &words)
+{
+    return words.size() == 1 ? words.first() : commandline::join(words);
+}
+
 ConsoleResult fails(const Console &console, const QStringList &arguments, ConsoleSession &session)
 {
-    const QString line = arguments.size() == 1 ? arguments.first() : commandline::join(arguments);
+    const QString line = asLine(arguments);
     ConsoleResult result = runInner(console, line, session);
     if (result.isRefused) {
         return result;
@@ -56,6 +62,12 @@ ConsoleResult fails(const Console &console, const QStringList &arguments, Consol
         return result;
     }
     return ConsoleResult::done({result.error});
+}
+
+ConsoleResult tryOut(const Console &console, const QStringList &arguments, ConsoleSession &session)
+{
+    const ConsoleResult result = runInner(console, asLine(arguments), session);
+    return result.isOk() || result.isRefused ? result : ConsoleResult::done({result.error});
 }
 
 /// Runs the lines of a script that is open, up to the first that fails.
@@ -115,7 +127,8 @@ struct ScriptRow
                               ConsoleSession &session);
 };
 
-const ScriptRow rows[] = {{"repeat", repeat}, {"fails", fails}, {"include", include}, {"set", set}};
+const ScriptRow rows[] = {
+    {"repeat", repeat}, {"fails", fails}, {"try", tryOut}, {"include", include}, {"set", set}};
 
 } // namespace
 

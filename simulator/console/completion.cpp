@@ -11,7 +11,7 @@ namespace simulator
 namespace
 {
 
-const char *const takeVerbs[] = {"fails", "help"};
+const char *const takeVerbs[] = {"fails", "try", "help"};
 
 /// The words that a verb takes as they are at that place: those of "on|off" and "--all".
 QStringList fixedWords(const Verb &verb, int place)

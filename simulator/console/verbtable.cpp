@@ -166,6 +166,10 @@ const Row rows[] = {
     {"Scripts", "fails", "COMMAND...",
      "Runs a command, in quotes or as it is, and fails when that does not; says why it failed.",
      "fails pull usb0"},
+    {"Scripts", "try", "COMMAND...",
+     "Runs a command, in quotes or as it is, and goes on also where that fails; says why it "
+     "failed.",
+     "try press return"},
     {"Scripts", "include", "FILE", "Runs the commands of a script, as if they stood here.",
      "include open-panel.txt"},
     {"Scripts", "set", "NAME VALUE",

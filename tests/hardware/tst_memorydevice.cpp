@@ -39,6 +39,7 @@ private slots:
     void faultCanBeTakenBack();
     void otherFilesAndMappingsPassUnseen();
     void hostAccessPassesUnseen();
+    void whatAProgramLeavesBehindEndsWithIt();
     void errnoIsKept();
 
 private:
@@ -245,6 +246,22 @@ void tst_MemoryDevice::hostAccessPassesUnseen()
     QVERIFY(descriptor >= 0);
     close(descriptor);
     QVERIFY(journal().isEmpty());
+}
+
+void tst_MemoryDevice::whatAProgramLeavesBehindEndsWithIt()
+{
+    const int descriptor = open("/dev/mem", O_RDWR);
+    void *mapped = mapPage(descriptor);
+    QVERIFY(mapped != MAP_FAILED);
+    *word(mapped, 0x190) = 1;
+    (*m_unit)->programsEnded();
+    QCOMPARE(device().mappings(), 0);
+    QVERIFY(!device().isOpen(descriptor));
+    QCOMPARE(fcntl(descriptor, F_GETFD), -1);
+    QCOMPARE(msync(mapped, pageSize, MS_ASYNC), -1);
+    QCOMPARE(journal(),
+             QStringList({QStringLiteral("memory open"), QStringLiteral("memory map 9C000000"),
+                          QStringLiteral("memory write 9C000190 phySwing 7F7F4040 -> 00000001")}));
 }
 
 void tst_MemoryDevice::errnoIsKept()

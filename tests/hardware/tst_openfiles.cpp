@@ -32,6 +32,7 @@ private slots:
     void otherFilesGoOn();
     void anotherFileOfTheSameNumberGoesOn();
     void pluggedAgainItIsReadAnew();
+    void whatAProgramLeavesOpenEndsWithIt();
     void errnoIsKept();
 
 private:
@@ -173,6 +174,23 @@ void tst_OpenFiles::pluggedAgainItIsReadAnew()
     QCOMPARE(readOn(before.get()), 0);
     const Stream again = openStream(onUsb0);
     QCOMPARE(readOn(again.get()), fileSize);
+}
+
+void tst_OpenFiles::whatAProgramLeavesOpenEndsWithIt()
+{
+    QTemporaryFile host;
+    QVERIFY(host.open());
+    const int onStick = open(onUsb0, O_RDONLY);
+    const int onOther = open(onUsb1, O_RDONLY);
+    const int closed = open(onFlash, O_RDONLY);
+    close(closed);
+    const int notTheUnits = open(QFile::encodeName(host.fileName()).constData(), O_RDONLY);
+    QCOMPARE(notTheUnits, closed);
+    pull(*m_unit, "usb0");
+    (*m_unit)->programsEnded();
+    QCOMPARE(fcntl(onStick, F_GETFD), -1);
+    QCOMPARE(fcntl(onOther, F_GETFD), -1);
+    QCOMPARE(close(notTheUnits), 0);
 }
 
 void tst_OpenFiles::errnoIsKept()

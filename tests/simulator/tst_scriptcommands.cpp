@@ -105,6 +105,13 @@ void TestScriptCommands::fails_data()
                                  << "usage: paint COLOR" << QStringList();
     QTest::newRow("nothing") << "fails"
                              << "usage: fails COMMAND..." << QStringList();
+    QTest::newRow("try what fails") << "try paint green"
+                                    << "" << QStringList{"no green"};
+    QTest::newRow("try what does not, in quotes") << "try \"paint blue\""
+                                                  << "" << QStringList{"wet"};
+    QTest::newRow("try what is wrong in itself")
+        << "try pain green"
+        << "unknown command \"pain\"; \"help\" lists them; near: paint" << QStringList();
 }
 
 void TestScriptCommands::fails()

@@ -1,0 +1,98 @@
+"""What a running unit takes, event by event, and whether that stays."""
+
+import os
+import pathlib
+import re
+import statistics
+import time
+
+TICK = os.sysconf("SC_CLK_TCK")
+TENTHS = 10
+FEWEST = 4  # samples of a tenth that can be compared
+MOST = 20  # samples of a tenth whose memory is counted
+
+# With each restart of the unit the plug-in is mapped once more, from a copy, and stays: so it is meant to be.
+PLUGIN_COPY = re.compile(r"/\d+-[^/]*\.so( \(deleted\))?$")
+
+# By how much the median of the last tenth may exceed that of the second one, in which caches have been filled:
+# a part of it, and a number.
+TOLERANCES = {"memory": (0.05, 24), "descriptors": (0, 2), "threads": (0, 1), "ms": (0.5, 0.2)}
+
+
+def megabytes(folder):
+    """What the program has in memory, but for the plug-in's further copies."""
+    kilobytes = 0
+    counts = True
+    with open(folder / "smaps", errors="replace") as lines:
+        for line in lines:
+            if line.startswith("Rss:"):
+                kilobytes += int(line.split()[1]) if counts else 0
+            elif line[0] in "0123456789abcdef":
+                counts = not PLUGIN_COPY.search(line.rstrip())
+    return kilobytes / 1000
+
+
+class Gauges:
+    def __init__(self, count):
+        self.count = count
+        self.samples = {}
+        self.began = time.monotonic()
+        self.last = None
+        self.told = 0
+        self.memory_due = 0
+
+    def sample(self, pid, done):
+        """Looks at the program after so many events."""
+        folder = pathlib.Path("/proc") / str(pid)
+        try:
+            times = (folder / "stat").read_text().rpartition(")")[2].split()
+            values = {"descriptors": len(os.listdir(folder / "fd")), "threads": len(os.listdir(folder / "task"))}
+            if done >= self.memory_due:
+                values["memory"] = megabytes(folder)
+                self.memory_due = done + self.count // (MOST * TENTHS)
+        except OSError:
+            return  # It has just ended.
+        # Of the processor, so that what else the machine does is left out.
+        spent = (int(times[11]) + int(times[12])) / TICK
+        if self.last and self.last[0] == pid and done > self.last[1]:
+            values["ms"] = 1000 * (spent - self.last[2]) / (done - self.last[1])
+        self.last = (pid, done, spent)
+        tenth = min(TENTHS, 1 + (done - 1) * TENTHS // self.count)
+        self.samples.setdefault(tenth, []).append((time.monotonic(), done, values))
+
+    def median(self, tenth, name):
+        values = [values[name] for _, _, values in self.samples.get(tenth, ()) if name in values]
+        return statistics.median(values) if len(values) >= FEWEST else None
+
+    def row(self, tenth):
+        """A line on that tenth, or None where it has too few samples."""
+        values = [self.median(tenth, name) for name in TOLERANCES]
+        if None in values:
+            return None
+        ended, done, _ = self.samples[tenth][-1]
+        before = self.samples.get(tenth - 1)
+        began, first = before[-1][:2] if before else (self.began, 0)
+        rate = (done - first) / max(1e-9, ended - began)
+        return f"{done:>9} {rate:>9.0f} {values[0]:>8.1f} {values[1]:>11.0f} {values[2]:>7.0f} {values[3]:>8.2f}"
+
+    def news(self, done):
+        """The lines on tenths that are over and have not been told."""
+        while self.told < done * TENTHS // self.count:
+            self.told += 1
+            row = self.row(self.told)
+            if row:
+                yield row
+
+    def growth(self):
+        """What does not stay, as sentences; None where there is too little to tell."""
+        found = []
+        for name, (part, number) in TOLERANCES.items():
+            before, after = self.median(2, name), self.median(TENTHS, name)
+            if before is None or after is None:
+                return None
+            if after > before * (1 + part) + number:
+                found.append(f"{name}: {before:.2f} in the second tenth, {after:.2f} in the last")
+        return found
+
+
+HEAD = f"{'events':>9} {'events/s':>9} {'MB':>8} {'descriptors':>11} {'threads':>7} {'ms/event':>8}"
