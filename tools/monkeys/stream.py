@@ -10,13 +10,16 @@ QUIT = "quit"
 KILL = "# kill"  # To the console a comment; the monkey then kills the unit.
 ENDS = (QUIT, KILL)
 
-# With a stick that can be read, an upgrade that goes on until the line is lost.
+# The receiver's last answer is waited for without a limit, as it is meant to be.
+FOR_EVER = "silence eot"
+
+# With a stick that can be read, an upgrade that goes on until the line is lost or the last answer does not come.
 LOSS = ("fault none", "reboot", "wait 5000", "package usb0 gps", "plug usb0", "key FACTORY", "press gps",
         "visible idUpdateBtn", "press idUpdateBtn")
 
 # The unit is ended on purpose in the first part only, so that what it takes can be compared over the rest.
 RESTLESS_PART = 10
-ENDS_PER_LINE = 1 / 60
+ENDS_PER_LINE = 1 / 100
 
 SLOTS = ("usb0", "usb1", "sd0", "sd1")
 STAGES = ("configure", "product", "loader", "bootloader", "prompt", "menu", "firmware", "sentences", "eot")
@@ -77,7 +80,7 @@ class Stream:
 
     def loss(self):
         yield from (f"try {line}" for line in LOSS[:-1])
-        yield f"try fault receiver hangup {self.pick(STAGES)}"
+        yield f"try fault receiver {self.often(f'hangup {self.pick(STAGES)}', FOR_EVER)}"
         yield f"try {LOSS[-1]}"
 
     def pick(self, *choices):
@@ -146,11 +149,10 @@ class Stream:
     def receiver(self):
         block = self.number(1, 9)
         image = self.pick(("", " firmware", " bootloader"))
-        # Where its line is lost the program ends, and of its last answer it waits for ever, as they are meant to.
-        stages = STAGES if self.restless else STAGES[:-1]
+        # Where its line is lost the program ends, as it is meant to.
         losses = (f"hangup {self.pick(STAGES)}",) if self.restless else ()
         return "try " + self.pick(("wire on", "wire off") + tuple(f"fault receiver {fault}" for fault in losses + (
-            f"silence {self.pick(stages)}", f"silence firmware {block}", f"nak {self.number(1, 12)} {block}{image}",
+            f"silence {self.pick(STAGES[:-1])}", f"silence firmware {block}", f"nak {self.number(1, 12)} {block}{image}",
             f"garbage {block}{image}", f"noise {self.number(1, 200)}", f"late-eot {self.number(1, 20000)}", "no-yc",
             "split-yc", "split-prompt", "no-rmc", "none", "none")))
 
