@@ -117,20 +117,26 @@ QString PhysicalMemory::hex(quint32 word)
 
 bool PhysicalMemory::makeMemory(QString *error)
 {
+    const auto mode = QIODevice::ReadWrite | QIODevice::Unbuffered;
+    const QString name = m_file.fileName();
     const bool isNew = !m_file.exists();
-    bool isMade = m_file.open(QIODevice::ReadWrite | QIODevice::Unbuffered)
-        && (m_file.size() >= addressSpace || m_file.resize(addressSpace));
+    if (isNew) {
+        // Under its name the next start would take it for a memory that has its reset values.
+        m_file.setFileName(name + QStringLiteral(".part"));
+    }
+    bool isMade =
+        m_file.open(mode) && (m_file.size() >= addressSpace || m_file.resize(addressSpace));
     if (isNew && isMade) {
         for (const MemoryRegister &entry : m_registers.all()) {
             isMade = isMade && setBytes(entry.address, bytesOf(entry.reset));
         }
+        isMade = isMade && m_file.rename(name) && m_file.open(mode);
     }
     if (!isMade) {
         *error = QStringLiteral("The physical memory \"%1\" cannot be read and written: %2.")
-                     .arg(m_file.fileName(), m_file.errorString());
+                     .arg(name, m_file.errorString());
     }
     if (isNew && !isMade) {
-        // The next start would take it for a memory that has its reset values.
         m_file.remove();
     }
     return isMade;

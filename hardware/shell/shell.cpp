@@ -16,6 +16,7 @@
 #include <algorithm>
 #include <cerrno>
 #include <cmath>
+#include <csignal>
 #include <iterator>
 
 namespace hardware
@@ -25,6 +26,7 @@ namespace
 {
 
 constexpr int notRun = 126 << 8; // as a shell says that it cannot run something
+constexpr int killed = SIGKILL;
 
 /// The process's environment with the unit's variables in place of any of their names.
 class Environment
@@ -60,27 +62,20 @@ private:
     QVector<char *> m_variables;
 };
 
-/// As system(), in that environment. The command's bytes reach the shell as they are, which a
-/// QProcess, whose arguments are texts, cannot promise.
-int runByShell(QByteArray command, const Environment &environment)
+/// Starts a shell with the command, as a group of its own. The command's bytes reach it as they
+/// are, which a QProcess, whose arguments are texts, cannot promise. False with errno.
+bool start(QByteArray command, const Environment &environment, pid_t *process)
 {
     char shell[] = "sh";
     char option[] = "-c";
     char *const arguments[] = {shell, option, command.data(), nullptr};
-    pid_t process = 0;
-    const int failure =
-        posix_spawn(&process, "/bin/sh", nullptr, nullptr, arguments, environment.variables());
-    if (failure != 0) {
-        errno = failure;
-        return -1;
-    }
-    int status = -1;
-    while (waitpid(process, &status, 0) < 0) {
-        if (errno != EINTR) {
-            return -1;
-        }
-    }
-    return status;
+    posix_spawnattr_t attributes;
+    posix_spawnattr_init(&attributes);
+    posix_spawnattr_setflags(&attributes, POSIX_SPAWN_SETPGROUP);
+    errno =
+        posix_spawn(process, "/bin/sh", nullptr, &attributes, arguments, environment.variables());
+    posix_spawnattr_destroy(&attributes);
+    return errno == 0;
 }
 
 } // namespace
@@ -102,8 +97,51 @@ int Shell::run(const QByteArray &command) const
         return notRun;
     }
     m_journal.write(source, text);
-    return runByShell(shellCommand.mapped(),
-                      Environment(QFile::encodeName(m_folder.root()), m_clock));
+    return runByShell(shellCommand.mapped());
+}
+
+/// As system().
+int Shell::runByShell(QByteArray command) const
+{
+    const Environment environment(QFile::encodeName(m_folder.root()), m_clock);
+    pid_t process = 0;
+    {
+        const QMutexLocker locker(&m_mutex);
+        if (m_isOff) {
+            return killed;
+        }
+        if (!start(command, environment, &process)) {
+            return -1;
+        }
+        m_running.insert(process);
+    }
+    // Until it is taken out below, its number is no other process's.
+    siginfo_t ended;
+    while (waitid(P_PID, id_t(process), &ended, WEXITED | WNOWAIT) < 0 && errno == EINTR) { }
+    const QMutexLocker locker(&m_mutex);
+    int status = -1;
+    waitpid(process, &status, 0);
+    m_running.remove(process);
+    m_isIdle.wakeAll();
+    return status;
+}
+
+void Shell::powerOff()
+{
+    const QMutexLocker locker(&m_mutex);
+    m_isOff = true;
+    while (!m_running.isEmpty()) {
+        for (const pid_t process : qAsConst(m_running)) {
+            kill(-process, SIGKILL);
+        }
+        m_isIdle.wait(&m_mutex);
+    }
+}
+
+void Shell::powerOn()
+{
+    const QMutexLocker locker(&m_mutex);
+    m_isOff = false;
 }
 
 QByteArray Shell::mapped(const QByteArray &command)

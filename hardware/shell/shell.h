@@ -1,6 +1,11 @@
 #pragma once
 
 #include <QByteArray>
+#include <QMutex>
+#include <QSet>
+#include <QWaitCondition>
+
+#include <sys/types.h>
 
 namespace hardware
 {
@@ -25,15 +30,26 @@ public:
     /// Any thread.
     int run(const QByteArray &command) const;
 
+    /// The power is gone: what runs is killed, and no command is run until powerOn(); its status is
+    /// that of a killed one. Nothing runs any more when this returns. Any thread.
+    void powerOff();
+    void powerOn();
+
     /// The command with every path of the unit led into the unit's folder, as run() hands it to
     /// /bin/sh, which knows the folder as "$UNIT", and the host's microseconds that a second of the
     /// unit's time lasts as "$UNIT_SECOND".
     static QByteArray mapped(const QByteArray &command);
 
 private:
+    int runByShell(QByteArray command) const;
+
     const UnitFolder &m_folder;
     const Clock &m_clock;
     Journal &m_journal;
+    mutable QMutex m_mutex;        // of those below
+    mutable QSet<pid_t> m_running; // the first process of each group
+    mutable QWaitCondition m_isIdle;
+    bool m_isOff = false;
 };
 
 } // namespace hardware

@@ -52,6 +52,14 @@ QString onOneLine(const QString &text)
     return line;
 }
 
+/// As the file of a program does that was killed, or whose disk was full.
+bool endsWithinLine(const QString &fileName)
+{
+    QFile file(fileName);
+    return file.open(QIODevice::ReadOnly) && file.size() > 0 && file.seek(file.size() - 1)
+        && file.read(1) != "\n";
+}
+
 QString timed(double seconds, const QString &line)
 {
     return QStringLiteral("%1 %2").arg(seconds, 0, 'f', 3).arg(line);
@@ -76,7 +84,8 @@ bool Journal::appendTo(const QString &file, const QString &head)
         return false;
     }
     const QByteArray line = head.isEmpty() ? QByteArray() : head.toUtf8() + '\n';
-    return m_file.write(line) == line.size() && m_file.flush();
+    const QByteArray mended = endsWithinLine(file) ? " ... cut off\n" + line : line;
+    return m_file.write(mended) == mended.size() && m_file.flush();
 }
 
 void Journal::write(const QString &source, const QString &text)

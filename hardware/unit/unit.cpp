@@ -52,7 +52,10 @@ Unit::Unit(const QString &root, double timeFactor)
 {
     QObject::connect(
         &m_storage, &Storage::removed, &m_storage,
-        [this](const QString &mountRoot) { m_openFiles.cut(QFile::encodeName(mountRoot)); },
+        [this](const QString &mountRoot) {
+            m_openFiles.cut(QFile::encodeName(mountRoot));
+            m_unsynced.forget(mountRoot);
+        },
         Qt::DirectConnection);
     QObject::connect(
         &m_mcu, &Mcu::rebootRequested, &m_mcu, [this] { m_gpsReceiver.restart(); },
@@ -82,6 +85,11 @@ bool Unit::open(QString *error)
     if (!m_journal.appendTo(journalFile, journalHead(m_clock))) {
         *error = QStringLiteral("The journal \"%1\" cannot be written.").arg(journalFile);
         return false;
+    }
+    m_unsynced.forget();
+    const QStringList leftovers = m_folder.leftovers();
+    for (const QString &file : leftovers) {
+        m_journal.write(QStringLiteral("unit"), QStringLiteral("removed ") + file);
     }
     const bool opened = openStored(error) && m_storage.open(error)
         && m_memory.open(m_folder.path(QStringLiteral("/registers.ini")),
@@ -115,6 +123,7 @@ bool Unit::resetToFactory(QString *error)
             return false;
         }
     }
+    m_unsynced.forget(QStringLiteral("/media/flash"));
     const QString flash = m_folder.path(QStringLiteral("/media/flash"));
     if (!QDir(flash).removeRecursively()) {
         *error = QStringLiteral("What lies in \"%1\" cannot be removed.").arg(flash);
@@ -127,8 +136,20 @@ bool Unit::resetToFactory(QString *error)
     return true;
 }
 
+void Unit::cutPower()
+{
+    m_journal.write(QStringLiteral("unit"), QStringLiteral("power cut"));
+    m_shell.powerOff();
+    const QStringList lost = m_unsynced.lose();
+    for (const QString &path : lost) {
+        m_journal.write(QStringLiteral("unit"), QStringLiteral("lost ") + path);
+    }
+    m_mcu.reboot();
+}
+
 void Unit::programsEnded()
 {
+    m_shell.powerOn();
     m_memoryDevice.programsEnded();
     m_openFiles.programsEnded();
 }

@@ -21,6 +21,7 @@
 #include "hardware/shell/shell.h"
 #include "hardware/storage/openfiles.h"
 #include "hardware/storage/storage.h"
+#include "hardware/storage/unsynced.h"
 #include "hardware/update/userupdate.h"
 #include "hardware/usb/ncmtest.h"
 #include "hardware/usb/usbphy.h"
@@ -45,6 +46,11 @@ public:
     /// running, until the unit restarts. False with a sentence in \a error. Journal: unit factory
     /// reset.
     bool resetToFactory(QString *error);
+
+    /// The power is cut, and comes back at once, so that the unit restarts: what runs in the shell
+    /// is killed, and what was not synced is gone from its disks. What devices keep themselves
+    /// stays. Journal: unit power cut, unit lost <path> for each, mcu reboot.
+    void cutPower();
 
     /// The programs that ran on the unit have ended, as with a restart: whatever they left open or
     /// mapped goes with them.
@@ -97,6 +103,7 @@ private:
     mutable MemoryDevice m_memoryDevice;
     NcmTest m_ncmTest;
     Shell m_shell;
+    Unsynced m_unsynced{m_folder};
     Defaults m_defaults;
     UsbPhy m_usbPhy;
     DabTuner m_dabTuner;

@@ -7,6 +7,9 @@
 #include <QFile>
 #include <QFileInfo>
 
+#include <cerrno>
+#include <csignal>
+
 namespace hardware
 {
 
@@ -31,6 +34,19 @@ const QLatin1String folders[] = {
     QLatin1String("/sys/module"),
 };
 
+/// Where state is written, beside the folders of the files that a new unit has.
+const char *const written[] = {"/dev", "/full", "/receiver", "/slow", "/write-protected"};
+
+/// Whether a lock lacks its end, and whoever began to write it is no more: QLockFile would take it
+/// for that of another machine.
+bool isHalfWritten(const QString &lock)
+{
+    QFile file(lock);
+    const QByteArray text = file.open(QIODevice::ReadOnly) ? file.readAll() : QByteArray("\n");
+    const int process = text.left(text.indexOf('\n')).toInt();
+    return !text.endsWith('\n') && (process <= 0 || (kill(process, 0) != 0 && errno == ESRCH));
+}
+
 QString absolute(const QString &root)
 {
     return root.isEmpty() ? QString() : QDir::cleanPath(QDir(root).absolutePath());
@@ -45,7 +61,16 @@ UnitFolder::UnitFolder(const QString &root)
 
 bool UnitFolder::open(QString *error)
 {
-    return isUsable(error) && lock(error) && layOut(error);
+    if (!isUsable(error) || !lock(error)) {
+        return false;
+    }
+    tidyUp();
+    return layOut(error);
+}
+
+QStringList UnitFolder::leftovers() const
+{
+    return m_leftovers;
 }
 
 QString UnitFolder::root() const
@@ -101,7 +126,8 @@ bool UnitFolder::lock(QString *error)
     }
     m_lock.reset(new QLockFile(lockFile()));
     m_lock->setStaleLockTime(0);
-    if (m_lock->tryLock()) {
+    if (m_lock->tryLock()
+        || (isHalfWritten(lockFile()) && QFile::remove(lockFile()) && m_lock->tryLock())) {
         return true;
     }
     if (m_lock->error() != QLockFile::LockFailedError) {
@@ -117,6 +143,33 @@ bool UnitFolder::lock(QString *error)
                  .arg(processId)
                  .arg(host);
     return false;
+}
+
+void UnitFolder::tidyUp()
+{
+    m_leftovers.clear();
+    QStringList places{QString()};
+    for (const char *folder : written) {
+        places.append(QString::fromLatin1(folder));
+    }
+    QDirIterator resources(unitFiles, QDir::Dirs | QDir::NoDotAndDotDot,
+                           QDirIterator::Subdirectories);
+    while (resources.hasNext()) {
+        places.append(resources.next().mid(unitFiles.size()));
+    }
+    for (const QString &folder : qAsConst(places)) {
+        const QStringList names = wholefile::removeParts(path(folder));
+        for (const QString &name : names) {
+            m_leftovers.append(folder + QLatin1Char('/') + name);
+        }
+    }
+    const QString processes = QStringLiteral("/run/");
+    const QStringList names = QDir(path(processes)).entryList(QDir::Files);
+    for (const QString &name : names) {
+        if (QFile::remove(path(processes) + name)) {
+            m_leftovers.append(processes + name);
+        }
+    }
 }
 
 bool UnitFolder::layOut(QString *error) const

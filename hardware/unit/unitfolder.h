@@ -21,6 +21,10 @@ public:
     /// that cannot be done.
     bool open(QString *error);
 
+    /// What open() removed: files that a simulator which was killed had begun to write, and those of
+    /// the processes that ended with it; as paths of the unit.
+    QStringList leftovers() const;
+
     /// Absolute, without a trailing slash; empty when none was given.
     QString root() const;
 
@@ -33,12 +37,14 @@ public:
 private:
     bool isUsable(QString *error) const;
     bool lock(QString *error);
+    void tidyUp();
     bool layOut(QString *error) const;
     bool makeFolder(const QString &unitPath, QString *error) const;
     bool provide(const QString &unitPath, QString *error) const;
 
     const QString m_root;
     QScopedPointer<QLockFile> m_lock;
+    QStringList m_leftovers;
 };
 
 } // namespace hardware

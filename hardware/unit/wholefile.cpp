@@ -2,8 +2,13 @@
 
 #include "gatebypass.h"
 
+#include <QDir>
 #include <QFile>
-#include <QSaveFile>
+
+#include <unistd.h>
+
+#include <cerrno>
+#include <cstdio>
 
 namespace hardware
 {
@@ -13,6 +18,8 @@ namespace wholefile
 
 namespace
 {
+
+const QLatin1String partSuffix(".part");
 
 /// Not left to the end, which does not tell when the last bytes find no room. What finds room for a
 /// part of them only does not say why; the second attempt does.
@@ -27,7 +34,7 @@ bool make(const QString &file, const QByteArray &content, QString *reason,
           QFileDevice::Permissions added)
 {
     const GateBypass toFile;
-    QFile part(file + QStringLiteral(".part"));
+    QFile part(file + partSuffix);
     if (part.open(QIODevice::WriteOnly) && writeOut(part, content)
         && part.setPermissions(part.permissions() | added) && part.rename(file)) {
         return true;
@@ -41,12 +48,38 @@ bool make(const QString &file, const QByteArray &content, QString *reason,
 bool replace(const QString &file, const QByteArray &content, QString *reason)
 {
     const GateBypass toFile;
-    QSaveFile whole(file);
-    if (whole.open(QIODevice::WriteOnly) && writeOut(whole, content) && whole.commit()) {
+    QFile part(file + partSuffix);
+    const bool isWritten = part.open(QIODevice::WriteOnly)
+        && (!QFile::exists(file) || part.setPermissions(QFile::permissions(file)))
+        && writeOut(part, content);
+    *reason = part.errorString();
+    // Its name is to lead to the new content only when the disk has that.
+    if (isWritten && fsync(part.handle()) == 0
+        && std::rename(QFile::encodeName(part.fileName()).constData(),
+                       QFile::encodeName(file).constData())
+            == 0) {
         return true;
     }
-    *reason = whole.errorString();
+    if (isWritten) {
+        *reason = qt_error_string(errno);
+    }
+    part.close();
+    QFile::remove(part.fileName());
     return false;
+}
+
+QStringList removeParts(const QString &folder)
+{
+    const GateBypass toFiles;
+    QStringList removed;
+    const QStringList names =
+        QDir(folder).entryList({QLatin1Char('*') + partSuffix}, QDir::Files | QDir::Hidden);
+    for (const QString &name : names) {
+        if (QFile::remove(folder + QLatin1Char('/') + name)) {
+            removed.append(name);
+        }
+    }
+    return removed;
 }
 
 } // namespace wholefile

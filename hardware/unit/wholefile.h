@@ -20,6 +20,9 @@ bool make(const QString &file, const QByteArray &content, QString *reason,
 /// Makes a file or replaces what it held, and waits for the disk.
 bool replace(const QString &file, const QByteArray &content, QString *reason);
 
+/// Removes what a program that was killed has left of such files in a folder. Their names.
+QStringList removeParts(const QString &folder);
+
 } // namespace wholefile
 
 } // namespace hardware

@@ -29,14 +29,25 @@ ConsoleResult wait(Simulator &simulator, const QStringList &arguments, ConsoleSe
     return ConsoleResult::done();
 }
 
-ConsoleResult reboot(Simulator &simulator, const QStringList &, ConsoleSession &)
+ConsoleResult awaitRestart(Simulator &simulator)
 {
-    simulator.unit().mcu().reboot();
     // Behind the restart, which is queued there.
     return simulator.graphicalThread().runWithin(GraphicalThread::blockedTimeoutMs, [] {})
         ? ConsoleResult::done()
         : ConsoleResult::failed(QStringLiteral(
             "the screen is blocked by a page's work; the unit restarts when that has ended"));
+}
+
+ConsoleResult reboot(Simulator &simulator, const QStringList &, ConsoleSession &)
+{
+    simulator.unit().mcu().reboot();
+    return awaitRestart(simulator);
+}
+
+ConsoleResult cutPower(Simulator &simulator, const QStringList &, ConsoleSession &)
+{
+    simulator.unit().cutPower();
+    return awaitRestart(simulator);
 }
 
 ConsoleResult resetToFactory(Simulator &simulator, const QStringList &arguments,
@@ -89,6 +100,7 @@ void addUnitCommands(Console &console, Simulator &simulator)
                 {
                     {"wait", place, Effect::None, wait},
                     {"reboot", place, Effect::World, reboot},
+                    {"power-cut", place, Effect::World, cutPower},
                     {"factory-reset", place, Effect::World, resetToFactory},
                     {"speed", place, Effect::World, speed},
                     {"cd", place, Effect::None, changeFolder},

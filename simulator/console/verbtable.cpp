@@ -147,6 +147,10 @@ const Row rows[] = {
      "to 1000. What waits already ends when it would have.",
      "speed 10"},
     {"Unit", "reboot", "", "Has the unit restarted; it then journals \"unit booted\".", "reboot"},
+    {"Unit", "power-cut", "",
+     "Cuts the unit's power and has it start again: what the unit's commands changed on its flash "
+     "and sticks since the last \"sync\" is gone. What its devices keep themselves stays.",
+     "power-cut"},
     {"Unit", "factory-reset", "",
      "Forgets settings, vendor data, thresholds and what lies in the unit's flash, and has the "
      "unit "

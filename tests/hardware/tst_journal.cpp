@@ -1,6 +1,7 @@
 #include "hardware/unit/journal.h"
 
 #include "support/fulldisk.h"
+#include "support/openunit.h"
 #include "support/testmain.h"
 
 #include <QRegularExpression>
@@ -28,6 +29,7 @@ private slots:
     void aFolderIsNoFileToAppendTo();
     void theHeadIsNoLine();
     void timesAreTheUnits();
+    void aLineThatWasCutOffIsEnded();
     void aFullDiskIsSaidOnce();
     void patternMatches_data();
     void patternMatches();
@@ -188,6 +190,18 @@ void tst_Journal::timesAreTheUnits()
     const QString timed = Journal::withTime(lines.first());
     QVERIFY2(timed.section(QLatin1Char(' '), 0, 0).toDouble() >= 20, qPrintable(timed));
     QVERIFY2(timed.endsWith(QLatin1String(" a 1")), qPrintable(timed));
+}
+
+void tst_Journal::aLineThatWasCutOffIsEnded()
+{
+    const QString name = file(QStringLiteral("cut"));
+    writeFile(name, "# head\n0.001 #1 a 1\n0.002 #1 a");
+    for (int start = 0; start < 2; ++start) {
+        Journal journal;
+        QVERIFY(journal.appendTo(name, QStringLiteral("# head")));
+    }
+    QCOMPARE(fileLines(QStringLiteral("cut")),
+             QStringList({"# head", "0.001 #1 a 1", "0.002 #1 a ... cut off", "# head", "# head"}));
 }
 
 void tst_Journal::aFullDiskIsSaidOnce()

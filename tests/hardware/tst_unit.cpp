@@ -20,6 +20,7 @@ class tst_Unit : public QObject
 private slots:
     void everyDeviceWorks();
     void aSecondStartFindsTheStateOfTheFirst();
+    void whatAKilledSimulatorLeftIsRemovedAndTold();
     void theClockHasTheFactor();
     void theJournalTellsEachStartAndTheUnitsTime();
     void whatIsRefusedTakesNothingAway();
@@ -60,6 +61,38 @@ void tst_Unit::aSecondStartFindsTheStateOfTheFirst()
     QCOMPARE(second.settings().value(QStringLiteral("capture")).toBool(), true);
     QCOMPARE(second.storage().mountRoots(), QStringList{QStringLiteral("/media/sd1")});
     QCOMPARE(readFile(folder.filePath(QStringLiteral("journal.log"))).count('\n'), 5);
+}
+
+void tst_Unit::whatAKilledSimulatorLeftIsRemovedAndTold()
+{
+    const QTemporaryDir folder;
+    const QDir root(folder.path());
+    const QStringList leftovers = {
+        QStringLiteral("/settings.ini.part"),
+        QStringLiteral("/dev/mem.part"),
+        QStringLiteral("/receiver/firmware.pkg.part"),
+        QStringLiteral("/bin/cp.part"),
+        QStringLiteral("/sys/module/usbcore/parameters/usb_logo_test_start.part"),
+        QStringLiteral("/run/as_server")};
+    // Whoever wrote that, it was not the unit.
+    const QString other = root.filePath(QStringLiteral("sticks/usb0/film.part"));
+    for (const QString &file : leftovers + QStringList(QStringLiteral("/sticks/usb0/film.part"))) {
+        QVERIFY(root.mkpath(QFileInfo(folder.path() + file).path()));
+        writeFile(folder.path() + file, "x");
+    }
+    Unit unit(folder.path());
+    QString error;
+    QVERIFY2(unit.open(&error), qPrintable(error));
+    QStringList lines = unit.journal().lines(QStringLiteral("unit removed"));
+    lines.sort();
+    QStringList wanted;
+    for (const QString &file : leftovers) {
+        wanted.append(QStringLiteral("unit removed ") + file);
+        QVERIFY2(!QFile::exists(folder.path() + file), qPrintable(file));
+    }
+    wanted.sort();
+    QCOMPARE(lines, wanted);
+    QVERIFY(QFile::exists(other));
 }
 
 void tst_Unit::theClockHasTheFactor()

@@ -28,6 +28,10 @@ private slots:
     void aSlowStickTakesItsTime_data();
     void aSlowStickTakesItsTime();
     void aSlowCopyThatIsPulledIsHalfDone();
+    void whatIsNotSyncedIsLostWithThePower_data();
+    void whatIsNotSyncedIsLostWithThePower();
+    void whatRunsEndsWithThePower();
+    void aPulledStickKeepsWhatItHas();
 };
 
 namespace
@@ -59,6 +63,21 @@ QStringList filesOf(const QString &folder)
     }
     names.sort();
     return names;
+}
+
+/// The folders and files below one, with what is in these.
+QStringList allOf(const QString &folder)
+{
+    QStringList all;
+    QDirIterator entries(folder, QDir::AllEntries | QDir::NoDotAndDotDot,
+                         QDirIterator::Subdirectories);
+    while (entries.hasNext()) {
+        const QString path = entries.next();
+        all.append(QFileInfo(path).isDir() ? path + QLatin1Char('/')
+                                           : path + QLatin1Char('=') + readFile(path));
+    }
+    all.sort();
+    return all;
 }
 
 } // namespace
@@ -227,6 +246,88 @@ void tst_UnitCommands::aSlowCopyThatIsPulledIsHalfDone()
     QCOMPARE(copy.get(), 1);
     QCOMPARE(filesOf(unit.path(QStringLiteral("/sticks/usb0"))),
              (QStringList{"first", "kept/log"}));
+}
+
+void tst_UnitCommands::whatIsNotSyncedIsLostWithThePower_data()
+{
+    QTest::addColumn<QByteArray>("synced");
+    QTest::addColumn<QByteArray>("lost");
+    const auto row = [](const char *synced, const char *lost) {
+        QTest::newRow(lost) << QByteArray(synced) << QByteArray(lost);
+    };
+    row("", "mkdir -p /media/usb0/a/b/c");
+    row("mkdir /media/usb0/a", "mkdir /media/usb0/a/b /media/usb0/c");
+    row("", "cp /media/flash/new /media/usb0/");
+    row("", "cp /media/flash/new /media/usb0/kept/log");
+    row("", "cp -rf /media/flash/new /media/flash/other /media/usb0/kept/");
+    row("", "cp -rf /media/flash/new /media/flash/other /media/flash/nvm /media/usb0/kept/");
+    row("", "cp -rf /media/flash/new /media/flash/other /media/flash/nvm /media/usb0");
+    row("", "cp -r /media/usb0/kept /media/usb0/copy");
+    row("", "rm /media/usb0/kept/log");
+    row("",
+        "rm -rf /media/usb0/kept; mkdir /media/usb0/kept; cp /media/flash/new /media/usb0/kept");
+    row("cp /media/flash/new '/media/usb0/a b'", "rm '/media/usb0/a b'");
+    row("cp /media/flash/new /media/flash/more", "cp /media/flash/other /media/flash/more");
+    row("rm /media/usb0/kept/log", "mkdir /media/usb0/kept/log");
+}
+
+void tst_UnitCommands::whatIsNotSyncedIsLostWithThePower()
+{
+    QFETCH(QByteArray, synced);
+    QFETCH(QByteArray, lost);
+    OpenUnit unit;
+    plug(unit, StickTrait::Full, 0);
+    writeFile(unit.path(QStringLiteral("/media/flash/new")), "new");
+    writeFile(unit.path(QStringLiteral("/media/flash/other")), "other");
+    const auto all = [&unit] {
+        return allOf(unit.path(QStringLiteral("/sticks"))) + allOf(unit.path("/media/flash"));
+    };
+    QVERIFY(synced.isEmpty() || run(unit, synced) == 0);
+    QCOMPARE(run(unit, "sync"), 0);
+    const QStringList before = all();
+    QCOMPARE(run(unit, lost), 0);
+    const QStringList after = all();
+    QVERIFY(after != before);
+    unit->cutPower();
+    QCOMPARE(all(), before);
+    QVERIFY(!unit->journal().lines(QStringLiteral("/^unit lost /")).isEmpty());
+
+    // The same is safe once it is synced.
+    unit->programsEnded();
+    QCOMPARE(run(unit, lost + "; sync"), 0);
+    unit->cutPower();
+    QCOMPARE(all(), after);
+}
+
+void tst_UnitCommands::whatRunsEndsWithThePower()
+{
+    OpenUnit unit;
+    plug(unit, StickTrait::Slow, 1);
+    auto copy = std::async(std::launch::async, [&unit] {
+        return unit->shell().run("cp /media/usb0/kept/log /media/usb0/copy");
+    });
+    QTRY_VERIFY(QFileInfo::exists(unit.path(QStringLiteral("/unsynced"))));
+    unit->cutPower();
+    const int status = copy.get();
+    QVERIFY(WIFSIGNALED(status));
+    QVERIFY(!QFileInfo::exists(unit.path(QStringLiteral("/media/usb0/copy"))));
+    QVERIFY(WIFSIGNALED(unit->shell().run("sync")));
+    unit->programsEnded();
+    QCOMPARE(unit->shell().run("sync"), 0);
+}
+
+void tst_UnitCommands::aPulledStickKeepsWhatItHas()
+{
+    OpenUnit unit;
+    plug(unit, StickTrait::Full, 0);
+    QCOMPARE(run(unit, "rm /media/usb0/kept/log"), 0);
+    QCOMPARE(run(unit, "mkdir /media/flash/folder"), 0);
+    QString error;
+    QVERIFY(unit->storage().pull(QStringLiteral("usb0"), &error));
+    QVERIFY(unit->storage().plug(QStringLiteral("usb0"), QString(), &error));
+    unit->cutPower();
+    QVERIFY(!QFileInfo::exists(unit.path(QStringLiteral("/media/usb0/kept/log"))));
+    QVERIFY(!QFileInfo::exists(unit.path(QStringLiteral("/media/flash/folder"))));
 }
 
 FACTORY_TEST_GUILESS_MAIN(tst_UnitCommands)

@@ -64,6 +64,8 @@ private slots:
     void aSecondFolderOfThisProcessIsRefused();
     void theLockGoesWithTheFolder();
     void aDeadSimulatorsLockIsTakenOver();
+    void aLockWithoutItsEndIsTakenOver_data();
+    void aLockWithoutItsEndIsTakenOver();
 
 private:
     QString unitPath(const QString &name) const { return m_folder->filePath(name); }
@@ -310,6 +312,28 @@ void tst_UnitFolder::theLockGoesWithTheFolder()
     }
     QVERIFY(!QFileInfo::exists(m_root + QStringLiteral("/lock")));
     QCOMPARE(errorOf(m_root), QStringLiteral("opened"));
+}
+
+void tst_UnitFolder::aLockWithoutItsEndIsTakenOver_data()
+{
+    QTest::addColumn<QByteArray>("lock");
+    QTest::addColumn<bool>("isTakenOver");
+    const QByteArray own = QByteArray::number(QCoreApplication::applicationPid());
+    const QByteArray dead = "2147483647\nheadunit\n" + QSysInfo::machineHostName().toUtf8() + '\n';
+    QTest::newRow("empty") << QByteArray() << true;
+    QTest::newRow("cut off") << dead + "0123" << true;
+    QTest::newRow("cut off, but its program runs") << own + "\nheadunit\nho" << false;
+    QTest::newRow("another machine's") << dead + "0123\n4567\n" << false;
+}
+
+void tst_UnitFolder::aLockWithoutItsEndIsTakenOver()
+{
+    QFETCH(QByteArray, lock);
+    QVERIFY(QDir().mkpath(m_root));
+    writeFile(m_root + QStringLiteral("/lock"), lock);
+    hardware::UnitFolder folder(m_root);
+    QString error;
+    QTEST(folder.open(&error), "isTakenOver");
 }
 
 void tst_UnitFolder::aDeadSimulatorsLockIsTakenOver()

@@ -19,6 +19,7 @@ private slots:
     void replacesAFileAndKeepsItsPermissions();
     void aFullDiskLeavesNothingHalfMade();
     void aFullDiskLeavesWhatWasThere();
+    void whatAKilledProgramLeftIsRemoved();
 };
 
 void TestWholeFile::makesAFile()
@@ -73,6 +74,20 @@ void TestWholeFile::aFullDiskLeavesWhatWasThere()
     }
     QCOMPARE(readFile(file), QByteArray("before"));
     QCOMPARE(QDir(folder.path()).entryList(QDir::Files), QStringList("table"));
+}
+
+void TestWholeFile::whatAKilledProgramLeftIsRemoved()
+{
+    const QTemporaryDir folder;
+    for (const char *name : {"table", "table.part", ".hidden.part", "apart", "table.parts"}) {
+        writeFile(folder.filePath(QLatin1String(name)), "x");
+    }
+    QCOMPARE(wholefile::removeParts(folder.path()),
+             QStringList({QStringLiteral(".hidden.part"), QStringLiteral("table.part")}));
+    QCOMPARE(QDir(folder.path()).entryList(QDir::Files | QDir::Hidden),
+             QStringList({QStringLiteral("apart"), QStringLiteral("table"),
+                          QStringLiteral("table.parts")}));
+    QCOMPARE(wholefile::removeParts(folder.filePath(QStringLiteral("none"))), QStringList());
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestWholeFile)

@@ -22,6 +22,8 @@ private slots:
     void logCopyToAFullStick();
     void logCopyToAWriteProtectedStick();
     void logCopyToASlowStick();
+    void aSyncedLogCopySurvivesAPowerCut();
+    void anUnsyncedLogCopyIsLostWithThePower();
     void logCopyWithAPulledStick();
     void stickPulledDuringTheLogCopy();
     void logCopyToAMountRootTooLongForACommand();
@@ -194,6 +196,28 @@ void TestSystem::logCopyToASlowStick()
     QVERIFY2(done - begun >= 40, qPrintable(QString::number(done - begun)));
     QVERIFY(picture(run, "system-log-slow-copying.png").copy(copyButton)
             != picture(run, "system-log-slow-copied.png").copy(copyButton));
+}
+
+void TestSystem::aSyncedLogCopySurvivesAPowerCut()
+{
+    HeadunitRun run;
+    run.write(logFolder + QStringLiteral("/a.log"), "a");
+    run.write(crashDump, "dump");
+    RUN_SCENARIO(run, QStringLiteral("power-cut-synced.txt"));
+    QCOMPARE(tree(run, target).size(), 2);
+}
+
+void TestSystem::anUnsyncedLogCopyIsLostWithThePower()
+{
+    HeadunitRun run;
+    run.write(logFolder + QStringLiteral("/a.log"), "new");
+    run.write(crashDump, knownBytes(20000, 2));
+    run.write(QStringLiteral("/sticks/usb0/QM_SYSTEMLOG/a.log"), "old");
+    run.write(QStringLiteral("/sticks/usb0/other.txt"), "other");
+    RUN_SCENARIO(run, QStringLiteral("power-cut-unsynced.txt"), 10);
+    QCOMPARE(tree(run, QStringLiteral("/sticks/usb0")),
+             (QMap<QString, QByteArray>{{QStringLiteral("QM_SYSTEMLOG/a.log"), "old"},
+                                        {QStringLiteral("other.txt"), "other"}}));
 }
 
 void TestSystem::logCopyWithAPulledStick()

@@ -213,6 +213,7 @@ void TestSessionRecorder::commands_data()
     row("version gps 5.55");
     row("plug usb0");
     row("reboot");
+    row("power-cut");
     row("factory-reset");
     row("wire on");
     row("fault memory missing");

@@ -18,7 +18,7 @@ LOSS = ("fault none", "reboot", "wait 5000", "package usb0 gps", "plug usb0", "k
         "visible idUpdateBtn", "press idUpdateBtn")
 
 # The unit is ended on purpose in the first part only, so that what it takes can be compared over the rest.
-RESTLESS_PART = 10
+RESTLESS_PART = 20
 ENDS_PER_LINE = 1 / 100
 
 SLOTS = ("usb0", "usb1", "sd0", "sd1")
@@ -180,7 +180,7 @@ class Stream:
                                    f"usb certification {self.pick('OTM')}",
                                    f"memory phySwing {self.number(0, 0xFFFFFFFF):08X}",
                                    f"memory-fill {self.number(0, 0xFFFFFFFF):08X}",
-                                   self.often("keylight", "factory-reset"), self.pick(("phy", "reboot", "reboot"))))
+                                   "keylight", self.often("phy", self.pick(("reboot", "power-cut", "factory-reset")))))
 
     def looks(self):
         return "try " + self.pick(("look", "state --json", "stalls 1", "effects", "see Factory 0", "unseen Factory 0",
