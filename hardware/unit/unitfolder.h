@@ -21,8 +21,8 @@ public:
     /// that cannot be done.
     bool open(QString *error);
 
-    /// What open() removed: files that a simulator which was killed had begun to write, and those of
-    /// the processes that ended with it; as paths of the unit.
+    /// What open() removed: files that a simulator which was killed had begun to write, and those
+    /// of the processes that ended with it; as paths of the unit.
     QStringList leftovers() const;
 
     /// Absolute, without a trailing slash; empty when none was given.

@@ -25,6 +25,7 @@ private slots:
     void titleIsNeverSent();
     void dialogOutlivesThePage();
     void listGoesWithThePage();
+    void aSelectedRowThatGoesWithThePageIsWarnedOf();
 };
 
 namespace
@@ -152,6 +153,21 @@ void TestVendorDataView::listGoesWithThePage()
     QVERIFY(list->isHidden());
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
     QVERIFY(!list);
+}
+
+void TestVendorDataView::aSelectedRowThatGoesWithThePageIsWarnedOf()
+{
+    VendorPage page;
+    page.tapRow(0);
+    QVERIFY(page.list()->selectionModel()->hasSelection());
+    const QPointer<ListView> list(page.list());
+    QTest::ignoreMessage(QtWarningMsg,
+                         "QItemSelectionModel: Selecting when no model has been set will result "
+                         "in a no-op.");
+    delete page.view;
+    // The list waits for the end of its life, while the rows have gone.
+    QCoreApplication::processEvents();
+    QVERIFY(list);
 }
 
 FACTORY_TEST_MAIN(TestVendorDataView)

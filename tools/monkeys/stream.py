@@ -19,6 +19,7 @@ LOSS = ("fault none", "reboot", "wait 5000", "package usb0 gps", "plug usb0", "k
 
 # The unit is ended on purpose in the first part only, so that what it takes can be compared over the rest.
 RESTLESS_PART = 20
+FEWEST_RESTLESS = 300
 ENDS_PER_LINE = 1 / 100
 
 SLOTS = ("usb0", "usb1", "sd0", "sd1")
@@ -69,7 +70,7 @@ class Stream:
                                (self.receiver, 25), (self.tuner, 20), (self.faults, 40), (self.values, 40),
                                (self.looks, 25), (self.time, 30)))
         for number in range(self.count):
-            restless = number < self.count // RESTLESS_PART
+            restless = number < max(self.count // RESTLESS_PART, FEWEST_RESTLESS)
             if restless and self.random.random() < ENDS_PER_LINE:
                 self.page = None
                 end = self.pick((*ENDS, LOSS))
