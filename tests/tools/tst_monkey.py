@@ -97,16 +97,17 @@ def look(line):
 def look(line):
     if line.startswith("try als"):
         time.sleep(100)
-""", "--patience", "0.5")
+""", "--patience", "1")
         self.assert_found(result, "The unit hangs.")
-        self.assertEqual(len(self.script()), 2)
+        head, line = self.script()
+        self.assertTrue(line.startswith("try als"), line)
 
     def test_a_wait_without_a_limit_that_is_meant(self):
         result = self.run_monkey("""
 def look(line):
     if "silence eot" in line:
         time.sleep(100)
-""", "--patience", "0.5", events=4000, seed=2)
+""", events=1000, seed=13)
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         self.assertRegex(result.stdout, "[1-9] waits for ever")
 
