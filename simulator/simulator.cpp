@@ -178,6 +178,8 @@ void Simulator::requestFactoryMenu()
 void Simulator::reboot()
 {
     if (m_bezel.screen().isBooting()) {
+        // Nothing runs yet, so that it is as if it had just begun to start.
+        m_unit.programsEnded();
         return;
     }
     journal(QStringLiteral("unit"), QStringLiteral("reboot"));

@@ -15,8 +15,8 @@ MOST = 20  # samples of a tenth whose memory is counted
 PLUGIN_COPY = re.compile(r"/\d+-[^/]*\.so( \(deleted\))?$")
 
 # By how much the median of the last tenth may exceed that of the second one, in which caches have been filled:
-# a part of it, and a number.
-TOLERANCES = {"memory": (0.05, 24), "descriptors": (0, 2), "threads": (0, 1), "ms": (0.5, 0.2)}
+# a part of it, and a number; of memory that is given, in megabytes.
+TOLERANCES = {"memory": (0.05, 0), "descriptors": (0, 2), "threads": (0, 1), "ms": (0.5, 0.2)}
 
 
 def megabytes(folder):
@@ -33,8 +33,9 @@ def megabytes(folder):
 
 
 class Gauges:
-    def __init__(self, count):
+    def __init__(self, count, memory):
         self.count = count
+        self.memory = memory
         self.samples = {}
         self.began = time.monotonic()
         self.last = None
@@ -91,6 +92,8 @@ class Gauges:
             before, after = self.median(2, name), self.median(TENTHS, name)
             if before is None or after is None:
                 return None
+            if name == "memory":
+                number = self.memory
             if after > before * (1 + part) + number:
                 found.append(f"{name}: {before:.2f} in the second tenth, {after:.2f} in the last")
         return found
