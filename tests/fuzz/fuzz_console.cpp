@@ -53,7 +53,7 @@ private:
     bool mayRunWords(QStringList words, const ConsoleSession &session) const
     {
         const QString name = words.takeFirst();
-        if (name == QLatin1String("fails") && !words.isEmpty()) {
+        if ((name == QLatin1String("fails") || name == QLatin1String("try")) && !words.isEmpty()) {
             return mayRun(words.size() == 1 ? words.first() : commandline::join(words), session);
         }
         if (name == QLatin1String("repeat")) {
