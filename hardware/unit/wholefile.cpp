@@ -52,7 +52,6 @@ bool replace(const QString &file, const QByteArray &content, QString *reason)
     const bool isWritten = part.open(QIODevice::WriteOnly)
         && (!QFile::exists(file) || part.setPermissions(QFile::permissions(file)))
         && writeOut(part, content);
-    *reason = part.errorString();
     // Its name is to lead to the new content only when the disk has that.
     if (isWritten && fsync(part.handle()) == 0
         && std::rename(QFile::encodeName(part.fileName()).constData(),
@@ -60,9 +59,7 @@ bool replace(const QString &file, const QByteArray &content, QString *reason)
             == 0) {
         return true;
     }
-    if (isWritten) {
-        *reason = qt_error_string(errno);
-    }
+    *reason = isWritten ? qt_error_string(errno) : part.errorString();
     part.close();
     QFile::remove(part.fileName());
     return false;

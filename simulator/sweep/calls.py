@@ -131,9 +131,14 @@ class Row:
         return dataclasses.replace(self, alone=place)
 
     def run(self, place, programs):
-        with live.LiveUnit(programs, programs.snapshot) as unit:
-            found = self.course(place, unit)
-            end = unit.end(self.session.files)
+        unit = live.LiveUnit(programs, programs.snapshot)
+        try:
+            with unit:
+                found = self.course(place, unit)
+                end = unit.end(self.session.files)
+        except live.Gone:
+            end = unit.end()
+            found = CRASHED, f"does not start, status {end.status}"
         verdict, detail = found or self.judged(end)
         return sweeps.Result(self.cell(place), self.title, verdict, detail, end.seconds)
 

@@ -49,17 +49,20 @@ class LiveUnit:
             while READY not in self.printed():
                 self.left()
                 time.sleep(0.01)
-            self.read = len(session.journal_of(self.folder))
         except Gone:
-            self.__exit__()
+            self.stop()
             raise
+        self.read = len(session.journal_of(self.folder))
         return self
 
     def __exit__(self, *_):
+        self.stop()
+        self.temporary.cleanup()
+
+    def stop(self):
         if self.process.poll() is None:
             self.process.send_signal(signal.SIGKILL)
             self.process.wait()
-        self.temporary.cleanup()
 
     def left(self):
         """Seconds; none is left of a program that has ended."""

@@ -146,11 +146,9 @@ void TestStorageRestart::aListThatCannotBeWrittenRefusesThePlug()
     QVERIFY(QDir().mkpath(file + QStringLiteral("/in the way")));
     QString error;
     QVERIFY(!m_storage->plug(usb0, QString(), &error));
-    QCOMPARE(
-        error,
-        QStringLiteral("The list of plugged sticks \"%1\" cannot be written: Filename refers to "
-                       "a directory.")
-            .arg(file));
+    QCOMPARE(error,
+             QStringLiteral("The list of plugged sticks \"%1\" cannot be written: Is a directory.")
+                 .arg(file));
     QCOMPARE(m_storage->mountRoots(), QStringList());
     QVERIFY(!QFileInfo(path(usb0Root)).isSymLink());
 }

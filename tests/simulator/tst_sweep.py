@@ -8,6 +8,7 @@ import subprocess
 import sys
 import tempfile
 import unittest
+import unittest.mock
 
 SWEEP = pathlib.Path(__file__).resolve().parents[2] / "simulator" / "sweep" / "headunit-sweep"
 
@@ -236,6 +237,13 @@ if words[0] in ("fault", "key", "press"):
             result, cells = self.sweep(READS + control, "--cell", cell)
             self.assertEqual([(found["verdict"], found["detail"]) for found in cells], [(verdict, detail)], result.stderr)
             self.assertEqual(result.returncode, 0 if verdict == "ended" else 1)
+
+    def test_a_unit_that_does_not_start(self):
+        live = LIVE_PROGRAM.replace('print("talk to it with", flush=True)', "sys.exit(1)")
+        with unittest.mock.patch.dict(globals(), LIVE_PROGRAM=live):
+            result, cells = self.sweep(READS, "--cell", "calls/throughput/read-EIO/1")
+        self.assertEqual([(cell["verdict"], cell["detail"]) for cell in cells],
+                         [("crashed", "does not start, status 1")])
 
     def test_an_end_for_nothing(self):
         control = READS.replace("/dev/ttyS3", "/media/usb0/file") + 'if line == "press C_TCP": end(251)'
