@@ -1,8 +1,10 @@
 #!/usr/bin/python3
 """That contained tells what is written outside of the folders, from lines as strace writes them, and of a command."""
 
+import contextlib
 import importlib.machinery
 import importlib.util
+import io
 import pathlib
 import subprocess
 import sys
@@ -127,6 +129,14 @@ class Lines(unittest.TestCase):
             3 execve("/bin/sh", ["sh"], 0x7f /* 9 vars */) = 0
             3 unlink("/out") = 0
             1 unlink("/out") = 0""", "/out unlink /in/tst_a b", "/out unlink ctest -j2")
+
+    def test_what_nobody_has_started(self):
+        watch = contained.Watch(["/in"], "/in")
+        watch.read("1 vfork( <unfinished ...>\n")
+        watch.read('2 mkdir("/out", 0777) = 0\n')
+        with contextlib.redirect_stdout(io.StringIO()) as said:
+            self.assertFalse(watch.report())
+        self.assertIn('Not understood: 2 mkdir("/out", 0777) = 0\n', said.getvalue())
 
     def test_odd_names(self):
         self.told(r'1 mkdir("/a, \"b\"\303\274", 0777) = 0', '/a, "b"ü mkdir ?')
