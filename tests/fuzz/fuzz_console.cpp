@@ -36,7 +36,7 @@ public:
     }
 
 private:
-    bool mayRun(const QString &line, const ConsoleSession &session) const
+    bool mayRun(const QString &line, const ConsoleSession &session, int depth = 0) const
     {
         QStringList words;
         QString error;
@@ -47,17 +47,21 @@ private:
         QStringList again;
         require(commandline::split(commandline::join(words), {}, &again, &error) && again == words,
                 "words that are joined come apart again");
-        return words.isEmpty() || mayRunWords(words, session);
+        // Deeper the console refuses it, whatever it is.
+        const int deepest = 20;
+        return words.isEmpty() || depth > deepest || mayRunWords(words, session, depth + 1);
     }
 
-    bool mayRunWords(QStringList words, const ConsoleSession &session) const
+    bool mayRunWords(QStringList words, const ConsoleSession &session, int depth) const
     {
         const QString name = words.takeFirst();
         if ((name == QLatin1String("fails") || name == QLatin1String("try")) && !words.isEmpty()) {
-            return mayRun(words.size() == 1 ? words.first() : commandline::join(words), session);
+            return mayRun(words.size() == 1 ? words.first() : commandline::join(words), session,
+                          depth);
         }
         if (name == QLatin1String("repeat")) {
-            return words.size() != 2 || (words.first().toInt() < 4 && mayRun(words.at(1), session));
+            return words.size() != 2
+                || (words.first().toInt() < 4 && mayRun(words.at(1), session, depth));
         }
         static const QStringList left{
             QStringLiteral("expect"),  QStringLiteral("factory-reset"), QStringLiteral("hidden"),
