@@ -14,8 +14,9 @@ ENDS = (QUIT, KILL)
 FOR_EVER = "silence eot"
 
 # With a stick that can be read, an upgrade that goes on until the line is lost or the last answer does not come.
-LOSS = ("fault none", "reboot", "wait 5000", "package usb0 gps", "plug usb0", "key FACTORY", "press gps",
-        "visible idUpdateBtn", "press idUpdateBtn")
+LOSS = ("lift", "speed 50", "pull usb1", "pull sd0", "pull sd1", "mark", "reboot",
+        'expect "unit booted" 1000000', "repeat 3 'key HOME'", "package usb0 gps", "plug usb0", "key FACTORY", "press gps",
+        "visible idUpdateBtn", "press idUpdateBtn", "speed 1000")
 
 # The unit is ended on purpose in the first part only, so that what it takes can be compared over the rest.
 RESTLESS_PART = 20
@@ -80,9 +81,9 @@ class Stream:
             yield self.random.choices(kinds, weights)[0]()
 
     def loss(self):
-        yield from (f"try {line}" for line in LOSS[:-1])
+        yield "try fault none"
         yield f"try fault receiver {self.often(f'hangup {self.pick(STAGES)}', FOR_EVER)}"
-        yield f"try {LOSS[-1]}"
+        yield from (f"try {line}" for line in LOSS)
 
     def pick(self, *choices):
         return self.random.choice(*choices)
@@ -145,7 +146,7 @@ class Stream:
         return "try " + self.pick((f"als {self.number(-10, 1100)}", f"als {self.number(0, 300)}",
                                    f"daynight {self.pick(('day', 'night'))} {self.number(0, 255)}",
                                    f"daynight automatic {self.pick(('on', 'off'))}",
-                                   f"als-curve {self.pick((0, 0, 1))} {self.number(60, 600)}"))
+                                   f"als-curve {self.pick((0, 0, 0, 0, 1))} {self.number(60, 600)}"))
 
     def receiver(self):
         block = self.number(1, 9)
