@@ -18,6 +18,8 @@ ListPage::~ListPage()
 {
     if (m_listView) {
         m_listView->hide();
+        // The rows go with their page, ahead of the list, which would select among them once more.
+        m_listView->setModel(nullptr);
         m_listView->deleteLater();
     }
 }

@@ -16,10 +16,9 @@ BLOCKED = 7  # headunit, where it was to end and a page's work went on
 # The logs that pages copy.
 LOGS = ("userdata/log_service/service.log", "userdata/btsnoop.log", "nvm/dfb_crash.dump", "nvm/btsnoop.log")
 
-# Of Qt's warnings that of the NCM page's style sheet, that of a list whose page went ahead of it, and what its
-# offscreen platform cannot do; and what the commands of the unit's shell have to say.
+# Of Qt's warnings that of the NCM page's style sheet, and what its offscreen platform cannot do; and what the commands of
+# the unit's shell have to say.
 KNOWN = re.compile(r'Could not parse stylesheet of object QLabel\(0x[0-9a-f]+, name = "notice"\)$'
-                   r"|QItemSelectionModel: Selecting when no model has been set will result in a no-op\.$"
                    r"|This plugin does not support raise\(\)$|(cp|mkdir|rm|sh|killall|logset): ")
 
 # A page of the receiver's that no result reaches stays on everything, as it is meant to, until the unit is restarted.
