@@ -67,6 +67,12 @@ PanelWindow::PanelWindow(const QString &unitFolder, QWidget *parent)
     restore();
 }
 
+PanelWindow::~PanelWindow()
+{
+    // Whose view is hidden tells the client, which Qt would do when that has gone.
+    hide();
+}
+
 void PanelWindow::start()
 {
     m_client.start();

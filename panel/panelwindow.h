@@ -19,6 +19,7 @@ class PanelWindow : public QMainWindow
 
 public:
     explicit PanelWindow(const QString &unitFolder, QWidget *parent = nullptr);
+    ~PanelWindow() override;
 
     /// Looks for the unit, from now on.
     void start();

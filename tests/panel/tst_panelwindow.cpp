@@ -40,11 +40,35 @@ private slots:
     void whatFailsIsSaid();
     void aUnitThatGoesIsGreyAndComesBack();
     void theLayoutIsRemembered();
+    void aWindowThatEndsIsHiddenFirst();
 
 private:
     /// The place of a text in a table or tree, for clicks.
     bool edit(QAbstractItemView *view, const QModelIndex &index, const QString &text);
 };
+
+namespace
+{
+
+/// Whether what is hidden is still in a whole window.
+class HideWatch : public QObject
+{
+public:
+    bool wasHidden = false;
+    bool wasInWindow = false;
+
+    bool eventFilter(QObject *watched, QEvent *event) override
+    {
+        if (event->type() == QEvent::Hide) {
+            wasHidden = true;
+            wasInWindow =
+                qobject_cast<PanelWindow *>(static_cast<QWidget *>(watched)->window()) != nullptr;
+        }
+        return false;
+    }
+};
+
+} // namespace
 
 bool TestPanelWindow::edit(QAbstractItemView *view, const QModelIndex &index, const QString &text)
 {
@@ -320,6 +344,17 @@ void TestPanelWindow::theLayoutIsRemembered()
     QCOMPARE(next.findChild<QTabWidget *>("tabs")->currentIndex(), 3);
     QCOMPARE(next.size(), QSize(1100, 650));
     QSettings().clear();
+}
+
+void TestPanelWindow::aWindowThatEndsIsHiddenFirst()
+{
+    HideWatch watch;
+    QTRY_VERIFY_WITH_TIMEOUT(find("glass")->isVisible(), patienceMs);
+    find("glass")->installEventFilter(&watch);
+    m_window.reset();
+    QVERIFY(watch.wasHidden);
+    // Its views then tell the client, a part of the window.
+    QVERIFY(watch.wasInWindow);
 }
 
 FACTORY_TEST_MAIN(TestPanelWindow)
