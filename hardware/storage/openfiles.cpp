@@ -36,8 +36,8 @@ int openDeadEnd()
 void OpenFiles::opened(int descriptor, const char *unitPath, const char *hostPath)
 {
     const KeptErrno kept;
-    struct stat status;
-    if (descriptor < 0 || fstat(descriptor, &status) != 0) {
+    struct stat64 status;
+    if (descriptor < 0 || fstat64(descriptor, &status) != 0) {
         return;
     }
     const bool isRead =
@@ -124,8 +124,8 @@ void OpenFiles::programsEnded()
 /// Has the descriptors of files there lead to a dead end, whatever has become of the files.
 void OpenFiles::lead(const QByteArray &mountRoot, int deadEnd)
 {
-    struct stat status;
-    const bool isThere = fstat(deadEnd, &status) == 0;
+    struct stat64 status;
+    const bool isThere = fstat64(deadEnd, &status) == 0;
     const QMutexLocker locker(&m_mutex);
     for (auto file = m_files.begin(); isThere && file != m_files.end(); ++file) {
         const bool isOnIt = file->path == mountRoot || file->path.startsWith(mountRoot + '/');
@@ -139,8 +139,8 @@ void OpenFiles::lead(const QByteArray &mountRoot, int deadEnd)
 /// Whether the descriptor still is that file.
 bool OpenFiles::isStill(int descriptor, const File &file)
 {
-    struct stat status;
-    return fstat(descriptor, &status) == 0 && status.st_dev == file.device
+    struct stat64 status;
+    return fstat64(descriptor, &status) == 0 && status.st_dev == file.device
         && status.st_ino == file.inode;
 }
 

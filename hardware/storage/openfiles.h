@@ -51,7 +51,7 @@ private:
     {
         QByteArray path;
         dev_t device; ///< with the inode: whether the descriptor still is that file
-        ino_t inode;
+        ino64_t inode;
         bool isRead; ///< It is a file, no device, and open for reading.
     };
 
