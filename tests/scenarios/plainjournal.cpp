@@ -24,7 +24,8 @@ QString plain(QString line)
 bool isOfAnotherThread(const QString &line)
 {
     static const QRegularExpression other(QStringLiteral(
-        "^(receiver |stall |threads end|gate select|dab (tells|update (ok|failed))|# )"));
+        "^(receiver |stall |threads end|gate select|dab (tells|update (ok|failed))|# "
+        "|trace gpscomage.cpp: threadPoolCallback check software exit)"));
     return other.match(line).hasMatch();
 }
 
