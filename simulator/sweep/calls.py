@@ -1,5 +1,5 @@
-"""Sessions in which a call of the plug-in's fails: the Nth of its kind, or all from the Nth on, with each error that it can
-really give."""
+"""Sessions in which a call of the plug-in's fails: the Nth of its kind, or all from the Nth on, with each error that it
+can really give."""
 
 import dataclasses
 import functools
@@ -16,19 +16,21 @@ MOST = 3000
 RESTART = 20  # seconds of the unit, in which it takes no key
 
 MENU = ("key FACTORY", "see Factory 5000")
-USB = ("press usbtest", "tap 200 120", "tap 200 110", "tap 200 370", "tap 200 110", "press return", "press return", "press usbeye", "press eyeDiagram", "press write",
-                "press usePhy", "press increase", "press write", "press read", "press disconnectLevel", "press read",
-                "press hostMode", "press return")
-THROUGHPUT = ("press ncmtest", "press C_UPD50", "press C_STOP", "press C_TCP", "press S_UDP", "press S_STOP", "press return")
+USB = ("press usbtest", "tap 200 120", "tap 200 110", "tap 200 370", "tap 200 110", "press return", "press return",
+       "press usbeye", "press eyeDiagram", "press write", "press usePhy", "press increase", "press write", "press read",
+       "press disconnectLevel", "press read", "press hostMode", "press return")
+THROUGHPUT = ("press ncmtest", "press C_UPD50", "press C_STOP", "press C_TCP", "press S_UDP", "press S_STOP",
+              "press return")
 ADJUSTMENTS = ("press idPanel", "press briinc", "press condec", "press hueinc", "press satdec", "press return",
                "press keycolor", "press briinc", "press condec", "press return",
                "press als", "als 300", "press hueinc", "press condec", "press return", "wait 300")
-SYSTEM = ("press idCapture", "wait 2600", "press pdtVer", "press return", "press sysCtrl", "press idTouchBtn", "tap 40 32", "tap 400 240",
-          "key HOME", *MENU, "press startUSBTest", "key HOME", *MENU, "press exit")
+SYSTEM = ("press idCapture", "wait 2600", "press pdtVer", "press return", "press sysCtrl", "press idTouchBtn",
+          "tap 40 32", "tap 400 240", "key HOME", *MENU, "press startUSBTest", "key HOME", *MENU, "press exit")
 TUNER = ("plug usb0", "press sysCtrl", "press idDabBtn")
 LOGS = ("plug usb0", "press idCopyBtsnoop nowait", "wait 3000", "press sysCtrl", sweeps.LOGS_BUTTON, "wait 4000",
         "press return")
-UPDATE = ("plug usb0", "press vendordata", "see 'VendorData Set' 5000", "tap 200 439 nowait", "wait 4000", sweeps.OK, "wait 5000")
+UPDATE = ("plug usb0", "press vendordata", "see 'VendorData Set' 5000", "tap 200 439 nowait", "wait 4000", sweeps.OK,
+          "wait 5000")
 
 
 def upgrade(unit):
@@ -150,7 +152,7 @@ class Row:
             self.session.do(unit)
             unit.ask("fault none")
             wrong = self.not_again(unit)
-            unit.status = unit.quit()
+            unit.quit()
             return wrong
         except live.Gone:
             return None

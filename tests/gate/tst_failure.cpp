@@ -270,12 +270,19 @@ void TestFailure::whatIsNotTheUnitsDoesNotFail()
     const int host = open(qPrintable(unit->beside("file")), O_RDWR);
     const int file = open(filePath, O_RDWR);
     unit.fail("read", "EIO");
+    unit.fail("select", "EINTR");
+    const auto wait = [] {
+        timeval timeout = {0, 100};
+        return select(0, nullptr, nullptr, nullptr, &timeout);
+    };
     QCOMPARE(readByte(host), 1L);
     {
         const hardware::GateBypass bypass;
         QCOMPARE(readByte(file), 1L);
+        QCOMPARE(wait(), 0);
     }
     QCOMPARE(readByte(file), -1L);
+    QCOMPARE(wait(), -1);
     close(host);
     close(file);
 }
