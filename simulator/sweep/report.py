@@ -51,5 +51,6 @@ def write_html(name, results):
         f"<td>{result.seconds:.1f}" for result in results)
     with open(name, "w", encoding="utf-8") as file:
         file.write('<!doctype html><meta charset="utf-8"><title>headunit-sweep</title>\n'
-                   "<style>body{background:#1b1c1e;color:#eee;font:15px sans-serif}td,th{padding:3px 10px;text-align:left}"
-                   "</style>\n<table><tr><th>cell<th>fault<th>ended<th>with<th>seconds\n" + cells + "</table>\n")
+                   "<style>body{background:#1b1c1e;color:#eee;font:15px sans-serif}"
+                   "td,th{padding:3px 10px;text-align:left}</style>\n"
+                   "<table><tr><th>cell<th>fault<th>ended<th>with<th>seconds\n" + cells + "</table>\n")

@@ -43,7 +43,7 @@ class End:
 
 
 def furnish(folder, programs, package):
-    """Packages for the receiver, the tuner and with the user's data on the stick of "usb0", logs to copy in the flash."""
+    """Packages for the receiver, the tuner and the user's data on the stick of "usb0", logs to copy in the flash."""
     stick = folder / "sticks" / "usb0"
     for name, version, size in (("bootloader", "boot 3", "5000"), ("firmware", "GNSS 2.5.1", "6000")):
         make(programs, "make-gps-package", "valid", stick / f"gps_{name}.pkg", version, size)

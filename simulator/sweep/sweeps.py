@@ -2,7 +2,6 @@
 
 import concurrent.futures
 import dataclasses
-import re
 import threading
 import typing
 
@@ -173,8 +172,8 @@ def upgrade_rows():
                         ("late-eot-20000", "late-eot 20000"), ("no-yc", "no-yc"), ("split-yc", "split-yc"),
                         ("split-prompt", "split-prompt"), ("no-rmc", "no-rmc")):
         yield receiver_row(name, words, "^receiver fault ")
-    yield Row(UPGRADE, "pull", "stick pulled at the Nth sign of the receiver", during=pull_at_sign, came="^storage pull ",
-              last=SIGNS)
+    yield Row(UPGRADE, "pull", "stick pulled at the Nth sign of the receiver", during=pull_at_sign,
+              came="^storage pull ", last=SIGNS)
 
 
 def pull_at_sign(place):
@@ -186,7 +185,8 @@ def pulled_upgrade_rows():
     for row in upgrade_rows():
         if row.fault(1):
             for place in range(1, min(row.last, BLOCKS) + 1):
-                yield dataclasses.replace(row, kind=PULLED_UPGRADE, name=row.name + (f"-{place}" if row.last > 1 else ""),
+                name = row.name + (f"-{place}" if row.last > 1 else "")
+                yield dataclasses.replace(row, kind=PULLED_UPGRADE, name=name,
                                           title=f"pulled at the Nth sign; {row.title.replace(' N', f' {place}')}",
                                           fault=lambda _, row=row, place=place: row.fault(place), during=pull_at_sign,
                                           came="^storage pull ", last=SIGNS)
@@ -204,7 +204,8 @@ OK = "tap 291 327"  # which may be disabled
 
 def update_script(ahead, during):
     return [*ahead, "plug usb0", "key FACTORY", 'see "Factory" 5000', "press vendordata", 'see "VendorData Set" 5000',
-            "tap 200 439 nowait", *during, "wait 4000", OK, "wait 5000", "key HOME", "key FACTORY", 'see "Factory" 5000']
+            "tap 200 439 nowait", *during, "wait 4000", OK, "wait 5000", "key HOME", "key FACTORY",
+            'see "Factory" 5000']
 
 
 def update_verdict(end):
@@ -218,9 +219,10 @@ UPDATE = Kind("update", update_script, (), update_verdict)
 
 UPDATE_PACKAGES = ("corrupt", "truncated")
 UPDATE_CALLS = ("FileDeviceParser::getMountDeviceByType", "UsbControl::getHwCtrlId", "PlatformControl::getCustomerVer",
-                "PlatformControl::getSDKVer", "PlatformControl::startVerifyChecksum", "PlatformControl::getUserUpdateData",
-                "DataSaveControl::readSettingData", "VendorDataControl::getVendorPosOffset",
-                "VendorDataControl::saveVendorDataString", "McuMsgModule::sendMsgToMcu", "PlatformControl::softWareReset")
+                "PlatformControl::getSDKVer", "PlatformControl::startVerifyChecksum",
+                "PlatformControl::getUserUpdateData", "DataSaveControl::readSettingData",
+                "VendorDataControl::getVendorPosOffset", "VendorDataControl::saveVendorDataString",
+                "McuMsgModule::sendMsgToMcu", "PlatformControl::softWareReset")
 
 
 def update_rows():
@@ -230,8 +232,8 @@ def update_rows():
     for call in UPDATE_CALLS:
         yield Row(UPDATE, call.replace("::", "."), f"the Nth {call} fails",
                   lambda place, call=call: [f"fault call {call} {place}"], came=f"^fault {call}", last=MOST_PLACES)
-    yield Row(UPDATE, "pull", "stick pulled so many ms into the check", during=lambda place: [f"wait {100 * (place - 1)}", "pull usb0"],
-              last=8)
+    yield Row(UPDATE, "pull", "stick pulled so many ms into the check",
+              during=lambda place: [f"wait {100 * (place - 1)}", "pull usb0"], last=8)
 
 
 # The logs

@@ -160,6 +160,17 @@ def wrong_arrow(path, target):
     return None
 
 
+def python():
+    """What flake8 says of the programs that are Python."""
+    begin = re.compile(r"#!\S+[/ ]python3\b")
+    programs = [str(path) for path in files()
+                if path.suffix == ".py" or not path.suffix and begin.match((ROOT / path).read_text(errors="replace"))]
+    config = pathlib.Path(__file__).resolve().parents[2] / ".flake8"
+    result = subprocess.run(["flake8", "--config", config, *programs], cwd=ROOT, check=False, capture_output=True,
+                            text=True)
+    yield from (result.stdout + result.stderr).splitlines()
+
+
 def format():
     sources = [str(path) for path in files(*CODE)]
     result = subprocess.run(["clang-format", "--dry-run", "-Werror", *sources], cwd=ROOT,
@@ -433,7 +444,7 @@ def options():
             before = line + " "
 
 
-CHECKS = [arrows, format, length, names, tests, translations, images, oddities, links, contents, verbs,
+CHECKS = [arrows, python, format, length, names, tests, translations, images, oddities, links, contents, verbs,
           commands, options]
 
 

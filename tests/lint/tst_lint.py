@@ -73,6 +73,14 @@ class Others(unittest.TestCase):
     def test_format(self):
         self.assertEqual(len(complaints("format", {"src/a.cpp": "int  a;\n"})), 1)
 
+    def test_python(self):
+        for name in ("tools/a.py", "tools/a"):
+            begin = "#!/usr/bin/python3\n"
+            self.assertEqual(complaints("python", {name: f"{begin}import sys\n\nsys.exit({'1' * 110})\n"}), [])
+            for wrong in ("import sys", "print(gone)", f"print({'1' * 114})", "print( 1)"):
+                self.assertEqual(len(complaints("python", {name: f"{begin}{wrong}\n"})), 1, wrong)
+        self.assertEqual(complaints("python", {"tools/a": "#!/bin/sh\nimport sys\n"}), [])
+
     def test_names(self):
         self.assertEqual(complaints("names", {"src/a/view.h": "class View\n{\n};\n"}), [])
         self.assertEqual(len(complaints("names", {"src/a/other.h": "class View\n{\n};\n"})), 1)

@@ -103,7 +103,8 @@ class SelfTest(unittest.TestCase):
         plugin = pathlib.Path(WORK) / "libfactorydebug.so"
         plugin.write_bytes(content)
         wrong = [line for line in self.lines("--plugin", plugin, status=1) if not line.startswith("works ")]
-        self.assertEqual([line.split(":")[0] for line in wrong], ["FAILED  KeyColor", "FAILED  Product", "17 of 19 work."])
+        self.assertEqual([line.split(":")[0] for line in wrong],
+                         ["FAILED  KeyColor", "FAILED  Product", "17 of 19 work."])
 
     def test_tools_that_are_missing(self):
         tool = ROOT / "usr/share/factorydebug/tools/make-gps-package"

@@ -65,9 +65,9 @@ def run(folder, script, kill_at=0, log=None, speed=100):
         environment.update(LD_PRELOAD=str(KILLEDAT), KILLED_BELOW=f"{folder}/", KILLED_AT=str(kill_at))
     if log:
         environment["KILLED_LOG"] = str(log)
-    return subprocess.run([HEADUNIT, "--headless", "--no-socket", "--speed", str(speed), "--plugin", PLUGIN, "--unit", folder,
-                           "--script", "-"], input=script, env=environment, capture_output=True, text=True, errors="replace",
-                          cwd=folder.parent, timeout=120)
+    return subprocess.run([HEADUNIT, "--headless", "--no-socket", "--speed", str(speed), "--plugin", PLUGIN,
+                           "--unit", folder, "--script", "-"], input=script, env=environment, capture_output=True,
+                          text=True, errors="replace", cwd=folder.parent, timeout=120)
 
 
 def copied(folder, name):
@@ -83,7 +83,8 @@ def leaves(value, path=""):
     if isinstance(value, dict):
         pairs = value.items()
     elif isinstance(value, list):
-        pairs = ((each.get("name", index) if isinstance(each, dict) else index, each) for index, each in enumerate(value))
+        pairs = ((each.get("name", index) if isinstance(each, dict) else index, each)
+                 for index, each in enumerate(value))
     else:
         return {path: value}
     return {key: leaf for name, each in pairs for key, leaf in leaves(each, f"{path}/{name}").items()}

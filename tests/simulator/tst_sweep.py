@@ -235,7 +235,8 @@ if words[0] in ("fault", "key", "press"):
                 ('if line == "press C_TCP": end(251)', "ended", "the line was lost"),
                 ('if line == "quit": end(7)', "wrong", "status 7")):
             result, cells = self.sweep(READS + control, "--cell", cell)
-            self.assertEqual([(found["verdict"], found["detail"]) for found in cells], [(verdict, detail)], result.stderr)
+            self.assertEqual([(found["verdict"], found["detail"]) for found in cells], [(verdict, detail)],
+                             result.stderr)
             self.assertEqual(result.returncode, 0 if verdict == "ended" else 1)
 
     def test_a_unit_that_does_not_start(self):

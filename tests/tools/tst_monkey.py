@@ -49,8 +49,8 @@ class TestMonkey(unittest.TestCase):
         path = self.folder / "headunit"
         path.write_text(PROGRAM % program)
         path.chmod(0o755)
-        return subprocess.run([sys.executable, MONKEY, "--headunit", path, "--findings", self.folder, "--seed", str(seed),
-                               "--events", str(events), *words], capture_output=True, text=True)
+        return subprocess.run([sys.executable, MONKEY, "--headunit", path, "--findings", self.folder,
+                               "--seed", str(seed), "--events", str(events), *words], capture_output=True, text=True)
 
     def script(self):
         return (self.folder / "monkey-1.txt").read_text().splitlines()
@@ -159,8 +159,8 @@ def look(line):
 
     def test_the_seed_decides(self):
         def lines(seed):
-            return subprocess.run([sys.executable, MONKEY, "--list", "--events", "500", "--seed", str(seed)], check=True,
-                                  capture_output=True).stdout
+            return subprocess.run([sys.executable, MONKEY, "--list", "--events", "500", "--seed", str(seed)],
+                                  check=True, capture_output=True).stdout
 
         self.assertEqual(lines(1), lines(1))
         self.assertEqual(lines(1).count(b"\n"), 500)

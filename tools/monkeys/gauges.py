@@ -15,8 +15,8 @@ MOST = 20  # samples of a tenth whose memory is counted
 PLUGIN_COPY = re.compile(r"/\d+-[^/]*\.so( \(deleted\))?$")
 
 # By how much the median of the last tenth may exceed that of the second one, in which caches have been filled:
-# a part of it, and a number; of memory that is given, in megabytes. Of the time much goes to what was switched on, such as
-# a day's light.
+# a part of it, and a number; of memory that is given, in megabytes. Of the time much goes to what was switched on, such
+# as a day's light.
 TOLERANCES = {"memory": (0.05, 0), "descriptors": (0, 2), "threads": (0, 1), "ms": (3, 1)}
 
 

@@ -16,8 +16,8 @@ BLOCKED = 7  # headunit, where it was to end and a page's work went on
 # The logs that pages copy.
 LOGS = ("userdata/log_service/service.log", "userdata/btsnoop.log", "nvm/dfb_crash.dump", "nvm/btsnoop.log")
 
-# Of Qt's warnings that of the NCM page's style sheet, and what its offscreen platform cannot do; and what the commands of
-# the unit's shell have to say.
+# Of Qt's warnings that of the NCM page's style sheet, and what its offscreen platform cannot do; and what the commands
+# of the unit's shell have to say.
 KNOWN = re.compile(r'Could not parse stylesheet of object QLabel\(0x[0-9a-f]+, name = "notice"\)$'
                    r"|This plugin does not support raise\(\)$|(cp|mkdir|rm|sh|killall|logset): ")
 
@@ -158,8 +158,8 @@ def replay(command, start, lines, patience, scratch):
     copy(start, folder)
     script = scratch / "replayed.txt"
     script.write_text("".join(f"{line}\n" for line in lines))
-    process = subprocess.Popen([*command, "--unit", folder, "--script", script], cwd=folder, env=environment(), text=True,
-                               errors="replace", stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
+    process = subprocess.Popen([*command, "--unit", folder, "--script", script], cwd=folder, env=environment(),
+                               text=True, errors="replace", stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
                                stderr=subprocess.PIPE)
     try:
         _, errors = process.communicate(timeout=patience)
