@@ -15,12 +15,13 @@ FOR_EVER = "silence eot"
 
 # With a stick that can be read, an upgrade that goes on until the line is lost or the last answer does not come.
 LOSS = ("lift", "speed 50", "pull usb1", "pull sd0", "pull sd1", "mark", "reboot",
-        'expect "unit booted" 1000000', "repeat 3 'key HOME'", "package usb0 gps", "plug usb0", "key FACTORY", "press gps",
-        "visible idUpdateBtn", "press idUpdateBtn", "speed 1000")
+        'expect "unit booted" 1000000', "repeat 3 'key HOME'", "package usb0 gps", "plug usb0", "key FACTORY",
+        "press gps", "visible idUpdateBtn", "press idUpdateBtn", "speed 1000")
 
 # The unit is ended on purpose in the first part only, so that what it takes can be compared over the rest.
 RESTLESS_PART = 20
 FEWEST_RESTLESS = 300
+MOST_RESTLESS = 10000
 ENDS_PER_LINE = 1 / 100
 
 SLOTS = ("usb0", "usb1", "sd0", "sd1")
@@ -71,7 +72,7 @@ class Stream:
                                (self.receiver, 25), (self.tuner, 20), (self.faults, 40), (self.values, 40),
                                (self.looks, 25), (self.time, 30)))
         for number in range(self.count):
-            restless = number < max(self.count // RESTLESS_PART, FEWEST_RESTLESS)
+            restless = number < min(max(self.count // RESTLESS_PART, FEWEST_RESTLESS), MOST_RESTLESS)
             if restless and self.random.random() < ENDS_PER_LINE:
                 self.page = None
                 end = self.pick((*ENDS, LOSS))
@@ -138,8 +139,9 @@ class Stream:
     def sticks(self):
         slot = self.pick(SLOTS)
         switch = self.pick(("on", "off", "off"))
-        return "try " + self.pick((f"plug {slot}", f"plug {slot}", f"plug {slot}", f"pull {slot}", f"full {slot} {switch}",
-                                   f"write-protect {slot} {switch}", f"slow {slot} {self.pick((0, 0, 100000))}",
+        return "try " + self.pick((f"plug {slot}", f"plug {slot}", f"plug {slot}", f"pull {slot}",
+                                   f"full {slot} {switch}", f"write-protect {slot} {switch}",
+                                   f"slow {slot} {self.pick((0, 0, 100000))}",
                                    f"package {slot} {self.pick(('gps', 'gps', 'gps-bad', 'update', 'update-bad'))}"))
 
     def light(self):
@@ -154,9 +156,9 @@ class Stream:
         # Where its line is lost the program ends, as it is meant to.
         losses = (f"hangup {self.pick(STAGES)}",) if self.restless else ()
         return "try " + self.pick(("wire on", "wire off") + tuple(f"fault receiver {fault}" for fault in losses + (
-            f"silence {self.pick(STAGES[:-1])}", f"silence firmware {block}", f"nak {self.number(1, 12)} {block}{image}",
-            f"garbage {block}{image}", f"noise {self.number(1, 200)}", f"late-eot {self.number(1, 20000)}", "no-yc",
-            "split-yc", "split-prompt", "no-rmc", "none", "none")))
+            f"silence {self.pick(STAGES[:-1])}", f"silence firmware {block}",
+            f"nak {self.number(1, 12)} {block}{image}", f"garbage {block}{image}", f"noise {self.number(1, 200)}",
+            f"late-eot {self.number(1, 20000)}", "no-yc", "split-yc", "split-prompt", "no-rmc", "none", "none")))
 
     def tuner(self):
         return "try " + self.pick((f"dab {self.pick((0, 7, 8, 9))}", f"dab {self.number(0, 255)} wrong",
@@ -166,10 +168,10 @@ class Stream:
     def faults(self):
         slot = self.pick(SLOTS)
         return "try " + self.pick((f'fault call "{self.pick(CALLS)}" {self.number(1, 3)}',
-                                   f'fault call "{self.pick(CALLS)}"', "fault memory missing", "fault memory map-refused",
-                                   "fault ncm refused", f"fault storage full {slot}", "fault update silent",
-                                   "fault update no-data", "fault vendor look-up", "fault vendor write",
-                                   "fault none", "fault none", "fault none"))
+                                   f'fault call "{self.pick(CALLS)}"', "fault memory missing",
+                                   "fault memory map-refused", "fault ncm refused", f"fault storage full {slot}",
+                                   "fault update silent", "fault update no-data", "fault vendor look-up",
+                                   "fault vendor write", "fault none", "fault none", "fault none"))
 
     def values(self):
         item = self.pick(("brightness", "contrast", "hue", "saturation"))
