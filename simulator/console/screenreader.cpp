@@ -46,7 +46,9 @@ ScreenReader::ScreenReader(const QWidget &screen)
 bool ScreenReader::findButton(const QString &id, QPoint *touch, QString *error) const
 {
     const QList<QWidget *> candidates = buttons(id);
-    *error = QStringLiteral("there is no button \"%1\" on the screen").arg(id) + hint(id);
+    if (candidates.isEmpty()) {
+        *error = QStringLiteral("there is no button \"%1\" on the screen").arg(id) + hint(id);
+    }
     for (const QWidget *button : candidates) {
         const QString problem = obstacle(button);
         if (problem.isEmpty()) {

@@ -157,6 +157,14 @@ def look(line):
 """, events=6000)
         self.assert_found(result, "Does not stay: memory: ")
 
+    def test_time_that_grows(self):
+        result = self.run_monkey("""
+def look(line):
+    if line == "press keycolor":
+        sum(range(200 * len(seen)))
+""", events=6000)
+        self.assert_found(result, "Does not stay: stroll: ")
+
     def test_the_seed_decides(self):
         def lines(seed):
             return subprocess.run([sys.executable, MONKEY, "--list", "--events", "500", "--seed", str(seed)],

@@ -6,7 +6,6 @@ import re
 import statistics
 import time
 
-TICK = os.sysconf("SC_CLK_TCK")
 TENTHS = 10
 FEWEST = 4  # samples of a tenth that can be compared
 MOST = 20  # samples of a tenth whose memory is counted
@@ -15,9 +14,10 @@ MOST = 20  # samples of a tenth whose memory is counted
 PLUGIN_COPY = re.compile(r"/\d+-[^/]*\.so( \(deleted\))?$")
 
 # By how much the median of the last tenth may exceed that of the second one, in which caches have been filled:
-# a part of it, and a number; of memory that is given, in megabytes. Of the time much goes to what was switched on, such
-# as a day's light.
-TOLERANCES = {"memory": (0.05, 0), "descriptors": (0, 2), "threads": (0, 1), "ms": (3, 1)}
+# a part of it, and a number; of memory that is given, in megabytes. What an event takes depends on what was switched
+# on, such as a brighter panel, and is told only; the stroll after each tenth is always the same.
+SAMPLED = ("memory", "descriptors", "threads", "ms")
+TOLERANCES = {"memory": (0.05, 0), "descriptors": (0, 2), "threads": (0, 1), "stroll": (0.5, 0.1)}
 
 
 def megabytes(folder):
@@ -31,6 +31,12 @@ def megabytes(folder):
             elif line[0] in "0123456789abcdef":
                 counts = not PLUGIN_COPY.search(line.rstrip())
     return kilobytes / 1000
+
+
+def processor_ms(pid):
+    """What the first thread, which shows the screen, has had of the processor: what the machine does else, and what a
+    throughput test sends meanwhile, is left out."""
+    return int(pathlib.Path(f"/proc/{pid}/schedstat").read_text().split()[0]) / 1e6
 
 
 class Gauges:
@@ -47,20 +53,19 @@ class Gauges:
         """Looks at the program after so many events."""
         folder = pathlib.Path("/proc") / str(pid)
         try:
-            # Of the first thread, which shows the screen, and of its processor: what the machine does else, and what a
-            # throughput test sends meanwhile, is left out.
-            times = (folder / "task" / str(pid) / "stat").read_text().rpartition(")")[2].split()
+            spent = processor_ms(pid)
             values = {"descriptors": len(os.listdir(folder / "fd")), "threads": len(os.listdir(folder / "task"))}
             if done >= self.memory_due:
                 values["memory"] = megabytes(folder)
                 self.memory_due = done + self.count // (MOST * TENTHS)
         except OSError:
             return  # It has just ended.
-        spent = (int(times[11]) + int(times[12])) / TICK
         if self.last and self.last[0] == pid and done > self.last[1]:
-            values["ms"] = 1000 * (spent - self.last[2]) / (done - self.last[1])
+            values["ms"] = (spent - self.last[2]) / (done - self.last[1])
         self.last = (pid, done, spent)
-        tenth = min(TENTHS, 1 + (done - 1) * TENTHS // self.count)
+        self.add(min(TENTHS, 1 + (done - 1) * TENTHS // self.count), done, values)
+
+    def add(self, tenth, done, values):
         self.samples.setdefault(tenth, []).append((time.monotonic(), done, values))
 
     def median(self, tenth, name):
@@ -68,23 +73,20 @@ class Gauges:
         return statistics.median(values) if len(values) >= FEWEST else None
 
     def row(self, tenth):
-        """A line on that tenth, or None where it has too few samples."""
-        values = [self.median(tenth, name) for name in TOLERANCES]
-        if None in values:
-            return None
+        values = [self.median(tenth, name) for name in (*SAMPLED, "stroll")]
         ended, done, _ = self.samples[tenth][-1]
         before = self.samples.get(tenth - 1)
         began, first = before[-1][:2] if before else (self.began, 0)
         rate = (done - first) / max(1e-9, ended - began)
-        return f"{done:>9} {rate:>9.0f} {values[0]:>8.1f} {values[1]:>11.0f} {values[2]:>7.0f} {values[3]:>8.2f}"
+        return (f"{done:>9} {rate:>9.0f} {values[0]:>8.1f} {values[1]:>11.0f} {values[2]:>7.0f} {values[3]:>8.2f}"
+                f" {values[4]:>9.2f}")
 
-    def news(self, done):
-        """The lines on tenths that are over and have not been told."""
+    def over(self, done):
+        """The tenths that are newly over, but for those with too few samples to be told."""
         while self.told < done * TENTHS // self.count:
             self.told += 1
-            row = self.row(self.told)
-            if row:
-                yield row
+            if None not in [self.median(self.told, name) for name in SAMPLED]:
+                yield self.told
 
     def growth(self):
         """What does not stay, as sentences; None where there is too little to tell."""
@@ -100,4 +102,4 @@ class Gauges:
         return found
 
 
-HEAD = f"{'events':>9} {'events/s':>9} {'MB':>8} {'descriptors':>11} {'threads':>7} {'ms/event':>8}"
+HEAD = f"{'events':>9} {'events/s':>9} {'MB':>8} {'descriptors':>11} {'threads':>7} {'ms/event':>8} {'ms/stroll':>9}"

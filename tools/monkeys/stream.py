@@ -63,6 +63,8 @@ class Stream:
         self.seed = seed
         self.count = count
         self.pages = pages()
+        # A test of the network's throughput that nobody stops takes a whole processor, at this speed.
+        self.pages["ncmtest"] += 8 * ["C_STOP", "S_STOP"]
         self.ids = sorted({each for ids in self.pages.values() for each in ids})
 
     def lines(self):

@@ -8,6 +8,8 @@ import signal
 import subprocess
 import threading
 
+from .stream import pages
+
 ROOT = pathlib.Path(__file__).resolve().parents[2]
 
 LINE_LOST = 251  # The plug-in ends the program where the receiver's line is lost.
@@ -25,6 +27,11 @@ KNOWN = re.compile(r'Could not parse stylesheet of object QLabel\(0x[0-9a-f]+, n
 USABLE = ("try lift", "fault none", "speed 1000", "mark", "reboot", 'expect "unit booted" 60000000', "wait 300000",
           'repeat 3 "key HOME"', "key FACTORY", "see KeyColor 60000000", "press keycolor", "see Red 60000000",
           "press return", "see KeyColor 60000000", "key HOME")
+
+# Always the same, in the same light: what it takes can be compared.
+PAGES = [page for page, ids in pages().items() if "return" in ids]
+STROLL = ("panel brightness 12", "als-curve 0 60", "daynight day 255", "key FACTORY",
+          *(line for page in 5 * PAGES for line in (f"press {page}", "press return")), "key HOME")
 
 FAILED_LINE = re.compile(r"\S+:\d+: ")
 
