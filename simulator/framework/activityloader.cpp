@@ -73,7 +73,10 @@ bool ActivityLoader::open(const QString &file, QString *error)
     if (loads > 0) {
         // Under its own name the dynamic linker would hand out the mapped library again, with its
         // variables as they are.
+        // Of an earlier copy the mapping is enough, so that restarts do not fill the disk.
+        QFile::remove(m_copy);
         path = m_copies.filePath(QStringLiteral("%1-%2").arg(loads).arg(info.fileName()));
+        m_copy = path;
         QFile original(file);
         if (!original.copy(path)) {
             *error = QStringLiteral("it cannot be copied (%1)").arg(original.errorString());

@@ -31,7 +31,7 @@ public:
     /// variables, as after a restart of the process.
     void unload();
 
-    /// Host path of the folder of the copies that were loaded.
+    /// Host path of the folder of the copy that was loaded last.
     QString temporaryFolder() const;
 
 private:
@@ -43,6 +43,7 @@ private:
     QScopedPointer<QPluginLoader> m_loader;
     kvappframework::Activity *m_activity = nullptr;
     QTemporaryDir m_copies;
+    QString m_copy; ///< the last one's path
 };
 
 } // namespace simulator

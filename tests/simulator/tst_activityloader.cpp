@@ -25,6 +25,7 @@ private slots:
     void unloadingClosesAndForgets();
     void unloadingTwiceDoesNothing();
     void loadingAgainStartsAfresh();
+    void onlyTheLastCopyStaysOnDisk();
     void canLoadAfterARefusal();
 
 private:
@@ -188,6 +189,22 @@ void TestActivityLoader::loadingAgainStartsAfresh()
         QCOMPARE(label->text(), QString("presses: 2"));
         loader.unload();
     }
+}
+
+void TestActivityLoader::onlyTheLastCopyStaysOnDisk()
+{
+    Framework framework(m_folder.path());
+    ActivityLoader loader(framework.host.activities());
+    QString error;
+    // The first one of a process is no copy.
+    QVERIFY2(loader.load(TEST_ACTIVITY, &error), qPrintable(error));
+    QStringList names;
+    for (int round = 0; round < 3; ++round) {
+        QVERIFY2(loader.load(TEST_ACTIVITY, &error), qPrintable(error));
+        names += QDir(loader.temporaryFolder()).entryList(QDir::Files);
+        QCOMPARE(names.size(), round + 1);
+    }
+    QCOMPARE(names.removeDuplicates(), 0);
 }
 
 void TestActivityLoader::canLoadAfterARefusal()
