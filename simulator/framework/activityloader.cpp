@@ -1,5 +1,7 @@
 #include "activityloader.h"
 
+#include "pluginresources.h"
+
 #include "kvappframework/activity.h"
 #include "kvappframework/sim/simactivitymanager.h"
 
@@ -55,10 +57,12 @@ void ActivityLoader::unload()
         return;
     }
     m_activities.remove(m_activity);
+    const void *const library = m_loader->instance()->metaObject();
     m_activity = nullptr;
     // Deletes the instance.
     m_loader->unload();
     m_loader.reset();
+    pluginresources::releaseOf(library);
 }
 
 QString ActivityLoader::temporaryFolder() const
@@ -71,10 +75,12 @@ bool ActivityLoader::open(const QString &file, QString *error)
     const QFileInfo info(file);
     QString path = info.absoluteFilePath();
     if (loads > 0) {
+        // Of an earlier copy the mapping is enough, so that restarts do not fill the disk.
+        if (!m_copy.isEmpty()) {
+            QFile::remove(m_copy);
+        }
         // Under its own name the dynamic linker would hand out the mapped library again, with its
         // variables as they are.
-        // Of an earlier copy the mapping is enough, so that restarts do not fill the disk.
-        QFile::remove(m_copy);
         path = m_copies.filePath(QStringLiteral("%1-%2").arg(loads).arg(info.fileName()));
         m_copy = path;
         QFile original(file);

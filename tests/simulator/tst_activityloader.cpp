@@ -25,6 +25,7 @@ private slots:
     void unloadingClosesAndForgets();
     void unloadingTwiceDoesNothing();
     void loadingAgainStartsAfresh();
+    void takesItsResourcesAlong();
     void onlyTheLastCopyStaysOnDisk();
     void canLoadAfterARefusal();
 
@@ -191,6 +192,22 @@ void TestActivityLoader::loadingAgainStartsAfresh()
     }
 }
 
+void TestActivityLoader::takesItsResourcesAlong()
+{
+    Framework framework(m_folder.path());
+    ActivityLoader loader(framework.host.activities());
+    QString error;
+    for (int round = 0; round < 2; ++round) {
+        QVERIFY2(loader.load(TEST_ACTIVITY, &error), qPrintable(error));
+        QVERIFY(QFile::exists(":/testactivity/testactivity.cpp"));
+        // Those of Qt's style stay.
+        QVERIFY(QFile::exists(":/qt-project.org/qmessagebox/images/qtlogo-64.png"));
+        loader.unload();
+        QVERIFY(!QFile::exists(":/testactivity/testactivity.cpp"));
+        QVERIFY(QFile::exists(":/qt-project.org/qmessagebox/images/qtlogo-64.png"));
+    }
+}
+
 void TestActivityLoader::onlyTheLastCopyStaysOnDisk()
 {
     Framework framework(m_folder.path());
@@ -214,6 +231,10 @@ void TestActivityLoader::canLoadAfterARefusal()
     QString error;
     QVERIFY(!loader.load(OTHER_IID, &error));
     QVERIFY2(loader.load(TEST_ACTIVITY, &error), qPrintable(error));
+    QVERIFY(!loader.load(OTHER_IID, &error));
+    QString again;
+    QVERIFY(!loader.load(OTHER_IID, &again));
+    QCOMPARE(again, error);
 }
 
 FACTORY_TEST_MAIN(TestActivityLoader)
