@@ -209,6 +209,7 @@ void Simulator::endActivities()
     m_framework.activities().closeAll();
     m_adopter.deletePages();
     QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    m_framework.clearLayers();
     m_loader.unload();
     m_unit.programsEnded();
 }

@@ -6,11 +6,14 @@
 #include "testsimulator.h"
 
 #include "kvappframework/activitymanager.h"
+#include "kvappframework/uimanager.h"
 #include "support/testmain.h"
 
 #include <QtTest>
 
 using namespace simulator;
+using kvappframework::UIHerarchy;
+using kvappframework::UIManager;
 
 class TestSimulatorClass : public QObject
 {
@@ -29,6 +32,7 @@ private slots:
     void rebootAskedByTheActivityItself();
     void rebootStartsWithFreshVariables();
     void rebootRemovesPagesOfTheirOwn();
+    void rebootRemovesWhatNobodyDeletes();
     void rebootWithNothingOpenShowsTheHomeScreen();
     void rebootWhileBootingIsOne();
     void keysAndTouchesMeanNothingWhileBooting();
@@ -193,6 +197,20 @@ void TestSimulatorClass::rebootRemovesPagesOfTheirOwn()
     QCOMPARE(unit.errorOf("reboot"), QString());
     QCOMPARE(unit.errorOf("expect \"trace ~TestPage\""), QString());
     QCOMPARE(unit.errorOf("expect \"unit booted\" 20000"), QString());
+    QCOMPARE(unit.errorOf("see \"test activity\""), QString());
+}
+
+void TestSimulatorClass::rebootRemovesWhatNobodyDeletes()
+{
+    TestSimulator unit(10.0);
+    unit.openActivity();
+    QList<QPointer<QWidget>> left;
+    for (int layer = 0; layer <= 3; ++layer) {
+        left.append(new QWidget(UIManager::getUIHerarchy(UIHerarchy(layer))));
+    }
+    QCOMPARE(unit.errorOf("reboot"), QString());
+    QCOMPARE(unit.errorOf("expect \"unit booted\" 20000"), QString());
+    QCOMPARE(left.count(nullptr), left.size());
     QCOMPARE(unit.errorOf("see \"test activity\""), QString());
 }
 

@@ -44,6 +44,13 @@ FrameworkHost::~FrameworkHost()
     currentHost = nullptr;
 }
 
+void FrameworkHost::clearLayers()
+{
+    for (const ScreenLayer *layer : qAsConst(m_layers)) {
+        qDeleteAll(layer->findChildren<QWidget *>(QString(), Qt::FindDirectChildrenOnly));
+    }
+}
+
 FrameworkHost *FrameworkHost::current()
 {
     if (currentHost == nullptr) {

@@ -34,6 +34,9 @@ public:
     SimActivityManager &activities();
     SimModuleManager &modules();
 
+    /// Deletes what lies on the layers: what nobody deletes goes when the unit restarts.
+    void clearLayers();
+
     /// The hard key or key combination that asks for the factory-debug screen: the "info" module
     /// starts the activities whose rules it was given.
     void requestFactoryDebug();
