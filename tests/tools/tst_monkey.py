@@ -122,6 +122,16 @@ def look(line):
         self.assert_found(result, "The unit said: QWidget::repaint: Recursive repaint detected.")
         self.assertEqual(len(self.script()), 2)
 
+    def test_a_word_among_many_that_are_known(self):
+        result = self.run_monkey("""
+def look(line):
+    print("This plugin does not support raise()", file=sys.stderr)
+    if len(seen) == 2000:
+        print("The file cannot be written", file=sys.stderr)
+""", "--minutes", "0.1", events=6000)
+        self.assert_found(result, "The unit said: The file cannot be written.")
+        self.assertLess(len((self.folder / "monkey-1.txt").read_text().splitlines()), 3000)
+
     def test_an_end_without_reason(self):
         result = self.run_monkey("""
 def look(line):

@@ -115,8 +115,9 @@ class Unit:
 
     def read_errors(self):
         for line in self.process.stderr:
-            self.errors.append(line.rstrip("\n"))
-            del self.errors[1:-1000]  # The first one tells what it is.
+            if not KNOWN.match(line.rstrip("\n")):
+                self.errors.append(line.rstrip("\n"))
+                del self.errors[1:-1000]  # The first one tells what it is.
 
     def feed(self, lines):
         """Hands lines over when those before the last ones have been run. False when the program is over."""
@@ -134,7 +135,11 @@ class Unit:
         with self.news:
             if not self.news.wait_for(lambda: self.is_over or self.answered >= number, self.patience):
                 raise Finding("hangs")
-            return not self.is_over
+        # Of a unit that goes on; of one that does not, its end tells more.
+        finding = None if self.is_over else finding_of(0, [line for line in self.errors if not FAILED_LINE.match(line)])
+        if finding:
+            raise finding
+        return not self.is_over
 
     def finish(self):
         """Waits until all has been run."""
