@@ -32,11 +32,12 @@ DayNight::DayNight(Journal &journal)
 {
 }
 
-bool DayNight::open(const QString &file, QString *error)
+bool DayNight::open(const QString &file, QString *error, const std::function<bool()> &prepare)
 {
     const QMutexLocker locker(&m_mutex);
-    return m_state.open(
-        file, [this](const TableRow &row) { return read(row); }, error);
+    return prepare()
+        && m_state.open(
+            file, [this](const TableRow &row) { return read(row); }, error);
 }
 
 int DayNight::threshold(Mode mode) const

@@ -6,6 +6,7 @@
 #include <QObject>
 #include <QStringList>
 
+#include <functional>
 #include <optional>
 
 namespace hardware
@@ -28,8 +29,10 @@ public:
     Q_DISABLE_COPY(DayNight)
 
     /// False with a sentence in \a error that names the file, the line, the value and what is
-    /// allowed.
-    bool open(const QString &file, QString *error);
+    /// allowed, or as soon as \a prepare is, which comes first and shuts other threads out.
+    bool open(
+        const QString &file, QString *error,
+        const std::function<bool()> &prepare = [] { return true; });
 
     int threshold(Mode mode) const;
     /// Any number is taken. Journal: als <day|night> threshold <value>.

@@ -35,9 +35,12 @@ Settings::Settings(Journal &journal)
 {
 }
 
-bool Settings::open(const QString &file, QString *error)
+bool Settings::open(const QString &file, QString *error, const std::function<bool()> &prepare)
 {
     const QMutexLocker locker(&m_mutex);
+    if (!prepare()) {
+        return false;
+    }
     m_file.clear();
     m_values.clear();
     if (QFileInfo::exists(file) && !QFileInfo(file).isFile()) {

@@ -6,6 +6,8 @@
 #include <QStringList>
 #include <QVariant>
 
+#include <functional>
+
 namespace hardware
 {
 
@@ -18,8 +20,11 @@ public:
     explicit Settings(Journal &journal);
     Q_DISABLE_COPY(Settings)
 
-    /// False with a sentence in \a error when the file cannot be read or written.
-    bool open(const QString &file, QString *error);
+    /// False with a sentence in \a error when the file cannot be read or written, or as soon as
+    /// \a prepare is, which comes first and shuts other threads out.
+    bool open(
+        const QString &file, QString *error,
+        const std::function<bool()> &prepare = [] { return true; });
 
     /// The stored value, or \a defaultValue. Reading is not journalled.
     QVariant value(const QString &key, const QVariant &defaultValue = QVariant()) const;

@@ -91,7 +91,8 @@ bool Unit::open(QString *error)
     for (const QString &file : leftovers) {
         m_journal.write(QStringLiteral("unit"), QStringLiteral("removed ") + file);
     }
-    const bool opened = openStored(error) && m_storage.open(error)
+    const auto keepStored = [](const QString &) { return true; };
+    const bool opened = openStored(keepStored, error) && m_storage.open(error)
         && m_memory.open(m_folder.path(QStringLiteral("/registers.ini")),
                          m_folder.path(QStringLiteral("/dev/mem")), error)
         && m_defaults.open(m_folder.path(QStringLiteral("/defaults.ini")), error)
@@ -104,32 +105,29 @@ bool Unit::open(QString *error)
     return opened;
 }
 
-/// What a factory reset makes anew.
-bool Unit::openStored(QString *error)
+/// What a factory reset makes anew; each after its file has been prepared.
+bool Unit::openStored(const std::function<bool(const QString &file)> &prepare, QString *error)
 {
-    return m_settings.open(m_folder.path(settingsFile), error)
+    const auto prepared = [&prepare](const QString &file) {
+        return [&prepare, file] { return prepare(file); };
+    };
+    return m_settings.open(m_folder.path(settingsFile), error, prepared(settingsFile))
         && m_vendorData.open(m_folder.path(QStringLiteral("/vendor.ini")),
-                             m_folder.path(vendorFile), error)
-        && m_dayNight.open(m_folder.path(dayNightFile), error);
+                             m_folder.path(vendorFile), error, prepared(vendorFile))
+        && m_dayNight.open(m_folder.path(dayNightFile), error, prepared(dayNightFile));
 }
 
 bool Unit::resetToFactory(QString *error)
 {
     m_journal.write(QStringLiteral("unit"), QStringLiteral("factory reset"));
-    for (const QString &file : {settingsFile, vendorFile, dayNightFile}) {
-        const QString path = m_folder.path(file);
-        if (QFile::exists(path) && !QFile::remove(path)) {
-            *error = QStringLiteral("\"%1\" cannot be removed.").arg(path);
-            return false;
-        }
-    }
     m_unsynced.forget(QStringLiteral("/media/flash"));
     const QString flash = m_folder.path(QStringLiteral("/media/flash"));
     if (!QDir(flash).removeRecursively()) {
         *error = QStringLiteral("What lies in \"%1\" cannot be removed.").arg(flash);
         return false;
     }
-    if (!m_folder.open(error) || !openStored(error)) {
+    const auto renew = [this, error](const QString &file) { return m_folder.renew(file, error); };
+    if (!m_folder.layOut(error) || !openStored(renew, error)) {
         return false;
     }
     m_panel.powerOn();

@@ -89,7 +89,7 @@ public:
     GpsReceiver &gpsReceiver() { return m_gpsReceiver; }
 
 private:
-    bool openStored(QString *error);
+    bool openStored(const std::function<bool(const QString &file)> &prepare, QString *error);
 
     Clock m_clock;
     mutable Journal m_journal;

@@ -68,6 +68,16 @@ bool UnitFolder::open(QString *error)
     return layOut(error);
 }
 
+bool UnitFolder::renew(const QString &unitPath, QString *error) const
+{
+    QFile file(path(unitPath));
+    if (file.exists() && !file.remove()) {
+        *error = QStringLiteral("\"%1\" cannot be removed.").arg(file.fileName());
+        return false;
+    }
+    return !QFile::exists(unitFiles + unitPath) || provide(unitPath, error);
+}
+
 QStringList UnitFolder::leftovers() const
 {
     return m_leftovers;
@@ -121,9 +131,6 @@ bool UnitFolder::isUsable(QString *error) const
 
 bool UnitFolder::lock(QString *error)
 {
-    if (m_lock && m_lock->isLocked()) {
-        return true;
-    }
     m_lock.reset(new QLockFile(lockFile()));
     m_lock->setStaleLockTime(0);
     if (m_lock->tryLock()

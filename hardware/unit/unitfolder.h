@@ -21,6 +21,14 @@ public:
     /// that cannot be done.
     bool open(QString *error);
 
+    /// Of a folder that is open: lays out again what has been removed since, without taking what
+    /// other threads are writing for left over. False with a sentence in \a error as open().
+    bool layOut(QString *error) const;
+
+    /// The file is as in a new folder afterwards, or not there where a new one has none. False with
+    /// a sentence in \a error when it cannot be removed or written.
+    bool renew(const QString &unitPath, QString *error) const;
+
     /// What open() removed: files that a simulator which was killed had begun to write, and those
     /// of the processes that ended with it; as paths of the unit.
     QStringList leftovers() const;
@@ -38,7 +46,6 @@ private:
     bool isUsable(QString *error) const;
     bool lock(QString *error);
     void tidyUp();
-    bool layOut(QString *error) const;
     bool makeFolder(const QString &unitPath, QString *error) const;
     bool provide(const QString &unitPath, QString *error) const;
 

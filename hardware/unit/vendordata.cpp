@@ -98,9 +98,13 @@ VendorData::VendorData(Journal &journal)
 {
 }
 
-bool VendorData::open(const QString &table, const QString &memory, QString *error)
+bool VendorData::open(const QString &table, const QString &memory, QString *error,
+                      const std::function<bool()> &prepare)
 {
     const QMutexLocker locker(&m_mutex);
+    if (!prepare()) {
+        return false;
+    }
     m_items.clear();
     TableFile file;
     if (!file.read(table, error)) {

@@ -5,6 +5,8 @@
 #include <QMutex>
 #include <QString>
 
+#include <functional>
+
 namespace hardware
 {
 
@@ -31,8 +33,11 @@ public:
     Q_DISABLE_COPY(VendorData)
 
     /// Reads the table and makes the memory when there is none. False with a sentence in \a error
-    /// that names the file and what is wrong with it.
-    bool open(const QString &table, const QString &memory, QString *error);
+    /// that names the file and what is wrong with it, or as soon as \a prepare is, which comes
+    /// first and shuts other threads out.
+    bool open(
+        const QString &table, const QString &memory, QString *error,
+        const std::function<bool()> &prepare = [] { return true; });
 
     /// Looks a position up; false, and nothing is changed, for a position that the table does not
     /// name or while look-ups are refused. Journal: vendor refused position <position>.

@@ -10,6 +10,7 @@
 #include <QtTest>
 
 #include <limits>
+#include <thread>
 
 using hardware::Unit;
 
@@ -25,6 +26,8 @@ private slots:
     void theJournalTellsEachStartAndTheUnitsTime();
     void whatIsRefusedTakesNothingAway();
     void aFactoryResetForgetsWhatIsStored();
+    void aFactoryResetLeavesAloneWhatOthersWrite();
+    void whatIsSetDuringAFactoryResetIsAllThatIsSet();
     void aFactoryResetThatFailsSaysWhy();
     void openRefuses_data();
     void openRefuses();
@@ -174,6 +177,35 @@ void tst_Unit::aFactoryResetForgetsWhatIsStored()
     QCOMPARE(unit->versions().gps(), QStringLiteral("9"));
     QCOMPARE(unit->journal().lines(QStringLiteral("unit ")),
              QStringList(QStringLiteral("unit factory reset")));
+}
+
+void tst_Unit::aFactoryResetLeavesAloneWhatOthersWrite()
+{
+    OpenUnit unit;
+    const QString begun = unit.path(QStringLiteral("/versions.ini.part"));
+    writeFile(begun, "another thread's");
+    QString error;
+    QVERIFY2(unit->resetToFactory(&error), qPrintable(error));
+    QCOMPARE(readFile(begun), QByteArray("another thread's"));
+}
+
+void tst_Unit::whatIsSetDuringAFactoryResetIsAllThatIsSet()
+{
+    OpenUnit unit;
+    unit->settings().setValue(QStringLiteral("before"), 1);
+    std::thread other;
+    QString error;
+    const auto setMeanwhile = [&] {
+        other = std::thread([&] { unit->settings().setValue(QStringLiteral("meanwhile"), 2); });
+        QTest::qSleep(50);
+        return QFile::remove(unit.path(QStringLiteral("/settings.ini")));
+    };
+    const bool isOpen =
+        unit->settings().open(unit.path(QStringLiteral("/settings.ini")), &error, setMeanwhile);
+    other.join();
+    QVERIFY2(isOpen, qPrintable(error));
+    QCOMPARE(unit->settings().keys(), QStringList(QStringLiteral("meanwhile")));
+    QVERIFY(readFile(unit.path(QStringLiteral("/settings.ini"))).contains("meanwhile=2"));
 }
 
 void tst_Unit::aFactoryResetThatFailsSaysWhy()
