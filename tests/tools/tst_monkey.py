@@ -87,10 +87,10 @@ def look(line):
         open(unit + "/stored", "w").close()
     if was_there and "try dab" in line:
         os.kill(os.getpid(), signal.SIGABRT)
-""", events=6000)
+""", events=6000, seed=10)
         self.assert_found(result, "The unit crashed by SIGABRT.")
         self.assertIn("in 1 lines, from ", result.stdout)
-        self.assertTrue((self.folder / "monkey-1.unit" / "stored").exists())
+        self.assertTrue((self.folder / "monkey-10.unit" / "stored").exists())
 
     def test_a_hang(self):
         result = self.run_monkey("""
@@ -107,7 +107,7 @@ def look(line):
 def look(line):
     if "silence eot" in line:
         time.sleep(100)
-""", events=1000, seed=13)
+""", events=1000, seed=14)
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         self.assertRegex(result.stdout, "[1-9] waits for ever")
 

@@ -64,7 +64,8 @@ class Stream:
         self.count = count
         self.pages = pages()
         # A test of the network's throughput that nobody stops takes a whole processor, at this speed.
-        self.pages["ncmtest"] += 8 * ["C_STOP", "S_STOP"]
+        self.pages["ncmtest"] += 24 * ["C_STOP", "S_STOP"]
+        self.pages[""] += 4 * [each for each in self.pages[""] if each != "ncmtest"]
         self.ids = sorted({each for ids in self.pages.values() for each in ids})
 
     def lines(self):
@@ -147,7 +148,8 @@ class Stream:
                                    f"package {slot} {self.pick(('gps', 'gps', 'gps-bad', 'update', 'update-bad'))}"))
 
     def light(self):
-        return "try " + self.pick((f"als {self.number(-10, 1100)}", f"als {self.number(0, 300)}",
+        # The screen of a panel that is brighter than normal takes several times as long to paint.
+        return "try " + self.pick(("panel brightness 12", f"als {self.number(-10, 1100)}", f"als {self.number(0, 300)}",
                                    f"daynight {self.pick(('day', 'night'))} {self.number(0, 255)}",
                                    f"daynight automatic {self.pick(('on', 'off'))}",
                                    f"als-curve {self.pick((0, 0, 0, 0, 1))} {self.number(60, 600)}"))
