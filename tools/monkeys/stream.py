@@ -142,10 +142,12 @@ class Stream:
     def sticks(self):
         slot = self.pick(SLOTS)
         switch = self.pick(("on", "off", "off"))
-        return "try " + self.pick((f"plug {slot}", f"plug {slot}", f"plug {slot}", f"pull {slot}",
+        package = self.pick(("gps", "gps", "gps-bad", "update", "update-bad"))
+        # What makes a package is a program of its own, which takes as long as fifty events.
+        return "try " + self.pick((f"plug {slot}", f"plug {slot}", f"plug {slot}",
                                    f"full {slot} {switch}", f"write-protect {slot} {switch}",
                                    f"slow {slot} {self.pick((0, 0, 100000))}",
-                                   f"package {slot} {self.pick(('gps', 'gps', 'gps-bad', 'update', 'update-bad'))}"))
+                                   f"pull {slot}", self.often(f"pull {slot}", f"package {slot} {package}")))
 
     def light(self):
         # The screen of a panel that is brighter than normal takes several times as long to paint.
@@ -191,9 +193,9 @@ class Stream:
                                    "keylight", self.often("phy", self.pick(("reboot", "power-cut", "factory-reset")))))
 
     def looks(self):
-        return "try " + self.pick(("look", "state --json", "stalls 1", "effects", "see Factory 0", "unseen Factory 0",
-                                   "fault", "journal /nothing/", self.often("ncm", "shot shot.png"),
-                                   self.often("receiver", "shot-anew anew.png"),
+        return "try " + self.pick(("look", "state --json", self.often("ncm", "stalls 1"), "effects",
+                                   "see Factory 0", "unseen Factory 0", "fault", "journal /nothing/",
+                                   self.often("ncm", "shot shot.png"), self.often("receiver", "shot-anew anew.png"),
                                    self.often("memory", self.pick(("record session.txt", "record stop")))))
 
     def time(self):
