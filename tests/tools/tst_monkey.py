@@ -175,6 +175,16 @@ def look(line):
 """, events=6000)
         self.assert_found(result, "Does not stay: stroll: ")
 
+    def test_a_machine_that_becomes_slower(self):
+        result = self.run_monkey("""
+def look(line):
+    if line == "press keycolor":
+        sum(range(int(200000 * (time.time() - os.path.getmtime(sys.argv[0])))))
+""", events=6000)
+        self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
+        strolls = [float(line.split()[6]) for line in result.stdout.splitlines()[1:-1]]
+        self.assertGreater(strolls[-1], 1.5 * strolls[1] + 0.1)
+
     def test_the_seed_decides(self):
         def lines(seed):
             return subprocess.run([sys.executable, MONKEY, "--list", "--events", "500", "--seed", str(seed)],

@@ -17,6 +17,7 @@ PLUGIN_COPY = re.compile(r"/\d+-[^/]*\.so( \(deleted\))?$")
 # a part of it, and a number; of memory that is given, in megabytes. What an event takes depends on what was switched
 # on, such as a brighter panel, and is told only; the stroll after each tenth is always the same.
 SAMPLED = ("memory", "descriptors", "threads", "ms")
+# It is held against that of a new unit, which goes it by turns.
 TOLERANCES = {"memory": (0.05, 0), "descriptors": (0, 2), "threads": (0, 1), "stroll": (0.5, 0.1)}
 
 
@@ -73,13 +74,13 @@ class Gauges:
         return statistics.median(values) if len(values) >= FEWEST else None
 
     def row(self, tenth):
-        values = [self.median(tenth, name) for name in (*SAMPLED, "stroll")]
+        values = [self.median(tenth, name) for name in (*SAMPLED, "stroll", "new")]
         ended, done, _ = self.samples[tenth][-1]
         before = self.samples.get(tenth - 1)
         began, first = before[-1][:2] if before else (self.began, 0)
         rate = (done - first) / max(1e-9, ended - began)
         return (f"{done:>9} {rate:>9.0f} {values[0]:>8.1f} {values[1]:>11.0f} {values[2]:>7.0f} {values[3]:>8.2f}"
-                f" {values[4]:>9.2f}")
+                f" {values[4]:>9.2f} {values[5]:>5.2f}")
 
     def over(self, done):
         """The tenths that are newly over, but for those with too few samples to be told."""
@@ -92,14 +93,19 @@ class Gauges:
         """What does not stay, as sentences; None where there is too little to tell."""
         found = []
         for name, (part, number) in TOLERANCES.items():
-            before, after = self.median(2, name), self.median(TENTHS, name)
+            before, after = self.before(name), self.median(TENTHS, name)
             if before is None or after is None:
                 return None
             if name == "memory":
                 number = self.memory
             if after > before * (1 + part) + number:
-                found.append(f"{name}: {before:.2f} in the second tenth, {after:.2f} in the last")
+                what = "of a new unit" if name == "stroll" else "in the second tenth"
+                found.append(f"{name}: {before:.2f} {what}, {after:.2f} in the last")
         return found
 
+    def before(self, name):
+        return self.median(TENTHS, "new") if name == "stroll" else self.median(2, name)
 
-HEAD = f"{'events':>9} {'events/s':>9} {'MB':>8} {'descriptors':>11} {'threads':>7} {'ms/event':>8} {'ms/stroll':>9}"
+
+HEAD = (f"{'events':>9} {'events/s':>9} {'MB':>8} {'descriptors':>11} {'threads':>7} {'ms/event':>8} {'ms/stroll':>9}"
+        f" {'new':>5}")
