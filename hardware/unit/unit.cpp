@@ -120,18 +120,19 @@ bool Unit::openStored(const std::function<bool(const QString &file)> &prepare, Q
 bool Unit::resetToFactory(QString *error)
 {
     m_journal.write(QStringLiteral("unit"), QStringLiteral("factory reset"));
+    // The flash last: what cannot be made again once it is gone stays when anything else fails.
+    const auto renew = [this, error](const QString &file) { return m_folder.renew(file, error); };
+    if (!m_folder.layOut(error) || !openStored(renew, error)) {
+        return false;
+    }
+    m_panel.powerOn();
     m_unsynced.forget(QStringLiteral("/media/flash"));
     const QString flash = m_folder.path(QStringLiteral("/media/flash"));
     if (!QDir(flash).removeRecursively()) {
         *error = QStringLiteral("What lies in \"%1\" cannot be removed.").arg(flash);
         return false;
     }
-    const auto renew = [this, error](const QString &file) { return m_folder.renew(file, error); };
-    if (!m_folder.layOut(error) || !openStored(renew, error)) {
-        return false;
-    }
-    m_panel.powerOn();
-    return true;
+    return m_folder.layOut(error);
 }
 
 void Unit::cutPower()

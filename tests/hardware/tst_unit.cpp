@@ -9,10 +9,22 @@
 #include <QTemporaryDir>
 #include <QtTest>
 
+#include <functional>
 #include <limits>
 #include <thread>
 
+using hardware::DayNight;
 using hardware::Unit;
+
+/// One of what a factory reset makes anew; it keeps a number below 128.
+struct Store
+{
+    QString file;
+    std::function<void(Unit &unit, int value)> set;
+    std::function<int(Unit &unit)> get;
+    std::function<bool(OpenUnit &unit, QString *error, const std::function<bool()> &prepare)> open;
+};
+Q_DECLARE_METATYPE(Store)
 
 class tst_Unit : public QObject
 {
@@ -27,6 +39,7 @@ private slots:
     void whatIsRefusedTakesNothingAway();
     void aFactoryResetForgetsWhatIsStored();
     void aFactoryResetLeavesAloneWhatOthersWrite();
+    void whatIsSetDuringAFactoryResetIsAllThatIsSet_data();
     void whatIsSetDuringAFactoryResetIsAllThatIsSet();
     void aFactoryResetThatFailsSaysWhy();
     void openRefuses_data();
@@ -189,23 +202,63 @@ void tst_Unit::aFactoryResetLeavesAloneWhatOthersWrite()
     QCOMPARE(readFile(begun), QByteArray("another thread's"));
 }
 
+void tst_Unit::whatIsSetDuringAFactoryResetIsAllThatIsSet_data()
+{
+    using Prepare = std::function<bool()>;
+    QTest::addColumn<Store>("store");
+
+    const auto settingsFile = QStringLiteral("/settings.ini");
+    QTest::newRow("settings") << Store{
+        settingsFile,
+        [](Unit &unit, int value) { unit.settings().setValue(QStringLiteral("a"), value); },
+        [](Unit &unit) { return unit.settings().value(QStringLiteral("a")).toInt(); },
+        [=](OpenUnit &unit, QString *error, const Prepare &prepare) {
+            return unit->settings().open(unit.path(settingsFile), error, prepare);
+        }};
+    const auto vendorFile = QStringLiteral("/vendor.bin");
+    QTest::newRow("vendor data") << Store{
+        vendorFile,
+        [](Unit &unit, int value) { unit.vendorData().write(0, QByteArray(1, char(value))); },
+        [](Unit &unit) { return int(unit.vendorData().item(0).at(0)); },
+        [=](OpenUnit &unit, QString *error, const Prepare &prepare) {
+            return unit->vendorData().open(unit.path(QStringLiteral("/vendor.ini")),
+                                           unit.path(vendorFile), error, prepare);
+        }};
+    const auto dayNightFile = QStringLiteral("/daynight.ini");
+    QTest::newRow("day and night")
+        << Store{dayNightFile,
+                 [](Unit &unit, int value) { unit.dayNight().setThreshold(DayNight::Day, value); },
+                 [](Unit &unit) { return unit.dayNight().threshold(DayNight::Day); },
+                 [=](OpenUnit &unit, QString *error, const Prepare &prepare) {
+                     return unit->dayNight().open(unit.path(dayNightFile), error, prepare);
+                 }};
+}
+
 void tst_Unit::whatIsSetDuringAFactoryResetIsAllThatIsSet()
 {
+    QFETCH(Store, store);
     OpenUnit unit;
-    unit->settings().setValue(QStringLiteral("before"), 1);
+    const QString file = unit.path(store.file);
+    const bool wasThere = QFileInfo::exists(file);
+    const QByteArray atFirst = wasThere ? readFile(file) : QByteArray();
+    store.set(*unit, 1);
     std::thread other;
     QString error;
     const auto setMeanwhile = [&] {
-        other = std::thread([&] { unit->settings().setValue(QStringLiteral("meanwhile"), 2); });
+        other = std::thread([&] { store.set(*unit, 2); });
         QTest::qSleep(50);
-        return QFile::remove(unit.path(QStringLiteral("/settings.ini")));
+        if (wasThere) {
+            writeFile(file, atFirst);
+        }
+        return wasThere || QFile::remove(file);
     };
-    const bool isOpen =
-        unit->settings().open(unit.path(QStringLiteral("/settings.ini")), &error, setMeanwhile);
+    const bool isOpen = store.open(unit, &error, setMeanwhile);
     other.join();
     QVERIFY2(isOpen, qPrintable(error));
-    QCOMPARE(unit->settings().keys(), QStringList(QStringLiteral("meanwhile")));
-    QVERIFY(readFile(unit.path(QStringLiteral("/settings.ini"))).contains("meanwhile=2"));
+    QCOMPARE(store.get(*unit), 2);
+    // What is kept is what is told.
+    QVERIFY2(store.open(unit, &error, [] { return true; }), qPrintable(error));
+    QCOMPARE(store.get(*unit), 2);
 }
 
 void tst_Unit::aFactoryResetThatFailsSaysWhy()
@@ -214,9 +267,12 @@ void tst_Unit::aFactoryResetThatFailsSaysWhy()
     const QString memory = unit.path(QStringLiteral("/vendor.bin"));
     QVERIFY(QFile::remove(memory));
     QVERIFY(QDir().mkpath(memory + QStringLiteral("/in the way")));
+    const QString log = unit.path(QStringLiteral("/media/flash/userdata/btsnoop.log"));
+    writeFile(log, "a log");
     QString error;
     QVERIFY(!unit->resetToFactory(&error));
     QCOMPARE(error, QStringLiteral("\"%1\" cannot be removed.").arg(memory));
+    QCOMPARE(readFile(log), QByteArray("a log"));
 }
 
 void tst_Unit::openRefuses_data()
