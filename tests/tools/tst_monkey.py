@@ -179,11 +179,42 @@ def look(line):
         result = self.run_monkey("""
 def look(line):
     if line == "press keycolor":
-        sum(range(int(200000 * (time.time() - os.path.getmtime(sys.argv[0])))))
+        with open(sys.argv[0] + ".presses", "a") as presses:
+            presses.write(".")
+            sum(range(2000 * presses.tell()))
 """, events=6000)
         self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
         strolls = [float(line.split()[6]) for line in result.stdout.splitlines()[1:-1]]
         self.assertGreater(strolls[-1], 1.5 * strolls[1] + 0.1)
+
+    def test_a_new_unit_that_crashes(self):
+        result = self.run_monkey("""
+def look(line):
+    if seen[0] == "try lift" and line.endswith("als-curve 0 60"):
+        os.kill(os.getpid(), signal.SIGSEGV)
+""", events=6000)
+        self.assert_found(result, "The unit crashed by SIGSEGV.")
+        self.assertEqual(self.script(), ["# crashed by SIGSEGV", "try lift", "try als-curve 0 60"])
+
+    def test_a_new_unit_that_hangs(self):
+        result = self.run_monkey("""
+def look(line):
+    if seen[0] == "try lift" and line.endswith("see Red 60000000"):
+        time.sleep(100)
+""", "--patience", "1", "--minutes", "0", events=6000)
+        self.assert_found(result, "The unit hangs.")
+        lines = self.script()
+        self.assertEqual([lines[0], lines[-1], lines.count("try key FACTORY")], ["try lift", "try key HOME", 2])
+
+    def test_a_line_that_is_lost_where_all_should_work(self):
+        for last in ("see Red 60000000", "als-curve 0 60"):
+            result = self.run_monkey(f"""
+def look(line):
+    if line == "{last}" and has("receiver hangup"):
+        sys.exit(251)
+""", events=6000, seed=3)
+            self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
+            self.assertIn(", 1 line lost", result.stdout)
 
     def test_the_seed_decides(self):
         def lines(seed):

@@ -16,22 +16,26 @@ PLUGIN_COPY = re.compile(r"/\d+-[^/]*\.so( \(deleted\))?$")
 # By how much the median of the last tenth may exceed that of the second one, in which caches have been filled:
 # a part of it, and a number; of memory that is given, in megabytes. What an event takes depends on what was switched
 # on, such as a brighter panel, and is told only; the stroll after each tenth is always the same.
-SAMPLED = ("memory", "descriptors", "threads", "ms")
+SAMPLED = ("memory", "descriptors", "threads", "ms", "copies")
 # It is held against that of a new unit, which goes it by turns.
 TOLERANCES = {"memory": (0.05, 0), "descriptors": (0, 2), "threads": (0, 1), "stroll": (0.5, 0.1)}
 
 
-def megabytes(folder):
-    """What the program has in memory, but for the plug-in's further copies."""
+def memory(folder):
+    """The megabytes that the program has in memory, but for the plug-in's further copies, and how many these are."""
     kilobytes = 0
+    copies = set()
     counts = True
     with open(folder / "smaps", errors="replace") as lines:
         for line in lines:
             if line.startswith("Rss:"):
                 kilobytes += int(line.split()[1]) if counts else 0
             elif line[0] in "0123456789abcdef":
-                counts = not PLUGIN_COPY.search(line.rstrip())
-    return kilobytes / 1000
+                copy = PLUGIN_COPY.search(line.rstrip())
+                counts = not copy
+                if copy:
+                    copies.add(copy[0])
+    return {"memory": kilobytes / 1000, "copies": len(copies)}
 
 
 def processor_ms(pid):
@@ -57,7 +61,7 @@ class Gauges:
             spent = processor_ms(pid)
             values = {"descriptors": len(os.listdir(folder / "fd")), "threads": len(os.listdir(folder / "task"))}
             if done >= self.memory_due:
-                values["memory"] = megabytes(folder)
+                values.update(memory(folder))
                 self.memory_due = done + self.count // (MOST * TENTHS)
         except OSError:
             return  # It has just ended.
@@ -80,7 +84,7 @@ class Gauges:
         began, first = before[-1][:2] if before else (self.began, 0)
         rate = (done - first) / max(1e-9, ended - began)
         return (f"{done:>9} {rate:>9.0f} {values[0]:>8.1f} {values[1]:>11.0f} {values[2]:>7.0f} {values[3]:>8.2f}"
-                f" {values[4]:>9.2f} {values[5]:>5.2f}")
+                f" {values[5]:>9.2f} {values[6]:>5.2f} {values[4]:>6.0f}")
 
     def over(self, done):
         """The tenths that are newly over, but for those with too few samples to be told."""
@@ -108,4 +112,4 @@ class Gauges:
 
 
 HEAD = (f"{'events':>9} {'events/s':>9} {'MB':>8} {'descriptors':>11} {'threads':>7} {'ms/event':>8} {'ms/stroll':>9}"
-        f" {'new':>5}")
+        f" {'new':>5} {'copies':>6}")
