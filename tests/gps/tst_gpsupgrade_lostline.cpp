@@ -6,6 +6,7 @@
 
 #include <QApplication>
 #include <QProcess>
+#include <QTemporaryDir>
 #include <QtTest>
 
 /// Upgrades whose line to the receiver is lost on the way, each in a process of its own.
@@ -30,7 +31,12 @@ void TestGpsUpgradeLostLine::lostLineEndsTheProcess_data()
 void TestGpsUpgradeLostLine::lostLineEndsTheProcess()
 {
     QFETCH(QString, fault);
+    // What a process that ends so leaves goes with this one.
+    const QTemporaryDir temporary;
+    QProcessEnvironment environment = QProcessEnvironment::systemEnvironment();
+    environment.insert(QStringLiteral("TMPDIR"), temporary.path());
     QProcess process;
+    process.setProcessEnvironment(environment);
     startAnother(&process, {QStringLiteral("--upgrade"), fault});
     QVERIFY(process.waitForFinished());
     const QByteArray output = process.readAllStandardOutput();

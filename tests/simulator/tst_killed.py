@@ -60,7 +60,8 @@ failures = []
 
 
 def run(folder, script, kill_at=0, log=None, speed=100):
-    environment = dict(os.environ)
+    # What a killed program leaves goes with the scratch folder.
+    environment = dict(os.environ, TMPDIR=str(folder.parent))
     if kill_at or log:
         environment.update(LD_PRELOAD=str(KILLEDAT), KILLED_BELOW=f"{folder}/", KILLED_AT=str(kill_at))
     if log:

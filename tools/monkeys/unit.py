@@ -45,10 +45,11 @@ class Finding(Exception):
         self.details = details
 
 
-def environment():
-    """Leaks are not told but measured, and what was freed is kept for as long as memory stays comparable."""
+def environment(temporary):
+    """Leaks are not told but measured, and what was freed is kept for as long as memory stays comparable. What a killed
+    program leaves lies in the folder."""
     sanitizers = {"ASAN_OPTIONS": "detect_leaks=0:quarantine_size_mb=16", "UBSAN_OPTIONS": "print_stacktrace=1"}
-    return {**os.environ, **sanitizers}
+    return {**os.environ, **sanitizers, "TMPDIR": str(temporary)}
 
 
 def furnish(folder):
@@ -89,8 +90,8 @@ class Unit:
     def __init__(self, command, folder, patience):
         self.patience = patience
         self.process = subprocess.Popen(
-            [*command, "--unit", folder, "--script", "-"], cwd=folder, env=environment(), text=True, errors="replace",
-            stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
+            [*command, "--unit", folder, "--script", "-"], cwd=folder, env=environment(folder.parent), text=True,
+            errors="replace", stdin=subprocess.PIPE, stdout=subprocess.PIPE, stderr=subprocess.PIPE)
         self.pid = self.process.pid
         self.errors = []
         self.written = 0
@@ -170,9 +171,9 @@ def replay(command, start, lines, patience, scratch):
     copy(start, folder)
     script = scratch / "replayed.txt"
     script.write_text("".join(f"{line}\n" for line in lines))
-    process = subprocess.Popen([*command, "--unit", folder, "--script", script], cwd=folder, env=environment(),
-                               text=True, errors="replace", stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL,
-                               stderr=subprocess.PIPE)
+    process = subprocess.Popen([*command, "--unit", folder, "--script", script], cwd=folder,
+                               env=environment(folder.parent), text=True, errors="replace",
+                               stdin=subprocess.DEVNULL, stdout=subprocess.DEVNULL, stderr=subprocess.PIPE)
     try:
         _, errors = process.communicate(timeout=patience)
     except subprocess.TimeoutExpired:
