@@ -51,56 +51,41 @@ QByteArray longDevice(const TestUnit &unit, int length)
     return device;
 }
 
-} // namespace
-
-void TestBtsnoopCopy::firstCopyMakesTheFolders()
+/// Copies the unit's logs to the stick, which takes for each folder that command before the copy.
+void copyWith(const QString &firstCommand, const TestUnit &unit)
 {
-    TestUnit unit;
     writeLogs(unit);
-    unit.plug(QStringLiteral("usb0"));
-
     copyBtsnoopLogs("/media/usb0");
 
-    QCOMPARE(unit.journal(QStringLiteral("/^shell /")),
-             QStringList({
-                 QStringLiteral("shell mkdir -p /media/usb0/userdata"),
-                 QStringLiteral("shell sync"),
-                 QStringLiteral("shell cp /media/flash/userdata/btsnoop.log /media/usb0/userdata"),
-                 QStringLiteral("shell sync"),
-                 QStringLiteral("shell mkdir -p /media/usb0/nvm"),
-                 QStringLiteral("shell sync"),
-                 QStringLiteral("shell cp /media/flash/nvm/btsnoop.log /media/usb0/nvm"),
-                 QStringLiteral("shell sync"),
-             }));
+    QStringList commands;
+    for (const char *folder : {"userdata", "nvm"}) {
+        const auto sync = QStringLiteral("shell sync");
+        const auto copy =
+            QStringLiteral("shell cp /media/flash/%1/btsnoop.log /media/usb0/%1").arg(folder);
+        commands << firstCommand.arg(folder) << sync << copy << sync;
+    }
+    QCOMPARE(unit.journal(QStringLiteral("/^shell /")), commands);
     QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/userdata/btsnoop.log"))),
              userdataLog());
     QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/nvm/btsnoop.log"))), nvmLog());
 }
 
+} // namespace
+
+void TestBtsnoopCopy::firstCopyMakesTheFolders()
+{
+    TestUnit unit;
+    unit.plug(QStringLiteral("usb0"));
+    copyWith(QStringLiteral("shell mkdir -p /media/usb0/%1"), unit);
+}
+
 void TestBtsnoopCopy::secondCopyRemovesTheOldLogsFirst()
 {
     TestUnit unit;
-    writeLogs(unit);
     unit.plug(QStringLiteral("usb0"));
     writeFile(unit.path(QStringLiteral("/media/usb0/userdata/btsnoop.log")), "old");
     writeFile(unit.path(QStringLiteral("/media/usb0/nvm/btsnoop.log")), "older");
-
-    copyBtsnoopLogs("/media/usb0");
-
-    QCOMPARE(unit.journal(QStringLiteral("/^shell /")),
-             QStringList({
-                 QStringLiteral("shell rm /media/usb0/userdata/btsnoop.log"),
-                 QStringLiteral("shell sync"),
-                 QStringLiteral("shell cp /media/flash/userdata/btsnoop.log /media/usb0/userdata"),
-                 QStringLiteral("shell sync"),
-                 QStringLiteral("shell rm /media/usb0/nvm/btsnoop.log"),
-                 QStringLiteral("shell sync"),
-                 QStringLiteral("shell cp /media/flash/nvm/btsnoop.log /media/usb0/nvm"),
-                 QStringLiteral("shell sync"),
-             }));
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/userdata/btsnoop.log"))),
-             userdataLog());
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/nvm/btsnoop.log"))), nvmLog());
+    copyWith(QStringLiteral("shell rm /media/usb0/%1/btsnoop.log"), unit);
 }
 
 void TestBtsnoopCopy::folderWithoutLogIsKeptAsItIs()

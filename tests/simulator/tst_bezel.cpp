@@ -55,6 +55,23 @@ QColor middleColor(const Bezel &bezel)
     return frame.isNull() ? QColor() : frame.pixelColor(bezel.screenRect().center());
 }
 
+struct RedPatch
+{
+    RedPatch()
+        : patch(bezel, Qt::red)
+    {
+        bezel.show();
+    }
+
+    bool isSeen() const
+    {
+        return QTest::qWaitFor([this] { return middleColor(bezel) == QColor(Qt::red); });
+    }
+
+    Bezel bezel;
+    Patch patch;
+};
+
 } // namespace
 
 void TestBezel::screenHasItsSize()
@@ -93,52 +110,40 @@ void TestBezel::keysAnswerAClick()
 
 void TestBezel::lastFrameIsWhatWasPainted()
 {
-    Bezel bezel;
-    QVERIFY(bezel.lastFrame().isNull());
-    bezel.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bezel));
-    Patch patch(bezel, Qt::red);
-    QTRY_COMPARE(middleColor(bezel), QColor(Qt::red));
-    QCOMPARE(bezel.lastFrame().size(), bezel.size());
-    patch.setColor(Qt::green);
-    QTRY_COMPARE(middleColor(bezel), QColor(Qt::green));
+    QVERIFY(Bezel().lastFrame().isNull());
+    RedPatch red;
+    QVERIFY(red.isSeen());
+    QCOMPARE(red.bezel.lastFrame().size(), red.bezel.size());
+    red.patch.setColor(Qt::green);
+    QTRY_COMPARE(middleColor(red.bezel), QColor(Qt::green));
 }
 
 void TestBezel::lastFrameFollowsASynchronousRepaint()
 {
-    Bezel bezel;
-    bezel.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bezel));
-    Patch patch(bezel, Qt::red);
-    QTRY_COMPARE(middleColor(bezel), QColor(Qt::red));
+    RedPatch red;
+    QVERIFY(red.isSeen());
     // No event loop runs between these lines, as when a page paints before it blocks.
-    patch.setColor(Qt::green);
-    patch.repaint();
-    QCOMPARE(middleColor(bezel), QColor(Qt::green));
+    red.patch.setColor(Qt::green);
+    red.patch.repaint();
+    QCOMPARE(middleColor(red.bezel), QColor(Qt::green));
 }
 
 void TestBezel::lastFrameHasNothingThatIsOnlyAskedFor()
 {
-    Bezel bezel;
-    bezel.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bezel));
-    Patch patch(bezel, Qt::red);
-    QTRY_COMPARE(middleColor(bezel), QColor(Qt::red));
-    patch.setColor(Qt::green);
-    patch.update();
-    QCOMPARE(middleColor(bezel), QColor(Qt::red));
+    RedPatch red;
+    QVERIFY(red.isSeen());
+    red.patch.setColor(Qt::green);
+    red.patch.update();
+    QCOMPARE(middleColor(red.bezel), QColor(Qt::red));
 }
 
 void TestBezel::pendingChangesCanBePainted()
 {
-    Bezel bezel;
-    bezel.show();
-    QVERIFY(QTest::qWaitForWindowExposed(&bezel));
-    Patch patch(bezel, Qt::red);
-    QTRY_COMPARE(middleColor(bezel), QColor(Qt::red));
-    patch.setColor(Qt::green);
-    bezel.paintPending();
-    QCOMPARE(middleColor(bezel), QColor(Qt::green));
+    RedPatch red;
+    QVERIFY(red.isSeen());
+    red.patch.setColor(Qt::green);
+    red.bezel.paintPending();
+    QCOMPARE(middleColor(red.bezel), QColor(Qt::green));
 }
 
 void TestBezel::aFrameTakesNoOtherThread()
