@@ -55,6 +55,7 @@ QColor middleColor(const Bezel &bezel)
     return frame.isNull() ? QColor() : frame.pixelColor(bezel.screenRect().center());
 }
 
+/// A bezel that is shown, with a red patch on it.
 struct RedPatch
 {
     RedPatch()
