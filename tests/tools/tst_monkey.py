@@ -206,15 +206,20 @@ def look(line):
         lines = self.script()
         self.assertEqual([lines[0], lines[-1], lines.count("try key FACTORY")], ["try lift", "try key HOME", 2])
 
-    def test_a_line_that_is_lost_where_all_should_work(self):
-        for last in ("see Red 60000000", "als-curve 0 60"):
-            result = self.run_monkey(f"""
+    def lose_line_at(self, last, *words):
+        return self.run_monkey(f"""
 def look(line):
     if line == "{last}" and has("receiver hangup"):
         sys.exit(251)
-""", events=6000, seed=3)
-            self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
-            self.assertIn(", 1 line lost", result.stdout)
+""", *words, events=6000, seed=3)
+
+    def test_a_line_that_is_lost_while_it_may_be(self):
+        result = self.lose_line_at("see Red 60000000")
+        self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
+        self.assertIn(", 1 line lost", result.stdout)
+
+    def test_a_line_that_is_lost_after_a_restart(self):
+        self.assert_found(self.lose_line_at("als-curve 0 60", "--minutes", "0"), "The unit ended with 251.")
 
     def test_the_seed_decides(self):
         def lines(seed):
