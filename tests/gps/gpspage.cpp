@@ -1,6 +1,7 @@
 #include "gpspage.h"
 
-#include <QProcess>
+#include "support/packages.h"
+
 #include <QtTest>
 
 const QString GpsPageTest::workerEnters =
@@ -38,12 +39,8 @@ void GpsPageTest::switchOff()
 void GpsPageTest::makePackage(const QString &slot, const char *file, const char *kind)
 {
     const QString folder = m_unit->path(QStringLiteral("/sticks/")) + slot;
-    QVERIFY(QDir().mkpath(folder));
-    QCOMPARE(QProcess::execute(QStringLiteral(MAKE_GPS_PACKAGE),
-                               {QString::fromLatin1(kind),
-                                folder + QLatin1Char('/') + QString::fromLatin1(file),
-                                QStringLiteral("GNSS 3.1")}),
-             0);
+    makeGpsPackage(folder + QLatin1Char('/') + QString::fromLatin1(file), QString::fromLatin1(kind),
+                   QStringLiteral("GNSS 3.1"));
 }
 
 void GpsPageTest::plugBoth()

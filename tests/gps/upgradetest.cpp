@@ -2,8 +2,8 @@
 
 #include "gps/gpsserial.h"
 #include "gps/gpsupgrade.h"
+#include "support/packages.h"
 
-#include <QProcess>
 #include <QtTest>
 
 void UpgradeTest::switchOn(int timeFactor)
@@ -23,11 +23,8 @@ void UpgradeTest::switchOff()
 
 void UpgradeTest::make(const QByteArray &file, const char *kind, const char *version, int size)
 {
-    const QString path = m_unit->path(QString::fromLatin1(file));
-    QCOMPARE(QProcess::execute(QStringLiteral(MAKE_GPS_PACKAGE),
-                               {QString::fromLatin1(kind), path, QString::fromLatin1(version),
-                                QString::number(size)}),
-             0);
+    makeGpsPackage(m_unit->path(QString::fromLatin1(file)), QString::fromLatin1(kind),
+                   QString::fromLatin1(version), size);
 }
 
 void UpgradeTest::fault(const QString &words)

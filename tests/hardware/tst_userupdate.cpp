@@ -1,8 +1,8 @@
 #include "hardware/update/userupdate.h"
 
 #include "support/openunit.h"
+#include "support/packages.h"
 #include "support/testmain.h"
-#include "support/updatepackages.h"
 
 #include <QThread>
 #include <QtTest>

@@ -3,7 +3,7 @@
 #include "factorydebug/viewonscreen.h"
 #include "gps/cgpsfwinfo.h"
 #include "kvwidget/popupview.h"
-#include "support/updatepackages.h"
+#include "support/packages.h"
 #include "system/csysctrlpage.h"
 
 #include <QtTest>

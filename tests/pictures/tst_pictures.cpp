@@ -1,12 +1,11 @@
 #include "picturecomparison.h"
 
 #include "scenarios/headunitrun.h"
+#include "support/packages.h"
 #include "support/testmain.h"
-#include "support/updatepackages.h"
 
 #include <QDir>
 #include <QPainter>
-#include <QProcess>
 #include <QRawFont>
 #include <QtEndian>
 #include <QtTest>
@@ -99,11 +98,8 @@ void addLogs(const HeadunitRun &run)
 void addGpsPackages(const HeadunitRun &run)
 {
     const QString stick = run.path(QStringLiteral("/sticks/usb0"));
-    QVERIFY(QDir().mkpath(stick));
     for (const char *name : {"/gps_bootloader.pkg", "/gps_firmware.pkg"}) {
-        QCOMPARE(QProcess::execute(QStringLiteral(MAKE_GPS_PACKAGE),
-                                   {QStringLiteral("valid"), stick + QLatin1String(name)}),
-                 0);
+        makeGpsPackage(stick + QLatin1String(name));
     }
 }
 

@@ -1,11 +1,11 @@
 #include "headunitrun.h"
 
 #include "hardware/receiver/xmodemreceiver.h"
+#include "support/packages.h"
 #include "support/testmain.h"
 
 #include <QDir>
 #include <QImage>
-#include <QProcess>
 #include <QSettings>
 #include <QtEndian>
 #include <QtTest>
@@ -34,11 +34,8 @@ const double upgradeSpeed = 5;
 
 void makePackage(const HeadunitRun &run, const QString &file, const QString &version, int size)
 {
-    const QString path = run.path(QStringLiteral("/sticks/")) + file;
-    QVERIFY(QDir().mkpath(QFileInfo(path).path()));
-    QCOMPARE(QProcess::execute(QStringLiteral(MAKE_GPS_PACKAGE),
-                               {QStringLiteral("valid"), path, version, QString::number(size)}),
-             0);
+    makeGpsPackage(run.path(QStringLiteral("/sticks/")) + file, QStringLiteral("valid"), version,
+                   size);
 }
 
 void makePackages(const HeadunitRun &run)

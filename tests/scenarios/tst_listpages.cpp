@@ -1,7 +1,7 @@
 #include "headunitrun.h"
 
+#include "support/packages.h"
 #include "support/testmain.h"
-#include "support/updatepackages.h"
 
 #include <QColor>
 #include <QImage>

@@ -1,8 +1,8 @@
 #include "service/platformcontrol.h"
 
+#include "support/packages.h"
 #include "support/testmain.h"
 #include "support/testunit.h"
-#include "support/updatepackages.h"
 
 #include <QSignalSpy>
 #include <QThread>

@@ -3,8 +3,8 @@
 #include "update/userupdatedialog.h"
 
 #include "kvwidget/popupview.h"
+#include "support/packages.h"
 #include "support/testunit.h"
-#include "support/updatepackages.h"
 
 #include <QtTest>
 
