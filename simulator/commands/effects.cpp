@@ -1,6 +1,9 @@
 #include "effects.h"
 
+#include <QRegularExpression>
+
 #include <algorithm>
+#include <vector>
 
 namespace simulator
 {
@@ -12,33 +15,39 @@ constexpr int kindWidth = 9;
 
 struct Form
 {
-    const char *pattern;
+    QRegularExpression pattern;
     const char *kind; ///< Null where the line tells of nothing that was effected.
     const char *text; ///< "\1" and so on as in QString::replace().
 };
 
-/// The first that matches counts.
-const Form forms[] = {
-    {"^(touch|console|trace|stall) .*$", nullptr, nullptr},
-    // How often it ends depends on the other end.
-    {"^gate select\\(.*$", nullptr, nullptr},
-    {"^gate ((?:u|nano)?sleep\\(\\d+\\)).*$", "wait", "\\1"},
-    {"^gate (.*)$", "file", "\\1"},
-    {"^memory write (.*)$", "register", "\\1"},
-    {"^memory set .*$", nullptr, nullptr},
-    {"^memory (.*)$", "memory", "\\1"},
-    {"^mcu (.*)$", "mcu", "\\1"},
-    {"^shell (.*)$", "command", "\\1"},
-    {"^asked (.*)$", "asked", "\\1"},
-    {"^(settings|vendor) (.*)$", "stored", "\\1 \\2"},
-    {"^receiver heard .*$", nullptr, nullptr},
-    // Its figures are those of the host's network.
-    {"^(ncm ended [a-z0-9 ]+),.*$", "device", "\\1"},
-    {"^((?:keylight|receiver|storage|update verified) .*)$", "device", "\\1"},
-    {"^(dab (?:tells|progress|restarted|update (?:ok|failed)).*)$", "device", "\\1"},
-    {"^unit (.*)$", "unit", "\\1"},
-    {"^(.*)$", "call", "\\1"},
-};
+/// The first that matches counts. A journal has thousands of lines: each pattern is read only once.
+const std::vector<Form> &forms()
+{
+    static const std::vector<Form> forms = {
+        {QRegularExpression("^(touch|console|trace|stall) .*$"), nullptr, nullptr},
+        // How often it ends depends on the other end.
+        {QRegularExpression("^gate select\\(.*$"), nullptr, nullptr},
+        {QRegularExpression("^gate ((?:u|nano)?sleep\\(\\d+\\)).*$"), "wait", "\\1"},
+        {QRegularExpression("^gate (.*)$"), "file", "\\1"},
+        {QRegularExpression("^memory write (.*)$"), "register", "\\1"},
+        {QRegularExpression("^memory set .*$"), nullptr, nullptr},
+        {QRegularExpression("^memory (.*)$"), "memory", "\\1"},
+        {QRegularExpression("^mcu (.*)$"), "mcu", "\\1"},
+        {QRegularExpression("^shell (.*)$"), "command", "\\1"},
+        {QRegularExpression("^asked (.*)$"), "asked", "\\1"},
+        {QRegularExpression("^(settings|vendor) (.*)$"), "stored", "\\1 \\2"},
+        {QRegularExpression("^receiver heard .*$"), nullptr, nullptr},
+        // Its figures are those of the host's network.
+        {QRegularExpression("^(ncm ended [a-z0-9 ]+),.*$"), "device", "\\1"},
+        {QRegularExpression("^((?:keylight|receiver|storage|update verified) .*)$"), "device",
+         "\\1"},
+        {QRegularExpression("^(dab (?:tells|progress|restarted|update (?:ok|failed)).*)$"),
+         "device", "\\1"},
+        {QRegularExpression("^unit (.*)$"), "unit", "\\1"},
+        {QRegularExpression("^(.*)$"), "call", "\\1"},
+    };
+    return forms;
+}
 
 QString labelled(const char *kind, const QString &text)
 {
@@ -95,13 +104,12 @@ QStringList counted(const QStringList &lines)
 /// What a line of the journal tells; empty when that is nothing.
 QString effect(const QString &line)
 {
-    for (const Form &form : forms) {
-        const QRegularExpression pattern(QString::fromLatin1(form.pattern));
-        if (pattern.match(line).hasMatch()) {
+    for (const Form &form : forms()) {
+        if (form.pattern.match(line).hasMatch()) {
             return form.kind == nullptr
                 ? QString()
                 : labelled(form.kind,
-                           QString(line).replace(pattern, QString::fromLatin1(form.text)));
+                           QString(line).replace(form.pattern, QString::fromLatin1(form.text)));
         }
     }
     return QString();

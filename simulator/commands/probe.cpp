@@ -22,21 +22,15 @@ constexpr int longestMs = 300000; // of the unit
 constexpr int quietUnitMs = 300;  // after the last line, before all counts as done
 constexpr int quietHostMs = 50;
 
-struct Work
+/// 1 where a line tells that something begins which goes on beside the graphical thread, -1 where
+/// it ends, 0 otherwise.
+int begun(const QString &line)
 {
-    const char *start;
-    const char *end;
-};
-
-/// What goes on beside the graphical thread.
-const Work works[] = {{"^threads start ", "^threads end "},
-                      {"^unit reboot$", "^unit booted$"},
-                      {"^update verify ", "^update verified "},
-                      {"^dab update /", "^dab update (ok|failed)"}};
-
-bool matches(const QString &line, const char *pattern)
-{
-    return QRegularExpression(QString::fromLatin1(pattern)).match(line).hasMatch();
+    static const QRegularExpression begins(
+        QStringLiteral("^(threads start |unit reboot$|update verify |dab update /)"));
+    static const QRegularExpression ends(
+        QStringLiteral("^(threads end |unit booted$|update verified |dab update (ok|failed))"));
+    return int(begins.match(line).hasMatch()) - int(ends.match(line).hasMatch());
 }
 
 } // namespace
@@ -92,9 +86,7 @@ bool Probe::isOver(int *lines) const
     int open = 0;
     for (const Journal::Line &line : all) {
         isHandled = isHandled || line.text == QLatin1String("touch handled");
-        for (const Work &work : works) {
-            open += int(matches(line.text, work.start)) - int(matches(line.text, work.end));
-        }
+        open += begun(line.text);
     }
     return isHandled && open <= 0 && former == all.size();
 }
