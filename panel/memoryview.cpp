@@ -179,17 +179,17 @@ void MemoryView::dimOld()
 void MemoryView::plotThroughput()
 {
     const QJsonObject ncm = m_client.device(QStringLiteral("ncm"));
-    const double bytes = ncm.value(QLatin1String("bytesSent")).toDouble()
-        + ncm.value(QLatin1String("bytesReceived")).toDouble();
+    // What arrives is what the line carries: it has been sent too.
+    const double bytes = ncm.value(QLatin1String("bytesReceived")).toDouble();
     // The unit's, which may be longer or shorter than the panel's.
     const double seconds = ncm.value(QLatin1String("seconds")).toDouble();
-    const double sent = bytes - m_bytesBefore;
+    const double arrived = bytes - m_bytesBefore;
     const double passed = seconds - m_secondsBefore;
     m_bytesBefore = bytes;
     m_secondsBefore = seconds;
     if (m_client.isAttached()) {
-        const bool isSending = sent > 0 && passed > 0;
-        m_plot->add(QLatin1String(throughput), isSending ? sent * 8 / 1e6 / passed : 0.0);
+        const bool isSending = arrived > 0 && passed > 0;
+        m_plot->add(QLatin1String(throughput), isSending ? arrived * 8 / 1e6 / passed : 0.0);
     }
 }
 

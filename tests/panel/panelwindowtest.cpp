@@ -35,3 +35,15 @@ bool PanelWindowTest::waitForLine(const QString &pattern) const
 {
     return QTest::qWaitFor([&] { return m_unit.hasLine(pattern); }, patienceMs);
 }
+
+void PanelWindowTest::tell(const QList<QStringList> &commands) const
+{
+    for (const QStringList &command : commands) {
+        m_unit.ask(command);
+    }
+}
+
+void PanelWindowTest::openMenu() const
+{
+    tell({{"key", "HOME"}, {"key", "FACTORY"}, {"see", "Factory", "20000"}});
+}

@@ -22,6 +22,9 @@ protected:
     void click(const char *name) { QTest::mouseClick(find(name), Qt::LeftButton); }
     void showTab(int index);
     bool waitForLine(const QString &pattern) const;
+    void tell(const QList<QStringList> &commands) const;
+    /// Goes to the menu, whatever is open.
+    void openMenu() const;
 
     PanelUnit m_unit;
     QScopedPointer<panel::PanelWindow> m_window;

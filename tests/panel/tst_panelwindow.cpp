@@ -1,5 +1,7 @@
 #include "panelwindowtest.h"
 
+#include "panel/liveplot.h"
+#include "panel/memoryview.h"
 #include "support/testmain.h"
 
 #include <QComboBox>
@@ -14,6 +16,8 @@
 #include <QTabWidget>
 #include <QTreeView>
 #include <QtTest>
+
+#include <algorithm>
 
 using panel::PanelWindow;
 
@@ -33,6 +37,7 @@ private slots:
     void setsTheLight();
     void changesARegister();
     void changesAValue();
+    void plotsWhatTheLineCarries();
     void letsThingsFail();
     void setsTheSpeed();
     void aLineShowsItsCause();
@@ -237,6 +242,28 @@ void TestPanelWindow::changesAValue()
     QTRY_COMPARE_WITH_TIMEOUT(m_unit.ask({"vendor", "2"}), QStringList("0D 00 00 00"), patienceMs);
     QTRY_COMPARE_WITH_TIMEOUT(find("2 panelBrightness").siblingAtColumn(2).data().toString(),
                               QString("13"), patienceMs);
+}
+
+void TestPanelWindow::plotsWhatTheLineCarries()
+{
+    const auto *plot = m_window->findChild<panel::MemoryView *>()->findChild<panel::LivePlot *>();
+    const auto running = [plot] {
+        QVector<double> values;
+        for (const QPointF &point : plot->points("throughput")) {
+            if (point.y() > 0) {
+                values.append(point.y());
+            }
+        }
+        std::sort(values.begin(), values.end());
+        return values;
+    };
+    openMenu();
+    tell({{"speed", "1"}, {"press", "ncmtest"}, {"press", "C_UPD50"}});
+    QTRY_VERIFY_WITH_TIMEOUT(running().size() >= 5, patienceMs);
+    tell({{"press", "C_STOP"}, {"key", "HOME"}, {"speed", "5"}});
+    // Not twice the 50 Mbit/s that the button says; a busy host may carry less.
+    const double middle = running().at(running().size() / 2);
+    QVERIFY2(middle < 60, qPrintable(QString::number(middle)));
 }
 
 void TestPanelWindow::letsThingsFail()

@@ -1,5 +1,6 @@
 #include "panelwindowtest.h"
 
+#include "panel/journalmodel.h"
 #include "support/testmain.h"
 
 #include <QDir>
@@ -7,6 +8,15 @@
 #include <QPlainTextEdit>
 #include <QSpinBox>
 #include <QTableView>
+
+namespace
+{
+
+enum Tab { LightTab, ReceiverTab, MemoryTab, ValuesTab, FaultsTab };
+
+const QSize pictureSize(1280, 720);
+
+} // namespace
 
 /// Brings the panel into the states that the handbook shows, and leaves a picture of each. They
 /// differ from run to run, by times and measured values, so that nobody compares them but people:
@@ -30,20 +40,15 @@ private slots:
     void gone();
 
 private:
-    void tell(const QList<QStringList> &commands) const;
-    /// Goes to the menu, whatever is open.
-    void openMenu() const;
     void keep(const char *name) const;
+    /// Lines of the journal that say so, as the window has them.
+    QModelIndexList lines(const char *text) const
+    {
+        const QAbstractItemModel *journal = find<QTableView>("journal")->model();
+        return journal->match(journal->index(0, panel::JournalModel::Text), Qt::DisplayRole, text, -1,
+                              Qt::MatchExactly);
+    }
 };
-
-namespace
-{
-
-enum Tab { LightTab, ReceiverTab, MemoryTab, ValuesTab, FaultsTab };
-
-const QSize pictureSize(1280, 720);
-
-} // namespace
 
 void TestPanelWindowPictures::initTestCase()
 {
@@ -55,18 +60,6 @@ void TestPanelWindowPictures::init()
 {
     openWindow();
     m_window->resize(pictureSize);
-}
-
-void TestPanelWindowPictures::tell(const QList<QStringList> &commands) const
-{
-    for (const QStringList &command : commands) {
-        m_unit.ask(command);
-    }
-}
-
-void TestPanelWindowPictures::openMenu() const
-{
-    tell({{"key", "HOME"}, {"key", "FACTORY"}, {"see", "Factory", "20000"}});
 }
 
 void TestPanelWindowPictures::keep(const char *name) const
@@ -98,7 +91,7 @@ void TestPanelWindowPictures::light()
           {"plug", "usb0"}});
     openMenu();
     tell({{"press", "als"}, {"speed", "1"}, {"als-curve", "20", "10"}});
-    QTRY_VERIFY_WITH_TIMEOUT(m_unit.ask({"journal", "unit mode night"}).size() > 2, patienceMs);
+    QTRY_VERIFY_WITH_TIMEOUT(lines("mode night").size() > 2, patienceMs);
     keep("light");
     tell({{"als-curve", "0"}, {"speed", "5"}, {"pull", "sd0"}, {"pull", "usb0"}});
 }
@@ -108,7 +101,7 @@ void TestPanelWindowPictures::throughput()
     showTab(MemoryTab);
     openMenu();
     tell({{"press", "ncmtest"}, {"press", "ncm"}, {"press", "C_UPD100"}});
-    QTest::qWait(8000);
+    QTest::qWait(4000);
     keep("throughput");
     tell({{"press", "C_STOP"}});
 }
@@ -147,15 +140,11 @@ void TestPanelWindowPictures::cause()
     tell({{"plug", "usb0"}, {"press", "idCopyBtsnoop"}});
     QVERIFY(waitForLine("shell sync"));
     auto *journal = find<QTableView>("journal");
-    const auto line = [journal] {
-        return journal->model()
-            ->match(journal->model()->index(0, 3), Qt::DisplayRole, "sync", 1, Qt::MatchExactly)
-            .value(0);
-    };
-    QTRY_VERIFY_WITH_TIMEOUT(line().isValid(), patienceMs);
-    journal->scrollTo(line());
+    QTRY_VERIFY_WITH_TIMEOUT(!lines("sync").isEmpty(), patienceMs);
+    const QModelIndex line = lines("sync").constFirst();
+    journal->scrollTo(line);
     QTest::mouseClick(journal->viewport(), Qt::LeftButton, Qt::NoModifier,
-                      journal->visualRect(line()).center());
+                      journal->visualRect(line).center());
     keep("cause");
 }
 
