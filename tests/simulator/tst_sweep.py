@@ -1,9 +1,15 @@
 #!/usr/bin/python3
 """That a sweep tells a session that went wrong from one that went as it should: it is given a program in the place of
-"headunit" that ends as a test says."""
+"headunit" that ends as a test says.
 
+A start of Python takes longer than all that is looked at: the sweep runs within the test, which loads its modules once,
+and what it starts are programs for the shell."""
+
+import contextlib
+import io
 import json
 import pathlib
+import runpy
 import subprocess
 import sys
 import tempfile
@@ -12,24 +18,55 @@ import unittest.mock
 
 SWEEP = pathlib.Path(__file__).resolve().parents[2] / "simulator" / "sweep" / "headunit-sweep"
 
-# Reads the script, leaves a journal and a stick in the unit's folder, and does what the test says.
-PROGRAM = """#!/usr/bin/python3
-import os, pathlib, signal, sys, time
-script = sys.stdin.read()
-unit = pathlib.Path(sys.argv[sys.argv.index("--unit") + 1])
-(unit / "receiver").mkdir()
-lines = ["unit booted"]
-def journal():
-    (unit / "journal.log").write_text("# head\\n" + "".join(f"0.001 #1 {line}\\n" for line in lines))
+sys.dont_write_bytecode = True  # The folder belongs to the sources.
+sys.path.insert(0, str(SWEEP.parent))
+
+# Leaves a journal in the unit's folder, and does what the test says.
+PROGRAM = """#!/bin/sh
+until [ "$1" = --unit ]; do shift; done
+unit=$2
+lines="0.001 #1 unit booted"
+tell() {
+    lines="$lines
+0.001 #1 $1"
+}
+journal() {
+    printf '# head\\n%%s\\n' "$lines" >"$unit/journal.log"
+}
 %s
-journal()
+journal
 """
 
 UPGRADED = """
-print("===== THE UPGRADE IS SUCCESSFUL, reseting=====")
-(unit / "receiver" / "firmware.pkg").write_bytes((unit / "sticks/usb0/gps_firmware.pkg").read_bytes())
-lines.append("receiver runs GNSS 2.5.1")
+echo "===== THE UPGRADE IS SUCCESSFUL, reseting====="
+mkdir "$unit/receiver"
+cat "$unit/sticks/usb0/gps_firmware.pkg" >"$unit/receiver/firmware.pkg"
+tell "receiver runs GNSS 2.5.1"
 """
+
+# Stand in for those of tools/, since nobody looks into the packages.
+PACKAGE_TOOLS = {"make-gps-package": """#!/bin/sh
+[ -d "${2%/*}" ] || mkdir -p "${2%/*}"
+printf "%0$4d" 0 >"$2"
+""", "make-update-package": """#!/bin/sh
+while [ $# -gt 1 ]; do shift; done
+: >"$1"
+"""}
+
+
+def run_here(command):
+    output, errors = io.StringIO(), io.StringIO()
+    with contextlib.redirect_stdout(output), contextlib.redirect_stderr(errors), \
+            unittest.mock.patch.object(sys, "argv", [str(word) for word in command]):
+        try:
+            runpy.run_path(sys.argv[0], run_name="__main__")
+        except SystemExit as end:
+            return subprocess.CompletedProcess(command, end.code, output.getvalue(), errors.getvalue())
+    raise AssertionError("the program goes on")
+
+
+def run_apart(command):
+    return subprocess.run([sys.executable, *command], capture_output=True, text=True)
 
 
 class SweepTest(unittest.TestCase):
@@ -40,13 +77,22 @@ class SweepTest(unittest.TestCase):
     def tearDown(self):
         self.temporary.cleanup()
 
+    def plant(self, programs):
+        for name, text in programs.items():
+            (self.folder / name).write_text(text)
+            (self.folder / name).chmod(0o755)
+
+    def plant_unit(self, program):
+        self.plant({"headunit": PROGRAM % program})
+
     def sweep(self, program, *words):
-        path = self.folder / "headunit"
-        path.write_text(PROGRAM % program)
-        path.chmod(0o755)
+        self.plant(PACKAGE_TOOLS)
+        return self.run_sweep(run_here, program, "--packages", self.folder, *words)
+
+    def run_sweep(self, run, program, *words):
+        self.plant_unit(program)
         found = self.folder / "cells"
-        result = subprocess.run([sys.executable, SWEEP, "--headunit", path, "--json", found, *words],
-                                capture_output=True, text=True)
+        result = run([SWEEP, "--headunit", self.folder / "headunit", "--json", found, "--speed", "1000", *words])
         cells = [json.loads(line) for line in found.read_text().splitlines()] if found.is_file() else []
         return result, cells
 
@@ -58,23 +104,26 @@ class SweepTest(unittest.TestCase):
 
 class TestSweep(SweepTest):
     def test_what_went_well(self):
-        self.assertEqual(self.verdicts(UPGRADED, "--cell", "gps/clean", status=0), [("gps/clean", "done")])
+        # Started as by hand, with packages that tools/ makes.
+        result, cells = self.run_sweep(run_apart, UPGRADED, "--cell", "gps/clean")
+        self.assertEqual(result.returncode, 0, result.stdout + result.stderr)
+        self.assertEqual([(cell["cell"], cell["verdict"]) for cell in cells], [("gps/clean", "done")])
 
     def test_a_success_that_is_none(self):
-        program = 'print("THE UPGRADE IS SUCCESSFUL")'
+        program = 'echo "THE UPGRADE IS SUCCESSFUL"'
         self.assertEqual(self.verdicts(program, "--cell", "gps/clean", status=1), [("gps/clean", "false success")])
 
     def test_a_success_that_is_none_and_prescribed(self):
-        for program in ('print("Retry too many times,Quit!\\nTHE UPGRADE IS SUCCESSFUL")',
-                        'print("THE UPGRADE IS SUCCESSFUL"); lines.append("storage pull usb0")'):
+        for program in ('echo "Retry too many times,Quit!"; echo "THE UPGRADE IS SUCCESSFUL"',
+                        'echo "THE UPGRADE IS SUCCESSFUL"; tell "storage pull usb0"'):
             self.assertEqual(self.verdicts(program, "--cell", "gps/clean", status=0), [("gps/clean", "prescribed")])
 
     def test_a_part_of_the_firmware_is_none(self):
-        program = UPGRADED.replace("read_bytes()", "read_bytes()[:1024]")
+        program = UPGRADED.replace("cat", "head --bytes=1024")
         self.assertEqual(self.verdicts(program, "--cell", "gps/clean", status=1), [("gps/clean", "false success")])
 
     def test_a_crash(self):
-        program = "os.kill(os.getpid(), signal.SIGSEGV)"
+        program = "kill -SEGV $$"
         result, cells = self.sweep(program, "--cell", "gps/silence-menu")
         self.assertEqual([cell["verdict"] for cell in cells], ["crashed"])
         # With what runs it again.
@@ -82,23 +131,26 @@ class TestSweep(SweepTest):
         self.assertEqual(result.returncode, 1)
 
     def test_a_script_that_fails(self):
-        program = 'print("<stdin>:3: the screen hangs", file=sys.stderr); sys.exit(1)'
+        program = 'echo "<stdin>:3: the screen hangs" >&2; exit 1'
         self.assertEqual(self.verdicts(program, "--cell", "logs/clean", status=1), [("logs/clean", "wrong")])
 
     def test_the_end_of_the_program_that_is_meant(self):
-        program = 'lines.append("receiver hangs up at eot"); journal(); os._exit(251)'
+        program = 'tell "receiver hangs up at eot"; journal; exit 251'
         self.assertEqual(self.verdicts(program, "--cell", "gps/hangup-eot", status=0), [("gps/hangup-eot", "ended")])
 
     def test_the_same_end_for_nothing(self):
-        program = 'lines.append("receiver silent at menu"); journal(); os._exit(251)'
+        program = 'tell "receiver silent at menu"; journal; exit 251'
         self.assertEqual(self.verdicts(program, "--cell", "gps/silence-menu", status=1),
                          [("gps/silence-menu", "crashed")])
 
     def test_a_row_ends_where_the_fault_does_not_come(self):
         program = """
-for block in (1, 2):
-    if f"fault receiver garbage {block} firmware" in script:
-        lines.append(f"receiver firmware block {block} is answered with garbage")
+while read -r line; do
+    case $line in "fault receiver garbage "[12]" firmware")
+        line=${line% firmware}
+        tell "receiver firmware block ${line##* } is answered with garbage"
+    esac
+done
 """
         result, cells = self.sweep(program, "--row", "gps/garbage-firmware")
         row = [(cell["cell"], cell["verdict"]) for cell in cells]
@@ -108,9 +160,11 @@ for block in (1, 2):
 
     def test_logs_count_by_what_they_hold(self):
         program = """
-for name in ("userdata/btsnoop.log", "nvm/btsnoop.log", "QM_SYSTEMLOG/service.log", "QM_SYSTEMLOG/dfb_crash.dump"):
-    (unit / "sticks/usb0" / name).parent.mkdir(exist_ok=True)
-    (unit / "sticks/usb0" / name).write_bytes(b"bluetooth")
+cd "$unit/sticks/usb0"
+mkdir userdata nvm QM_SYSTEMLOG
+for name in userdata/btsnoop.log nvm/btsnoop.log QM_SYSTEMLOG/service.log QM_SYSTEMLOG/dfb_crash.dump; do
+    printf bluetooth >"$name"
+done
 """
         _, cells = self.sweep(program, "--cell", "logs/clean")
         self.assertEqual([(cell["verdict"], cell["detail"]) for cell in cells],
@@ -137,67 +191,58 @@ for name in ("userdata/btsnoop.log", "nvm/btsnoop.log", "QM_SYSTEMLOG/service.lo
             self.assertIn(sentence, result.stderr)
 
 
-# Plays a unit that runs: what is asked of it is a file of its folder each, and so is how it ends.
-LIVE_PROGRAM = """#!/usr/bin/python3
-import pathlib, sys, time
-unit = pathlib.Path(sys.argv[sys.argv.index("--unit") + 1])
-if "--script" not in sys.argv:
-    (unit / "journal.log").write_text("0.001 #1 unit booted\\n")
-    print("talk to it with", flush=True)
-    while not (unit / "end").is_file():
-        time.sleep(0.01)
-    time.sleep(0.05)
-    sys.exit(int((unit / "end").read_text()))
+# Plays a unit that runs, and ends as it is told first.
+LIVE_PROGRAM = """#!/bin/sh
+case $* in *--script*) exit ;; esac
+until [ "$1" = --unit ]; do shift; done
+echo "0.001 #1 unit booted" >"$2/journal.log"
+mkfifo "$2/end"
+exec 3<>"$2/end"
+echo "talk to it with"
+read -r status <&3
+exit "$status"
 """
 
-CONTROL = """#!/usr/bin/python3
-import json, os, pathlib, signal, sys, time
-unit = pathlib.Path(sys.argv[2])
-words = sys.argv[3:]
-line = " ".join(words)
-def journal(text):
-    with open(unit / "journal.log", "a") as file:
-        file.write(f"0.002 #2 {text}\\n")
-def end(status):
-    (unit / "end").write_text(str(status))
-def remember(name):
-    (unit / name).write_text(line)
-def has(name):
-    return (unit / name).is_file()
-left_open = []
-if words[:2] == ["fault", "call"] and len(words) == 2:
-    print("What can fail:\\n  call     McuMsgModule::sendMsgToMcu\\n  call     read [PATH]: EIO, EINTR\\n"
-          "  call     system [COMMAND]: 127\\nWhat does:")
-if words[:2] == ["fault", "call"] and len(words) > 3:
-    (unit / "fault").write_text(line)
-if line == "quit":
-    end(0)
+# Plays what asks it. A pipe that is opened for both ways waits for nobody, also where the unit has ended.
+CONTROL = """#!/bin/sh
+unit=$2
+shift 2
+line=$*
+left_open=
+journal() {
+    echo "0.002 #2 $1" >>"$unit/journal.log"
+}
+end() {
+    echo "$1" 1<>"$unit/end"
+}
 %s
-if line == "state --json":
-    fault = (unit / "fault").read_text() if has("fault") else ""
-    print(json.dumps({"device": "unit", "openFiles": left_open}))
-    print(json.dumps({"device": "faults", "present": {"call": [
-        "1000000 McuMsgModule::sendMsgToMcu", "999998 read", "1000000 system"]}}))
+case $line in
+"fault call")
+    echo "What can fail:"
+    echo "  call     McuMsgModule::sendMsgToMcu"
+    echo "  call     read [PATH]: EIO, EINTR"
+    echo "  call     system [COMMAND]: 127"
+    echo "What does:" ;;
+quit)
+    end 0 ;;
+"state --json")
+    echo '{"device": "unit", "openFiles": ['"$left_open"']}'
+    left='"1000000 McuMsgModule::sendMsgToMcu", "999998 read", "1000000 system"'
+    echo '{"device": "faults", "present": {"call": ['"$left"']}}' ;;
+esac
 """
 
 # The second read is the last one.
 READS = """
-if words[:3] == ["fault", "call", "read"] and int(words[3]) <= 2:
-    journal(f"fault read /dev/ttyS3 {words[4]}")
+case $line in "fault call read "[12]" "*) journal "fault read /dev/ttyS3 $5" ;; esac
 """
 
 
 class TestCalls(SweepTest):
     """That a sweep of the calls tells the same, of units that it asks."""
 
-    def sweep(self, control, *words):
-        for name, text in (("headunit", LIVE_PROGRAM), ("headunit-ctl", CONTROL % control)):
-            (self.folder / name).write_text(text)
-            (self.folder / name).chmod(0o755)
-        found = self.folder / "cells"
-        result = subprocess.run([sys.executable, SWEEP, "--headunit", self.folder / "headunit", "--json", found,
-                                 "--speed", "1000", *words], capture_output=True, text=True)
-        return result, [json.loads(line) for line in found.read_text().splitlines()] if found.is_file() else []
+    def plant_unit(self, control):
+        self.plant({"headunit": LIVE_PROGRAM, "headunit-ctl": CONTROL % control})
 
     def test_each_error_at_each_place_once_and_for_good(self):
         result, cells = self.sweep(READS, "--calls", "throughput")
@@ -210,8 +255,7 @@ class TestCalls(SweepTest):
 
     def test_what_is_asked_for(self):
         program = READS + """
-if words[0] in ("fault", "key", "press"):
-    (pathlib.Path(__file__).parent / "asked").open("a").write(line + "\\n")
+case $1 in fault|key|press) echo "$line" >>"${0%/*}/asked" ;; esac
 """
         result, cells = self.sweep(program, "--cell", "calls/throughput/McuMsgModule.sendMsgToMcu-on/4")
         self.assertEqual([cell["verdict"] for cell in cells], ["nothing"])
@@ -227,32 +271,33 @@ if words[0] in ("fault", "key", "press"):
     def test_what_goes_wrong(self):
         cell = "calls/throughput/read-EIO/1"
         for control, verdict, detail in (
-                ('if line == "press C_TCP" and has("none"): print("it is hidden"); sys.exit(1)\n'
-                 'if line == "fault none": remember("none")', "wrong", "afterwards, press C_TCP: it is hidden"),
-                ('left_open = ["/dev/ttyS3"]', "wrong", "left open: /dev/ttyS3"),
-                ('left_open = ["/dev/mem"]', "wrong", "left open: /dev/mem"),
-                ('if line == "press C_TCP": end(134)', "crashed", "status 134"),
-                ('if line == "press C_TCP": end(251)', "ended", "the line was lost"),
-                ('if line == "quit": end(7)', "wrong", "status 7")):
+                ('if [ "$line" = "press C_TCP" ] && [ -f "$unit/none" ]; then echo "it is hidden"; exit 1; fi\n'
+                 'if [ "$line" = "fault none" ]; then : >"$unit/none"; fi',
+                 "wrong", "afterwards, press C_TCP: it is hidden"),
+                ('left_open=\'"/dev/ttyS3"\'', "wrong", "left open: /dev/ttyS3"),
+                ('left_open=\'"/dev/mem"\'', "wrong", "left open: /dev/mem"),
+                ('if [ "$line" = "press C_TCP" ]; then end 134; fi', "crashed", "status 134"),
+                ('if [ "$line" = "press C_TCP" ]; then end 251; fi', "ended", "the line was lost"),
+                ('if [ "$line" = quit ]; then end 7; fi', "wrong", "status 7")):
             result, cells = self.sweep(READS + control, "--cell", cell)
             self.assertEqual([(found["verdict"], found["detail"]) for found in cells], [(verdict, detail)],
                              result.stderr)
             self.assertEqual(result.returncode, 0 if verdict == "ended" else 1)
 
     def test_a_unit_that_does_not_start(self):
-        live = LIVE_PROGRAM.replace('print("talk to it with", flush=True)', "sys.exit(1)")
+        live = LIVE_PROGRAM.replace('echo "talk to it with"', "exit 1")
         with unittest.mock.patch.dict(globals(), LIVE_PROGRAM=live):
             result, cells = self.sweep(READS, "--cell", "calls/throughput/read-EIO/1")
         self.assertEqual([(cell["verdict"], cell["detail"]) for cell in cells],
                          [("crashed", "does not start, status 1")])
 
     def test_an_end_for_nothing(self):
-        control = READS.replace("/dev/ttyS3", "/media/usb0/file") + 'if line == "press C_TCP": end(251)'
+        control = READS.replace("/dev/ttyS3", "/media/usb0/file") + 'if [ "$line" = "press C_TCP" ]; then end 251; fi'
         self.assertEqual(self.verdicts(control, "--cell", "calls/throughput/read-EIO/1", status=1),
                          [("calls/throughput/read-EIO/1", "crashed")])
 
     def test_what_a_refused_mapping_may_leave(self):
-        control = 'left_open = ["/dev/mem"]\nif words[:3] == ["fault", "call", "mmap"]: journal("fault mmap /dev/mem")'
+        control = 'left_open=\'"/dev/mem"\'\ncase $line in "fault call mmap "*) journal "fault mmap /dev/mem" ;; esac'
         self.assertEqual(self.verdicts(control, "--cell", "calls/usb/mmap-EPERM/1", status=0),
                          [("calls/usb/mmap-EPERM/1", "done")])
 
