@@ -460,4 +460,5 @@ def main():
     sys.exit(1 if complaints else 0)
 
 
-main()
+if __name__ == "__main__":
+    main()
