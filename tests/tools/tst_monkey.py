@@ -144,6 +144,8 @@ sub look {
 """, "--minutes", "0.005", events=6000)
         self.assert_found(result, "The unit said: The file cannot be written.")
         self.assertIn("monkey-1.txt shows it in ", result.stdout)
+        # At once, not after all ten tenths.
+        self.assertLess(len([line for line in result.stdout.splitlines() if line.startswith(" ")]), 6)
         self.assertLess(len((self.folder / "monkey-1.txt").read_text().splitlines()), 3000)
 
     def test_an_end_without_reason(self):
