@@ -61,9 +61,9 @@ TREE = {
         }
         """,
     "src/room/wait.cpp": """
-        void wait(volatile int *isDone)
+        void wait(int (*isDone)())
         {
-            while (!*isDone) {
+            while (!isDone()) {
             }
         }
         """,
@@ -76,12 +76,17 @@ TREE = {
         """,
     "tests/tst_blind.cpp": "int main() {}\n",
     "tests/tst_scale.cpp": """
+        #include <unistd.h>
         int scaled(int value);
-        void wait(volatile int *isDone);
+        void wait(int (*isDone)());
+        int isDone()
+        {
+            usleep(1000);
+            return 1;
+        }
         int main()
         {
-            int isDone = 1;
-            wait(&isDone);
+            wait(isDone);
             return scaled(2) == 6 && scaled(-1) == 0 ? 0 : 1;
         }
         """,
