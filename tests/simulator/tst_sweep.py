@@ -5,12 +5,8 @@
 A start of Python takes longer than all that is looked at: the sweep runs within the test, which loads its modules once,
 and what it starts are programs for the shell."""
 
-import contextlib
-import io
 import json
 import pathlib
-import runpy
-import subprocess
 import sys
 import tempfile
 import unittest
@@ -19,7 +15,9 @@ import unittest.mock
 SWEEP = pathlib.Path(__file__).resolve().parents[2] / "simulator" / "sweep" / "headunit-sweep"
 
 sys.dont_write_bytecode = True  # The folder belongs to the sources.
-sys.path.insert(0, str(SWEEP.parent))
+sys.path[:0] = [str(SWEEP.parent), str(pathlib.Path(__file__).resolve().parents[1] / "support")]
+
+from programs import run_apart, run_here
 
 # Leaves a journal in the unit's folder, and does what the test says.
 PROGRAM = """#!/bin/sh
@@ -52,21 +50,6 @@ printf "%0$4d" 0 >"$2"
 while [ $# -gt 1 ]; do shift; done
 : >"$1"
 """}
-
-
-def run_here(command):
-    output, errors = io.StringIO(), io.StringIO()
-    with contextlib.redirect_stdout(output), contextlib.redirect_stderr(errors), \
-            unittest.mock.patch.object(sys, "argv", [str(word) for word in command]):
-        try:
-            runpy.run_path(sys.argv[0], run_name="__main__")
-        except SystemExit as end:
-            return subprocess.CompletedProcess(command, end.code, output.getvalue(), errors.getvalue())
-    raise AssertionError("the program goes on")
-
-
-def run_apart(command):
-    return subprocess.run([sys.executable, *command], capture_output=True, text=True)
 
 
 class SweepTest(unittest.TestCase):

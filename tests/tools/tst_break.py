@@ -4,12 +4,9 @@ with a test that sees much and one that sees nothing.
 
 It runs within this program, which loads its modules once, but for the run that is interrupted."""
 
-import contextlib
-import io
 import os
 import pathlib
 import re
-import runpy
 import signal
 import subprocess
 import sys
@@ -21,7 +18,9 @@ import unittest.mock
 BREAK = pathlib.Path(__file__).resolve().parents[2] / "tools" / "break"
 
 sys.dont_write_bytecode = True  # The folder belongs to the sources.
-sys.path.insert(0, str(BREAK.parent))
+sys.path[:0] = [str(BREAK.parent), str(pathlib.Path(__file__).resolve().parents[1] / "support")]
+
+from programs import run_here
 
 TREE = {
     "CMakeLists.txt": """
@@ -198,14 +197,9 @@ class Break(unittest.TestCase):
                                 env=dict(os.environ, TMPDIR=str(self.temporary)))
 
     def call(self, *options):
-        output, errors = io.StringIO(), io.StringIO()
-        words = [str(word) for word in (BREAK, "--root", self.root, *options)]
-        with contextlib.redirect_stdout(output), contextlib.redirect_stderr(errors), \
-                unittest.mock.patch.object(sys, "argv", words), \
-                unittest.mock.patch.object(tempfile, "tempdir", str(self.temporary)):
-            with self.assertRaises(SystemExit) as end:
-                runpy.run_path(words[0], run_name="__main__")
-        return end.exception.code, output.getvalue(), errors.getvalue()
+        with unittest.mock.patch.object(tempfile, "tempdir", str(self.temporary)):
+            result = run_here([BREAK, "--root", self.root, *options])
+        return result.returncode, result.stdout, result.stderr
 
     def listed(self, file):
         """The breaks of a file as "line kind: what is there now", in the order of the file."""

@@ -5,20 +5,17 @@
 That is started hundreds of times, so it is one in Perl, which starts several times faster than Python. The monkey runs
 within the test."""
 
-import contextlib
-import io
 import pathlib
-import runpy
-import subprocess
 import sys
 import tempfile
 import unittest
-import unittest.mock
 
 MONKEY = pathlib.Path(__file__).resolve().parents[2] / "tools" / "monkey"
 
 sys.dont_write_bytecode = True  # The folder belongs to the sources.
-sys.path.insert(0, str(MONKEY.parent))
+sys.path[:0] = [str(MONKEY.parent), str(pathlib.Path(__file__).resolve().parents[1] / "support")]
+
+from programs import run_apart, run_here
 
 # Takes every line as $_, answers as much of it as is waited for, and does what the test says with what it has "seen".
 PROGRAM = r"""#!/usr/bin/perl
@@ -40,21 +37,6 @@ while (<>) {
 """
 
 NOTHING = "sub look {}"
-
-
-def run_here(command):
-    output, errors = io.StringIO(), io.StringIO()
-    with contextlib.redirect_stdout(output), contextlib.redirect_stderr(errors), \
-            unittest.mock.patch.object(sys, "argv", [str(word) for word in command]):
-        try:
-            runpy.run_path(sys.argv[0], run_name="__main__")
-        except SystemExit as end:
-            return subprocess.CompletedProcess(command, end.code, output.getvalue(), errors.getvalue())
-    raise AssertionError("the program goes on")
-
-
-def run_apart(command):
-    return subprocess.run([sys.executable, *command], capture_output=True, text=True)
 
 
 class TestMonkey(unittest.TestCase):

@@ -63,9 +63,6 @@ def furnish(folder):
 def copy(folder, target):
     """A unit's folder as it is now, but for what it has journalled. Its memory is a file with holes."""
     shutil.rmtree(target, ignore_errors=True)
-    if not any(folder.iterdir()):
-        target.mkdir()
-        return
     subprocess.run(["cp", "-a", "--sparse=always", folder, target], check=True)
     (target / "journal.log").unlink(missing_ok=True)
     # Of a unit that was killed.
