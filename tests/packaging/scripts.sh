@@ -72,6 +72,15 @@ try 0 ./test tst_
 says "Configuring (ci)." "Building (ci)." "Running the tests (ci)."
 grep -qx "ctest --preset ci --tests-regex tst_" "$CALLS" || fail "Other tests"
 
+# They have a folder for temporary files of their own, for all users, and it goes with what they leave there.
+fake ctest <<<'echo "$TMPDIR" >>"$CALLS" && stat --format %a "$TMPDIR" && mkdir "$TMPDIR/left" && exit 3'
+mkdir tmp
+TMPDIR=$work/tmp try 3 ./test
+says "Configuring (ci)." "Building (ci)." "Running the tests (ci)." 1777
+[[ $(tail -n 1 "$CALLS") = "$work/tmp/"* ]] || fail "Temporary files elsewhere"
+[ -z "$(ls tmp)" ] || fail "Temporary files are left"
+fake ctest </dev/null
+
 # Each option has its preset.
 while read -r option preset; do
     try 0 ./test "$option"

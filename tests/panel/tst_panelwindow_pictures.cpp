@@ -45,8 +45,8 @@ private:
     QModelIndexList lines(const char *text) const
     {
         const QAbstractItemModel *journal = find<QTableView>("journal")->model();
-        return journal->match(journal->index(0, panel::JournalModel::Text), Qt::DisplayRole, text, -1,
-                              Qt::MatchExactly);
+        return journal->match(journal->index(0, panel::JournalModel::Text), Qt::DisplayRole, text,
+                              -1, Qt::MatchExactly);
     }
 };
 
