@@ -1,6 +1,7 @@
 """One session of the simulated unit, from its folder to what it ended with."""
 
 import dataclasses
+import functools
 import pathlib
 import re
 import signal
@@ -45,9 +46,11 @@ class End:
 def furnish(folder, programs, package):
     """Packages for the receiver, the tuner and the user's data on the stick of "usb0", logs to copy in the flash."""
     stick = folder / "sticks" / "usb0"
+    stick.mkdir(parents=True)
     for name, version, size in (("bootloader", "boot 3", "5000"), ("firmware", "GNSS 2.5.1", "6000")):
-        make(programs, "make-gps-package", "valid", stick / f"gps_{name}.pkg", version, size)
-    make(programs, "make-update-package", *package, stick / UPDATE_FILE)
+        made = package_of(programs.packages / "make-gps-package", ("valid",), (version, size))
+        (stick / f"gps_{name}.pkg").write_bytes(made)
+    (stick / UPDATE_FILE).write_bytes(package_of(programs.packages / "make-update-package", tuple(package)))
     (stick / "dab_firmware.bin").write_bytes(bytes(100000))
     logs = folder / "media" / "flash"
     for path, text in LOGS.items():
@@ -55,8 +58,12 @@ def furnish(folder, programs, package):
         (logs / path).write_bytes(text)
 
 
-def make(programs, name, *words):
-    subprocess.run([programs.packages / name, *map(str, words)], check=True, stdout=subprocess.DEVNULL)
+@functools.cache
+def package_of(program, ahead, behind=()):
+    """What the program writes, with these words ahead of the file's name and behind it: made once for all sessions."""
+    with tempfile.NamedTemporaryFile(prefix="headunit-sweep-") as file:
+        subprocess.run([program, *map(str, ahead), file.name, *behind], check=True, stdout=subprocess.DEVNULL)
+        return pathlib.Path(file.name).read_bytes()
 
 
 def command_line(programs, folder):

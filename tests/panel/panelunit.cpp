@@ -33,7 +33,5 @@ QStringList PanelUnit::ask(const QStringList &command) const
 
 void PanelUnit::makePackages(int bootloader, int firmware) const
 {
-    const QString stick = folder() + "/sticks/usb0/";
-    makeGpsPackage(stick + "gps_bootloader.pkg", "valid", "boot 3", bootloader);
-    makeGpsPackage(stick + "gps_firmware.pkg", "valid", "GNSS 2.5.1", firmware);
+    makeGpsPackages(folder() + "/sticks/usb0", bootloader, firmware);
 }

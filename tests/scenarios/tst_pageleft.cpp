@@ -1,5 +1,6 @@
 #include "headunitrun.h"
 
+#include "support/packages.h"
 #include "support/testmain.h"
 
 #include <QFile>
@@ -99,8 +100,9 @@ void TestPageLeft::goesOn()
     QFETCH(QString, line);
     HeadunitRun run;
     run.write("/sticks/usb0/dab_firmware.bin", QByteArray(100000, 'x'));
-    const QStringList script = QStringList{"package usb0 gps", "package usb0 update", "plug usb0",
-                                           "key FACTORY", "see Factory"}
+    makeGpsPackages(run.path("/sticks/usb0"), 5000, 60000);
+    makeUpdatePackage(run.path("/sticks/usb0/ORRERY_PACK.BIN"));
+    const QStringList script = QStringList{"plug usb0", "key FACTORY", "see Factory"}
         + withMoments(begin, leave) + inPeace;
     run.write("/script", script.join('\n').toUtf8() + '\n');
     RUN_SCENARIO(run, run.path("/script"), speed);

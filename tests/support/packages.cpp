@@ -57,3 +57,11 @@ void makeGpsPackage(const QString &file, const QString &kind, const QString &ver
 {
     make(QStringLiteral(MAKE_GPS_PACKAGE), {kind}, file, {version, QString::number(size)});
 }
+
+void makeGpsPackages(const QString &folder, int bootloader, int firmware)
+{
+    makeGpsPackage(folder + QStringLiteral("/gps_bootloader.pkg"), QStringLiteral("valid"),
+                   QStringLiteral("boot 3"), bootloader);
+    makeGpsPackage(folder + QStringLiteral("/gps_firmware.pkg"), QStringLiteral("valid"),
+                   QStringLiteral("GNSS 2.5.1"), firmware);
+}
