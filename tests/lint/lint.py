@@ -74,6 +74,7 @@ SHELL_OPTIONS = {"--build", "--component", "--install", "--prefix", "--preset", 
 
 LONGEST_SOURCE = 300
 LONGEST_TEST = 400
+TOP_FILES = {"CHANGELOG.md", "CMakeLists.txt", "CMakePresets.json", "LICENSE", "README.md", "run", "test"}
 LONGEST_README = 40
 
 
@@ -345,7 +346,11 @@ def links():
 
 
 def contents():
-    """Every page is found from the contents, and every top folder tells what it is for."""
+    """Every page is found from the contents, every top folder tells what it is for, and nothing that a program has made
+    lies beside them."""
+    for path in files():
+        if len(path.parts) == 1 and path.name not in TOP_FILES and not path.name.startswith("."):
+            yield f"{path}: is none of the files at the top"
     page = pathlib.Path("docs/README.md")
     for path in files(".md"):
         if path.parent == page.parent and path != page and f"]({path.name})" not in text(page):

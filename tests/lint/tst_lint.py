@@ -161,7 +161,8 @@ class Docs(unittest.TestCase):
     def test_contents(self):
         tree = {"docs/README.md": "[a](console.md)", "simulator/README.md": "\n" * 40}
         self.assertEqual(self.check("contents", "", tree), 0)
-        for name, content in [("docs/other.md", ""), ("src/a.cpp", ""), ("simulator/README.md", "\n" * 41)]:
+        for name, content in [("docs/other.md", ""), ("src/a.cpp", ""), ("simulator/README.md", "\n" * 41),
+                              ("PACKAGE.BIN", "")]:
             self.assertEqual(self.check("contents", "", {**tree, name: content}), 1, name)
 
     def test_verbs(self):

@@ -4,10 +4,6 @@
 
 #include <QTest>
 
-namespace
-{
-}
-
 PanelUnit::PanelUnit() = default;
 
 bool PanelUnit::start(const QString &speed)
