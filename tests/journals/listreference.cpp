@@ -1,5 +1,7 @@
 #include "listreference.h"
 
+#include "support/firstdifference.h"
+
 #include <QDir>
 #include <QFile>
 
@@ -31,20 +33,6 @@ QString referenceOf(const QString &name)
 {
     return (isDocument(name) ? QStringLiteral(DOCUMENTS "/") : QStringLiteral(REFERENCES "/"))
         + fileName(name);
-}
-
-QString firstDifference(const QStringList &got, const QStringList &expected)
-{
-    int index = 0;
-    while (index < got.size() && index < expected.size() && got.at(index) == expected.at(index)) {
-        ++index;
-    }
-    const QString end = QStringLiteral("(the end)");
-    const QString before =
-        QStringList(got.mid(qMax(0, index - 3), qMin(3, index))).join(QStringLiteral("\n  "));
-    return QStringLiteral("line %1 is\n  %2\nand not\n  %3\nbehind\n  %4")
-        .arg(index + 1)
-        .arg(got.value(index, end), expected.value(index, end), before);
 }
 
 QString differenceOf(const QString &name)

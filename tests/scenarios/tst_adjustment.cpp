@@ -2,6 +2,7 @@
 
 #include "saturationwalk.h"
 
+#include "support/firstdifference.h"
 #include "support/testmain.h"
 
 #include <QImage>
@@ -39,20 +40,6 @@ QStringList journal(const HeadunitRun &run, const QString &sources)
         }
     }
     return found;
-}
-
-/// Where two lists of lines part; empty when they do not.
-QString firstDifference(const QStringList &lines, const QStringList &expected)
-{
-    for (int index = 0; index < qMax(lines.size(), expected.size()); ++index) {
-        if (index >= lines.size() || index >= expected.size()
-            || lines.at(index) != expected.at(index)) {
-            return QStringLiteral("line %1 is \"%2\", not \"%3\"")
-                .arg(index)
-                .arg(lines.value(index), expected.value(index));
-        }
-    }
-    return QString();
 }
 
 QString logged(const char *page, const QString &id)

@@ -3,6 +3,7 @@
 #include "plainjournal.h"
 
 #include "simulator/program.h"
+#include "support/firstdifference.h"
 #include "support/testmain.h"
 
 #include <QDir>
@@ -52,27 +53,6 @@ QStringList replayable(const QString &journalFile)
     }
     return lines;
 }
-
-/// The first difference with the lines before it; empty when there is none.
-QString difference(const QStringList &journal, const QStringList &expected)
-{
-    int line = 0;
-    while (line < journal.size() && journal.value(line) == expected.value(line)) {
-        ++line;
-    }
-    return journal == expected
-        ? QString()
-        : QStringLiteral("%1\n  is      %2\n  but was %3")
-              .arg(expected.mid(qMax(0, line - 5), 5).join(QLatin1Char('\n')),
-                   journal.value(line, QStringLiteral("(the end)")),
-                   expected.value(line, QStringLiteral("(the end)")));
-}
-
-#define COMPARE_JOURNALS(journal, expected)                                                        \
-    do {                                                                                           \
-        const QString found = difference(journal, expected);                                       \
-        QVERIFY2(found.isEmpty(), qPrintable(found));                                              \
-    } while (false)
 
 /// A unit with a window on a display of its own.
 class ShownUnit
@@ -205,7 +185,7 @@ void TestSession::mouseIsRecordedAndReplayed()
         const HeadunitRun again;
         const HeadunitRun::End end = again.start({"--speed", speed, "--script", session});
         QVERIFY2(end.status == 0, qPrintable(end.error.right(1200) + read(session)));
-        COMPARE_JOURNALS(replayable(again.path("/journal.log")), journal);
+        QCOMPARE(firstDifference(replayable(again.path("/journal.log")), journal), QString());
     }
 }
 
@@ -264,8 +244,9 @@ void TestSession::reportIsGoneOnFrom()
     QCOMPARE(there.output, here.output);
     QVERIFY2(there.output.startsWith("  true\n"), qPrintable(there.output));
     QVERIFY2(there.output.contains("phySwing 12345678"), qPrintable(there.output));
-    COMPARE_JOURNALS(plainJournal(read(other + "/journal.log")),
-                     plainJournal(read(unit + "/journal.log")));
+    QCOMPARE(firstDifference(plainJournal(read(other + "/journal.log")),
+                             plainJournal(read(unit + "/journal.log"))),
+             QString());
     QCOMPARE(read(other + "/settings.ini"), read(unit + "/settings.ini"));
     QCOMPARE(read(other + "/report/session.txt"), recorded);
     // Four gigabytes in some kilobytes, in the report and on the disk.
