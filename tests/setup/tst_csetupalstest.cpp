@@ -1,6 +1,6 @@
 #include "setup/csetupalstest.h"
 
-#include "adjustrow.h"
+#include "adjustbuttons.h"
 #include "alspage.h"
 
 #include "kvwidget/cboolbutton.h"
@@ -9,7 +9,6 @@
 #include "service/setupstridconst.h"
 #include "support/testmain.h"
 
-#include <QElapsedTimer>
 #include <QSignalSpy>
 
 #include <thread>
@@ -20,13 +19,9 @@ class TestCSetupALSTest : public QObject
 
 private slots:
     void openingWritesBothThresholds();
-    void buttonStepsItsThreshold_data();
-    void buttonStepsItsThreshold();
     void day300Night300HoldEachOther();
     void day1000AndIncreaseDay();
     void night0AndDecreaseNight();
-    void boundsAreReachedAndHeld_data();
-    void boundsAreReachedAndHeld();
     void thresholdsOutsideTheRangeMoveBackOnly();
     void anotherIndexDoesNothing();
     void unknownIdIsIgnored_data();
@@ -34,7 +29,6 @@ private slots:
 
     void readingIsShown_data();
     void readingIsShown();
-    void readingIsShownWhileTheSensorFollowsACurve();
     void aBlockedScreenFindsOneReadingWaiting();
     void readingOfAnotherThreadIsQueued();
     void readingAfterThePageHasGone();
@@ -42,9 +36,7 @@ private slots:
     void switchOpensAsTheDimmerSays_data();
     void switchOpensAsTheDimmerSays();
     void openingTheSwitchSendsNoSignal();
-    void switchTurnsDetection();
     void switchedOffItOpensAsTheDimmerSays();
-    void modeFollowsTheThresholdsThatThePageSets();
 };
 
 namespace
@@ -73,33 +65,6 @@ void TestCSetupALSTest::openingWritesBothThresholds()
     QCOMPARE(screen.news(effects), QStringList({threshold("day", 321), threshold("night", 45)}));
     QCOMPARE(screen.text("dayText"), QStringLiteral("321"));
     QCOMPARE(screen.text("nightText"), QStringLiteral("45"));
-}
-
-void TestCSetupALSTest::buttonStepsItsThreshold_data()
-{
-    addIndexes(rows);
-}
-
-void TestCSetupALSTest::buttonStepsItsThreshold()
-{
-    QFETCH(int, index);
-    const AdjustRow &row = rows[index];
-    Screen screen;
-    screen.open();
-    screen.news();
-    screen.tap(row.increase);
-    QCOMPARE(screen.text(row.valueLabel), QString::number(row.start + 1));
-    QCOMPARE(screen.news(effects),
-             QStringList({loggedItem("CSetupALSTest", row.increaseId),
-                          threshold(row.subject, row.start + 1)}));
-    screen.tap(row.decrease);
-    screen.tap(row.decrease);
-    QCOMPARE(screen.text(row.valueLabel), QString::number(row.start - 1));
-    QCOMPARE(
-        screen.news(effects),
-        QStringList({loggedItem("CSetupALSTest", row.decreaseId), threshold(row.subject, row.start),
-                     loggedItem("CSetupALSTest", row.decreaseId),
-                     threshold(row.subject, row.start - 1)}));
 }
 
 void TestCSetupALSTest::day300Night300HoldEachOther()
@@ -143,44 +108,6 @@ void TestCSetupALSTest::night0AndDecreaseNight()
     QCOMPARE(screen.text("nightText"), QStringLiteral("0"));
     QCOMPARE(screen.news(effects),
              QStringList({loggedItem("CSetupALSTest", "huedec"), threshold("night", 0)}));
-}
-
-void TestCSetupALSTest::boundsAreReachedAndHeld_data()
-{
-    QTest::addColumn<int>("day");
-    QTest::addColumn<int>("night");
-    QTest::addColumn<QByteArray>("button");
-    QTest::addColumn<QByteArray>("label");
-    QTest::addColumn<int>("bound");
-    const auto row = [](const char *name, int day, int night, const char *button, const char *label,
-                        int bound) {
-        QTest::newRow(name) << day << night << QByteArray(button) << QByteArray(label) << bound;
-    };
-    row("day up to 1000", 995, 100, "increaseDay", "dayText", 1000);
-    row("day down to the night", 305, 300, "decreaseDay", "dayText", 300);
-    row("night up to the day", 305, 300, "increaseNight", "nightText", 305);
-    row("night down to 0", 300, 5, "decreaseNight", "nightText", 0);
-    row("both at 1000", 1000, 1000, "increaseNight", "nightText", 1000);
-    row("both at 0", 0, 0, "decreaseDay", "dayText", 0);
-}
-
-void TestCSetupALSTest::boundsAreReachedAndHeld()
-{
-    QFETCH(int, day);
-    QFETCH(int, night);
-    QFETCH(QByteArray, button);
-    QFETCH(QByteArray, label);
-    QFETCH(int, bound);
-    Screen screen;
-    setThresholds(screen, day, night);
-    screen.open();
-    int value = screen.text(label).toInt();
-    const int distance = bound - value;
-    for (int press = 0; press < qAbs(distance) + 2; ++press) {
-        value = value == bound ? bound : value + (distance > 0 ? 1 : -1);
-        screen.tap(button);
-        QCOMPARE(screen.text(label), QString::number(value));
-    }
 }
 
 void TestCSetupALSTest::thresholdsOutsideTheRangeMoveBackOnly()
@@ -249,26 +176,6 @@ void TestCSetupALSTest::readingIsShown()
     // The layout makes room for it.
     QCoreApplication::sendPostedEvents();
     QVERIFY(isTextInside(screen.widget<QLabel>("labCurrentVal")));
-}
-
-void TestCSetupALSTest::readingIsShownWhileTheSensorFollowsACurve()
-{
-    Screen screen;
-    screen.open();
-    QSignalSpy shown(CALSDevice::getInstance(), &CALSDevice::sigSensorValue);
-    screen.unit.unit().lightSensor().startCurve(100, 10);
-    QElapsedTimer clock;
-    clock.start();
-    // 100 readings; a busy machine may take longer.
-    QTRY_VERIFY_WITH_TIMEOUT(shown.count() >= 100, 20000);
-    QVERIFY(clock.elapsed() >= 900);
-    screen.unit.unit().lightSensor().stopCurve();
-    QCoreApplication::processEvents();
-    // The label shows the newest reading: nothing is left behind in a queue.
-    QCOMPARE(screen.text("labCurrentVal"),
-             QStringLiteral("Current:%1").arg(*screen.unit.unit().lightSensor().reading()));
-    QCOMPARE(screen.text("labCurrentVal"),
-             QStringLiteral("Current:%1").arg(shown.last().at(0).toInt()));
 }
 
 void TestCSetupALSTest::aBlockedScreenFindsOneReadingWaiting()
@@ -344,20 +251,6 @@ void TestCSetupALSTest::openingTheSwitchSendsNoSignal()
     QCOMPARE(screen.news(QStringLiteral("als automatic")), QStringList());
 }
 
-void TestCSetupALSTest::switchTurnsDetection()
-{
-    Screen screen;
-    screen.open();
-    screen.news();
-    screen.tap("autoBtn");
-    QVERIFY(!screen.unit.unit().dayNight().isAutomatic());
-    screen.tap("autoBtn");
-    QVERIFY(screen.unit.unit().dayNight().isAutomatic());
-    // The setting is only read.
-    QCOMPARE(screen.news(),
-             QStringList({QStringLiteral("als automatic 0"), QStringLiteral("als automatic 1")}));
-}
-
 void TestCSetupALSTest::switchedOffItOpensAsTheDimmerSays()
 {
     Screen screen;
@@ -367,23 +260,6 @@ void TestCSetupALSTest::switchedOffItOpensAsTheDimmerSays()
     screen.open();
     QVERIFY(screen.widget<CBoolButton>("autoBtn")->state());
     QVERIFY(!screen.unit.unit().dayNight().isAutomatic());
-}
-
-void TestCSetupALSTest::modeFollowsTheThresholdsThatThePageSets()
-{
-    Screen screen;
-    setThresholds(screen, 200, 199);
-    screen.open();
-    DayNight &dayNight = screen.unit.unit().dayNight();
-    screen.unit.unit().lightSensor().report(199);
-    QCOMPARE(dayNight.mode(), DayNight::Day);
-    screen.tap("increaseNight"); // 200: the reading is below it now.
-    QCOMPARE(dayNight.mode(), DayNight::Night);
-    screen.tap("autoBtn"); // Off.
-    screen.unit.unit().lightSensor().report(500);
-    QCOMPARE(dayNight.mode(), DayNight::Night);
-    screen.tap("autoBtn"); // On.
-    QCOMPARE(dayNight.mode(), DayNight::Day);
 }
 
 FACTORY_TEST_MAIN(TestCSetupALSTest)

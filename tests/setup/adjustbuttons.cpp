@@ -1,4 +1,4 @@
-#include "adjustrow.h"
+#include "adjustbuttons.h"
 
 void clickAdjustItem(BaseView *page, const QString &id)
 {
