@@ -20,11 +20,9 @@ class TestFactoryDebugActivity : public QObject
     Q_OBJECT
 
 private slots:
-    void castByInterfaceIdAndByNameGivesTheSameActivityPart();
     void onDestoryWithoutAPrecedingOnCreatDoesNothing();
     void onCreatBuildsAndShowsTheFocusedView();
     void onDestoryDeletesTheViewAndKeepsTheReference();
-    void canBeCreatedAgain();
     void onStartAndOnStopDoNothing();
     void postsTheImplicitRule();
     void missingInfoModuleSkipsTheRegistration();
@@ -66,17 +64,6 @@ protected:
 
 } // namespace
 
-void TestFactoryDebugActivity::castByInterfaceIdAndByNameGivesTheSameActivityPart()
-{
-    TestUnit unit;
-    FactoryDebugctivity activity;
-    void *part = static_cast<Activity *>(&activity);
-    QCOMPARE(activity.qt_metacast("activity/0.1"), part);
-    QCOMPARE(activity.qt_metacast("kvappframework::Activity"), part);
-    QCOMPARE(activity.qt_metacast("FactoryDebugctivity"), static_cast<void *>(&activity));
-    QCOMPARE(qobject_cast<Activity *>(&activity), static_cast<Activity *>(&activity));
-}
-
 void TestFactoryDebugActivity::onDestoryWithoutAPrecedingOnCreatDoesNothing()
 {
     TestUnit unit;
@@ -113,19 +100,6 @@ void TestFactoryDebugActivity::onDestoryDeletesTheViewAndKeepsTheReference()
     QCOMPARE(activity.onDestory(), 0);
     QVERIFY(view.isNull());
     QCOMPARE(activity.getProperty()->getUiObj(), address);
-}
-
-void TestFactoryDebugActivity::canBeCreatedAgain()
-{
-    TestUnit unit;
-    FactoryDebugctivity activity;
-    activity.onCreat();
-    activity.onDestory();
-    activity.onCreat();
-    const QPointer<QWidget> view = activity.getProperty()->getUiObj();
-    QVERIFY(view->isVisible());
-    activity.onDestory();
-    QVERIFY(view.isNull());
 }
 
 void TestFactoryDebugActivity::onStartAndOnStopDoNothing()

@@ -1,11 +1,9 @@
 #include "factorydebug/factorydebugview.h"
 #include "factorydebug/statusbar.h"
-#include "usbtest/usbtestview.h"
 
 #include "viewonscreen.h"
 
 #include "kvappframework/activitymanager.h"
-#include "kvappframework/sim/simmodulemanager.h"
 #include "kvwidget/kvbackgroundimage.h"
 #include "kvwidget/kviconbutton.h"
 #include "kvwidget/popupview.h"
@@ -22,34 +20,22 @@ class TestFactoryDebugView : public QObject
     Q_OBJECT
 
 private slots:
-    void cleanup();
-
     void menuButtonsKeepTheirOrder();
 
     void unknownIdIsIgnored_data();
     void unknownIdIsIgnored();
-    void exitAsksForTheClose();
 
     void captureTwiceShowsBothTextsInTheSamePopup();
-    void captureStartsFromTheStoredState();
     void captureNoticeGoesAfterTwoSeconds();
     void captureNoticeOutlivesTheView();
     void shadeCoversTheViewAndStays();
 
-    void copyBtsnoopTakesTheLastDevice();
-    void copyBtsnoopWithoutStorageDoesNothing();
-    void startUsbTestInItsOrder();
     void startUsbTestWithoutStorageNeitherClosesNorStarts();
-    void startUsbTestWithoutMediaplayGoesOn();
     void startUsbTestUsesNothingOfTheViewAfterTheClose();
-
-    void traces();
 };
 
 namespace
 {
-
-const QPoint exitPoint(760, 32);
 
 /// A manager that writes down what it is asked and deletes the view while it is asked.
 class DeletingManager : public ActivityManager
@@ -80,11 +66,6 @@ private:
 };
 
 } // namespace
-
-void TestFactoryDebugView::cleanup()
-{
-    usbTestListType = 1;
-}
 
 void TestFactoryDebugView::menuButtonsKeepTheirOrder()
 {
@@ -122,14 +103,6 @@ void TestFactoryDebugView::unknownIdIsIgnored()
     QCOMPARE(shown.view->children().size(), children);
 }
 
-void TestFactoryDebugView::exitAsksForTheClose()
-{
-    ViewOnScreen shown;
-    shown.unit.tap(exitPoint);
-    QCOMPARE(shown.unit.journal(QStringLiteral("/^framework (start|close) /")),
-             QStringList(QStringLiteral("framework close factorydebug")));
-}
-
 void TestFactoryDebugView::captureTwiceShowsBothTextsInTheSamePopup()
 {
     ViewOnScreen shown;
@@ -146,15 +119,6 @@ void TestFactoryDebugView::captureTwiceShowsBothTextsInTheSamePopup()
     QCOMPARE(layer->findChildren<PopupView *>(), QList<PopupView *>({popup}));
     QCOMPARE(popup->text(), QStringLiteral("capture turned off"));
     QCOMPARE(shown.unit.unit().settings().value(QStringLiteral("system/capture")).toBool(), false);
-}
-
-void TestFactoryDebugView::captureStartsFromTheStoredState()
-{
-    ViewOnScreen shown;
-    shown.unit.unit().settings().setValue(QStringLiteral("system/capture"), true);
-    shown.tap("idCapture");
-    const auto *popup = shown.unit.framework().layer(UI_HERARCHY_POPUP)->findChild<PopupView *>();
-    QCOMPARE(popup->text(), QStringLiteral("capture turned off"));
 }
 
 void TestFactoryDebugView::captureNoticeGoesAfterTwoSeconds()
@@ -204,55 +168,6 @@ void TestFactoryDebugView::shadeCoversTheViewAndStays()
     QCOMPARE(gone, QStringList({"~FactoryDebugView", "status bar"}));
 }
 
-void TestFactoryDebugView::copyBtsnoopTakesTheLastDevice()
-{
-    ViewOnScreen shown;
-    shown.unit.plug(QStringLiteral("usb1"));
-    shown.unit.plug(QStringLiteral("sd0"));
-    shown.unit.plug(QStringLiteral("usb0"));
-    const TraceCapture capture;
-    shown.tap("idCopyBtsnoop");
-    QCOMPARE(capture.texts(),
-             QStringList({QStringLiteral("id: \"idCopyBtsnoop\""),
-                          QStringLiteral("last device: \"/media/usb0\"")}));
-    QCOMPARE(shown.unit.journal(QStringLiteral("/^shell cp/")),
-             QStringList({
-                 QStringLiteral("shell cp /media/flash/userdata/btsnoop.log /media/usb0/userdata"),
-                 QStringLiteral("shell cp /media/flash/nvm/btsnoop.log /media/usb0/nvm"),
-             }));
-}
-
-void TestFactoryDebugView::copyBtsnoopWithoutStorageDoesNothing()
-{
-    ViewOnScreen shown;
-    shown.unit.plug(QStringLiteral("sd0")); // Of another media type.
-    const TraceCapture capture;
-    shown.tap("idCopyBtsnoop");
-    QCOMPARE(capture.texts(), QStringList(QStringLiteral("id: \"idCopyBtsnoop\"")));
-    QCOMPARE(shown.unit.journal(QStringLiteral("/^shell /")), QStringList());
-}
-
-void TestFactoryDebugView::startUsbTestInItsOrder()
-{
-    ViewOnScreen shown;
-    shown.unit.plug(QStringLiteral("usb1"));
-    shown.unit.plug(QStringLiteral("usb0"));
-    const TraceCapture capture;
-    shown.tap("startUSBTest");
-    QCOMPARE(
-        capture.texts(),
-        QStringList({QStringLiteral("id: \"startUSBTest\""), QStringLiteral("deviceList:  2")}));
-    QCOMPARE(shown.unit.journal(QStringLiteral("/^(media|mediaplay|framework) /")),
-             QStringList({
-                 QStringLiteral("media scan /media/usb0"),
-                 QStringLiteral("framework close factorydebug"),
-                 QStringLiteral("framework unknown activity factorydebug"),
-                 QStringLiteral("mediaplay usb testing 1"),
-                 QStringLiteral("framework start usb 0"),
-                 QStringLiteral("framework unknown activity usb"),
-             }));
-}
-
 void TestFactoryDebugView::startUsbTestWithoutStorageNeitherClosesNorStarts()
 {
     ViewOnScreen shown;
@@ -262,17 +177,6 @@ void TestFactoryDebugView::startUsbTestWithoutStorageNeitherClosesNorStarts()
         capture.texts(),
         QStringList({QStringLiteral("id: \"startUSBTest\""), QStringLiteral("deviceList:  0")}));
     QCOMPARE(shown.unit.journal(QStringLiteral("/^(media|mediaplay|framework) /")), QStringList());
-}
-
-void TestFactoryDebugView::startUsbTestWithoutMediaplayGoesOn()
-{
-    ViewOnScreen shown;
-    shown.unit.framework().modules().remove(QStringLiteral("mediaplay"));
-    shown.unit.plug(QStringLiteral("usb0"));
-    shown.tap("startUSBTest");
-    QCOMPARE(shown.unit.journal(QStringLiteral("/^(mediaplay|framework (start|close)) /")),
-             QStringList({QStringLiteral("framework close factorydebug"),
-                          QStringLiteral("framework start usb 0")}));
 }
 
 void TestFactoryDebugView::startUsbTestUsesNothingOfTheViewAfterTheClose()
@@ -289,19 +193,6 @@ void TestFactoryDebugView::startUsbTestUsesNothingOfTheViewAfterTheClose()
              QStringList({QStringLiteral("close factorydebug"), QStringLiteral("start usb 0")}));
     QCOMPARE(shown.unit.journal(QStringLiteral("mediaplay")),
              QStringList(QStringLiteral("mediaplay usb testing 1")));
-}
-
-void TestFactoryDebugView::traces()
-{
-    ViewOnScreen shown;
-    const TraceCapture capture;
-    shown.view->showKeyColorView();
-    shown.view->showKeyColorView();
-    const QStringList shows = capture.texts().filter(QStringLiteral("showKeyColorView"));
-    QCOMPARE(shows.size(), 2);
-    QVERIFY(capture.texts().contains(QStringLiteral("interSecondary \"KeyColor Set\"")));
-    delete shown.view;
-    QVERIFY(capture.texts().contains(QStringLiteral("~FactoryDebugView")));
 }
 
 FACTORY_TEST_MAIN(TestFactoryDebugView)

@@ -19,10 +19,6 @@ class TestFactoryDebugViewPages : public QObject
 private slots:
     void cleanup();
 
-    void opensAPage_data();
-    void opensAPage();
-    void returnDeletesThePage_data();
-    void returnDeletesThePage();
     void returnAfterAPageHasDeletedItself_data();
     void returnAfterAPageHasDeletedItself();
     void anotherPageDeletesTheFirst();
@@ -57,79 +53,11 @@ QObject *page(const FactoryDebugView &view, const QByteArray &className)
     return nullptr;
 }
 
-void addPages()
-{
-    QTest::addColumn<QByteArray>("id");
-    QTest::addColumn<QByteArray>("className");
-    QTest::addColumn<QString>("title");
-    const auto row = [](const char *id, const char *className, const char *title) {
-        QTest::newRow(id) << QByteArray(id) << QByteArray(className) << QString::fromLatin1(title);
-    };
-    row("usbtest", "USBTestView", "USB Test");
-    row("usbeye", "USBEyeTestView", "USB Eye Test");
-    row("ncmtest", "NCMTestView", "NCM Test");
-    row("keycolor", "CSetupKeyLight", "KeyColor Set");
-    row("vendordata", "VendorDataView", "VendorData Set");
-    row("als", "CSetupALSTest", "ALS Test");
-    row("pdtVer", "CDevsInfoPage", "Product Version");
-    row("sysCtrl", "CSysCtrlPage", "System Control");
-    row("idPanel", "CSetupPanelForm", "Panel Config");
-}
-
 } // namespace
 
 void TestFactoryDebugViewPages::cleanup()
 {
     usbTestListType = 1;
-}
-
-void TestFactoryDebugViewPages::opensAPage_data()
-{
-    addPages();
-}
-
-void TestFactoryDebugViewPages::opensAPage()
-{
-    QFETCH(QByteArray, id);
-    QFETCH(QByteArray, className);
-    QFETCH(QString, title);
-    ViewOnScreen shown;
-
-    shown.tap(id.constData());
-
-    QVERIFY(page(*shown.view, className) != nullptr);
-    QCOMPARE(::title(*shown.view), title);
-    const QList<KvIconButton *> buttons = menuButtons(*shown.view);
-    for (KvIconButton *button : buttons) {
-        QVERIFY(!button->isVisible());
-    }
-    if (const auto *widget = qobject_cast<QWidget *>(page(*shown.view, className))) {
-        QVERIFY(widget->isVisible());
-        QCOMPARE(widget->pos(), QPoint(0, 66));
-    }
-}
-
-void TestFactoryDebugViewPages::returnDeletesThePage_data()
-{
-    addPages();
-}
-
-void TestFactoryDebugViewPages::returnDeletesThePage()
-{
-    QFETCH(QByteArray, id);
-    QFETCH(QByteArray, className);
-    ViewOnScreen shown;
-    shown.tap(id.constData());
-    const QPointer<QObject> opened = page(*shown.view, className);
-
-    shown.unit.tap(returnPoint);
-
-    QVERIFY(opened.isNull());
-    QCOMPARE(title(*shown.view), QStringLiteral("Factory"));
-    const QList<KvIconButton *> buttons = menuButtons(*shown.view);
-    for (KvIconButton *button : buttons) {
-        QVERIFY(button->isVisible());
-    }
 }
 
 void TestFactoryDebugViewPages::returnAfterAPageHasDeletedItself_data()

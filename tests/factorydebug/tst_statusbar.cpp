@@ -16,7 +16,6 @@ private slots:
     void rightAfterConstructionOnlyExitIsVisibleAndTheTitleReadsFactory();
     void emptyTitleIsClearedAndStillSwitchesToThePageMode();
     void pressOnExitSendsExitAndOnReturnSendsReturn();
-    void primaryModeComesBack();
 };
 
 namespace
@@ -80,18 +79,6 @@ void TestStatusBar::pressOnExitSendsExitAndOnReturnSendsReturn()
     QCOMPARE(spy.takeFirst().at(0).toString(), QStringLiteral("return"));
     unit.tap(QPoint(760, 32));
     QCOMPARE(spy.size(), 0);
-}
-
-void TestStatusBar::primaryModeComesBack()
-{
-    TestUnit unit;
-    StatusBar bar(&unit.screen());
-    bar.show();
-    bar.interSecondary(QStringLiteral("Page"));
-    bar.interPrimary();
-    QVERIFY(!button(bar, "return")->isVisible());
-    QVERIFY(button(bar, "exit")->isVisible());
-    QCOMPARE(title(bar)->text(), QStringLiteral("Factory"));
 }
 
 FACTORY_TEST_MAIN(TestStatusBar)
