@@ -47,13 +47,12 @@ private slots:
     void liftOutsideChangesNothing();
     void interruptedPressChangesNothing();
     void fingerIsSeen();
-    void setStateIsSilent();
     void slotDeletesButton();
     void disabledRefuses();
     void ownFaces();
     void takesImageSize();
+    void propertiesForForms_data();
     void propertiesForForms();
-    void repaints();
     void styleSheetPaints();
 };
 
@@ -119,22 +118,6 @@ void TestCBoolButton::fingerIsSeen()
     screen.fingerUp(besideButton);
 }
 
-void TestCBoolButton::setStateIsSilent()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    button.setState(true);
-    QVERIFY(button.state());
-    QCOMPARE(screen.colorAt(onButton), onColor);
-    button.setState(false);
-    QVERIFY(!button.state());
-    button.setOnImage(QPixmap());
-    button.setOffImage(QPixmap());
-    button.setButtonID("other");
-    QCOMPARE(button.heard, QStringList());
-}
-
 void TestCBoolButton::slotDeletesButton()
 {
     RUN_CHECK(checkSlotMayDelete<Button>(&CBoolButton::btnReleased, onButton));
@@ -184,27 +167,19 @@ void TestCBoolButton::takesImageSize()
     QCOMPARE(button.geometry(), QRect(30, 40, 70, 50));
 }
 
-void TestCBoolButton::propertiesForForms()
+void TestCBoolButton::propertiesForForms_data()
 {
-    CBoolButton button;
-    QVERIFY(button.setProperty("buttonID", "idCertification"));
-    QCOMPARE(button.buttonID(), QString("idCertification"));
-    QVERIFY(button.setProperty("state", true));
-    QCOMPARE(button.state(), true);
-    QVERIFY(button.setProperty("onImage", plain(QSize(1, 2), Qt::red)));
-    QCOMPARE(button.property("onImage").value<QPixmap>().size(), QSize(1, 2));
-    QVERIFY(button.setProperty("offImage", plain(QSize(3, 4), Qt::red)));
-    QCOMPARE(button.property("offImage").value<QPixmap>().size(), QSize(3, 4));
+    addPropertyColumns();
+    const QVariant image = plain(QSize(9, 9), Qt::red);
+    QTest::newRow("buttonID") << QByteArray("buttonID") << QVariant("idCertification") << false;
+    QTest::newRow("state") << QByteArray("state") << QVariant(true) << true;
+    QTest::newRow("onImage") << QByteArray("onImage") << image << true;
+    QTest::newRow("offImage") << QByteArray("offImage") << image << true;
 }
 
-void TestCBoolButton::repaints()
+void TestCBoolButton::propertiesForForms()
 {
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    QVERIFY(repaintsAfter(button, [&] { button.setState(true); }));
-    QVERIFY(repaintsAfter(button, [&] { button.setOnImage(QPixmap()); }));
-    QVERIFY(repaintsAfter(button, [&] { button.setOffImage(QPixmap()); }));
+    checkProperty<Button>();
 }
 
 void TestCBoolButton::styleSheetPaints()

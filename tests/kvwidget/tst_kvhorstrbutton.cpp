@@ -56,8 +56,8 @@ private slots:
     void displayString();
     void displayStringTakesFontAndColorOfTheWidget();
     void takesImageSize();
-    void settersAreSilentAndRepaint_data();
-    void settersAreSilentAndRepaint();
+    void propertiesForForms_data();
+    void propertiesForForms();
     void styleSheetPaints();
 };
 
@@ -221,11 +221,9 @@ void TestKvHorStrButton::takesImageSize()
     QCOMPARE(button.geometry(), QRect(30, 40, 56, 56));
 }
 
-void TestKvHorStrButton::settersAreSilentAndRepaint_data()
+void TestKvHorStrButton::propertiesForForms_data()
 {
-    QTest::addColumn<QByteArray>("property");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<bool>("seen");
+    addPropertyColumns();
     const QVariant image = plain(QSize(9, 9), pressColor);
     QTest::newRow("buttonId") << QByteArray("buttonId") << QVariant("briinc") << false;
     QTest::newRow("displayString") << QByteArray("displayString") << QVariant("text") << true;
@@ -234,26 +232,9 @@ void TestKvHorStrButton::settersAreSilentAndRepaint_data()
     QTest::newRow("disablePixmap") << QByteArray("disablePixmap") << image << true;
 }
 
-void TestKvHorStrButton::settersAreSilentAndRepaint()
+void TestKvHorStrButton::propertiesForForms()
 {
-    QFETCH(QByteArray, property);
-    QFETCH(QVariant, value);
-    QFETCH(bool, seen);
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    bool declared = false;
-    const bool painted =
-        repaintsAfter(button, [&] { declared = button.setProperty(property, value); });
-    QVERIFY(declared);
-    QVERIFY(painted || !seen);
-    const QVariant kept = button.property(property);
-    if (value.userType() == QMetaType::QPixmap) {
-        QCOMPARE(kept.value<QPixmap>().size(), QSize(9, 9));
-    } else {
-        QCOMPARE(kept, value);
-    }
-    QCOMPARE(button.heard, QStringList());
+    checkProperty<Button>();
 }
 
 void TestKvHorStrButton::styleSheetPaints()

@@ -44,13 +44,13 @@ private slots:
     void interruptedPressChangesNothing_data();
     void interruptedPressChangesNothing();
     void setIsDownIsSilent();
+    void isDownIsAPropertyForForms();
     void otherButtonMayBeReleasedBySlot();
     void slotDeletesButton();
     void disabledRefuses();
     void showModes_data();
     void showModes();
     void takesImageSize();
-    void propertiesForForms();
     void styleSheetPaints();
 };
 
@@ -145,6 +145,13 @@ void TestKvLockButton::setIsDownIsSilent()
     QCOMPARE(button.heard, QStringList());
 }
 
+void TestKvLockButton::isDownIsAPropertyForForms()
+{
+    KvLockButton button;
+    QVERIFY(button.setProperty("isDown", true));
+    QCOMPARE(button.isDown(), true);
+}
+
 void TestKvLockButton::otherButtonMayBeReleasedBySlot()
 {
     TouchScreen screen;
@@ -210,26 +217,6 @@ void TestKvLockButton::takesImageSize()
     button.setNormalImage(plain(QSize(140, 60), normalColor));
     QCOMPARE(button.sizeHint(), QSize(140, 60));
     QCOMPARE(button.geometry(), QRect(30, 40, 140, 60));
-}
-
-void TestKvLockButton::propertiesForForms()
-{
-    KvLockButton button;
-    QVERIFY(button.setProperty("buttonID", "S_STOP"));
-    QCOMPARE(button.buttonID(), QString("S_STOP"));
-    QVERIFY(button.setProperty("isDown", true));
-    QCOMPARE(button.isDown(), true);
-    QVERIFY(button.setProperty("displayText", "Stop"));
-    QCOMPARE(button.displayText(), QString("Stop"));
-    QVERIFY(button.setProperty("textSize", 24));
-    QCOMPARE(button.property("textSize").value<int>(), 24);
-    QVERIFY(button.setProperty("showMode", 1));
-    QCOMPARE(button.property("showMode").value<KvIconButton::ShowMode>(),
-             KvLockButton::ShowImageText);
-    QVERIFY(button.setProperty("normalImage", plain(QSize(1, 2), Qt::red)));
-    QCOMPARE(button.property("normalImage").value<QPixmap>().size(), QSize(1, 2));
-    QVERIFY(button.setProperty("pressImage", plain(QSize(3, 4), Qt::red)));
-    QCOMPARE(button.property("pressImage").value<QPixmap>().size(), QSize(3, 4));
 }
 
 void TestKvLockButton::styleSheetPaints()
