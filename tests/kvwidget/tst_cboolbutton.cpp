@@ -11,7 +11,6 @@ namespace
 
 const QRect place(620, 50, 80, 62);
 const QPoint onButton = place.center();
-const QPoint besideButton(50, 50);
 
 const QColor onColor(0, 255, 0);
 const QColor offColor(0, 0, 255);
@@ -44,12 +43,8 @@ class TestCBoolButton : public QObject
 
 private slots:
     void tapFlipsAndTells();
-    void liftOutsideChangesNothing();
-    void interruptedPressChangesNothing();
-    void fingerIsSeen();
     void slotDeletesButton();
     void disabledRefuses();
-    void ownFaces();
     void takesImageSize();
     void propertiesForForms_data();
     void propertiesForForms();
@@ -78,46 +73,6 @@ void TestCBoolButton::tapFlipsAndTells()
     QCOMPARE(screen.colorAt(onButton), offColor);
 }
 
-void TestCBoolButton::liftOutsideChangesNothing()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    screen.fingerDown(onButton);
-    screen.fingerTo(besideButton);
-    screen.fingerUp(besideButton);
-    QVERIFY(!button.state());
-    QCOMPARE(button.heard, QStringList());
-    QCOMPARE(screen.colorAt(onButton), offColor);
-}
-
-void TestCBoolButton::interruptedPressChangesNothing()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    screen.fingerDown(onButton);
-    button.setEnabled(false);
-    button.setEnabled(true);
-    screen.fingerUp(onButton);
-    QVERIFY(!button.state());
-    QCOMPARE(button.heard, QStringList());
-}
-
-void TestCBoolButton::fingerIsSeen()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    button.setState(true);
-    QVERIFY(screen.turnOn());
-    screen.fingerDown(onButton);
-    const int green = screen.colorAt(onButton).green();
-    QVERIFY(green > 150 && green < 240);
-    screen.fingerTo(besideButton);
-    QCOMPARE(screen.colorAt(onButton), onColor);
-    screen.fingerUp(besideButton);
-}
-
 void TestCBoolButton::slotDeletesButton()
 {
     RUN_CHECK(checkSlotMayDelete<Button>(&CBoolButton::btnReleased, onButton));
@@ -136,25 +91,6 @@ void TestCBoolButton::disabledRefuses()
     screen.fingerUp(onButton);
     QVERIFY(!button.state());
     QCOMPARE(button.heard, QStringList());
-}
-
-void TestCBoolButton::ownFaces()
-{
-    TouchScreen screen;
-    CBoolButton button(&screen);
-    button.move(place.topLeft());
-    QVERIFY(screen.turnOn());
-    QCOMPARE(button.geometry(), place);
-    QVERIFY(!screen.inkIn(place, Qt::black).isNull());
-    const QImage off = screen.grab(place).toImage();
-    button.setState(true);
-    const QImage on = screen.grab(place).toImage();
-    QVERIFY(on != off);
-    // The knob lies at the left when off, at the right when on, and is the lightest thing there.
-    const QPoint left(23, 31);
-    const QPoint right(57, 31);
-    QVERIFY(off.pixelColor(left).lightness() > off.pixelColor(right).lightness());
-    QVERIFY(on.pixelColor(right).lightness() > on.pixelColor(left).lightness());
 }
 
 void TestCBoolButton::takesImageSize()

@@ -13,7 +13,6 @@ namespace
 const QRect place(100, 100, 103, 60);
 const QRect imagePlace(123, 102, 56, 56);
 const QPoint onButton(101, 101);
-const QPoint besideButton(50, 50);
 const QPoint onImage = imagePlace.topLeft();
 
 const QColor normalColor(0, 0, 255);
@@ -45,11 +44,8 @@ class TestKvHorStrButton : public QObject
 
 private slots:
     void clickedWhenLiftedInside();
-    void silentWhenLiftedOutside();
     void higherThanItsImageIsTouchedInItsMiddle();
     void slotDeletesButton();
-    void imageIsCentredAndNeverDistorted_data();
-    void imageIsCentredAndNeverDistorted();
     void normalImageStaysWithoutPressedOne();
     void disabled_data();
     void disabled();
@@ -73,18 +69,6 @@ void TestKvHorStrButton::clickedWhenLiftedInside()
     screen.fingerUp(place.bottomRight());
     QCOMPARE(screen.colorAt(onImage), normalColor);
     QCOMPARE(button.heard, QStringList{"bridec"});
-}
-
-void TestKvHorStrButton::silentWhenLiftedOutside()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    screen.fingerDown(onButton);
-    screen.fingerTo(besideButton);
-    QCOMPARE(screen.colorAt(onImage), normalColor);
-    screen.fingerUp(besideButton);
-    QCOMPARE(button.heard, QStringList());
 }
 
 void TestKvHorStrButton::higherThanItsImageIsTouchedInItsMiddle()
@@ -112,30 +96,6 @@ void TestKvHorStrButton::higherThanItsImageIsTouchedInItsMiddle()
 void TestKvHorStrButton::slotDeletesButton()
 {
     RUN_CHECK(checkSlotMayDelete<Button>(&KvHorStrButton::clicked, onButton));
-}
-
-void TestKvHorStrButton::imageIsCentredAndNeverDistorted_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QRect>("drawn");
-    QTest::newRow("panel page") << QSize(103, 60) << QRect(123, 102, 56, 56);
-    QTest::newRow("key light page") << QSize(82, 60) << QRect(113, 102, 56, 56);
-    QTest::newRow("image's own size") << QSize(56, 56) << QRect(100, 100, 56, 56);
-    QTest::newRow("far larger") << QSize(156, 256) << QRect(150, 200, 56, 56);
-    // 56 x 56 into 28 x 60: halved.
-    QTest::newRow("narrower") << QSize(28, 60) << QRect(100, 116, 28, 28);
-}
-
-void TestKvHorStrButton::imageIsCentredAndNeverDistorted()
-{
-    QFETCH(QSize, size);
-    QFETCH(QRect, drawn);
-    TouchScreen screen;
-    Button button(&screen);
-    button.setMinimumHeight(0);
-    button.resize(size);
-    QVERIFY(screen.turnOn());
-    QCOMPARE(screen.inkIn(screen.rect(), Qt::black), drawn);
 }
 
 void TestKvHorStrButton::normalImageStaysWithoutPressedOne()

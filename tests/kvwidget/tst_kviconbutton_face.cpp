@@ -40,7 +40,11 @@ const QColor disableColor(255, 255, 0);
 
 void TestKvIconButtonFace::imageInEveryShowMode_data()
 {
-    addShowModes();
+    QTest::addColumn<int>("mode"); // -1 is for a button whose mode is not set
+    QTest::addColumn<bool>("textSeen");
+    QTest::newRow("none set") << -1 << false;
+    QTest::newRow("image") << int(KvIconButton::ShowImage) << false;
+    QTest::newRow("image and text") << int(KvIconButton::ShowImageText) << true;
 }
 
 void TestKvIconButtonFace::imageInEveryShowMode()
