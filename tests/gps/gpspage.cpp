@@ -4,11 +4,6 @@
 
 #include <QtTest>
 
-const QString GpsPageTest::workerEnters =
-    QStringLiteral("threadPoolCallback check software enter...\n");
-const QString GpsPageTest::workerLeaves =
-    QStringLiteral("threadPoolCallback check software exit...");
-
 QString updateReady(int ready)
 {
     return QStringLiteral("mcu update ready %1").arg(ready);
@@ -70,12 +65,4 @@ CGpsComPage *GpsPageTest::openVerified()
         qFatal("The page does not ask.");
     }
     return page;
-}
-
-QStringList GpsPageTest::tracesOfPage(const TraceCapture &capture)
-{
-    QStringList texts = capture.texts();
-    texts.removeAll(workerEnters);
-    texts.removeAll(workerLeaves);
-    return texts;
 }

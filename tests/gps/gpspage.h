@@ -3,7 +3,6 @@
 #include "gps/gpscomage.h"
 
 #include "support/testunit.h"
-#include "support/tracecapture.h"
 
 #include <QPointer>
 #include <QScopedPointer>
@@ -50,12 +49,6 @@ protected:
     CGpsComPage *open();
     /// With both files, and waits until it asks.
     CGpsComPage *openVerified();
-
-    /// What the page has traced, without its worker, whose two lines come at any time.
-    static QStringList tracesOfPage(const TraceCapture &capture);
-
-    static const QString workerEnters;
-    static const QString workerLeaves;
 
     QScopedPointer<TestUnit> m_unit;
     QPointer<CGpsComPage> m_page;

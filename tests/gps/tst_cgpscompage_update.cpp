@@ -2,10 +2,8 @@
 
 #include "gps/cgpsfwinfo.h"
 #include "gpspage.h"
-#include "recordedsleeps.h"
 
 #include "support/testmain.h"
-#include "support/tracecapture.h"
 
 #include "kvwidget/kviconbutton.h"
 #include "mcu/cmsgclass.h"
@@ -13,8 +11,6 @@
 #include <QLabel>
 #include <QPointer>
 #include <QtTest>
-
-#include <thread>
 
 class TestCGpsComPageUpdate : public QObject, private GpsPageTest
 {
@@ -26,18 +22,13 @@ private slots:
 
     void cancelReactsToAClick();
     void updateReactsToARelease();
-    void updateIsQueued();
-    void liftBesideAButtonDoesNothing_data();
-    void liftBesideAButtonDoesNothing();
     void unknownIdIsIgnored();
     void updateUpgradesAndReboots();
-    void pausesOfTheCheckAndTheUpdate();
     void updatingTextIsOnTheGlassBeforeTheThreadBlocks();
     void updateWithoutPathsOnlyBeeps();
 
     void stickPulledWhileVerifying();
     void stickPulledAfterVerification();
-    void stickPulledWhileUpdating();
     void stickPluggedChangesNothing();
 };
 
@@ -65,26 +56,6 @@ void TestCGpsComPageUpdate::cancelReactsToAClick()
     QCOMPARE(m_unit->journal(QStringLiteral("update ready")).last(), updateReady(0));
 }
 
-void TestCGpsComPageUpdate::liftBesideAButtonDoesNothing_data()
-{
-    QTest::addColumn<QPoint>("button");
-    QTest::newRow("Cancel") << cancelPoint;
-    QTest::newRow("Update") << updatePoint;
-}
-
-void TestCGpsComPageUpdate::liftBesideAButtonDoesNothing()
-{
-    QFETCH(QPoint, button);
-    openVerified();
-    m_unit->press(button);
-    m_unit->move(QPoint(400, 450));
-    m_unit->release(QPoint(400, 450));
-    QTest::qWait(50);
-    QVERIFY(!m_page.isNull());
-    QVERIFY(asks(m_page));
-    QVERIFY(m_unit->journal(QStringLiteral("/^(log|mcu beep)/")).isEmpty());
-}
-
 void TestCGpsComPageUpdate::updateReactsToARelease()
 {
     const CGpsComPage *page = openVerified();
@@ -101,16 +72,6 @@ void TestCGpsComPageUpdate::updateReactsToARelease()
     QCOMPARE(label->text(), QStringLiteral("GPS Firmware Updating..."));
     QVERIFY(shows(page, "popLoading"));
     QVERIFY(!shows(page, "popEnsure"));
-}
-
-void TestCGpsComPageUpdate::updateIsQueued()
-{
-    const CGpsComPage *page = openVerified();
-    QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
-    auto *button = find<KvIconButton>(page, "updateButton");
-    emit button->btnReleased(button->buttonID());
-    QVERIFY(asks(page));
-    QTRY_VERIFY(!asks(page));
 }
 
 void TestCGpsComPageUpdate::unknownIdIsIgnored()
@@ -141,34 +102,6 @@ void TestCGpsComPageUpdate::updateUpgradesAndReboots()
                  QStringLiteral("shell sync"),
                  QStringLiteral("mcu reboot"),
              }));
-}
-
-void TestCGpsComPageUpdate::pausesOfTheCheckAndTheUpdate()
-{
-    switchOn(1);
-    openVerified();
-
-    const TraceCapture capture;
-    const QString verified = QStringLiteral("softCheckResultSlot state:  0");
-    QVector<qint64> checking;
-    std::thread worker([&checking] {
-        const RecordedSleeps sleeps;
-        CGpsComPage::threadPoolCallback(0);
-        checking = sleeps.all();
-    });
-    worker.join();
-    QCOMPARE(checking, QVector<qint64>({1000000}));
-    // What a worker finds is heard of by the page's own thread, later.
-    QVERIFY(!capture.texts().contains(verified));
-    QCoreApplication::processEvents();
-    QVERIFY(capture.texts().contains(verified));
-
-    // Without a line the upgrade itself ends at once.
-    QVERIFY(QFile::remove(m_unit->path(QStringLiteral("/dev/ttyS3"))));
-    const RecordedSleeps sleeps;
-    m_unit->tap(updatePoint);
-    QTRY_VERIFY(!m_unit->journal(QStringLiteral("mcu reboot")).isEmpty());
-    QCOMPARE(sleeps.all(), QVector<qint64>({3000000, 200000, 300000}));
 }
 
 void TestCGpsComPageUpdate::updatingTextIsOnTheGlassBeforeTheThreadBlocks()
@@ -250,24 +183,6 @@ void TestCGpsComPageUpdate::stickPulledAfterVerification()
     QCOMPARE(m_unit->journal(QStringLiteral("gps service stopped")).size(), 1);
     QVERIFY(m_unit->journal(QStringLiteral("bootloader received")).isEmpty());
     QCOMPARE(m_unit->unit().versions().gps(), QStringLiteral("GNSS 1.04.2"));
-}
-
-void TestCGpsComPageUpdate::stickPulledWhileUpdating()
-{
-    switchOn(2); // Time to pull it, before the second file is opened.
-    openVerified();
-    // Between the two transfers, by a thread beside the one that is blocked.
-    std::thread world([this] {
-        const hardware::JournalPattern received(QStringLiteral("bootloader received"));
-        m_unit->unit().journal().waitFor(received, 0, 60000);
-        QString error;
-        m_unit->unit().storage().pull(QStringLiteral("usb0"), &error);
-    });
-    m_unit->tap(updatePoint);
-    QTRY_VERIFY_WITH_TIMEOUT(!m_unit->journal(QStringLiteral("mcu reboot")).isEmpty(), 60000);
-    world.join();
-    QVERIFY(m_unit->journal(QStringLiteral("firmware received")).isEmpty());
-    QTRY_COMPARE(m_unit->journal(QStringLiteral("update ready")).last(), updateReady(0));
 }
 
 void TestCGpsComPageUpdate::stickPluggedChangesNothing()

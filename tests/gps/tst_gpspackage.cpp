@@ -6,7 +6,6 @@
 
 #include "support/testmain.h"
 
-#include <QDir>
 #include <QFile>
 #include <QProcess>
 #include <QTemporaryDir>
@@ -28,7 +27,6 @@ private slots:
     void checksAFile_data();
     void checksAFile();
     void everyKindIsTested();
-    void printsWhatItFinds();
     void readsThePayloadByAKilobyteIntoAClearBuffer();
     void fileOf32BytesOrFewerPassesWithoutReadingAHeader();
     void zeroLengthFileFails();
@@ -37,7 +35,6 @@ private slots:
     void firstHeaderWordIsNeverCompared();
     void missingFile();
     void filesAreClosed();
-    void corpusTerminates();
 
 private:
     QByteArray made(const char *kind) const;
@@ -173,28 +170,6 @@ void TestGpsPackage::everyKindIsTested()
     QCOMPARE(list.readAll().count('\n'), 8 + 9 + 40);
 }
 
-void TestGpsPackage::printsWhatItFinds()
-{
-    // Header and values by hand: magic, sum 4 + 0x0201, nothing, length 6, CRC from a calculator.
-    QByteArray header("\xF3\xF2\xF1\xF0\x05\x05\x01\x00\x00\x00\x00\x00\x06\x00\x00\x00", 16);
-    header += QByteArray(12, '\0');
-    const uint crc = get_crc16(header.constData(), 28);
-    header += char(crc);
-    header += char(crc >> 8);
-    header += QByteArray(2, '\0');
-    const QByteArray payload("\x04\x04\x01\x00\x01\x01", 6); // 0x00010404 + 0x00000101
-    int result = -1;
-    const QByteArray output = checked(written(header + payload), &result);
-    const QByteArray crcText = QByteArray::number(crc, 16).rightJustified(8, '0');
-    QCOMPARE(output,
-             QByteArray("file size [38]\n"
-                        "0000: f3 f2 f1 f0 05 05 01 00 - 00 00 00 00 06 00 00 00\n"
-                        "0010: 00 00 00 00 00 00 00 00 - 00 00 00 00 ")
-                 + crcText.mid(6, 2) + ' ' + crcText.mid(4, 2) + " 00 00\ncrc16  [" + crcText
-                 + "]\nchecksum  [00010505]\n\n");
-    QCOMPARE(result, 0);
-}
-
 void TestGpsPackage::readsThePayloadByAKilobyteIntoAClearBuffer()
 {
     // Two payload words that are not zero, in a block and a half.
@@ -278,19 +253,6 @@ void TestGpsPackage::filesAreClosed()
         checked(made(kind), &result);
     }
     QCOMPARE(openFiles(), before);
-}
-
-/// What the fuzzer found worth keeping.
-void TestGpsPackage::corpusTerminates()
-{
-    const QDir corpus(QStringLiteral(GPS_PACKAGE_CORPUS));
-    const QStringList files = corpus.entryList(QDir::Files);
-    QVERIFY(!files.isEmpty());
-    for (const QString &name : files) {
-        int result = 1;
-        checked(QFile::encodeName(corpus.filePath(name)), &result);
-        QVERIFY2(result == 0 || result == -1, qPrintable(name));
-    }
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestGpsPackage)

@@ -28,8 +28,6 @@ class TestGpsSerial : public QObject
 private slots:
     void cleanup();
 
-    void waitsForBytes_data();
-    void waitsForBytes();
     void waitingFails_data();
     void waitingFails();
     void selectIsAskedTwice_data();
@@ -55,26 +53,11 @@ void TestGpsSerial::cleanup()
     use_select_wait = 0;
 }
 
-void TestGpsSerial::waitsForBytes_data()
+void TestGpsSerial::waitingFails_data()
 {
     QTest::addColumn<int>("bySelect");
     QTest::newRow("select") << 1;
     QTest::newRow("polling") << 0;
-}
-
-void TestGpsSerial::waitsForBytes()
-{
-    QFETCH(int, bySelect);
-    use_select_wait = bySelect;
-    const TestLine line;
-    QCOMPARE(wait_readable(line.port()), 0);
-    line.say("x");
-    QTRY_VERIFY(wait_readable(line.port()) > 0);
-}
-
-void TestGpsSerial::waitingFails_data()
-{
-    waitsForBytes_data();
 }
 
 void TestGpsSerial::waitingFails()

@@ -35,9 +35,7 @@ private slots:
     void settingFails();
     void firstApplyIsNotLookedAt();
 
-    void opensThePort();
     void portMayBeTheFirstDescriptor();
-    void portCannotBeOpened();
 };
 
 void TestGpsSerialSettings::cleanup()
@@ -111,17 +109,6 @@ void TestGpsSerialSettings::firstApplyIsNotLookedAt()
     QCOMPARE(set_baudrate(line.port(), B9600), 0);
 }
 
-void TestGpsSerialSettings::opensThePort()
-{
-    const TestUnit unit;
-    const int port = initial_serialPort();
-    QVERIFY(port >= 0);
-    termios options;
-    tcgetattr(port, &options);
-    QCOMPARE(uint(cfgetospeed(&options)), uint(B230400));
-    close(port);
-}
-
 void TestGpsSerialSettings::portMayBeTheFirstDescriptor()
 {
     const TestUnit unit;
@@ -131,16 +118,6 @@ void TestGpsSerialSettings::portMayBeTheFirstDescriptor()
     dup2(input, STDIN_FILENO);
     close(input);
     QCOMPARE(port, STDIN_FILENO);
-}
-
-void TestGpsSerialSettings::portCannotBeOpened()
-{
-    const TestUnit unit;
-    QVERIFY(QFile::remove(unit.path(QStringLiteral("/dev/ttyS3"))));
-    const StdoutCapture output;
-    QCOMPARE(initial_serialPort(), -1);
-    QCOMPARE(output.text(),
-             QByteArray("Can't open serial port!(errno=2:No such file or directory) \n"));
 }
 
 FACTORY_TEST_MAIN(TestGpsSerialSettings)

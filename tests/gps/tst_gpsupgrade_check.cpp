@@ -77,7 +77,6 @@ private slots:
     void saysWhoChecks();
     void checksSayWhatTheyFind_data();
     void checksSayWhatTheyFind();
-    void checksOfFilesThatAreGone();
 
 private:
     Conversation check(const QByteArray &bootloader, const QByteArray &firmware);
@@ -212,18 +211,6 @@ void TestGpsUpgradeCheck::checksSayWhatTheyFind()
     QCOMPARE(QString::fromUtf8(outcome.output), expectedCheck());
     // select() was not measured.
     QCOMPARE(use_select_wait, 7);
-}
-
-void TestGpsUpgradeCheck::checksOfFilesThatAreGone()
-{
-    QVERIFY(QFile::remove(m_unit->path(QString::fromLatin1(firmware))));
-    const Conversation outcome = check(bootloader, firmware);
-    QCOMPARE(outcome.result, -2);
-    const QByteArray missing =
-        "\n can't open this file or not exist!(errno=2:No such file or directory) \n";
-    QVERIFY2(outcome.output.endsWith("checking file: " + QByteArray(firmware) + '\n' + missing
-                                     + missing + "firmware file error!\n"),
-             outcome.output.constData());
 }
 
 FACTORY_TEST_MAIN(TestGpsUpgradeCheck)

@@ -29,7 +29,6 @@ void TestGpsUpgradeSplit::returns_data()
 {
     addFaultColumns();
     addFaultRow("split-prompt", -3, timeOut, 1);
-    addFaultRow("split-yc", 0, "\n===== THE UPGRADE IS SUCCESSFUL, reseting=====\n", 1);
 }
 
 void TestGpsUpgradeSplit::returns()

@@ -28,7 +28,7 @@ void TestGpsUpgradeSuccess::returns_data()
 {
     addFaultColumns();
     const QByteArray success = "\n===== THE UPGRADE IS SUCCESSFUL, reseting=====\n";
-    for (const char *words : {"silence product", "no-yc", "late-eot 12000"}) {
+    for (const char *words : {"no-yc", "late-eot 12000"}) {
         addFaultRow(words, 0, success);
     }
     for (const char *words : {"noise 3", "nak 3 2"}) {

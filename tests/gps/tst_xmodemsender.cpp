@@ -25,11 +25,8 @@ private slots:
     void init();
     void cleanup();
     void frame();
-    void fillsTheLastFrame_data();
-    void fillsTheLastFrame();
     void finalBlockOf1024BytesIsSentWithoutPaddingFollowedByEot();
     void blockNumbersWrapFrom255To0();
-    void says();
     void nakBeforeTheFirstCIsIgnored();
     void aBlockIsSentAgain();
     void twelfthNakInARowEndsWithSuccess();
@@ -137,28 +134,6 @@ void TestXmodemSender::frame()
     QCOMPARE(heard.right(1), QByteArray(eot));
 }
 
-void TestXmodemSender::fillsTheLastFrame_data()
-{
-    QTest::addColumn<int>("size");
-    QTest::addColumn<int>("frames");
-    QTest::newRow("1 byte") << 1 << 1;
-    QTest::newRow("one less than a block") << 1023 << 1;
-    QTest::newRow("one more than a block") << 1025 << 2;
-}
-
-void TestXmodemSender::fillsTheLastFrame()
-{
-    QFETCH(int, size);
-    QFETCH(int, frames);
-    QByteArray heard;
-    const Conversation outcome =
-        send(size, [&](const TestLine &line) { heard = takeAll(line, frames); });
-    QCOMPARE(outcome.result, 0);
-    QCOMPARE(blocksOf(heard), content(size) + QByteArray(frames * 1024 - size, '\x1A'));
-    QCOMPARE(heard.right(1), QByteArray(eot));
-    QCOMPARE(outcome.filesLeftOpen, 0);
-}
-
 void TestXmodemSender::finalBlockOf1024BytesIsSentWithoutPaddingFollowedByEot()
 {
     QByteArray heard;
@@ -183,20 +158,6 @@ void TestXmodemSender::blockNumbersWrapFrom255To0()
         QCOMPARE(int(uchar(heard.at(offset + 2))), 255 - block % 256);
     }
     QCOMPARE(blocksOf(heard), content(258 * 1024));
-}
-
-void TestXmodemSender::says()
-{
-    const Conversation outcome = send(1025, [](const TestLine &line) { takeAll(line, 2); });
-    QCOMPARE(outcome.output,
-             QByteArray("[FILE]\n"
-                        "Ready to send the file:FILE\n"
-                        "Waiting for signal C/NAK!\n"
-                        "The signal NAK: 43 ok!!!\n"
-                        "begining to Send file FILE...\n"
-                        ".Start filling the last frame!\n"
-                        ".Complete ACK\n"
-                        "Send file successful!!!\n"));
 }
 
 void TestXmodemSender::nakBeforeTheFirstCIsIgnored()

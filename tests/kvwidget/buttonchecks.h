@@ -24,6 +24,41 @@ void checkSlotMayDelete(Signal signal, const QPoint &onButton)
     QVERIFY(button.isNull());
 }
 
+/// Test data: a property, a value that it does not have yet, and whether that can be seen.
+inline void addPropertyColumns()
+{
+    QTest::addColumn<QByteArray>("property");
+    QTest::addColumn<QVariant>("value");
+    QTest::addColumn<bool>("seen");
+}
+
+/// That a form may set the property: it keeps the value, is painted anew, and emits nothing.
+template <typename Button> void checkProperty()
+{
+    QFETCH(QByteArray, property);
+    QFETCH(QVariant, value);
+    QFETCH(bool, seen);
+    TouchScreen screen;
+    Button button(&screen);
+    QVERIFY(screen.turnOn());
+    QVERIFY(!repaintsAfter(button, [] {}));
+    bool declared = false;
+    const bool painted =
+        repaintsAfter(button, [&] { declared = button.setProperty(property, value); });
+    QVERIFY(declared);
+    QVERIFY(painted || !seen);
+    const QVariant kept = button.property(property);
+    if (value.userType() == QMetaType::QPixmap) {
+        QCOMPARE(kept.value<QPixmap>().size(), value.value<QPixmap>().size());
+    } else if (value.userType() == QMetaType::Int) {
+        // What is kept may be an enumerator.
+        QCOMPARE(kept.toInt(), value.toInt());
+    } else {
+        QCOMPARE(kept, value);
+    }
+    QCOMPARE(button.heard, QStringList());
+}
+
 /// That a style sheet colours \a button there, where no image of it lies. Turns the screen on.
 inline void checkStyleSheetPaints(TouchScreen &screen, QWidget &button, const QPoint &besideImage)
 {

@@ -11,7 +11,6 @@ namespace
 
 const QRect place(620, 50, 80, 62);
 const QPoint onButton = place.center();
-const QPoint besideButton(50, 50);
 
 const QColor onColor(0, 255, 0);
 const QColor offColor(0, 0, 255);
@@ -44,16 +43,11 @@ class TestCBoolButton : public QObject
 
 private slots:
     void tapFlipsAndTells();
-    void liftOutsideChangesNothing();
-    void interruptedPressChangesNothing();
-    void fingerIsSeen();
-    void setStateIsSilent();
     void slotDeletesButton();
     void disabledRefuses();
-    void ownFaces();
     void takesImageSize();
+    void propertiesForForms_data();
     void propertiesForForms();
-    void repaints();
     void styleSheetPaints();
 };
 
@@ -79,62 +73,6 @@ void TestCBoolButton::tapFlipsAndTells()
     QCOMPARE(screen.colorAt(onButton), offColor);
 }
 
-void TestCBoolButton::liftOutsideChangesNothing()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    screen.fingerDown(onButton);
-    screen.fingerTo(besideButton);
-    screen.fingerUp(besideButton);
-    QVERIFY(!button.state());
-    QCOMPARE(button.heard, QStringList());
-    QCOMPARE(screen.colorAt(onButton), offColor);
-}
-
-void TestCBoolButton::interruptedPressChangesNothing()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    screen.fingerDown(onButton);
-    button.setEnabled(false);
-    button.setEnabled(true);
-    screen.fingerUp(onButton);
-    QVERIFY(!button.state());
-    QCOMPARE(button.heard, QStringList());
-}
-
-void TestCBoolButton::fingerIsSeen()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    button.setState(true);
-    QVERIFY(screen.turnOn());
-    screen.fingerDown(onButton);
-    const int green = screen.colorAt(onButton).green();
-    QVERIFY(green > 150 && green < 240);
-    screen.fingerTo(besideButton);
-    QCOMPARE(screen.colorAt(onButton), onColor);
-    screen.fingerUp(besideButton);
-}
-
-void TestCBoolButton::setStateIsSilent()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    button.setState(true);
-    QVERIFY(button.state());
-    QCOMPARE(screen.colorAt(onButton), onColor);
-    button.setState(false);
-    QVERIFY(!button.state());
-    button.setOnImage(QPixmap());
-    button.setOffImage(QPixmap());
-    button.setButtonID("other");
-    QCOMPARE(button.heard, QStringList());
-}
-
 void TestCBoolButton::slotDeletesButton()
 {
     RUN_CHECK(checkSlotMayDelete<Button>(&CBoolButton::btnReleased, onButton));
@@ -155,25 +93,6 @@ void TestCBoolButton::disabledRefuses()
     QCOMPARE(button.heard, QStringList());
 }
 
-void TestCBoolButton::ownFaces()
-{
-    TouchScreen screen;
-    CBoolButton button(&screen);
-    button.move(place.topLeft());
-    QVERIFY(screen.turnOn());
-    QCOMPARE(button.geometry(), place);
-    QVERIFY(!screen.inkIn(place, Qt::black).isNull());
-    const QImage off = screen.grab(place).toImage();
-    button.setState(true);
-    const QImage on = screen.grab(place).toImage();
-    QVERIFY(on != off);
-    // The knob lies at the left when off, at the right when on, and is the lightest thing there.
-    const QPoint left(23, 31);
-    const QPoint right(57, 31);
-    QVERIFY(off.pixelColor(left).lightness() > off.pixelColor(right).lightness());
-    QVERIFY(on.pixelColor(right).lightness() > on.pixelColor(left).lightness());
-}
-
 void TestCBoolButton::takesImageSize()
 {
     QCOMPARE(CBoolButton().sizeHint(), QSize(80, 62));
@@ -184,27 +103,19 @@ void TestCBoolButton::takesImageSize()
     QCOMPARE(button.geometry(), QRect(30, 40, 70, 50));
 }
 
-void TestCBoolButton::propertiesForForms()
+void TestCBoolButton::propertiesForForms_data()
 {
-    CBoolButton button;
-    QVERIFY(button.setProperty("buttonID", "idCertification"));
-    QCOMPARE(button.buttonID(), QString("idCertification"));
-    QVERIFY(button.setProperty("state", true));
-    QCOMPARE(button.state(), true);
-    QVERIFY(button.setProperty("onImage", plain(QSize(1, 2), Qt::red)));
-    QCOMPARE(button.property("onImage").value<QPixmap>().size(), QSize(1, 2));
-    QVERIFY(button.setProperty("offImage", plain(QSize(3, 4), Qt::red)));
-    QCOMPARE(button.property("offImage").value<QPixmap>().size(), QSize(3, 4));
+    addPropertyColumns();
+    const QVariant image = plain(QSize(9, 9), Qt::red);
+    QTest::newRow("buttonID") << QByteArray("buttonID") << QVariant("idCertification") << false;
+    QTest::newRow("state") << QByteArray("state") << QVariant(true) << true;
+    QTest::newRow("onImage") << QByteArray("onImage") << image << true;
+    QTest::newRow("offImage") << QByteArray("offImage") << image << true;
 }
 
-void TestCBoolButton::repaints()
+void TestCBoolButton::propertiesForForms()
 {
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    QVERIFY(repaintsAfter(button, [&] { button.setState(true); }));
-    QVERIFY(repaintsAfter(button, [&] { button.setOnImage(QPixmap()); }));
-    QVERIFY(repaintsAfter(button, [&] { button.setOffImage(QPixmap()); }));
+    checkProperty<Button>();
 }
 
 void TestCBoolButton::styleSheetPaints()

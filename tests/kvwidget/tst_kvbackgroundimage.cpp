@@ -37,7 +37,6 @@ private slots:
     void nothingWithoutPixmap();
     void styleSheetPaintsBeneath();
     void keepsTouchesForItself();
-    void buttonsOnItWork();
     void propertiesForForms();
     void repaints();
 };
@@ -162,20 +161,6 @@ void TestKvBackgroundImage::keepsTouchesForItself()
     QCOMPARE(clicks, 0);
     QCOMPARE(screen.touches(), 0);
     screen.tap(QPoint(150, 50));
-    QCOMPARE(clicks, 1);
-}
-
-void TestKvBackgroundImage::buttonsOnItWork()
-{
-    TouchScreen screen;
-    KvBackgroundImage image(&screen);
-    image.setGeometry(0, 0, 676, 280);
-    KvIconButton button(&image);
-    button.setGeometry(159, 179, 140, 60);
-    int clicks = 0;
-    connect(&button, &KvIconButton::btnClicked, this, [&] { ++clicks; });
-    QVERIFY(screen.turnOn());
-    screen.tap(QPoint(200, 200));
     QCOMPARE(clicks, 1);
 }
 

@@ -60,10 +60,8 @@ private slots:
     void offAtFirst();
     void shortTextKeepsItsSize();
     void longTextShrinksToTheWidth();
-    void longTextIsDrawnWhole();
     void smallestSize();
     void smallerFontThanTheSmallest();
-    void neverGrows();
     void reactsToResize();
     void reactsToFont();
     void reactsToText();
@@ -107,18 +105,6 @@ void TestKvDisLabel::longTextShrinksToTheWidth()
     QCOMPARE(label.font().pixelSize(), 30);
 }
 
-void TestKvDisLabel::longTextIsDrawnWhole()
-{
-    TouchScreen screen;
-    Label label(&screen);
-    label.setText(longText);
-    QVERIFY(screen.turnOn());
-    const QRect ink = screen.inkIn(screen.rect(), Qt::black);
-    const int expected = widthOf(longText, fittingSize(longText, 30, 766));
-    QVERIFY2(qAbs(ink.width() - expected) <= 6, qPrintable(QString::number(ink.width())));
-    QVERIFY(label.geometry().contains(ink));
-}
-
 void TestKvDisLabel::smallestSize()
 {
     TouchScreen screen;
@@ -140,14 +126,6 @@ void TestKvDisLabel::smallerFontThanTheSmallest()
     label.setPixelSize(9);
     label.setText(QString("W").repeated(300));
     QCOMPARE(label.shownFont().pixelSize(), 9);
-}
-
-void TestKvDisLabel::neverGrows()
-{
-    Label label;
-    label.setPixelSize(14);
-    label.setText("short");
-    QCOMPARE(label.shownFont().pixelSize(), 14);
 }
 
 void TestKvDisLabel::reactsToResize()

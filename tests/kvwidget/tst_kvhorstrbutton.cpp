@@ -13,7 +13,6 @@ namespace
 const QRect place(100, 100, 103, 60);
 const QRect imagePlace(123, 102, 56, 56);
 const QPoint onButton(101, 101);
-const QPoint besideButton(50, 50);
 const QPoint onImage = imagePlace.topLeft();
 
 const QColor normalColor(0, 0, 255);
@@ -45,19 +44,16 @@ class TestKvHorStrButton : public QObject
 
 private slots:
     void clickedWhenLiftedInside();
-    void silentWhenLiftedOutside();
     void higherThanItsImageIsTouchedInItsMiddle();
     void slotDeletesButton();
-    void imageIsCentredAndNeverDistorted_data();
-    void imageIsCentredAndNeverDistorted();
     void normalImageStaysWithoutPressedOne();
     void disabled_data();
     void disabled();
     void displayString();
     void displayStringTakesFontAndColorOfTheWidget();
     void takesImageSize();
-    void settersAreSilentAndRepaint_data();
-    void settersAreSilentAndRepaint();
+    void propertiesForForms_data();
+    void propertiesForForms();
     void styleSheetPaints();
 };
 
@@ -73,18 +69,6 @@ void TestKvHorStrButton::clickedWhenLiftedInside()
     screen.fingerUp(place.bottomRight());
     QCOMPARE(screen.colorAt(onImage), normalColor);
     QCOMPARE(button.heard, QStringList{"bridec"});
-}
-
-void TestKvHorStrButton::silentWhenLiftedOutside()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    screen.fingerDown(onButton);
-    screen.fingerTo(besideButton);
-    QCOMPARE(screen.colorAt(onImage), normalColor);
-    screen.fingerUp(besideButton);
-    QCOMPARE(button.heard, QStringList());
 }
 
 void TestKvHorStrButton::higherThanItsImageIsTouchedInItsMiddle()
@@ -112,30 +96,6 @@ void TestKvHorStrButton::higherThanItsImageIsTouchedInItsMiddle()
 void TestKvHorStrButton::slotDeletesButton()
 {
     RUN_CHECK(checkSlotMayDelete<Button>(&KvHorStrButton::clicked, onButton));
-}
-
-void TestKvHorStrButton::imageIsCentredAndNeverDistorted_data()
-{
-    QTest::addColumn<QSize>("size");
-    QTest::addColumn<QRect>("drawn");
-    QTest::newRow("panel page") << QSize(103, 60) << QRect(123, 102, 56, 56);
-    QTest::newRow("key light page") << QSize(82, 60) << QRect(113, 102, 56, 56);
-    QTest::newRow("image's own size") << QSize(56, 56) << QRect(100, 100, 56, 56);
-    QTest::newRow("far larger") << QSize(156, 256) << QRect(150, 200, 56, 56);
-    // 56 x 56 into 28 x 60: halved.
-    QTest::newRow("narrower") << QSize(28, 60) << QRect(100, 116, 28, 28);
-}
-
-void TestKvHorStrButton::imageIsCentredAndNeverDistorted()
-{
-    QFETCH(QSize, size);
-    QFETCH(QRect, drawn);
-    TouchScreen screen;
-    Button button(&screen);
-    button.setMinimumHeight(0);
-    button.resize(size);
-    QVERIFY(screen.turnOn());
-    QCOMPARE(screen.inkIn(screen.rect(), Qt::black), drawn);
 }
 
 void TestKvHorStrButton::normalImageStaysWithoutPressedOne()
@@ -221,11 +181,9 @@ void TestKvHorStrButton::takesImageSize()
     QCOMPARE(button.geometry(), QRect(30, 40, 56, 56));
 }
 
-void TestKvHorStrButton::settersAreSilentAndRepaint_data()
+void TestKvHorStrButton::propertiesForForms_data()
 {
-    QTest::addColumn<QByteArray>("property");
-    QTest::addColumn<QVariant>("value");
-    QTest::addColumn<bool>("seen");
+    addPropertyColumns();
     const QVariant image = plain(QSize(9, 9), pressColor);
     QTest::newRow("buttonId") << QByteArray("buttonId") << QVariant("briinc") << false;
     QTest::newRow("displayString") << QByteArray("displayString") << QVariant("text") << true;
@@ -234,26 +192,9 @@ void TestKvHorStrButton::settersAreSilentAndRepaint_data()
     QTest::newRow("disablePixmap") << QByteArray("disablePixmap") << image << true;
 }
 
-void TestKvHorStrButton::settersAreSilentAndRepaint()
+void TestKvHorStrButton::propertiesForForms()
 {
-    QFETCH(QByteArray, property);
-    QFETCH(QVariant, value);
-    QFETCH(bool, seen);
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    bool declared = false;
-    const bool painted =
-        repaintsAfter(button, [&] { declared = button.setProperty(property, value); });
-    QVERIFY(declared);
-    QVERIFY(painted || !seen);
-    const QVariant kept = button.property(property);
-    if (value.userType() == QMetaType::QPixmap) {
-        QCOMPARE(kept.value<QPixmap>().size(), QSize(9, 9));
-    } else {
-        QCOMPARE(kept, value);
-    }
-    QCOMPARE(button.heard, QStringList());
+    checkProperty<Button>();
 }
 
 void TestKvHorStrButton::styleSheetPaints()

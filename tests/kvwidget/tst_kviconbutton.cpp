@@ -25,10 +25,8 @@ private slots:
     void disabledRefuses_data();
     void disabledRefuses();
     void disabledByEitherState();
-    void settersAreSilent();
     void slotDeletesButton_data();
     void slotDeletesButton();
-    void propertiesForForms();
 };
 
 namespace
@@ -228,29 +226,6 @@ void TestKvIconButton::disabledByEitherState()
     QCOMPARE(button.heard, QStringList());
 }
 
-void TestKvIconButton::settersAreSilent()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    const QPixmap image = plain(place.size(), pressColor);
-    button.setButtonID("other");
-    button.setDisplayText("text");
-    button.setTextSize(20);
-    button.setShowMode(KvIconButton::ShowImageText);
-    button.setNormalImage(image);
-    button.setPressImage(image);
-    button.setOverImage(image);
-    button.setDisableImage(image);
-    button.setDisableMode(KvIconButton::DisableImage);
-    button.setNormalTextColor(Qt::red);
-    button.setPressTextColor(Qt::red);
-    button.setDisableState(true);
-    button.setDisableState(false);
-    QCoreApplication::processEvents();
-    QCOMPARE(button.heard, QStringList());
-}
-
 void TestKvIconButton::slotDeletesButton_data()
 {
     QTest::addColumn<bool>("onRelease");
@@ -276,41 +251,6 @@ void TestKvIconButton::slotDeletesButton()
     screen.tap(onButton);
     QVERIFY(page.isNull());
     QCOMPARE(clicks.count(), onRelease ? 0 : 1);
-}
-
-void TestKvIconButton::propertiesForForms()
-{
-    KvIconButton button;
-    const auto set = [&button](const char *name, const QVariant &value) {
-        // False also where the class does not declare the property.
-        return button.setProperty(name, value);
-    };
-    QVERIFY(set("buttonID", "idCpBtn"));
-    QCOMPARE(button.buttonID(), QString("idCpBtn"));
-    QVERIFY(set("displayText", "SYSTEMLOG"));
-    QCOMPARE(button.displayText(), QString("SYSTEMLOG"));
-    QVERIFY(set("textSize", 32));
-    QCOMPARE(button.property("textSize").value<int>(), 32);
-    QVERIFY(set("showMode", QVariant::fromValue(KvIconButton::ShowImageText)));
-    QCOMPARE(button.property("showMode").value<KvIconButton::ShowMode>(),
-             KvIconButton::ShowImageText);
-    QVERIFY(set("disableMode", QVariant::fromValue(KvIconButton::DisableText)));
-    QCOMPARE(button.property("disableMode").value<KvIconButton::DisableMode>(),
-             KvIconButton::DisableText);
-    QVERIFY(set("disableState", true));
-    QCOMPARE(button.disableState(), true);
-    QVERIFY(set("normalTextColor", QColor(1, 2, 3)));
-    QCOMPARE(button.property("normalTextColor").value<QColor>(), QColor(1, 2, 3));
-    QVERIFY(set("pressTextColor", QColor(4, 5, 6)));
-    QCOMPARE(button.property("pressTextColor").value<QColor>(), QColor(4, 5, 6));
-    QVERIFY(set("normalImage", plain(QSize(1, 2), Qt::red)));
-    QCOMPARE(button.property("normalImage").value<QPixmap>().size(), QSize(1, 2));
-    QVERIFY(set("pressImage", plain(QSize(3, 4), Qt::red)));
-    QCOMPARE(button.property("pressImage").value<QPixmap>().size(), QSize(3, 4));
-    QVERIFY(set("overImage", plain(QSize(5, 6), Qt::red)));
-    QCOMPARE(button.property("overImage").value<QPixmap>().size(), QSize(5, 6));
-    QVERIFY(set("disableImage", plain(QSize(7, 8), Qt::red)));
-    QCOMPARE(button.property("disableImage").value<QPixmap>().size(), QSize(7, 8));
 }
 
 FACTORY_TEST_MAIN(TestKvIconButton)

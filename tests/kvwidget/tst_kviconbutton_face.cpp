@@ -26,8 +26,8 @@ private slots:
     void sizeThatWasGiven();
     void imageOfAnotherSize_data();
     void imageOfAnotherSize();
-    void repaints_data();
-    void repaints();
+    void propertiesForForms_data();
+    void propertiesForForms();
     void styleSheetPaints();
 };
 
@@ -40,7 +40,11 @@ const QColor disableColor(255, 255, 0);
 
 void TestKvIconButtonFace::imageInEveryShowMode_data()
 {
-    addShowModes();
+    QTest::addColumn<int>("mode"); // -1 is for a button whose mode is not set
+    QTest::addColumn<bool>("textSeen");
+    QTest::newRow("none set") << -1 << false;
+    QTest::newRow("image") << int(KvIconButton::ShowImage) << false;
+    QTest::newRow("image and text") << int(KvIconButton::ShowImageText) << true;
 }
 
 void TestKvIconButtonFace::imageInEveryShowMode()
@@ -229,33 +233,28 @@ void TestKvIconButtonFace::imageOfAnotherSize()
     QCOMPARE(screen.inkIn(screen.rect(), Qt::black), drawn);
 }
 
-void TestKvIconButtonFace::repaints_data()
+void TestKvIconButtonFace::propertiesForForms_data()
 {
-    QTest::addColumn<QByteArray>("property");
-    QTest::addColumn<QVariant>("value");
-    const QVariant image = plain(place.size(), pressColor);
-    QTest::newRow("displayText") << QByteArray("displayText") << QVariant("new");
-    QTest::newRow("textSize") << QByteArray("textSize") << QVariant(12);
-    QTest::newRow("showMode") << QByteArray("showMode") << QVariant(1);
-    QTest::newRow("disableMode") << QByteArray("disableMode") << QVariant(3);
-    QTest::newRow("disableState") << QByteArray("disableState") << QVariant(true);
-    QTest::newRow("normalTextColor") << QByteArray("normalTextColor") << QVariant(QColor(Qt::red));
-    QTest::newRow("pressTextColor") << QByteArray("pressTextColor") << QVariant(QColor(Qt::red));
-    QTest::newRow("normalImage") << QByteArray("normalImage") << image;
-    QTest::newRow("pressImage") << QByteArray("pressImage") << image;
-    QTest::newRow("overImage") << QByteArray("overImage") << image;
-    QTest::newRow("disableImage") << QByteArray("disableImage") << image;
+    addPropertyColumns();
+    const QVariant image = plain(QSize(9, 9), pressColor);
+    const QVariant color = QColor(1, 2, 3);
+    QTest::newRow("buttonID") << QByteArray("buttonID") << QVariant("idCpBtn") << false;
+    QTest::newRow("displayText") << QByteArray("displayText") << QVariant("SYSTEMLOG") << true;
+    QTest::newRow("textSize") << QByteArray("textSize") << QVariant(12) << true;
+    QTest::newRow("showMode") << QByteArray("showMode") << QVariant(1) << true;
+    QTest::newRow("disableMode") << QByteArray("disableMode") << QVariant(3) << true;
+    QTest::newRow("disableState") << QByteArray("disableState") << QVariant(true) << true;
+    QTest::newRow("normalTextColor") << QByteArray("normalTextColor") << color << true;
+    QTest::newRow("pressTextColor") << QByteArray("pressTextColor") << color << true;
+    QTest::newRow("normalImage") << QByteArray("normalImage") << image << true;
+    QTest::newRow("pressImage") << QByteArray("pressImage") << image << true;
+    QTest::newRow("overImage") << QByteArray("overImage") << image << true;
+    QTest::newRow("disableImage") << QByteArray("disableImage") << image << true;
 }
 
-void TestKvIconButtonFace::repaints()
+void TestKvIconButtonFace::propertiesForForms()
 {
-    QFETCH(QByteArray, property);
-    QFETCH(QVariant, value);
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    QVERIFY(!repaintsAfter(button, [] {}));
-    QVERIFY(repaintsAfter(button, [&] { button.setProperty(property, value); }));
+    checkProperty<Button>();
 }
 
 void TestKvIconButtonFace::styleSheetPaints()

@@ -11,31 +11,14 @@ class TestKvIconButtonText : public QObject
     Q_OBJECT
 
 private slots:
-    void textIsCentredOnTheImage();
     void textColors();
     void disabledText_data();
     void disabledText();
     void longText_data();
     void longText();
     void endlessText();
-    void lineBreak();
     void blankAtALinesEndTakesNoRoom();
 };
-
-void TestKvIconButtonText::textIsCentredOnTheImage()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    button.setShowMode(KvIconButton::ShowImageText);
-    button.setTextSize(28);
-    button.setDisplayText("HHHH");
-    QVERIFY(screen.turnOn());
-    const QRect ink = screen.inkIn(place, normalColor);
-    QVERIFY(qAbs(ink.center().x() - onButton.x()) <= 2);
-    QVERIFY(qAbs(ink.center().y() - onButton.y()) <= 3);
-    // A capital of Liberation Sans is 1409 of 2048 units high, as Arial's nearly is: 19 of 28 px.
-    QVERIFY2(qAbs(ink.height() - 19) <= 2, qPrintable(QString::number(ink.height())));
-}
 
 void TestKvIconButtonText::textColors()
 {
@@ -137,21 +120,6 @@ void TestKvIconButtonText::endlessText()
     // It ends in an ellipsis: at its right end only the dots' few rows have ink.
     const QRect end(ink.right() - 4, place.top(), 5, place.height());
     QVERIFY(screen.inkIn(end, normalColor).height() <= 2);
-}
-
-void TestKvIconButtonText::lineBreak()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    button.setShowMode(KvIconButton::ShowImageText);
-    button.setTextSize(20);
-    button.setDisplayText("HH\nHH");
-    QVERIFY(screen.turnOn());
-    const QRect ink = screen.inkIn(place, normalColor);
-    // Line pitch of Liberation Sans is 1.149 of the size: 23 px, and 14 px for the second capital.
-    QVERIFY2(qAbs(ink.height() - 37) <= 2, qPrintable(QString::number(ink.height())));
-    const QRect between(place.left(), ink.center().y() - 2, place.width(), 4);
-    QVERIFY(screen.inkIn(between, normalColor).isNull());
 }
 
 void TestKvIconButtonText::blankAtALinesEndTakesNoRoom()

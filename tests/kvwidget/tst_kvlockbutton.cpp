@@ -41,17 +41,9 @@ private slots:
     void pressWhileDownStaysDownAndTells();
     void liftOutsideChangesNothing_data();
     void liftOutsideChangesNothing();
-    void interruptedPressChangesNothing_data();
-    void interruptedPressChangesNothing();
     void setIsDownIsSilent();
-    void otherButtonMayBeReleasedBySlot();
+    void isDownIsAPropertyForForms();
     void slotDeletesButton();
-    void disabledRefuses();
-    void showModes_data();
-    void showModes();
-    void takesImageSize();
-    void propertiesForForms();
-    void styleSheetPaints();
 };
 
 void TestKvLockButton::pressLatches()
@@ -109,28 +101,6 @@ void TestKvLockButton::liftOutsideChangesNothing()
     QCOMPARE(button.heard, QStringList());
 }
 
-void TestKvLockButton::interruptedPressChangesNothing_data()
-{
-    QTest::addColumn<bool>("byHiding");
-    QTest::newRow("hidden") << true;
-    QTest::newRow("disabled") << false;
-}
-
-void TestKvLockButton::interruptedPressChangesNothing()
-{
-    QFETCH(bool, byHiding);
-    TouchScreen screen;
-    Button button(&screen);
-    QVERIFY(screen.turnOn());
-    screen.fingerDown(onButton);
-    byHiding ? button.hide() : button.setEnabled(false);
-    QVERIFY(!button.isDown());
-    byHiding ? button.show() : button.setEnabled(true);
-    screen.fingerUp(onButton);
-    QVERIFY(!button.isDown());
-    QCOMPARE(button.heard, QStringList());
-}
-
 void TestKvLockButton::setIsDownIsSilent()
 {
     TouchScreen screen;
@@ -145,99 +115,16 @@ void TestKvLockButton::setIsDownIsSilent()
     QCOMPARE(button.heard, QStringList());
 }
 
-void TestKvLockButton::otherButtonMayBeReleasedBySlot()
+void TestKvLockButton::isDownIsAPropertyForForms()
 {
-    TouchScreen screen;
-    Button first(&screen);
-    Button second(&screen);
-    second.move(100, 200);
-    connect(&first, &KvLockButton::btnReleased, &second, [&] { second.setIsDown(false); });
-    connect(&second, &KvLockButton::btnReleased, &first, [&] { first.setIsDown(false); });
-    QVERIFY(screen.turnOn());
-    screen.tap(onButton);
-    QVERIFY(first.isDown() && !second.isDown());
-    screen.tap(second.geometry().center());
-    QVERIFY(!first.isDown() && second.isDown());
+    KvLockButton button;
+    QVERIFY(button.setProperty("isDown", true));
+    QCOMPARE(button.isDown(), true);
 }
 
 void TestKvLockButton::slotDeletesButton()
 {
     RUN_CHECK(checkSlotMayDelete<Button>(&KvLockButton::btnReleased, onButton));
-}
-
-void TestKvLockButton::disabledRefuses()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    button.setEnabled(false);
-    QVERIFY(screen.turnOn());
-    const QColor dimmed = screen.colorAt(faceCorner);
-    QVERIFY(isDimmedBlue(dimmed));
-    screen.tap(onButton);
-    QVERIFY(!button.isDown());
-    QCOMPARE(button.heard, QStringList());
-    QCOMPARE(screen.colorAt(faceCorner), dimmed);
-}
-
-void TestKvLockButton::showModes_data()
-{
-    addShowModes();
-}
-
-void TestKvLockButton::showModes()
-{
-    QFETCH(int, mode);
-    QFETCH(bool, textSeen);
-    TouchScreen screen;
-    Button button(&screen);
-    button.setDisplayText("UDP 100");
-    button.setTextSize(24);
-    if (mode >= 0) {
-        button.setShowMode(KvLockButton::ShowMode(mode));
-    }
-    QVERIFY(screen.turnOn());
-    QCOMPARE(screen.colorAt(faceCorner), normalColor);
-    QCOMPARE(!screen.inkIn(place, normalColor).isNull(), textSeen);
-    button.setIsDown(true);
-    QCOMPARE(screen.colorAt(faceCorner), pressColor);
-    QCOMPARE(!screen.inkIn(place, pressColor).isNull(), textSeen);
-}
-
-void TestKvLockButton::takesImageSize()
-{
-    KvLockButton button;
-    button.setGeometry(QRect(30, 40, 0, 0));
-    button.setNormalImage(plain(QSize(140, 60), normalColor));
-    QCOMPARE(button.sizeHint(), QSize(140, 60));
-    QCOMPARE(button.geometry(), QRect(30, 40, 140, 60));
-}
-
-void TestKvLockButton::propertiesForForms()
-{
-    KvLockButton button;
-    QVERIFY(button.setProperty("buttonID", "S_STOP"));
-    QCOMPARE(button.buttonID(), QString("S_STOP"));
-    QVERIFY(button.setProperty("isDown", true));
-    QCOMPARE(button.isDown(), true);
-    QVERIFY(button.setProperty("displayText", "Stop"));
-    QCOMPARE(button.displayText(), QString("Stop"));
-    QVERIFY(button.setProperty("textSize", 24));
-    QCOMPARE(button.property("textSize").value<int>(), 24);
-    QVERIFY(button.setProperty("showMode", 1));
-    QCOMPARE(button.property("showMode").value<KvIconButton::ShowMode>(),
-             KvLockButton::ShowImageText);
-    QVERIFY(button.setProperty("normalImage", plain(QSize(1, 2), Qt::red)));
-    QCOMPARE(button.property("normalImage").value<QPixmap>().size(), QSize(1, 2));
-    QVERIFY(button.setProperty("pressImage", plain(QSize(3, 4), Qt::red)));
-    QCOMPARE(button.property("pressImage").value<QPixmap>().size(), QSize(3, 4));
-}
-
-void TestKvLockButton::styleSheetPaints()
-{
-    TouchScreen screen;
-    Button button(&screen);
-    button.setNormalImage(plain(QSize(10, 10), normalColor));
-    RUN_CHECK(checkStyleSheetPaints(screen, button, faceCorner));
 }
 
 FACTORY_TEST_MAIN(TestKvLockButton)

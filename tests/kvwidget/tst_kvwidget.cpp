@@ -6,62 +6,15 @@
 
 #include <QtTest>
 
-namespace
-{
-
-class Page : public KvWidget
-{
-    Q_OBJECT
-
-public:
-    using KvWidget::KvWidget;
-};
-
-} // namespace
-
 class TestKvWidget : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void drawsNothingByItself();
-    void paintsItsStyleSheet_data();
-    void paintsItsStyleSheet();
     void paintsTranslucentBackgroundOnce_data();
     void paintsTranslucentBackgroundOnce();
     void needsNoParent();
 };
-
-void TestKvWidget::drawsNothingByItself()
-{
-    TouchScreen screen;
-    screen.setPalette(QPalette(Qt::white, QColor(1, 2, 3)));
-    KvWidget widget(&screen);
-    widget.setGeometry(0, 0, 50, 50);
-    QVERIFY(screen.turnOn());
-    QCOMPARE(screen.colorAt(QPoint(25, 25)), QColor(1, 2, 3));
-}
-
-void TestKvWidget::paintsItsStyleSheet_data()
-{
-    QTest::addColumn<QString>("sheet");
-    QTest::newRow("plain") << "background-color: rgb(10, 20, 30);";
-    QTest::newRow("by object name") << "#page{\nbackground-color: rgb(10, 20, 30);\n}";
-    QTest::newRow("by its base class") << "KvWidget { background-color: rgb(10, 20, 30); }";
-}
-
-void TestKvWidget::paintsItsStyleSheet()
-{
-    QFETCH(QString, sheet);
-    TouchScreen screen;
-    Page page(&screen);
-    page.setObjectName("page");
-    page.setGeometry(0, 0, 50, 50);
-    page.setStyleSheet(sheet);
-    QVERIFY(screen.turnOn());
-    QCOMPARE(screen.colorAt(QPoint(25, 25)), QColor(10, 20, 30));
-    QCOMPARE(screen.colorAt(QPoint(50, 25)), QColor(Qt::black));
-}
 
 void TestKvWidget::paintsTranslucentBackgroundOnce_data()
 {

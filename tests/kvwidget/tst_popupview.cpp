@@ -17,7 +17,6 @@ private slots:
 
     void okTells();
     void cancelTells();
-    void liftBesideAButton();
     void disabledButton_data();
     void disabledButton();
     void unknownButtonNames();
@@ -26,7 +25,6 @@ private slots:
     void touchesBesideTheBox();
     void touchesOnTheBox();
     void pageThatTakesTheTouchesIsDimmed();
-    void otherParentsAreNotDimmed();
 };
 
 void TestPopupView::numbers()
@@ -72,18 +70,6 @@ void TestPopupView::cancelTells()
     QCOMPARE(popup.heard, QStringList{"cancel userdata"});
     QVERIFY(!popup.visibleWhenHeard);
     QVERIFY(popup.isHidden());
-}
-
-void TestPopupView::liftBesideAButton()
-{
-    TouchScreen screen;
-    Popup popup(&screen);
-    QVERIFY(screen.turnOn());
-    screen.fingerDown(popup.middleOf(okName));
-    screen.fingerTo(popup.middleOf(cancelName));
-    screen.fingerUp(popup.middleOf(cancelName));
-    QCOMPARE(popup.heard, QStringList());
-    QVERIFY(popup.isVisible());
 }
 
 void TestPopupView::disabledButton_data()
@@ -192,17 +178,6 @@ void TestPopupView::pageThatTakesTheTouchesIsDimmed()
     QVERIFY2(dimmed > 40 && dimmed < 120, qPrintable(QString::number(dimmed)));
     QVERIFY(repaintsAfter(page, [&] { popup.hide(); }));
     QCOMPARE(screen.colorAt(besideBox).red(), 200);
-}
-
-void TestPopupView::otherParentsAreNotDimmed()
-{
-    TouchScreen screen;
-    screen.setPalette(QPalette(Qt::white, QColor(200, 200, 200)));
-    QWidget layer(&screen);
-    layer.setGeometry(0, 0, 800, 480);
-    Popup popup(&layer);
-    QVERIFY(screen.turnOn());
-    QCOMPARE(screen.colorAt(QPoint(10, 10)).red(), 200);
 }
 
 FACTORY_TEST_MAIN(TestPopupView)

@@ -17,7 +17,7 @@ class TestGpsUpdate : public QObject
 
 private slots:
     void upgradesFromTwoSticks();
-    void cancelAndOneFile();
+    void homeLeavesThePage();
     void lostLineEndsTheProcess();
     void quitEndsAnUpgradeThatHangs();
     void stickPulledDuringTheTransfer();
@@ -84,30 +84,19 @@ void TestGpsUpdate::upgradesFromTwoSticks()
     QCOMPARE(versions.value(QStringLiteral("versions/gps")).toString(),
              QStringLiteral("GNSS 2.5.1"));
 
+    // The pop-up stays while the thread is blocked.
     const QDir pictures(run.pictures());
-    const auto picture = [&pictures](const char *name) {
-        return QImage(pictures.filePath(QString::fromLatin1(name)));
-    };
-    const QImage verifying = picture("gps-1-verifying.png");
-    const QImage updating = picture("gps-4-updating.png");
+    const QImage updating(pictures.filePath(QStringLiteral("gps-updating.png")));
     QCOMPARE(updating.size(), QSize(800, 480));
-    QVERIFY(updating != picture("gps-2-verified.png"));
-    // The same pop-up with another text, and it stays while the thread is blocked.
-    const QRect text(93, 220, 614, 40);
-    QVERIFY(updating.copy(text) != verifying.copy(text));
-    const QRect header(0, 0, 800, 66);
-    QCOMPARE(updating.copy(header), verifying.copy(header));
-    QCOMPARE(picture("gps-5-still-updating.png"), updating);
+    QCOMPARE(QImage(pictures.filePath(QStringLiteral("gps-still-updating.png"))), updating);
 }
 
-void TestGpsUpdate::cancelAndOneFile()
+void TestGpsUpdate::homeLeavesThePage()
 {
     HeadunitRun run;
     makePackages(run);
     RUN_SCENARIO(run, QStringLiteral("gps-plug.txt"), upgradeSpeed);
-    RUN_SCENARIO(run, QStringLiteral("gps-cancel.txt"), upgradeSpeed);
     RUN_SCENARIO(run, QStringLiteral("gps-home.txt"), upgradeSpeed);
-    RUN_SCENARIO(run, QStringLiteral("gps-one-file.txt"), upgradeSpeed);
 }
 
 void TestGpsUpdate::lostLineEndsTheProcess()

@@ -13,8 +13,6 @@ class TestUserUpdateDialogStorage : public QObject
     Q_OBJECT
 
 private slots:
-    void storageOfADevice_data();
-    void storageOfADevice();
     void firstDeviceOfAControllerCounts();
     void missingStorageIsTheErrorPath();
     void typeAboveFourIsTheErrorPath();
@@ -24,28 +22,6 @@ private slots:
     void automaticModeTakesTheLastDeviceOfAController();
     void automaticModeSkipsOtherControllers();
 };
-
-void TestUserUpdateDialogStorage::storageOfADevice_data()
-{
-    QTest::addColumn<int>("type");
-    QTest::addColumn<QByteArray>("root");
-    QTest::newRow("SD0 is media type 1, controller 0") << 0 << QByteArray("/media/usb0/");
-    QTest::newRow("SD1 is media type 1, controller 1") << 1 << QByteArray("/media/usb1/");
-    QTest::newRow("USB0 is media type 2, controller 0") << 2 << QByteArray("/media/sd0/");
-    QTest::newRow("USB1 is media type 2, controller 1") << 3 << QByteArray("/media/sd1/");
-}
-
-void TestUserUpdateDialogStorage::storageOfADevice()
-{
-    QFETCH(int, type);
-    QFETCH(QByteArray, root);
-    Desk desk;
-    const Dialog *dialog = desk.open(0);
-    for (const char *slot : {"sd1", "usb1", "sd0", "usb0"}) {
-        desk.unit.plug(QString::fromLatin1(slot));
-    }
-    QCOMPARE(dialog->getHwString(static_cast<Dialog::DeviceType>(type), "ORRERY_PACK.BIN"), root);
-}
 
 void TestUserUpdateDialogStorage::firstDeviceOfAControllerCounts()
 {

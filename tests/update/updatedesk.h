@@ -20,8 +20,8 @@ const QRect screen(0, 0, 800, 480);
 class Desk
 {
 public:
-    explicit Desk(double timeFactor = speed)
-        : unit(timeFactor)
+    Desk()
+        : unit(speed)
         , host(&unit.screen())
     {
         host.setGeometry(screen);
