@@ -18,26 +18,15 @@ private slots:
     void initTestCase();
 
     void noticesStyleSheetCannotBeParsedAndIsWarnedOfOnce();
-
-    void openingRunsTheThreeCommandsInTheirOrder();
     void openingThePageTwiceRunsTheThreeStartUpCommandsTwice();
-    void openingStopsAServerThatStillRuns();
-    void openingReachesTheUnit();
-
     void buttonIds();
-    void pressReleasesTheOthers_data();
-    void pressReleasesTheOthers();
     void pressWithAllDownReleasesTheOthers_data();
     void pressWithAllDownReleasesTheOthers();
     void udp50WhileServerTcpIsDownReleasesItAndCallsOnlyTheClient();
     void pressingAClientButtonTwiceCallsItsOperationTwice();
     void unknownIdsDoNothing();
-    void fingerLiftedElsewhereDoesNothing();
     void refusedOperationIsNotShown();
-
     void ncmOnEndsTheServer();
-    void speedOffDoesNothing();
-
     void destructorTakesTheFormOffTheHostAndLetsTheTestRun();
 };
 
@@ -68,20 +57,6 @@ QStringList startUpCommands()
             QStringLiteral("shell killall as_server")};
 }
 
-void addPairs()
-{
-    QTest::addColumn<int>("before");
-    QTest::addColumn<int>("pressed");
-    const int count = int(sizeof testButtons / sizeof *testButtons);
-    for (int pressed = 0; pressed < count; ++pressed) {
-        for (int before = -1; before < count; ++before) {
-            QTest::addRow("%s after %s", testButtons[pressed].id,
-                          before < 0 ? "none" : testButtons[before].id)
-                << before << pressed;
-        }
-    }
-}
-
 } // namespace
 
 void TestNcmTestView::initTestCase()
@@ -104,13 +79,6 @@ void TestNcmTestView::noticesStyleSheetCannotBeParsedAndIsWarnedOfOnce()
         QStringLiteral("background-color(212, 173, 70);color:rgb(255, 0, 0,);font-size:26px;"));
 }
 
-void TestNcmTestView::openingRunsTheThreeCommandsInTheirOrder()
-{
-    TestUnit unit(ncmSpeed);
-    NcmPage page(unit);
-    QCOMPARE(unit.journal(), startUpCommands());
-}
-
 void TestNcmTestView::openingThePageTwiceRunsTheThreeStartUpCommandsTwice()
 {
     TestUnit unit(ncmSpeed);
@@ -121,23 +89,6 @@ void TestNcmTestView::openingThePageTwiceRunsTheThreeStartUpCommandsTwice()
     QCOMPARE(unit.journal(), startUpCommands() + startUpCommands());
 }
 
-void TestNcmTestView::openingStopsAServerThatStillRuns()
-{
-    TestUnit unit(ncmSpeed);
-    QVERIFY(unit.unit().ncmTest().start(hardware::NcmTest::UdpServer));
-    NcmPage page(unit);
-    QTRY_VERIFY_WITH_TIMEOUT(!unit.unit().ncmTest().isRunning(), 20000);
-    QCOMPARE(page.down(), QStringList());
-}
-
-void TestNcmTestView::openingReachesTheUnit()
-{
-    TestUnit unit(ncmSpeed);
-    NcmPage page(unit);
-    QCOMPARE(readFile(unit.path(QStringLiteral("/logset/ALOG_OUTPUT"))), QByteArray("n\n"));
-    QCOMPARE(readFile(unit.path(QStringLiteral("/proc/sys/kernel/printk"))), QByteArray("0\n"));
-}
-
 void TestNcmTestView::buttonIds()
 {
     TestUnit unit(ncmSpeed);
@@ -145,33 +96,6 @@ void TestNcmTestView::buttonIds()
     for (const Button &button : testButtons) {
         QCOMPARE(page.find<KvLockButton>(button.name)->buttonID(), QString::fromLatin1(button.id));
     }
-}
-
-void TestNcmTestView::pressReleasesTheOthers_data()
-{
-    addPairs();
-}
-
-void TestNcmTestView::pressReleasesTheOthers()
-{
-    QFETCH(int, before);
-    QFETCH(int, pressed);
-    TestUnit unit(ncmSpeed);
-    NcmPage page(unit);
-    QStringList expected;
-    if (before >= 0) {
-        page.tap(testButtons[before].name);
-        expected.append(QString::fromLatin1(testButtons[before].call));
-        QCOMPARE(page.down(), QStringList(QString::fromLatin1(testButtons[before].id)));
-    }
-    page.tap(testButtons[pressed].name);
-    expected.append(QString::fromLatin1(testButtons[pressed].call));
-    // Also when it was down already: then it stays down.
-    QCOMPARE(page.down(), QStringList(QString::fromLatin1(testButtons[pressed].id)));
-    QCOMPARE(calls(unit), expected);
-    QCOMPARE(shell(unit), startUpCommands());
-    const bool isStop = QByteArray(testButtons[pressed].call) == "ncm stop";
-    QCOMPARE(unit.unit().ncmTest().isRunning(), !isStop);
 }
 
 void TestNcmTestView::pressWithAllDownReleasesTheOthers_data()
@@ -236,20 +160,6 @@ void TestNcmTestView::unknownIdsDoNothing()
     QCOMPARE(page.down(), QStringList(QStringLiteral("C_UPD50")));
 }
 
-void TestNcmTestView::fingerLiftedElsewhereDoesNothing()
-{
-    TestUnit unit(ncmSpeed);
-    NcmPage page(unit);
-    page.tap("serverStop");
-    const int lines = unit.journal().size();
-    const auto *button = page.find<KvLockButton>("clientTcp");
-    unit.press(button->mapTo(&unit.screen(), button->rect().center()));
-    unit.move(QPoint(700, 300));
-    unit.release(QPoint(700, 300));
-    QCOMPARE(page.down(), QStringList(QStringLiteral("S_STOP")));
-    QCOMPARE(unit.journal().mid(lines), QStringList());
-}
-
 void TestNcmTestView::refusedOperationIsNotShown()
 {
     TestUnit unit(ncmSpeed);
@@ -275,16 +185,6 @@ void TestNcmTestView::ncmOnEndsTheServer()
     QVERIFY(page.find<KvLockButton>("ncm")->isDown());
     page.tap("ncm");
     QCOMPARE(shell(unit).size(), 5);
-}
-
-void TestNcmTestView::speedOffDoesNothing()
-{
-    TestUnit unit(ncmSpeed);
-    NcmPage page(unit);
-    const int lines = unit.journal().size();
-    page.tap("speed");
-    QCOMPARE(unit.journal().mid(lines), QStringList());
-    QCOMPARE(page.down(), QStringList());
 }
 
 void TestNcmTestView::destructorTakesTheFormOffTheHostAndLetsTheTestRun()

@@ -11,12 +11,10 @@ class TestUphyValue : public QObject
 private slots:
     void swingStep_data();
     void swingStep();
-    void swingWalksFromEndToEnd();
     void swingNumber_data();
     void swingNumber();
     void disconnectStep_data();
     void disconnectStep();
-    void disconnectWalksFromEndToEndAndKeepsItsUpperBits();
     void disconnectDigits_data();
     void disconnectDigits();
 };
@@ -47,25 +45,6 @@ void TestUphyValue::swingStep()
     QFETCH(int, value);
     QTEST(uphyvalue::swingUp(value), "up");
     QTEST(uphyvalue::swingDown(value), "down");
-}
-
-void TestUphyValue::swingWalksFromEndToEnd()
-{
-    int value = 0x5F;
-    int steps = 0;
-    while (uphyvalue::swingDown(value) != value) {
-        value = uphyvalue::swingDown(value);
-        ++steps;
-    }
-    // 31 to plus zero, one to minus zero, 31 to the end.
-    QCOMPARE(steps, 63);
-    QCOMPARE(value, 0x7F);
-    while (uphyvalue::swingUp(value) != value) {
-        value = uphyvalue::swingUp(value);
-        --steps;
-    }
-    QCOMPARE(steps, 0);
-    QCOMPARE(value, 0x5F);
 }
 
 void TestUphyValue::swingNumber_data()
@@ -110,17 +89,6 @@ void TestUphyValue::disconnectStep()
     QFETCH(int, value);
     QTEST(uphyvalue::disconnectUp(value), "up");
     QTEST(uphyvalue::disconnectDown(value), "down");
-}
-
-void TestUphyValue::disconnectWalksFromEndToEndAndKeepsItsUpperBits()
-{
-    int value = 0x12345660;
-    for (int low = 0; low < 31; ++low) {
-        QCOMPARE(value, 0x12345660 + low);
-        value = uphyvalue::disconnectUp(value);
-    }
-    QCOMPARE(value, 0x1234567F);
-    QCOMPARE(uphyvalue::disconnectUp(value), 0x1234567F);
 }
 
 void TestUphyValue::disconnectDigits_data()

@@ -15,18 +15,12 @@ class TestUsbEyeTestViewModes : public QObject
 private slots:
     void initTestCase();
 
-    // Test modes
     void setTestMode_data();
     void setTestMode();
     void eyeDiagramCodeDiffersBySpeedAndSe0DoesNot();
     void noneIsLogged();
-    void patternsAreSentAtOnce_data();
-    void patternsAreSentAtOnce();
     void noneAndThePortsSendNothing();
     void fullSpeedChecksNoneAndHidesJKAndSe0();
-    void highSpeedShowsThemAgain();
-    void speedCommands_data();
-    void speedCommands();
     void speedClickedFromElsewhereIsIgnored();
     void otherPortsRunNothing();
 };
@@ -117,32 +111,6 @@ void TestUsbEyeTestViewModes::noneIsLogged()
     QCOMPARE(capture.texts().at(2), QStringLiteral("testPattern: 4"));
 }
 
-void TestUsbEyeTestViewModes::patternsAreSentAtOnce_data()
-{
-    QTest::addColumn<int>("mode");
-    QTest::addColumn<QString>("trace");
-    QTest::newRow("eyeDiagram") << 4 << QStringLiteral("TEST_EYE");
-    QTest::newRow("testJ") << 1 << QStringLiteral("TEST_J");
-    QTest::newRow("testK") << 2 << QStringLiteral("TEST_K");
-    QTest::newRow("se0") << 3 << QStringLiteral("TEST_SE0");
-}
-
-void TestUsbEyeTestViewModes::patternsAreSentAtOnce()
-{
-    QFETCH(int, mode);
-    QFETCH(QString, trace);
-    TestUnit unit(eyeSpeed);
-    EyePage page(unit);
-    const int lines = unit.journal().size();
-    const TraceCapture capture;
-    page.tap(QTest::currentDataTag());
-    QCOMPARE(since(unit, lines), QStringList(QStringLiteral("usb test mode %1").arg(mode)));
-    QCOMPARE(capture.texts(), QStringList(trace));
-    // A click on a checked button counts as well.
-    page.tap(QTest::currentDataTag());
-    QCOMPARE(since(unit, lines).size(), 2);
-}
-
 void TestUsbEyeTestViewModes::noneAndThePortsSendNothing()
 {
     TestUnit unit(eyeSpeed);
@@ -172,49 +140,6 @@ void TestUsbEyeTestViewModes::fullSpeedChecksNoneAndHidesJKAndSe0()
     page.tap("write");
     QCOMPARE(writes(unit).constLast(),
              QStringLiteral("memory write 9C004A90 testMode0 A5A5A5A5 -> 00000000"));
-}
-
-void TestUsbEyeTestViewModes::highSpeedShowsThemAgain()
-{
-    TestUnit unit(eyeSpeed);
-    EyePage page(unit);
-    page.tap("fullSpeed");
-    page.tap("highSpeed");
-    QVERIFY(page.isVisible("testJ"));
-    QVERIFY(page.isVisible("testK"));
-    QVERIFY(page.isVisible("se0"));
-    QVERIFY(page.isChecked("none"));
-}
-
-void TestUsbEyeTestViewModes::speedCommands_data()
-{
-    QTest::addColumn<QByteArray>("port");
-    QTest::addColumn<int>("device");
-    QTest::newRow("port 0") << QByteArray("port0") << 1;
-    QTest::newRow("port 1") << QByteArray("port1") << 2;
-}
-
-void TestUsbEyeTestViewModes::speedCommands()
-{
-    QFETCH(QByteArray, port);
-    QFETCH(int, device);
-    TestUnit unit(eyeSpeed);
-    EyePage page(unit);
-    page.tap(port.constData());
-    const int lines = unit.journal().size();
-    const TraceCapture capture;
-    const QString command =
-        QStringLiteral("shell echo %1 > /sys/devices/platform/ehci-platform.%2/usb_speed_switch");
-    page.tap("fullSpeed");
-    QCOMPARE(since(unit, lines), QStringList(command.arg(0).arg(device)));
-    QCOMPARE(unit.unit().usbPhy().speed(device - 1), QStringLiteral("full speed"));
-    QCOMPARE(unit.unit().usbPhy().speed(2 - device), QStringLiteral("high speed"));
-    page.tap("highSpeed");
-    QCOMPARE(since(unit, lines).constLast(), command.arg(1).arg(device));
-    QCOMPARE(unit.unit().usbPhy().speed(device - 1), QStringLiteral("high speed"));
-    QCOMPARE(capture.texts().filter(QStringLiteral("change")),
-             QStringList({QStringLiteral("change to full speed port: %1").arg(device - 1),
-                          QStringLiteral("change to high speed port: %1").arg(device - 1)}));
 }
 
 void TestUsbEyeTestViewModes::speedClickedFromElsewhereIsIgnored()

@@ -9,72 +9,19 @@
 
 #include <QtTest>
 
-// A row is 800 x 83, its title stands from x = 34 on.
 class TestUsbTestDelegate : public QObject
 {
     Q_OBJECT
 
 private slots:
-    void init();
     void cleanup();
 
-    void rowsAre83PixelsHigh();
-    void currentModeIsRed_data();
-    void currentModeIsRed();
     void traces();
 };
-
-namespace
-{
-
-const QColor normal(240, 240, 240);
-const QColor red(221, 18, 18);
-const QRect titleArea(34, 10, 300, 63);
-
-} // namespace
-
-void TestUsbTestDelegate::init()
-{
-    usbTestListType = UsbTestTopList;
-    curUsb0BCMode = QStringLiteral("USB 0 DCP MODE");
-    curUsb1BCMode = QStringLiteral("USB 1 SDP MODE");
-    curTestMode = QStringLiteral("Normal Mode");
-}
 
 void TestUsbTestDelegate::cleanup()
 {
     usbTestListType = UsbTestTopList;
-}
-
-void TestUsbTestDelegate::rowsAre83PixelsHigh()
-{
-    const USBTestDelegate delegate(nullptr);
-    QStyleOptionViewItem option;
-    option.rect = QRect(0, 0, 800, 1);
-    QCOMPARE(delegate.sizeHint(option, QModelIndex()), QSize(800, 83));
-}
-
-void TestUsbTestDelegate::currentModeIsRed_data()
-{
-    QTest::addColumn<int>("list");
-    QTest::addColumn<int>("currentRow");
-    QTest::newRow("port 0") << int(UsbTestUsb0BcModes) << 1;
-    QTest::newRow("port 1") << int(UsbTestUsb1BcModes) << 2;
-    QTest::newRow("test mode") << int(UsbTestModes) << 0;
-}
-
-void TestUsbTestDelegate::currentModeIsRed()
-{
-    QFETCH(int, list);
-    QFETCH(int, currentRow);
-    const USBTestModel model(nullptr);
-    const USBTestDelegate delegate(nullptr);
-    usbTestListType = list;
-    for (int row = 0; row < 3; ++row) {
-        const QImage image = paintRow(delegate, model.index(row));
-        QCOMPARE(showsColor(image, titleArea, red), row == currentRow);
-        QCOMPARE(showsColor(image, titleArea, normal), row != currentRow);
-    }
 }
 
 void TestUsbTestDelegate::traces()

@@ -3,7 +3,6 @@
 #include "customwidget/listrowmodel.h"
 #include "customwidget/listview.h"
 #include "factorydebug/factorydebugview.h"
-#include "service/setupstridconst.h"
 #include "support/rowpicture.h"
 #include "support/testmain.h"
 #include "support/testunit.h"
@@ -11,7 +10,6 @@
 #include "usbtest/usbtestmodel.h"
 
 #include <QLabel>
-#include <QPointer>
 #include <QSignalSpy>
 #include <QtTest>
 
@@ -22,28 +20,19 @@ class TestUsbTestView : public QObject
 private slots:
     void cleanup();
 
-    void construction();
-    void loadsTheStoredModes();
     void constructionTraces();
-    void openingAppliesNothing();
 
     void tapOnATopListRowChangesTheListButSendsNothing_data();
     void tapOnATopListRowChangesTheListButSendsNothing();
-    void choice_data();
-    void choice();
     void choosingTheCurrentValueSendsAndStoresItAgain();
-    void orderWithinOneChoice();
     void rowsAndListsThatDoNotExistDoNothing();
     void afterChoosingUsb1SdpThatRowIsRedAndTheTopListShowsIt();
     void emptyStoreShowsPlatformDefaultsAndMarksTheLiteralOnes();
 
-    void returnGoesBackToTheTopList_data();
-    void returnGoesBackToTheTopList();
     void otherIdsAreIgnored();
     void returnOnTheTopListIsIgnoredAndTheMainViewClosesThePage();
     void titlesReachTheStatusBar();
     void newPageStartsOnTheTopListWithTheStoredModes();
-    void listGoesWithThePage();
 };
 
 namespace
@@ -57,6 +46,7 @@ public:
         : host(&unit.screen())
         , view(&host)
         , titles(&view, &USBTestView::setTitle)
+        , resets(list()->model(), &QAbstractItemModel::modelReset)
     {
         host.show();
         QCoreApplication::processEvents();
@@ -81,6 +71,7 @@ public:
     QWidget host;
     USBTestView view;
     QSignalSpy titles;
+    QSignalSpy resets; ///< each of them paints the list anew
 };
 
 /// Whether the row's title, or its right part, has a pixel in the colour of what is current.
@@ -100,32 +91,6 @@ void TestUsbTestView::cleanup()
     usbTestListType = UsbTestTopList;
 }
 
-void TestUsbTestView::construction()
-{
-    usbTestListType = UsbTestModes;
-    Page page;
-    QCOMPARE(page.host.size(), QSize(800, 480));
-    QCOMPARE(page.view.parent(), &page.host);
-    QCOMPARE(page.list()->geometry(), QRect(0, 66, 800, 414));
-    QCOMPARE(page.list()->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-    QVERIFY(page.list()->isVisible());
-    QCOMPARE(page.list()->model()->rowCount(), 3);
-    QCOMPARE(usbTestListType, 1);
-    QCOMPARE(page.titles.size(), 0);
-}
-
-void TestUsbTestView::loadsTheStoredModes()
-{
-    TestUnit unit;
-    unit.unit().settings().setValue(SetupStrIdConst::setupU0BCMode, QStringLiteral("zero"));
-    unit.unit().settings().setValue(SetupStrIdConst::setupU1BCMode, QStringLiteral("one"));
-    unit.unit().settings().setValue(SetupStrIdConst::setupTestMode, QStringLiteral("test"));
-    const USBTestView view(&unit.screen());
-    QCOMPARE(curUsb0BCMode, QStringLiteral("zero"));
-    QCOMPARE(curUsb1BCMode, QStringLiteral("one"));
-    QCOMPARE(curTestMode, QStringLiteral("test"));
-}
-
 void TestUsbTestView::constructionTraces()
 {
     TestUnit unit;
@@ -143,12 +108,6 @@ void TestUsbTestView::constructionTraces()
                   QStringLiteral("curUsb0BCMode: \"USB 0 CDP MODE\" , curUsb1BCMode: \"USB 1 CDP "
                                  "MODE\" , curTestMode: \"Normal Mode\""),
                   QStringLiteral("listview isHidden: false"), QStringLiteral("~USBTestView")}));
-}
-
-void TestUsbTestView::openingAppliesNothing()
-{
-    Page page;
-    QCOMPARE(page.calls(), QStringList());
 }
 
 void TestUsbTestView::tapOnATopListRowChangesTheListButSendsNothing_data()
@@ -171,51 +130,8 @@ void TestUsbTestView::tapOnATopListRowChangesTheListButSendsNothing()
     QCOMPARE(usbTestListType, list);
     QCOMPARE(page.titles.size(), 1);
     QCOMPARE(page.takeTitle(), title);
+    QCOMPARE(page.resets.size(), 1);
     QCOMPARE(page.calls(), QStringList());
-}
-
-void TestUsbTestView::choice_data()
-{
-    QTest::addColumn<int>("topRow");
-    QTest::addColumn<int>("row");
-    QTest::addColumn<QString>("call");
-    QTest::addColumn<QString>("stored");
-    QTest::newRow("port 0 CDP") << 0 << 0 << "usb port 0 CDP"
-                                << "setup/usb0BcMode = USB 0 CDP MODE";
-    QTest::newRow("port 0 DCP") << 0 << 1 << "usb port 0 DCP"
-                                << "setup/usb0BcMode = USB 0 DCP MODE";
-    QTest::newRow("port 0 SDP") << 0 << 2 << "usb port 0 SDP"
-                                << "setup/usb0BcMode = USB 0 SDP MODE";
-    QTest::newRow("port 1 CDP") << 1 << 0 << "usb port 1 CDP"
-                                << "setup/usb1BcMode = USB 1 CDP MODE";
-    QTest::newRow("port 1 DCP") << 1 << 1 << "usb port 1 DCP"
-                                << "setup/usb1BcMode = USB 1 DCP MODE";
-    QTest::newRow("port 1 SDP") << 1 << 2 << "usb port 1 SDP"
-                                << "setup/usb1BcMode = USB 1 SDP MODE";
-    QTest::newRow("normal") << 2 << 0 << "usb certification O"
-                            << "setup/usbTestMode = Normal Mode";
-    QTest::newRow("USB-IF") << 2 << 1 << "usb certification T"
-                            << "setup/usbTestMode = USB-IF Mode";
-    QTest::newRow("MFi") << 2 << 2 << "usb certification M"
-                         << "setup/usbTestMode = MFI Mode";
-}
-
-void TestUsbTestView::choice()
-{
-    QFETCH(int, topRow);
-    QFETCH(int, row);
-    QFETCH(QString, call);
-    QFETCH(QString, stored);
-    Page page;
-    page.tapRow(topRow);
-    page.titles.clear();
-    page.tapRow(row);
-    QCOMPARE(page.calls(), QStringList({call, QStringLiteral("settings ") + stored}));
-    QCOMPARE(usbTestListType, topRow + 2);
-    QCOMPARE(page.titles.size(), 0);
-    for (int other = 0; other < 3; ++other) {
-        QCOMPARE(isRed(page, other, titlePart), other == row);
-    }
 }
 
 void TestUsbTestView::choosingTheCurrentValueSendsAndStoresItAgain()
@@ -226,22 +142,6 @@ void TestUsbTestView::choosingTheCurrentValueSendsAndStoresItAgain()
     const QStringList once = page.calls();
     page.tapRow(1);
     QCOMPARE(page.calls(), once + once);
-}
-
-void TestUsbTestView::orderWithinOneChoice()
-{
-    Page page;
-    page.tapRow(2);
-    QStringList steps;
-    connect(page.list()->model(), &QAbstractItemModel::modelAboutToBeReset, &page.view,
-            [&steps, &page] { steps = page.calls() + QStringList(curTestMode); });
-    TraceCapture traces;
-    page.tapRow(2);
-    QCOMPARE(steps,
-             QStringList({QStringLiteral("usb certification M"),
-                          QStringLiteral("settings setup/usbTestMode = MFI Mode"),
-                          QStringLiteral("MFI Mode")}));
-    QVERIFY(traces.texts().contains(QStringLiteral("Set  \"MFI Mode\"")));
 }
 
 void TestUsbTestView::rowsAndListsThatDoNotExistDoNothing()
@@ -267,11 +167,13 @@ void TestUsbTestView::afterChoosingUsb1SdpThatRowIsRedAndTheTopListShowsIt()
     Page page;
     page.tapRow(1);
     page.tapRow(2);
+    QCOMPARE(page.resets.size(), 2);
     QVERIFY(!isRed(page, 0, titlePart));
     QVERIFY(!isRed(page, 1, titlePart));
     QVERIFY(isRed(page, 2, titlePart));
 
     page.view.statusBarButtonClicked(QStringLiteral("return"));
+    QCOMPARE(page.resets.size(), 3);
     QCoreApplication::processEvents();
     const QModelIndex second = page.list()->model()->index(1, 0);
     QCOMPARE(second.data(ListRowModel::ValueRole).toString(), QStringLiteral("USB 1 SDP MODE"));
@@ -296,27 +198,6 @@ void TestUsbTestView::emptyStoreShowsPlatformDefaultsAndMarksTheLiteralOnes()
         page.view.statusBarButtonClicked(QStringLiteral("return"));
         QCoreApplication::processEvents();
     }
-}
-
-void TestUsbTestView::returnGoesBackToTheTopList_data()
-{
-    QTest::addColumn<int>("row");
-    QTest::newRow("port 0") << 0;
-    QTest::newRow("port 1") << 1;
-    QTest::newRow("test mode") << 2;
-}
-
-void TestUsbTestView::returnGoesBackToTheTopList()
-{
-    QFETCH(int, row);
-    Page page;
-    page.tapRow(row);
-    page.titles.clear();
-    QSignalSpy reset(page.list()->model(), &QAbstractItemModel::modelReset);
-    page.view.statusBarButtonClicked(QStringLiteral("return"));
-    QCOMPARE(usbTestListType, 1);
-    QCOMPARE(page.takeTitle(), QStringLiteral("USB Test"));
-    QCOMPARE(reset.size(), 1);
 }
 
 void TestUsbTestView::otherIdsAreIgnored()
@@ -373,19 +254,6 @@ void TestUsbTestView::newPageStartsOnTheTopListWithTheStoredModes()
     const USBTestView second(&page.host);
     QCOMPARE(usbTestListType, 1);
     QCOMPARE(curUsb1BCMode, QStringLiteral("USB 1 DCP MODE"));
-}
-
-void TestUsbTestView::listGoesWithThePage()
-{
-    TestUnit unit;
-    QWidget host(&unit.screen());
-    host.show();
-    auto *view = new USBTestView(&host);
-    const QPointer<ListView> list(host.findChild<ListView *>());
-    delete view;
-    QVERIFY(list->isHidden());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!list);
 }
 
 FACTORY_TEST_MAIN(TestUsbTestView)
