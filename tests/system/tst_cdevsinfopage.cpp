@@ -18,17 +18,14 @@ class TestCDevsInfoPage : public QObject
     Q_OBJECT
 
 private slots:
-    void showsTheThreeModules();
     void endsWithTheFormsSize();
     void sensorIdentifier_data();
     void sensorIdentifier();
     void emptyVersionLeavesThePrefix();
     void onlyTheBluetoothRowShrinks_data();
     void onlyTheBluetoothRowShrinks();
-    void versionIsPlainText();
     void reopeningReadsAfresh();
     void openPageKeepsItsValues();
-    void readsAVersionThatAnUpgradeLeft();
 };
 
 namespace
@@ -67,15 +64,6 @@ int textWidth(const QLabel *label, const QFont &font)
 }
 
 } // namespace
-
-void TestCDevsInfoPage::showsTheThreeModules()
-{
-    // As in a new unit's versions.ini; 171 is 0xAB.
-    const VersionsPage shown;
-    QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 1.04.2"));
-    QCOMPARE(shown.label("label_bt")->text(), QStringLiteral("BLUETOOTH Version: BT 5.0.17"));
-    QCOMPARE(shown.label("label_als")->text(), QStringLiteral("ALS Sensor ID: 0XAB"));
-}
 
 void TestCDevsInfoPage::endsWithTheFormsSize()
 {
@@ -146,15 +134,6 @@ void TestCDevsInfoPage::onlyTheBluetoothRowShrinks()
     QVERIFY(textWidth(bluetooth, bluetooth->shownFont()) <= bluetooth->width() || length == 2000);
 }
 
-void TestCDevsInfoPage::versionIsPlainText()
-{
-    VersionsPage shown;
-    shown.set("gps", QStringLiteral("<b>1</b> 100% &amp;"));
-    shown.open();
-    QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: <b>1</b> 100% &amp;"));
-    QCOMPARE(shown.label("label_gps")->textFormat(), Qt::PlainText);
-}
-
 void TestCDevsInfoPage::reopeningReadsAfresh()
 {
     TestUnit unit;
@@ -183,14 +162,6 @@ void TestCDevsInfoPage::openPageKeepsItsValues()
     shown.set("gps", QStringLiteral("2.0"));
     QCoreApplication::processEvents();
     QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 1.04.2"));
-}
-
-void TestCDevsInfoPage::readsAVersionThatAnUpgradeLeft()
-{
-    VersionsPage shown;
-    shown.unit.unit().versions().setGps(QStringLiteral("GNSS 2.00.0"));
-    shown.open();
-    QCOMPARE(shown.label("label_gps")->text(), QStringLiteral("GPS Version: GNSS 2.00.0"));
 }
 
 FACTORY_TEST_MAIN(TestCDevsInfoPage)

@@ -19,13 +19,9 @@ private slots:
 
     void rowsWithoutASizeAreNotToBeSeen();
     void endsWithTheFormsSize();
-
     void gpsResetClearsTheConfigurationAndReboots();
-
-    void touchCheckOpensOverEverything();
     void touchCheckTwiceMakesTwoPagesAndTheNewestIsClosed();
     void touchPageThatIsGoneIsForgotten();
-    void touchPageGoesWithThePage();
     void unknownIdDoesNothing();
 };
 
@@ -33,7 +29,6 @@ namespace
 {
 
 const QPoint gpsPoint(106, 196);
-const QPoint touchPoint(634, 196);
 
 QList<CTouchCheckPage *> touchPages()
 {
@@ -92,17 +87,6 @@ void TestCSysCtrlPage::gpsResetClearsTheConfigurationAndReboots()
     QVERIFY(shown.view->findChild<KvBackgroundImage *>() == nullptr);
 }
 
-void TestCSysCtrlPage::touchCheckOpensOverEverything()
-{
-    OpenedPage shown;
-    shown.open();
-    shown.unit.tap(touchPoint);
-    QCOMPARE(touchPages().size(), 1);
-    QVERIFY(touchPages().constFirst()->isVisible());
-    QVERIFY(touchPages().constFirst()->isWindow());
-    QCOMPARE(touchPages().constFirst()->size(), QSize(800, 480));
-}
-
 void TestCSysCtrlPage::touchCheckTwiceMakesTwoPagesAndTheNewestIsClosed()
 {
     OpenedPage shown;
@@ -132,20 +116,6 @@ void TestCSysCtrlPage::touchPageThatIsGoneIsForgotten()
     shown.view.reset();
     deleteDeferred();
     QCOMPARE(touchPages().size(), 0);
-}
-
-void TestCSysCtrlPage::touchPageGoesWithThePage()
-{
-    OpenedPage shown;
-    shown.open();
-    shown.page->btnReleasedSlot(QStringLiteral("idTouchBtn"));
-    const int widgets = QApplication::topLevelWidgets().size();
-    shown.view->buttonClicked(QStringLiteral("return"));
-    QVERIFY(shown.page.isNull());
-    deleteDeferred();
-    QCOMPARE(touchPages().size(), 0);
-    // The page and its hidden back button.
-    QCOMPARE(QApplication::topLevelWidgets().size(), widgets - 2);
 }
 
 void TestCSysCtrlPage::unknownIdDoesNothing()

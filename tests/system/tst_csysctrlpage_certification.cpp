@@ -13,9 +13,6 @@ class TestCSysCtrlPageCertification : public QObject
     Q_OBJECT
 
 private slots:
-    void certificationShowsTheStoredState_data();
-    void certificationShowsTheStoredState();
-    void certificationIsNeitherToldNorSavedOnOpening();
     void certificationIsSavedBeforeTheRebootAndShownAfterIt();
     void certificationShadeIsOnTheGlassBeforeTheSleep();
     void otherSwitchesDoNothing_data();
@@ -25,7 +22,6 @@ private slots:
 namespace
 {
 
-const QString certificationKey = QStringLiteral("sysctrl/certification");
 const QPoint certificationPoint(671, 107);
 
 /// Writes into the journal whenever a widget of that class is painted.
@@ -65,39 +61,6 @@ qint64 brightness(const QImage &image)
 }
 
 } // namespace
-
-void TestCSysCtrlPageCertification::certificationShowsTheStoredState_data()
-{
-    QTest::addColumn<QVariant>("stored");
-    QTest::addColumn<bool>("on");
-    QTest::newRow("never stored") << QVariant() << false; // as in defaults.ini
-    QTest::newRow("off") << QVariant(false) << false;
-    QTest::newRow("on") << QVariant(true) << true;
-    QTest::newRow("on, read back as a text") << QVariant(QStringLiteral("true")) << true;
-}
-
-void TestCSysCtrlPageCertification::certificationShowsTheStoredState()
-{
-    QFETCH(QVariant, stored);
-    QFETCH(bool, on);
-    OpenedPage shown;
-    if (stored.isValid()) {
-        shown.unit.unit().settings().setValue(certificationKey, stored);
-    }
-    shown.open();
-    QCOMPARE(shown.certification()->state(), on);
-}
-
-void TestCSysCtrlPageCertification::certificationIsNeitherToldNorSavedOnOpening()
-{
-    OpenedPage shown;
-    shown.unit.unit().settings().setValue(certificationKey, true);
-    const int before = shown.journal().size();
-    shown.open();
-    QCoreApplication::processEvents();
-    QVERIFY(shown.certification()->state());
-    QCOMPARE(shown.journal().size(), before);
-}
 
 void TestCSysCtrlPageCertification::certificationIsSavedBeforeTheRebootAndShownAfterIt()
 {

@@ -17,9 +17,6 @@ private slots:
     void copyButtonFaces();
     void copyButtonFollowsTheStorage();
     void withoutLogFolderTheCopyButtonStartsDisabledUntilAStorageEvent();
-    void copyWithoutLogFolderOnlyMakesTheTarget();
-    void copyShowsThatItRunsAndIsReadyAgain();
-    void copyToAFullStickGoesOn();
     void copyToAStickThatWasJustPulledRunsNothing();
     void checkOutTellsWhetherItCopied();
 };
@@ -85,66 +82,6 @@ void TestCSysCtrlPageCopy::withoutLogFolderTheCopyButtonStartsDisabledUntilAStor
     shown.unit.plug(QStringLiteral("usb1"));
     QTRY_VERIFY(!shown.icon("copyBtn")->disableState());
     QVERIFY(shown.icon("copyBtn")->isEnabled());
-}
-
-void TestCSysCtrlPageCopy::copyWithoutLogFolderOnlyMakesTheTarget()
-{
-    OpenedPage shown;
-    shown.open();
-    shown.unit.plug(QStringLiteral("usb0"));
-    QTRY_VERIFY(!shown.icon("copyBtn")->disableState());
-    shown.unit.tap(copyPoint);
-    QCOMPARE(shown.journal(), QStringList("shell mkdir -p /media/usb0/QM_SYSTEMLOG"));
-    QCOMPARE(shown.icon("copyBtn")->displayText(), QStringLiteral("SYSTEMLOG"));
-    QVERIFY(!shown.icon("copyBtn")->disableState());
-}
-
-void TestCSysCtrlPageCopy::copyShowsThatItRunsAndIsReadyAgain()
-{
-    OpenedPage shown;
-    shown.openWithLogsAndStick();
-    QCoreApplication::processEvents();
-    const QImage ready = glass(shown.unit);
-    QImage running;
-    // The unit's own sync tells when the copy is all but done.
-    writeFile(shown.unit.path(QStringLiteral("/bin/sync")),
-              "#!/bin/sh\ntouch \"$UNIT/synced\"\nsleep 0.3\n");
-    std::thread observer([&shown, &running] {
-        shown.unit.unit().journal().waitFor(hardware::JournalPattern(QStringLiteral("shell sync")),
-                                            0, 20000);
-        running = glass(shown.unit);
-    });
-
-    shown.page->btnReleasedSlot(QStringLiteral("idCpBtn"));
-    observer.join();
-
-    QCOMPARE(shown.journal(),
-             QStringList({
-                 "shell mkdir -p /media/usb0/QM_SYSTEMLOG",
-                 "shell cp -rf /media/flash/userdata/log_service//*  /media/usb0/QM_SYSTEMLOG/",
-                 "shell cp -rf /media/flash/nvm/dfb_crash.dump  /media/usb0/QM_SYSTEMLOG/",
-                 "shell sync",
-             }));
-    const QRect buttonOnGlass(212, 166, 140, 60);
-    QVERIFY(running.copy(buttonOnGlass) != ready.copy(buttonOnGlass));
-    QCOMPARE(glass(shown.unit).copy(buttonOnGlass), ready.copy(buttonOnGlass));
-    QCOMPARE(shown.icon("copyBtn")->displayText(), QStringLiteral("SYSTEMLOG"));
-    QVERIFY(!shown.icon("copyBtn")->disableState());
-}
-
-void TestCSysCtrlPageCopy::copyToAFullStickGoesOn()
-{
-    OpenedPage shown;
-    shown.openWithLogsAndStick();
-    QString error;
-    QVERIFY(shown.unit.unit().storage().setTrait(QStringLiteral("usb0"), hardware::StickTrait::Full,
-                                                 1, &error));
-    shown.unit.tap(copyPoint);
-    QCOMPARE(shown.journal().constLast(), QStringLiteral("shell sync"));
-    QCOMPARE(readFile(shown.unit.path(QStringLiteral("/media/usb0/QM_SYSTEMLOG/system.log"))),
-             QByteArray());
-    QCOMPARE(shown.icon("copyBtn")->displayText(), QStringLiteral("SYSTEMLOG"));
-    QVERIFY(!shown.icon("copyBtn")->disableState());
 }
 
 void TestCSysCtrlPageCopy::copyToAStickThatWasJustPulledRunsNothing()

@@ -15,15 +15,10 @@ class TestCSysCtrlPageDab : public QObject
 private slots:
     void faceOnOpening_data();
     void faceOnOpening();
-    void storageEnablesTheIdleButton();
     void updateToSuccess();
     void updateWithoutFileFails();
     void updateFailsWhenTheStickIsPulled();
     void buttonStaysDisabledAtStatusSevenWhenStorageComesAndGoes();
-    void endWithoutStorageLeavesTheButtonDisabled_data();
-    void endWithoutStorageLeavesTheButtonDisabled();
-    void endWithoutStorageLeavesTheButtonEnabled_data();
-    void endWithoutStorageLeavesTheButtonEnabled();
     void otherCodesAreIgnored_data();
     void otherCodesAreIgnored();
     void pressAtStatusSevenDoesNothing();
@@ -69,18 +64,6 @@ void TestCSysCtrlPageDab::faceOnOpening()
     shown.open();
     QCOMPARE(shown.button()->displayText(), text);
     QCOMPARE(shown.button()->disableState(), disabled);
-}
-
-void TestCSysCtrlPageDab::storageEnablesTheIdleButton()
-{
-    DabPage shown;
-    shown.open();
-    QVERIFY(shown.button()->disableState());
-    shown.unit.plug(QStringLiteral("usb0"));
-    QTRY_VERIFY(!shown.button()->disableState());
-    shown.pull("usb0");
-    QTRY_VERIFY(shown.button()->disableState());
-    QCOMPARE(shown.button()->displayText(), idleText);
 }
 
 void TestCSysCtrlPageDab::updateToSuccess()
@@ -153,53 +136,6 @@ void TestCSysCtrlPageDab::buttonStaysDisabledAtStatusSevenWhenStorageComesAndGoe
 
     shown.tuner().setFault(hardware::DabTuner::NoFault, 0);
     QTRY_COMPARE(shown.button()->displayText(), okText);
-    QVERIFY(!shown.button()->disableState());
-}
-
-void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonDisabled_data()
-{
-    QTest::addColumn<int>("code");
-    QTest::addColumn<QString>("text");
-    QTest::newRow("failed") << 8 << failedText;
-    QTest::newRow("succeeded") << 9 << okText;
-}
-
-void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonDisabled()
-{
-    QFETCH(int, code);
-    QFETCH(QString, text);
-    DabPage shown;
-    shown.open();
-    shown.tuner().setStatus(code);
-    QTRY_COMPARE(shown.button()->displayText(), text);
-    QVERIFY(shown.button()->disableState());
-    shown.unit.plug(QStringLiteral("usb0"));
-    QTRY_VERIFY(!shown.button()->disableState());
-    QCOMPARE(shown.button()->displayText(), text);
-}
-
-void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonEnabled_data()
-{
-    endWithoutStorageLeavesTheButtonDisabled_data();
-}
-
-void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonEnabled()
-{
-    QFETCH(int, code);
-    QFETCH(QString, text);
-    DabPage shown;
-    shown.unit.plug(QStringLiteral("usb0"));
-    shown.open();
-    // An update that the page is not told of keeps the button as it is when the storage goes.
-    shown.tuner().setFault(hardware::DabTuner::IsMute, 0);
-    shown.tuner().setStatus(7);
-    shown.pull("usb0");
-    QTRY_VERIFY(shown.page->findChild<KvIconButton *>(QStringLiteral("copyBtn"))->disableState());
-    QVERIFY(!shown.button()->disableState());
-
-    shown.tuner().setFault(hardware::DabTuner::NoFault, 0);
-    shown.tuner().setStatus(code);
-    QTRY_COMPARE(shown.button()->displayText(), text);
     QVERIFY(!shown.button()->disableState());
 }
 

@@ -15,15 +15,9 @@ class TestCTouchCheckPage : public QObject
     Q_OBJECT
 
 private slots:
-    void coversTheDisplay();
-    void blackPointInTheCorner();
-    void mark_data();
-    void mark();
-    void nothingElseIsPainted();
     void beforeAnyTouchTheRedCrossLiesOnTheCentre();
     void touchAtAFraction_data();
     void touchAtAFraction();
-    void crossFollowsTheFinger();
     void touchInTheCornerDrawsTheWholeCrossPartlyOffThePage();
     void touchOutsideTheScreen();
     void releaseLeavesTheCross();
@@ -89,11 +83,6 @@ QList<QPoint> marks()
     return {{30, 30}, {770, 30}, {770, 450}, {30, 450}, {400, 240}};
 }
 
-QList<QPoint> labels()
-{
-    return {{15, 55}, {750, 55}, {750, 435}, {15, 435}, {385, 265}};
-}
-
 QString coordinates(const QPoint &point)
 {
     return QStringLiteral("(%1,%2)").arg(point.x()).arg(point.y());
@@ -148,85 +137,6 @@ struct TouchPage
 
 } // namespace
 
-void TestCTouchCheckPage::coversTheDisplay()
-{
-    const TestUnit unit;
-    const CTouchCheckPage page(nullptr);
-    QCOMPARE(page.geometry(), QRect(0, 0, 800, 480));
-    QVERIFY(page.isWindow());
-    QCOMPARE(page.font().pixelSize(), 12);
-}
-
-void TestCTouchCheckPage::blackPointInTheCorner()
-{
-    const TouchPage shown;
-    const QImage picture = shown.picture();
-    QCOMPARE(picture.pixel(0, 0), black);
-    QCOMPARE(picture.pixel(1, 0), white);
-    QCOMPARE(picture.pixel(0, 1), white);
-    QCOMPARE(picture.pixel(1, 1), white);
-}
-
-void TestCTouchCheckPage::mark_data()
-{
-    QTest::addColumn<QPoint>("centre");
-    QTest::addColumn<QPoint>("labelPosition");
-    QTest::addColumn<QString>("text");
-    const char *names[] = {"top left", "top right", "bottom right", "bottom left", "centre"};
-    const char *texts[] = {"(30,30)", "(770,30)", "(770,450)", "(30,450)", "(400,240)"};
-    for (int i = 0; i < marks().size(); ++i) {
-        QTest::newRow(names[i]) << marks().at(i) << labels().at(i) << QString(texts[i]);
-    }
-}
-
-void TestCTouchCheckPage::mark()
-{
-    QFETCH(QPoint, centre);
-    QFETCH(QPoint, labelPosition);
-    QFETCH(QString, text);
-    const TouchPage shown;
-    shown.press(QPointF(200, 120)); // the red cross out of the way
-    const QImage picture = shown.picture();
-
-    for (int offset = -15; offset <= 15; ++offset) {
-        QCOMPARE(picture.pixel(centre + QPoint(offset, 0)), black);
-        QCOMPARE(picture.pixel(centre + QPoint(0, offset)), black);
-    }
-    for (const QPoint &end : {QPoint(16, 0), QPoint(-16, 0), QPoint(0, 16), QPoint(0, -16)}) {
-        // A label may begin right there, below or above the cross.
-        if (label(picture.size(), labelPosition, text, black).pixel(centre + end) == white) {
-            QCOMPARE(picture.pixel(centre + end), white);
-        }
-    }
-    QVERIFY(shows(picture, label(picture.size(), labelPosition, text, black), {centre}));
-}
-
-void TestCTouchCheckPage::nothingElseIsPainted()
-{
-    const TouchPage shown;
-    const QPoint touch(200, 120);
-    shown.press(touch);
-    const QImage picture = shown.picture();
-    QList<QImage> texts = {label(picture.size(), {300, 240}, QStringLiteral("(200,120)"), red)};
-    for (int i = 0; i < marks().size(); ++i) {
-        texts.append(label(picture.size(), labels().at(i), coordinates(marks().at(i)), black));
-    }
-    const QList<QPoint> crosses = marks() + QList<QPoint>({touch});
-    for (int y = 0; y < picture.height(); ++y) {
-        for (int x = 0; x < picture.width(); ++x) {
-            const QPoint pixel(x, y);
-            const bool isPainted = pixel.isNull()
-                || std::any_of(crosses.cbegin(), crosses.cend(),
-                               [&](const QPoint &centre) { return isOnCross(pixel, centre); })
-                || std::any_of(texts.cbegin(), texts.cend(),
-                               [&](const QImage &text) { return text.pixel(pixel) != white; });
-            if (!isPainted && picture.pixel(pixel) != white) {
-                QFAIL(qPrintable(QStringLiteral("pixel at ") + coordinates(pixel)));
-            }
-        }
-    }
-}
-
 void TestCTouchCheckPage::beforeAnyTouchTheRedCrossLiesOnTheCentre()
 {
     const TouchPage shown;
@@ -254,17 +164,6 @@ void TestCTouchCheckPage::touchAtAFraction()
     const TouchPage shown;
     shown.press(touch);
     QVERIFY(shown.hasRedCross(point));
-}
-
-void TestCTouchCheckPage::crossFollowsTheFinger()
-{
-    const TouchPage shown;
-    shown.press(QPointF(100, 100));
-    QVERIFY(shown.hasRedCross(QPoint(100, 100)));
-    shown.move(QPointF(500.2, 333.7));
-    QVERIFY(shown.hasRedCross(QPoint(500, 334)));
-    // No history is kept.
-    QCOMPARE(shown.picture().pixel(100, 100), white);
 }
 
 void TestCTouchCheckPage::touchInTheCornerDrawsTheWholeCrossPartlyOffThePage()

@@ -11,7 +11,6 @@ class TestSystemLogCopy : public QObject
     Q_OBJECT
 
 private slots:
-    void copiesLogsAndDumpWithTheseCommands();
     void withoutLogFolderOnlyMakesTheTarget();
     void withoutCrashDumpCopiesTheLogs();
     void missingStorageRunsNothing_data();
@@ -66,27 +65,6 @@ QByteArray longRoot(const TestUnit &unit, int length)
 }
 
 } // namespace
-
-void TestSystemLogCopy::copiesLogsAndDumpWithTheseCommands()
-{
-    TestUnit unit;
-    writeLog(unit);
-    writeDump(unit);
-    unit.plug(QStringLiteral("usb0"));
-
-    QVERIFY(copySystemLogs("/media/usb0"));
-
-    QCOMPARE(commands(unit),
-             QStringList({
-                 "shell mkdir -p /media/usb0/QM_SYSTEMLOG",
-                 "shell cp -rf /media/flash/userdata/log_service//*  /media/usb0/QM_SYSTEMLOG/",
-                 "shell cp -rf /media/flash/nvm/dfb_crash.dump  /media/usb0/QM_SYSTEMLOG/",
-                 "shell sync",
-             }));
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/QM_SYSTEMLOG/system.log"))), logText());
-    QCOMPARE(readFile(unit.path(QStringLiteral("/media/usb0/QM_SYSTEMLOG/dfb_crash.dump"))),
-             dumpText());
-}
 
 void TestSystemLogCopy::withoutLogFolderOnlyMakesTheTarget()
 {

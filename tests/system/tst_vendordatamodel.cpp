@@ -2,7 +2,6 @@
 
 #include "support/testmain.h"
 
-#include <QSignalSpy>
 #include <QStringListModel>
 #include <QtTest>
 
@@ -13,7 +12,6 @@ class TestVendorDataModel : public QObject
 private slots:
     void fiveSourcesForEveryRole();
     void otherRowsAreEmpty();
-    void refreshIsAModelResetAndTheListNeverChanges();
 };
 
 namespace
@@ -54,15 +52,6 @@ void TestVendorDataModel::otherRowsAreEmpty()
         QCOMPARE(data.userType(), int(QMetaType::QString));
         QCOMPARE(data.toString(), QString());
     }
-}
-
-void TestVendorDataModel::refreshIsAModelResetAndTheListNeverChanges()
-{
-    VendorDataModel model(nullptr);
-    QSignalSpy spy(&model, &QAbstractItemModel::modelReset);
-    model.refresh();
-    QCOMPARE(spy.size(), 1);
-    QCOMPARE(titles(model, 258), sources());
 }
 
 FACTORY_TEST_MAIN(TestVendorDataModel)

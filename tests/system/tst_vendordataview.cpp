@@ -16,15 +16,11 @@ class TestVendorDataView : public QObject
     Q_OBJECT
 
 private slots:
-    void construction();
     void eachRowOpensTheDialogWithItsOwnSourceNumber_data();
     void eachRowOpensTheDialogWithItsOwnSourceNumber();
     void repeatedTapsCreateFurtherDialogs();
     void rowsThatDoNotExistDoNothing();
     void theListNeverChanges();
-    void titleIsNeverSent();
-    void dialogOutlivesThePage();
-    void listGoesWithThePage();
     void aSelectedRowGoesWithThePageWithoutAWarning();
 };
 
@@ -58,17 +54,6 @@ public:
 };
 
 } // namespace
-
-void TestVendorDataView::construction()
-{
-    VendorPage page;
-    QCOMPARE(page.host.size(), QSize(800, 480));
-    QCOMPARE(page.view->parent(), &page.host);
-    QCOMPARE(page.list()->geometry(), QRect(0, 66, 800, 414));
-    QCOMPARE(page.list()->verticalScrollBarPolicy(), Qt::ScrollBarAsNeeded);
-    QVERIFY(page.list()->isVisible());
-    QCOMPARE(page.list()->model()->rowCount(), 5);
-}
 
 void TestVendorDataView::eachRowOpensTheDialogWithItsOwnSourceNumber_data()
 {
@@ -125,34 +110,6 @@ void TestVendorDataView::theListNeverChanges()
     QCoreApplication::processEvents();
     QCOMPARE(page.unit.screen().grab().toImage(), before);
     QCOMPARE(reset.size(), 0);
-}
-
-void TestVendorDataView::titleIsNeverSent()
-{
-    VendorPage page;
-    QSignalSpy title(page.view, &VendorDataView::setTitle);
-    page.tapRow(0);
-    QCOMPARE(title.size(), 0);
-}
-
-void TestVendorDataView::dialogOutlivesThePage()
-{
-    VendorPage page;
-    page.tapRow(0);
-    delete page.view;
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QCOMPARE(page.dialogs().size(), 1);
-    QVERIFY(page.dialogs().constFirst()->isVisible());
-}
-
-void TestVendorDataView::listGoesWithThePage()
-{
-    VendorPage page;
-    const QPointer<ListView> list(page.list());
-    delete page.view;
-    QVERIFY(list->isHidden());
-    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
-    QVERIFY(!list);
 }
 
 void TestVendorDataView::aSelectedRowGoesWithThePageWithoutAWarning()
