@@ -1,18 +1,10 @@
-#include "simulator/commands/allcommands.h"
+// The console's commands for the DAB tuner and the versions.
 
-#include "simulator/console/console.h"
-#include "simulator/console/consolesession.h"
-#include "simulator/simulator.h"
+#include "simulator/testsimulator.h"
 
-#include "gate/gate.h"
-#include "hardware/unit/journalreader.h"
-#include "hardware/unit/unit.h"
 #include "support/testmain.h"
 
-#include <QTemporaryDir>
 #include <QtTest>
-
-using simulator::ConsoleResult;
 
 class TestSystemCommands : public QObject
 {
@@ -30,47 +22,24 @@ private slots:
 namespace
 {
 
-/// A console with the commands, on a simulator that is not started.
-struct Bench
+const double fast = 10; // an update of ten seconds lasts one
+
+bool heard(TestSimulator &test, const QString &line)
 {
-    Bench()
-        : unit(folder.filePath(QStringLiteral("unit")))
-        , isOpen(unit.open(&error))
-        , gate(unit)
-        , simulator(unit, QString())
-        , console(simulator.graphicalThread())
-        , session(reader)
-    {
-        simulator::addSystemCommands(console, simulator);
-        simulator::addFaultCommands(console, simulator);
-    }
-
-    ConsoleResult run(const char *line) { return console.run(QString::fromLatin1(line), session); }
-
-    QTemporaryDir folder;
-    QString error;
-    hardware::Unit unit;
-    bool isOpen;
-    hardware::Gate gate;
-    simulator::Simulator simulator;
-    simulator::Console console;
-    hardware::JournalReader reader{unit.journal()};
-    simulator::ConsoleSession session;
-};
+    return test.journal().waitFor(hardware::JournalPattern(line), 0, 20000) >= 0;
+}
 
 } // namespace
 
 void TestSystemCommands::dabTellsAndTakesAStatus()
 {
-    Bench bench;
-    QCOMPARE(bench.run("dab").lines, QStringList("status 0, progress 0 %"));
-    QVERIFY(bench.run("dab 8").isOk());
-    QCOMPARE(bench.run("dab").lines, QStringList("status 8, progress 0 %"));
-    QVERIFY(bench.run("dab 99 wrong").isOk());
-    QCOMPARE(bench.run("dab").lines, QStringList("status 99, progress 0 %"));
-    QVERIFY(bench.unit.journal().waitFor(hardware::JournalPattern(QStringLiteral("dab tells 8")), 0,
-                                         20000)
-            >= 0);
+    TestSimulator test;
+    QCOMPARE(test.run("dab").lines, QStringList("status 0, progress 0 %"));
+    QVERIFY(test.run("dab 8").isOk());
+    QCOMPARE(test.run("dab").lines, QStringList("status 8, progress 0 %"));
+    QVERIFY(test.run("dab 99 wrong").isOk());
+    QCOMPARE(test.run("dab").lines, QStringList("status 99, progress 0 %"));
+    QVERIFY(heard(test, QStringLiteral("dab tells 8")));
 }
 
 void TestSystemCommands::dabFaultReachesTheTuner_data()
@@ -86,25 +55,25 @@ void TestSystemCommands::dabFaultReachesTheTuner()
 {
     QFETCH(QByteArray, command);
     QFETCH(QString, end);
-    Bench bench;
-    QFile firmware(bench.unit.folder().path(QStringLiteral("/dab_firmware.bin")));
+    TestSimulator test(fast);
+    QFile firmware(test.path(QStringLiteral("/dab_firmware.bin")));
     QVERIFY(firmware.open(QIODevice::WriteOnly));
     firmware.write(QByteArray(10, 'f'));
     firmware.close();
-    QVERIFY(bench.run(command.constData()).isOk());
-    QVERIFY(bench.unit.dabTuner().startUpdate(QByteArray()));
-    QVERIFY(bench.unit.journal().waitFor(hardware::JournalPattern(end), 0, 60000) >= 0);
+    QVERIFY(test.run(command).isOk());
+    QVERIFY(test.simulator().unit().dabTuner().startUpdate(QByteArray()));
+    QVERIFY(heard(test, end));
 }
 
 void TestSystemCommands::versionsAreSaidAndChanged()
 {
-    Bench bench;
-    QCOMPARE(bench.run("version").lines,
+    TestSimulator test;
+    QCOMPARE(test.run("version").lines,
              QStringList(
                  {"gps GNSS 1.04.2", "bluetooth BT 5.0.17", "alsProduct 171", "dabSdk SDK 3.2.1"}));
-    QVERIFY(bench.run("version gps \"G 2\"").isOk());
-    QCOMPARE(bench.run("version gps").lines, QStringList("G 2"));
-    QCOMPARE(bench.unit.versions().gps(), QStringLiteral("G 2"));
+    QVERIFY(test.run("version gps \"G 2\"").isOk());
+    QCOMPARE(test.run("version gps").lines, QStringList("G 2"));
+    QCOMPARE(test.simulator().unit().versions().gps(), QStringLiteral("G 2"));
 }
 
 void TestSystemCommands::wrongCommandSaysWhatIsAllowed_data()
@@ -128,10 +97,10 @@ void TestSystemCommands::wrongCommandSaysWhatIsAllowed()
 {
     QFETCH(QByteArray, line);
     QFETCH(QString, error);
-    Bench bench;
-    QCOMPARE(bench.run(line.constData()).error, error);
+    TestSimulator test;
+    QCOMPARE(test.run(line).error, error);
     for (const char *outOfRange : {"dab 256", "dab -1", "dab x", "dab 256 wrong"}) {
-        QVERIFY2(!bench.run(outOfRange).isOk(), outOfRange);
+        QVERIFY2(!test.run(outOfRange).isOk(), outOfRange);
     }
 }
 
