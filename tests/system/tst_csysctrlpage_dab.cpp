@@ -19,6 +19,8 @@ private slots:
     void updateWithoutFileFails();
     void updateFailsWhenTheStickIsPulled();
     void buttonStaysDisabledAtStatusSevenWhenStorageComesAndGoes();
+    void endWithoutStorageLeavesTheButtonEnabled_data();
+    void endWithoutStorageLeavesTheButtonEnabled();
     void otherCodesAreIgnored_data();
     void otherCodesAreIgnored();
     void pressAtStatusSevenDoesNothing();
@@ -136,6 +138,34 @@ void TestCSysCtrlPageDab::buttonStaysDisabledAtStatusSevenWhenStorageComesAndGoe
 
     shown.tuner().setFault(hardware::DabTuner::NoFault, 0);
     QTRY_COMPARE(shown.button()->displayText(), okText);
+    QVERIFY(!shown.button()->disableState());
+}
+
+void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonEnabled_data()
+{
+    QTest::addColumn<int>("code");
+    QTest::addColumn<QString>("text");
+    QTest::newRow("failed") << 8 << failedText;
+    QTest::newRow("succeeded") << 9 << okText;
+}
+
+void TestCSysCtrlPageDab::endWithoutStorageLeavesTheButtonEnabled()
+{
+    QFETCH(int, code);
+    QFETCH(QString, text);
+    DabPage shown;
+    shown.unit.plug(QStringLiteral("usb0"));
+    shown.open();
+    // An update that the page is not told of keeps the button as it is when the storage goes.
+    shown.tuner().setFault(hardware::DabTuner::IsMute, 0);
+    shown.tuner().setStatus(7);
+    shown.pull("usb0");
+    QTRY_VERIFY(shown.page->findChild<KvIconButton *>(QStringLiteral("copyBtn"))->disableState());
+    QVERIFY(!shown.button()->disableState());
+
+    shown.tuner().setFault(hardware::DabTuner::NoFault, 0);
+    shown.tuner().setStatus(code);
+    QTRY_COMPARE(shown.button()->displayText(), text);
     QVERIFY(!shown.button()->disableState());
 }
 
