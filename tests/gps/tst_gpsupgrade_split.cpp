@@ -42,8 +42,9 @@ void TestGpsUpgradeSplit::splitYcIsFound()
     fault(QStringLiteral("split-yc"));
     const Conversation outcome = upgrade();
     QCOMPARE(outcome.result, 0);
-    // The two bytes in front of each reading are shown with it: "$P" and then "PY".
-    QVERIFY2(outcome.output.contains("10 s\n$PYPYC\n"), outcome.output.constData());
+    // The two bytes in front of each reading are shown with it: "$P" and then "PY". On a busy host
+    // the last reading may have the loader's next "C" in it too.
+    QVERIFY2(outcome.output.contains("10 s\n$PYPYC"), outcome.output.constData());
 }
 
 FACTORY_TEST_MAIN(TestGpsUpgradeSplit)

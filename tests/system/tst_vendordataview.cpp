@@ -19,6 +19,7 @@ private slots:
     void eachRowOpensTheDialogWithItsOwnSourceNumber_data();
     void eachRowOpensTheDialogWithItsOwnSourceNumber();
     void repeatedTapsCreateFurtherDialogs();
+    void dialogOutlivesThePage();
     void rowsThatDoNotExistDoNothing();
     void theListNeverChanges();
     void aSelectedRowGoesWithThePageWithoutAWarning();
@@ -89,6 +90,16 @@ void TestVendorDataView::repeatedTapsCreateFurtherDialogs()
         page.view->listClickedSlot(index);
         QCOMPARE(page.dialogs().size(), count);
     }
+}
+
+void TestVendorDataView::dialogOutlivesThePage()
+{
+    VendorPage page;
+    page.tapRow(0);
+    delete page.view;
+    QCoreApplication::sendPostedEvents(nullptr, QEvent::DeferredDelete);
+    QCOMPARE(page.dialogs().size(), 1);
+    QVERIFY(page.dialogs().constFirst()->isVisible());
 }
 
 void TestVendorDataView::rowsThatDoNotExistDoNothing()
