@@ -28,7 +28,7 @@ TREE = {
         project(Sample LANGUAGES CXX)
         include(CTest)
         add_library(kinds OBJECT src/room/kinds.cpp)
-        add_library(scale OBJECT src/room/scale.cpp src/room/wait.cpp)
+        add_library(scale OBJECT src/room/leave.cpp src/room/scale.cpp src/room/wait.cpp)
         foreach(name IN ITEMS tst_blind tst_scale)
             add_executable(${name} tests/${name}.cpp)
             target_link_libraries(${name} PRIVATE scale)
@@ -69,6 +69,12 @@ TREE = {
             return value < 0 ? 0 : 3 * value;
         }
         """,
+    "src/room/leave.cpp": """
+        int leaves()
+        {
+            return 0;
+        }
+        """,
     "src/room/wait.cpp": """
         void wait(int (*isDone)())
         {
@@ -86,6 +92,7 @@ TREE = {
     "tests/tst_blind.cpp": "int main() {}\n",
     "tests/tst_scale.cpp": """
         #include <unistd.h>
+        int leaves();
         int scaled(int value);
         void wait(int (*isDone)());
         int isDone()
@@ -95,6 +102,10 @@ TREE = {
         }
         int main()
         {
+            if (leaves() && fork() == 0) {
+                setpgid(0, 0);
+                pause();
+            }
             wait(isDone);
             return scaled(2) == 6 && scaled(-1) == 0 ? 0 : 1;
         }
@@ -209,6 +220,10 @@ class Break(unittest.TestCase):
         return [f"{line} {kind}: " + " ".join(" ".join(re.findall(r"^\+(.*)", diff, re.M)).split())
                 for line, kind, diff in breaks]
 
+    def running(self):
+        return [path for path in pathlib.Path("/proc").glob("[0-9]*/cmdline")
+                if os.fsencode(self.root) in contents(path)]
+
     def test_kinds(self):
         self.assertEqual(self.listed("*/kinds.cpp"), KINDS.splitlines())
         self.assertEqual(self.listed("*/kinds.h")[-3:], [
@@ -243,6 +258,13 @@ class Break(unittest.TestCase):
         ])
         self.assertIn("src/room/wait.cpp:3: condition negated: timed out by tst_scale", error)
 
+    def test_what_a_test_leaves_behind(self):
+        """In a group of its own, and with the test's output open."""
+        _, output, error = self.call("--file", "*/leave.cpp", "--kind", "number changed", "--count", "1",
+                                     "--floor", "1")
+        self.assertEqual(output.splitlines()[-2].split()[:4], ["total", "0", "1", "0"], error)
+        self.assertEqual(self.running(), [])
+
     def test_excuses(self):
         (self.root / "tools/break.unnoticeable").write_text(EXCUSE)
         options = ("--file", "*/scale.cpp", "--kind", "operator changed")
@@ -272,9 +294,7 @@ class Break(unittest.TestCase):
         output, error = process.communicate(timeout=10)
         self.assertEqual(process.returncode, 130)
         self.assertIn("survived: 0.0 %", output)
-        running = [path for path in pathlib.Path("/proc").glob("[0-9]*/cmdline")
-                   if os.fsencode(self.root) in contents(path)]
-        self.assertEqual(running, [])
+        self.assertEqual(self.running(), [])
 
 
 def contents(path):

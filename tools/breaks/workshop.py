@@ -132,6 +132,7 @@ class Workshop:
         def end():
             late.set()
             signal_group(process, signal.SIGKILL)
+            end_holders(process.stdout)
 
         timer = threading.Timer(seconds, end) if seconds else None
         output = []
@@ -156,6 +157,7 @@ class Workshop:
                 timer.cancel()
             # Also what it has started and not ended.
             signal_group(process, signal.SIGKILL)
+            end_holders(process.stdout)
             status = process.wait()
             process.stdout.close()
             with self.lock:
@@ -232,6 +234,17 @@ def signal_group(process, number):
         os.killpg(process.pid, number)
     except (ProcessLookupError, PermissionError):
         pass
+
+
+def end_holders(stream):
+    """Ends what holds a pipe's other end as its output: what has a group of its own outlives that of the process."""
+    pipe = f"pipe:[{os.fstat(stream.fileno()).st_ino}]"
+    for link in pathlib.Path("/proc").glob("[0-9]*/fd/[12]"):
+        try:
+            if os.readlink(link) == pipe:
+                os.kill(int(link.parts[2]), signal.SIGKILL)
+        except (FileNotFoundError, ProcessLookupError, PermissionError):
+            pass
 
 
 def listed_files(root):
