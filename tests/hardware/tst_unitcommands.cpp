@@ -22,6 +22,7 @@ private slots:
     void killallRefuses_data();
     void killallRefuses();
     void printkIsTheUnits();
+    void mkdirTakesABareName();
     void aWriteProtectedStickIsNotChanged_data();
     void aWriteProtectedStickIsNotChanged();
     void aWriteProtectedStickIsRead();
@@ -144,6 +145,14 @@ void tst_UnitCommands::printkIsTheUnits()
              QByteArray("7\t4\t1\t7\n"));
     QCOMPARE(run(unit, "echo 0 > /proc/sys/kernel/printk"), 0);
     QCOMPARE(readFile(unit.path(QStringLiteral("/proc/sys/kernel/printk"))), QByteArray("0\n"));
+}
+
+void tst_UnitCommands::mkdirTakesABareName()
+{
+    OpenUnit unit;
+    QCOMPARE(run(unit, "cd \"$UNIT/media\" && timeout 20 mkdir -p bare other/folder"), 0);
+    QVERIFY(QFileInfo(unit.path(QStringLiteral("/media/bare"))).isDir());
+    QVERIFY(QFileInfo(unit.path(QStringLiteral("/media/other/folder"))).isDir());
 }
 
 void tst_UnitCommands::aWriteProtectedStickIsNotChanged_data()
