@@ -25,6 +25,8 @@ void TestEffects::everyTouchIsTold()
     QVERIFY(file.open(QIODevice::ReadOnly));
     QStringList lines = QString::fromUtf8(file.readAll()).split(QLatin1Char('\n'));
     QCOMPARE(lines.takeLast(), QString());
+    // Waits for the receiver's next words: in how many pieces these come is up to the host.
+    lines.replaceInStrings(QRegularExpression("(usleep\\(50000\\)) \\(\\d+ times\\)"), "\\1");
     const QString complaint = listComplaint(QStringLiteral("effects.md"), lines);
     QVERIFY2(complaint.isEmpty(), qPrintable(complaint));
 }
