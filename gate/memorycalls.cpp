@@ -71,7 +71,8 @@ void *mapMemory(const char *name, void *place, size_t length, int protection, in
     if (memory == nullptr) {
         return hostCall<Call>(name)(place, length, protection, flags, descriptor, offset);
     }
-    const hardware::UnitCall call(name, "/dev/mem", hardware::mapFlags(protection, flags));
+    const hardware::UnitCall call(name, "/dev/mem",
+                                  hardware::mapArguments(length, protection, flags));
     void *mapped = MAP_FAILED;
     if (memory->fault() == MemoryDevice::MapRefused) {
         errno = EPERM;

@@ -121,10 +121,11 @@ void tellOfWait(const char *name, const std::string &asked, int result, double u
     noteTime(name, unitSeconds, hostSeconds);
 }
 
-std::string mapFlags(int protection, int flags)
+std::string mapArguments(std::size_t length, int protection, int flags)
 {
-    std::string text = named(protection, {{PROT_READ, "PROT_READ"}, {PROT_WRITE, "PROT_WRITE"}});
-    return (text.empty() ? "PROT_NONE" : text) + ", "
+    const std::string access =
+        named(protection, {{PROT_READ, "PROT_READ"}, {PROT_WRITE, "PROT_WRITE"}});
+    return std::to_string(length) + ", " + (access.empty() ? "PROT_NONE" : access) + ", "
         + named(flags,
                 {{MAP_SHARED, "MAP_SHARED"},
                  {MAP_PRIVATE, "MAP_PRIVATE"},

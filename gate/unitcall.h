@@ -43,8 +43,8 @@ private:
 void tellOfWait(const char *name, const std::string &asked, int result, double unitSeconds,
                 double hostSeconds);
 
-/// Protection and flags of mmap() by their names: "PROT_READ|PROT_WRITE, MAP_SHARED".
-std::string mapFlags(int protection, int flags);
+/// Length in bytes, protection and flags of mmap(): "4096, PROT_READ|PROT_WRITE, MAP_SHARED".
+std::string mapArguments(std::size_t length, int protection, int flags);
 
 /// The flags of open() by their names: "O_RDWR|O_SYNC".
 std::string openFlags(int flags);

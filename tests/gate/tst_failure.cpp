@@ -215,8 +215,8 @@ void TestFailure::memoryIsNotMapped()
     munmap(mapped, 4096);
     close(memory);
     QCOMPARE(unit.unit().journal().lines("gate", 0, hardware::Journal::Everything).mid(1, 2),
-             (QStringList{"gate mmap(\"/dev/mem\", PROT_READ, MAP_SHARED) = ENOMEM",
-                          "gate mmap(\"/dev/mem\", PROT_READ, MAP_SHARED)"}));
+             (QStringList{"gate mmap(\"/dev/mem\", 4096, PROT_READ, MAP_SHARED) = ENOMEM",
+                          "gate mmap(\"/dev/mem\", 4096, PROT_READ, MAP_SHARED)"}));
 }
 
 void TestFailure::selectFails()

@@ -272,6 +272,12 @@ void addStorageRows()
          QStringLiteral("threads start task"));
 }
 
+/// The unit's service that the test has made, without the journal's line of another look-up.
+template <typename Service> Service *made()
+{
+    return unitlink::service<Service>([]() -> Service * { return nullptr; });
+}
+
 void addUsbRows()
 {
     using kvplfctrl::KVPlatformControl;
@@ -297,20 +303,16 @@ void addUsbRows()
                 kv_usb::KVUsbManager::create("2.9") == nullptr ? "nullptr" : "an object");
         },
         QStringLiteral("\"2.9\""), QStringLiteral("an object"), QStringLiteral("nullptr"));
-    // Without another call of create(); the test has made one.
-    const auto manager = [] {
-        return unitlink::service<kv_usb::KVUsbManager>(
-            []() -> kv_usb::KVUsbManager * { return nullptr; });
-    };
     asked(
-        "KVUsbManager::getPortMode", [=] { return shown(manager()->getPortMode(1)); },
-        QStringLiteral("1"), QStringLiteral("0"), QStringLiteral("-1"));
+        "KVUsbManager::getPortMode",
+        [] { return shown(made<kv_usb::KVUsbManager>()->getPortMode(1)); }, QStringLiteral("1"),
+        QStringLiteral("0"), QStringLiteral("-1"));
     asked(
         "KVUsbManager::getCertificationMode",
-        [=] { return shown(manager()->getCertificationMode()); }, QString(), QStringLiteral("79"),
-        QStringLiteral("-1"));
+        [] { return shown(made<kv_usb::KVUsbManager>()->getCertificationMode()); }, QString(),
+        QStringLiteral("79"), QStringLiteral("-1"));
     const auto ncm = [](int (KVPlatformControl::*start)()) {
-        return [start] { return shown((KVPlatformControl::GetInstance()->*start)()); };
+        return [start] { return shown((made<KVPlatformControl>()->*start)()); };
     };
     const auto fine = QStringLiteral("0");
     const auto failure = QStringLiteral("-1");
@@ -358,6 +360,7 @@ void TestCalls::call()
 
     TestUnit unit;
     kv_usb::KVUsbManager::create("2.9");
+    kvplfctrl::KVPlatformControl::GetInstance();
     hardware::Journal &journal = unit.unit().journal();
     unit.unit().settings().setValue(QStringLiteral("system/capture"), true);
     unit.plug(QStringLiteral("usb0"));

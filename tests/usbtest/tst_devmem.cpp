@@ -79,7 +79,7 @@ void TestDevmem::writesPrintsClosesAndUnmapsInThisOrder()
              QStringList({
                  QStringLiteral("gate open(\"/dev/mem\", O_RDWR|O_NONBLOCK)"),
                  QStringLiteral("memory open"),
-                 QStringLiteral("gate mmap(\"/dev/mem\", PROT_READ|PROT_WRITE, MAP_SHARED)"),
+                 QStringLiteral("gate mmap(\"/dev/mem\", 4096, PROT_READ|PROT_WRITE, MAP_SHARED)"),
                  QStringLiteral("memory map 9C000000"),
                  QStringLiteral("0x55aa1122 "),
                  QStringLiteral("memory write 9C000190 phySwing 7F7F4040 -> 55AA1122"),

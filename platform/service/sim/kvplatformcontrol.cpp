@@ -23,6 +23,9 @@ KVPlatformControl::KVPlatformControl() = default;
 
 KVPlatformControl *KVPlatformControl::GetInstance()
 {
+    // Told, unlike the look-up of services that are fetched for each call: who keeps it asks once.
+    unitlink::tellOfQuestion("KVPlatformControl::GetInstance", QString(),
+                             QStringLiteral("an object"));
     return unitlink::service<KVPlatformControl>([] { return new KVPlatformControl; });
 }
 
