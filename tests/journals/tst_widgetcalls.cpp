@@ -259,6 +259,15 @@ RECORD_1(PopupView, setPopupViewId, const QString &)
 RECORD_1(PopupView, setShowTimeout, int)
 RECORD_1(PopupView, setText, const QString &)
 
+/// The names of Qt's own parts are Qt's affair.
+void QObject::setObjectName(const QString &name)
+{
+    void (QObject::*const own)(const QString &) = &QObject::setObjectName;
+    static const auto next = original<void (*)(QObject *, const QString &)>(own);
+    const Call call(name.startsWith(QLatin1String("qt_")) ? nullptr : this, __func__, name);
+    next(this, name);
+}
+
 /// A virtual function has no address of its own to ask for.
 void kvappframework::ActivityProperty::setUiObj(QWidget *object)
 {
