@@ -4,7 +4,7 @@
 namespace testpattern
 {
 
-enum Pattern { Eye = 0, J = 1, K = 2, Se0 = 3, None = 4 };
+enum Pattern { Eye, J, K, Se0, None };
 
 /// What a port's testMode register takes for a pattern at high or full speed; 0, which ends a test,
 /// for None and for what is no pattern.
