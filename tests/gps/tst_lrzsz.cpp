@@ -3,6 +3,7 @@
 #include "gps/gpsserial.h"
 #include "stdoutcapture.h"
 #include "testline.h"
+#include "waitslack.h"
 
 #include "support/testmain.h"
 #include "support/testunit.h"
@@ -191,6 +192,7 @@ QString transfer(const QByteArray &content)
 void TestLrzsz::initTestCase()
 {
     QVERIFY2(!rx().isEmpty(), "The package lrzsz is not installed.");
+    letWaitsEndLate();
 }
 
 void TestLrzsz::rxGetsTheFile_data()

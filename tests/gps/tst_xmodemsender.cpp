@@ -6,6 +6,7 @@
 #include "recordedsleeps.h"
 #include "stdoutcapture.h"
 #include "testline.h"
+#include "waitslack.h"
 
 #include "support/testmain.h"
 #include "support/testunit.h"
@@ -88,6 +89,7 @@ QByteArray blocksOf(const QByteArray &frames)
 void TestXmodemSender::init()
 {
     use_select_wait = 1;
+    letWaitsEndLate();
     m_unit.reset(new TestUnit(6.0)); // Answers may take 1.6 s of the host.
 }
 

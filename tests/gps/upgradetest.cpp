@@ -1,5 +1,7 @@
 #include "upgradetest.h"
 
+#include "waitslack.h"
+
 #include "gps/gpsserial.h"
 #include "gps/gpsupgrade.h"
 #include "support/packages.h"
@@ -36,6 +38,7 @@ void UpgradeTest::fault(const QString &words)
 
 Conversation UpgradeTest::upgrade()
 {
+    letWaitsEndLate();
     return converse([] { return upgradeStart(bootloader, firmware); });
 }
 
