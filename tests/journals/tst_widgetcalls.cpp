@@ -31,7 +31,7 @@
 #include <dlfcn.h>
 
 /// What is said to widgets while the menu and each page are built and left: every call, its
-/// arguments and its place in the order, with the traces between.
+/// arguments and its place in the order, with the traces and the commands between.
 /// "./test --accept-journals" renews the list.
 class TestWidgetCalls : public QObject
 {
@@ -60,8 +60,20 @@ QList<Turn> &turns()
 
 thread_local bool isRecording = false; // devices have threads of their own
 
+/// The commands that the unit's shell has been given since.
+void takeCommands()
+{
+    static qint64 heard = 0;
+    const hardware::Journal &journal = unitlink::unit().journal();
+    for (const QString &line : journal.lines(QStringLiteral("/^shell /"), heard)) {
+        turns().append({nullptr, line.section(QLatin1Char(' '), 1), QStringLiteral(" command")});
+    }
+    heard = journal.end();
+}
+
 void heading(const char *text)
 {
+    takeCommands();
     turns().append({nullptr, QStringLiteral("--"), QLatin1Char(' ') + QLatin1String(text)});
 }
 
@@ -73,6 +85,7 @@ void takeTrace(QtMsgType, const QMessageLogContext &, const QString &line)
     static const QRegularExpression list(QStringLiteral("model|delegate|lvscrollbar"));
     const QRegularExpressionMatch match = form.match(line);
     if (isRecording && match.hasMatch() && !match.captured(1).contains(list)) {
+        takeCommands();
         turns().append({nullptr, match.captured(2), QStringLiteral(" trace")});
     }
 }
@@ -128,11 +141,6 @@ QString shown(const QFont &font)
     return QStringLiteral("%1 pt, %2 px").arg(font.pointSize()).arg(font.pixelSize());
 }
 
-QString shown(const char *text)
-{
-    return QString::fromLatin1(text);
-}
-
 /// Notes a call, if it is to an object, but not those that it leads to.
 class Call
 {
@@ -143,6 +151,7 @@ public:
         if (++depth > 1 || !isRecording || object == nullptr) {
             return;
         }
+        takeCommands();
         if (turns().last().object != object) {
             turns().append({object, QString(), QString()});
         }
