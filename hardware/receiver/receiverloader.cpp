@@ -54,6 +54,7 @@ void ReceiverLoader::start()
 {
     m_stage = Stage::Rom;
     m_heard.clear();
+    m_rest.clear();
 }
 
 void ReceiverLoader::hear(char byte)
@@ -127,7 +128,8 @@ void ReceiverLoader::enterLoader()
         const bool isSplit = m_port.faults().has(QStringLiteral("split-yc"));
         m_port.loop().after(answerMs, [this, isSplit] { m_port.say(isSplit ? "Y" : "YC"); });
         if (isSplit) {
-            m_port.loop().after(answerMs + splitMs, [this] { m_port.say("C"); });
+            m_rest = "C";
+            m_port.loop().after(answerMs + splitMs, [this] { sayRest(); });
         }
     }
     beginTransfer(bootloader);
@@ -167,6 +169,10 @@ void ReceiverLoader::beginTransfer(const QString &part)
 
 void ReceiverLoader::requestFrame()
 {
+    if (!m_rest.isEmpty()) {
+        m_port.loop().after(requestMs, [this] { requestFrame(); });
+        return;
+    }
     if (m_stage != Stage::Loading || m_transfer.hasBegun()) {
         return;
     }
@@ -255,10 +261,23 @@ void ReceiverLoader::showPrompt()
         m_stage = Stage::Deaf;
     } else if (m_port.faults().has(QStringLiteral("split-prompt"))) {
         m_port.say(QByteArray(menu) + "bo");
-        m_port.loop().after(splitMs, [this] { m_port.say("ot> "); });
+        m_rest = "ot> ";
+        m_port.loop().after(splitMs, [this] { sayRest(); });
     } else {
         m_port.say(QByteArray(menu) + "boot> ");
     }
+}
+
+/// The second piece of an answer waits for its reader: on a host that stands still meanwhile, both
+/// pieces would come as one.
+void ReceiverLoader::sayRest()
+{
+    if (m_port.line().hasUnread()) {
+        m_port.loop().after(answerMs, [this] { sayRest(); });
+        return;
+    }
+    m_port.say(m_rest);
+    m_rest.clear();
 }
 
 QString ReceiverLoader::imageFile() const

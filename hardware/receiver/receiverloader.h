@@ -56,6 +56,7 @@ private:
     void answerEnd();
     void endTransfer();
     void showPrompt();
+    void sayRest();
 
     QString imageFile() const;
     bool keepImage(const QByteArray &image);
@@ -66,6 +67,7 @@ private:
     const std::function<void(const QByteArray &image)> m_loaded;
     Stage m_stage = Stage::Deaf;
     QByteArray m_heard; // of an escape or a menu choice
+    QByteArray m_rest;  // of an answer in two pieces, until it is said
     QString m_part;     // in transfer: "bootloader" or "firmware"
     XmodemReceiver m_transfer;
 };

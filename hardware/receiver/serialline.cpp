@@ -131,6 +131,12 @@ void SerialLine::setPortSpeed(int baud)
     }
 }
 
+bool SerialLine::hasUnread() const
+{
+    int count = 0;
+    return m_port >= 0 && ioctl(m_port, FIONREAD, &count) == 0 && count > 0;
+}
+
 void SerialLine::discardUnread()
 {
     if (m_port >= 0) {

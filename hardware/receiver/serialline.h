@@ -37,6 +37,8 @@ public:
     int portSpeed() const;
     /// Sets the port raw, and to a speed of the usual ones, as whoever used it before would.
     void setPortSpeed(int baud);
+    /// Whether something was said that has not been read yet.
+    bool hasUnread() const;
     /// Throws away what was said and not read.
     void discardUnread();
 

