@@ -138,11 +138,10 @@ void FactoryDebugView::closeActivity()
 void FactoryDebugView::copyBtsnoop()
 {
     const QStringList devices = mountedDevices();
-    if (devices.isEmpty()) {
-        return;
+    if (!devices.isEmpty()) {
+        FACTORY_TRACE << "last device:" << devices.last();
+        copyBtsnoopLogs(devices.last().toLocal8Bit());
     }
-    FACTORY_TRACE << "last device:" << devices.last();
-    copyBtsnoopLogs(devices.last().toLocal8Bit());
 }
 
 void FactoryDebugView::flipCapture()
@@ -156,11 +155,10 @@ void FactoryDebugView::startUsbTest()
 {
     const QStringList devices = mountedDevices();
     FACTORY_TRACE << "deviceList: " << devices.count();
-    if (devices.isEmpty()) {
-        return;
+    if (!devices.isEmpty()) {
+        // The framework may delete this view meanwhile.
+        startUsbMediaTest(devices.last());
     }
-    // The framework may delete this view meanwhile.
-    startUsbMediaTest(devices.last());
 }
 
 void FactoryDebugView::captureStatusShow(bool on)
@@ -189,20 +187,16 @@ void FactoryDebugView::showMaskBgSlot()
 
 void FactoryDebugView::showButtons()
 {
-    const QList<KvIconButton *> &buttons = m_buttons;
-    for (KvIconButton *button : buttons) {
-        button->show();
-    }
+    std::for_each(m_buttons.cbegin(), m_buttons.cend(),
+                  [](KvIconButton *button) { button->show(); });
     hideAllSubPage();
     m_statusBar->interPrimary();
 }
 
 void FactoryDebugView::hideButtons()
 {
-    const QList<KvIconButton *> &buttons = m_buttons;
-    for (KvIconButton *button : buttons) {
-        button->hide();
-    }
+    std::for_each(m_buttons.cbegin(), m_buttons.cend(),
+                  [](KvIconButton *button) { button->hide(); });
 }
 
 void FactoryDebugView::hideAllSubPage()
