@@ -18,7 +18,7 @@
 namespace
 {
 
-const QRect place(0, 66, 800, 414);
+constexpr QRect place(0, 66, 800, 414);
 const int rounds = 400;
 const int dragStep = 7;
 

@@ -12,7 +12,7 @@ namespace panel
 namespace
 {
 
-const QSize unitScreen(800, 480);
+constexpr QSize unitScreen(800, 480);
 
 } // namespace
 

@@ -17,8 +17,8 @@ namespace style
 namespace
 {
 
-const QColor text(232, 233, 235);
-const QColor button(48, 51, 55);
+constexpr QColor text(232, 233, 235);
+constexpr QColor button(48, 51, 55);
 
 const char sheet[] = R"(
 QGroupBox { border: 1px solid #3a3d42; border-radius: 6px; margin-top: 9px; padding-top: 6px; background: #222427; }

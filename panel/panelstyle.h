@@ -14,12 +14,12 @@ namespace panel
 namespace style
 {
 
-inline const QColor accent(28, 160, 248);
-inline const QColor wrong(240, 84, 76);
-inline const QColor warm(240, 190, 90);
-inline const QColor dimmed(150, 152, 156);
-inline const QColor surface(34, 36, 39);
-inline const QColor background(20, 21, 23);
+inline constexpr QColor accent(28, 160, 248);
+inline constexpr QColor wrong(240, 84, 76);
+inline constexpr QColor warm(240, 190, 90);
+inline constexpr QColor dimmed(150, 152, 156);
+inline constexpr QColor surface(34, 36, 39);
+inline constexpr QColor background(20, 21, 23);
 
 void apply(QApplication &application);
 

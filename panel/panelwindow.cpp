@@ -25,7 +25,7 @@ namespace panel
 
 namespace
 {
-const QSize usualSize(1240, 690);
+constexpr QSize usualSize(1240, 690);
 }
 
 PanelWindow::PanelWindow(const QString &unitFolder, QWidget *parent)

@@ -18,7 +18,7 @@ namespace
 {
 
 const int barSteps = 1000;
-const QString runs = QStringLiteral("run");
+const QLatin1String runs("run");
 
 /// What each stage is called, in the order of the line.
 const QVector<QPair<QString, QString>> &line()

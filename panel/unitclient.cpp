@@ -13,7 +13,7 @@ const int retryMs = 500;
 const int statePauseMs = 200;
 const int screenPauseMs = 150;
 
-const QString withoutCalls = QStringLiteral("/^(?!gate |asked )/");
+const QLatin1String withoutCalls("/^(?!gate |asked )/");
 
 } // namespace
 

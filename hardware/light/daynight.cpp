@@ -14,10 +14,10 @@ namespace
 {
 
 const char *const modeNames[] = {"day", "night"};
-const auto dayNightSource = QStringLiteral("als");
-const auto automaticField = QStringLiteral("automatic");
-const auto yes = QStringLiteral("true");
-const auto no = QStringLiteral("false");
+const QLatin1String dayNightSource("als");
+const QLatin1String automaticField("automatic");
+const QLatin1String yes("true");
+const QLatin1String no("false");
 
 QString nameOf(DayNight::Mode mode)
 {

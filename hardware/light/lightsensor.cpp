@@ -12,7 +12,7 @@ namespace hardware
 
 namespace
 {
-const auto sensorSource = QStringLiteral("als");
+const QLatin1String sensorSource("als");
 }
 
 LightSensor::LightSensor(Journal &journal, const Clock &clock, DayNight &dayNight)

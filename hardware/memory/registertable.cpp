@@ -11,8 +11,8 @@ namespace hardware
 namespace
 {
 
-const auto addressField = QStringLiteral("address");
-const auto resetField = QStringLiteral("reset");
+const QLatin1String addressField("address");
+const QLatin1String resetField("reset");
 
 } // namespace
 

@@ -13,7 +13,7 @@ namespace hardware
 namespace
 {
 
-const auto portPath = QStringLiteral("/dev/ttyS3");
+const QLatin1String portPath("/dev/ttyS3");
 
 const int serviceSpeed = 230400; // what the unit's service has set
 const int firmwareSpeed = 9600;

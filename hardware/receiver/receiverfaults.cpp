@@ -33,10 +33,10 @@ const char *const stages[] = {"configure", "product",  "loader",    "bootloader"
                               "menu",      "firmware", "sentences", "eot"};
 const char *const images[] = {"bootloader", "firmware"};
 
-const auto silence = QStringLiteral("silence");
-const auto hangUp = QStringLiteral("hangup");
-const auto nak = QStringLiteral("nak");
-const auto garbage = QStringLiteral("garbage");
+const QLatin1String silence("silence");
+const QLatin1String hangUp("hangup");
+const QLatin1String nak("nak");
+const QLatin1String garbage("garbage");
 
 struct Limit
 {

@@ -15,10 +15,10 @@ namespace hardware
 namespace
 {
 
-const auto imageFolder = QStringLiteral("/receiver");
+const QLatin1String imageFolder("/receiver");
 
-const auto bootloader = QStringLiteral("bootloader");
-const auto firmware = QStringLiteral("firmware");
+const QLatin1String bootloader("bootloader");
+const QLatin1String firmware("firmware");
 
 const char escape[] = "M!T";
 

@@ -11,9 +11,9 @@ namespace hardware
 namespace
 {
 
-const QString mediaTypeField = QStringLiteral("mediaType");
-const QString controllerField = QStringLiteral("controller");
-const QString mountRootField = QStringLiteral("mountRoot");
+const QLatin1String mediaTypeField("mediaType");
+const QLatin1String controllerField("controller");
+const QLatin1String mountRootField("mountRoot");
 const int largestNumber = 255;
 
 bool isFileName(const QString &name)

@@ -12,10 +12,10 @@ namespace hardware
 namespace
 {
 
-const QString slotField = QStringLiteral("slot");
-const QString folderField = QStringLiteral("folder");
-const QString mountRootKey = QStringLiteral("mountRoot");
-const QString stickArray = QStringLiteral("plugged");
+const QLatin1String slotField("slot");
+const QLatin1String folderField("folder");
+const QLatin1String mountRootKey("mountRoot");
+const QLatin1String stickArray("plugged");
 
 } // namespace
 

@@ -12,9 +12,9 @@ namespace hardware
 namespace
 {
 
-const auto settingsFile = QStringLiteral("/settings.ini");
-const auto vendorFile = QStringLiteral("/vendor.bin");
-const auto dayNightFile = QStringLiteral("/daynight.ini");
+const QLatin1String settingsFile("/settings.ini");
+const QLatin1String vendorFile("/vendor.bin");
+const QLatin1String dayNightFile("/daynight.ini");
 
 /// What tells one start in the journal's file from another.
 QString journalHead(const Clock &clock)

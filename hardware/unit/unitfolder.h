@@ -2,7 +2,7 @@
 
 #include <QLockFile>
 #include <QScopedPointer>
-#include <QString>
+#include <QStringList>
 
 namespace hardware
 {

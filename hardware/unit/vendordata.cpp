@@ -18,11 +18,11 @@ namespace hardware
 namespace
 {
 
-const auto vendorSource = QStringLiteral("vendor");
-const auto positionField = QStringLiteral("position");
-const auto offsetField = QStringLiteral("offset");
-const auto lengthField = QStringLiteral("length");
-const auto initialField = QStringLiteral("initial");
+const QLatin1String vendorSource("vendor");
+const QLatin1String positionField("position");
+const QLatin1String offsetField("offset");
+const QLatin1String lengthField("length");
+const QLatin1String initialField("initial");
 
 /// The field "initial", which may be missing: a 32-bit integer that has to fit the item.
 bool readInitial(const TableRow &row, VendorItem *item)

@@ -12,13 +12,12 @@ namespace hardware
 namespace
 {
 
-const auto gpsName = QStringLiteral("gps");
-const auto bluetoothName = QStringLiteral("bluetooth");
-const auto alsName = QStringLiteral("alsProduct");
-const auto dabName = QStringLiteral("dabSdk");
-const auto allowedInteger =
-    QStringLiteral("allowed is a whole number from -2147483648 to 2147483647");
-const auto allowedText = QStringLiteral("allowed is one line without blanks at its ends");
+const QLatin1String gpsName("gps");
+const QLatin1String bluetoothName("bluetooth");
+const QLatin1String alsName("alsProduct");
+const QLatin1String dabName("dabSdk");
+const QLatin1String allowedInteger("allowed is a whole number from -2147483648 to 2147483647");
+const QLatin1String allowedText("allowed is one line without blanks at its ends");
 
 bool isInteger(const QString &text)
 {

@@ -12,7 +12,7 @@ namespace hardware
 namespace
 {
 
-const auto updateSource = QStringLiteral("update");
+const QLatin1String updateSource("update");
 
 constexpr int mappingMs = 1500; // Until the service has mapped the package and found its keys.
 constexpr int pieceBytes = 1024 * 1024;

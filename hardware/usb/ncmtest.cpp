@@ -33,7 +33,7 @@ const KindTraits kinds[] = {
     {"tcp client", NcmRun::Tcp, linkMegabits, false},
 };
 
-const auto ncmSource = QStringLiteral("ncm");
+const QLatin1String ncmSource("ncm");
 
 } // namespace
 

@@ -26,9 +26,9 @@ constexpr quint32 minusZero = 0x60;
 constexpr quint32 largestSwing = 31;
 constexpr quint32 disconnectBits = 0x1F;
 
-const auto logoTestSwitch = QStringLiteral("/sys/module/usbcore/parameters/usb_logo_test_start");
-const auto speedSwitch =
-    QStringLiteral("/sys/devices/platform/ehci-platform.%1/usb_speed_switch"); // counted from 1
+const QLatin1String logoTestSwitch("/sys/module/usbcore/parameters/usb_logo_test_start");
+// Counted from 1.
+const QLatin1String speedSwitch("/sys/devices/platform/ehci-platform.%1/usb_speed_switch");
 
 struct TestModeName
 {
@@ -70,7 +70,7 @@ QString UsbPhy::role() const
 
 QString UsbPhy::speed(int port) const
 {
-    const QString state = switchState(speedSwitch.arg(port + 1));
+    const QString state = switchState(QString(speedSwitch).arg(port + 1));
     if (state == QLatin1String("1")) {
         return QStringLiteral("high speed");
     }

@@ -14,7 +14,7 @@ namespace
 const char *const bcModeNames[] = {"CDP", "DCP", "SDP"};
 const unsigned int bcModes = 3;
 const unsigned int ports = 2;
-const auto certificationField = QStringLiteral("certification");
+const QLatin1String certificationField("certification");
 
 QString portField(unsigned int port)
 {

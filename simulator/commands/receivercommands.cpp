@@ -11,8 +11,8 @@ namespace simulator
 namespace
 {
 
-const auto on = QStringLiteral("on");
-const auto off = QStringLiteral("off");
+const QLatin1String on("on");
+const QLatin1String off("off");
 
 ConsoleResult receiver(Simulator &simulator, const QStringList &, ConsoleSession &)
 {

@@ -14,8 +14,8 @@ namespace simulator
 
 namespace
 {
-const auto activityIid = QStringLiteral("activity/0.1");
-const auto activityClass = QStringLiteral("FactoryDebugctivity");
+const QLatin1String activityIid("activity/0.1");
+const QLatin1String activityClass("FactoryDebugctivity");
 
 /// Of the process, since what is mapped is.
 int loads = 0;

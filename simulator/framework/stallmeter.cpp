@@ -19,7 +19,7 @@ namespace
 constexpr double shortestCall = 0.0005; // seconds
 constexpr int stallsKept = 10000;
 
-const QString rest = QStringLiteral("rest");
+const QLatin1String rest("rest");
 
 QString inSeconds(double seconds)
 {

@@ -17,7 +17,7 @@ namespace
 {
 
 /// Has Arial's metrics.
-const auto fontFamily = QStringLiteral("Liberation Sans");
+const QLatin1String fontFamily("Liberation Sans");
 const int fontPixelSize = 16;
 
 QFont unitFont()

@@ -16,12 +16,12 @@ namespace simulator
 
 namespace
 {
-const QSize windowSize(880, 612);
-const QPoint screenPosition(40, 36);
-const QRect keyStrip(40, 524, 800, 88);
+constexpr QSize windowSize(880, 612);
+constexpr QPoint screenPosition(40, 36);
+constexpr QRect keyStrip(40, 524, 800, 88);
 const int keyGap = 20;
-const QColor frameTop(43, 45, 48);
-const QColor frameBottom(25, 26, 28);
+constexpr QColor frameTop(43, 45, 48);
+constexpr QColor frameBottom(25, 26, 28);
 } // namespace
 
 Bezel::Bezel()

@@ -10,7 +10,7 @@ namespace simulator
 namespace
 {
 
-const QColor printColor(118, 120, 124);
+constexpr QColor printColor(118, 120, 124);
 
 /// The printed label with the light shining through it.
 QColor lit(const QColor &light)

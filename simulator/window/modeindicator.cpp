@@ -11,8 +11,8 @@ namespace simulator
 namespace
 {
 
-const QSize indicatorSize(110, 28);
-const QRectF disc(88, 6, 16, 16);
+constexpr QSize indicatorSize(110, 28);
+constexpr QRectF disc(88, 6, 16, 16);
 const int rays = 8;
 
 QPainterPath moon()

@@ -14,8 +14,8 @@ namespace
 
 const int textMargin = 6;
 const int smallestFont = 6;
-const QColor face(24, 25, 27);
-const QColor pressedFace(16, 62, 96);
+constexpr QColor face(24, 25, 27);
+constexpr QColor pressedFace(16, 62, 96);
 
 /// Smaller where the line is too narrow.
 void draw(QPainter &painter, const QRect &line, int pixelSize, const QColor &color,

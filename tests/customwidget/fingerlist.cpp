@@ -8,7 +8,7 @@
 namespace
 {
 
-const QPoint listCorner(0, 66);
+constexpr QPoint listCorner(0, 66);
 const int middle = 300;
 
 QStringList rowTexts(int rows)

@@ -34,7 +34,7 @@ private slots:
 namespace
 {
 
-const QPoint returnPoint(40, 32);
+constexpr QPoint returnPoint(40, 32);
 
 QString title(const FactoryDebugView &view)
 {

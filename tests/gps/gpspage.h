@@ -9,8 +9,8 @@
 
 const char bootloader[] = "gps_bootloader.pkg";
 const char firmware[] = "gps_firmware.pkg";
-const QPoint updatePoint(62 + 159 + 70, 108 + 179 + 30);
-const QPoint cancelPoint(62 + 377 + 70, 108 + 179 + 30);
+constexpr QPoint updatePoint(62 + 159 + 70, 108 + 179 + 30);
+constexpr QPoint cancelPoint(62 + 377 + 70, 108 + 179 + 30);
 
 /// The journal's line.
 QString updateReady(int ready);

@@ -4,7 +4,7 @@
 
 #include "kvwidget/kviconbutton.h"
 
-const QColor overColor(0, 255, 0);
+constexpr QColor overColor(0, 255, 0);
 
 /// A button with a normal image, and the order in which its signals came.
 class Button : public KvIconButton

@@ -4,10 +4,10 @@
 
 // A button as the test pages have them: where it lies, and in which colours a test sees it.
 
-const QRect place(100, 100, 210, 60);
+constexpr QRect place(100, 100, 210, 60);
 const QPoint onButton = place.center();
-const QPoint besideButton(50, 50);
+constexpr QPoint besideButton(50, 50);
 const QPoint faceCorner = place.topLeft() + QPoint(2, 2);
 
-const QColor normalColor(0, 0, 255);
-const QColor pressColor(255, 0, 0);
+constexpr QColor normalColor(0, 0, 255);
+constexpr QColor pressColor(255, 0, 0);

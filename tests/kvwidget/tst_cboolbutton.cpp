@@ -9,11 +9,11 @@
 namespace
 {
 
-const QRect place(620, 50, 80, 62);
+constexpr QRect place(620, 50, 80, 62);
 const QPoint onButton = place.center();
 
-const QColor onColor(0, 255, 0);
-const QColor offColor(0, 0, 255);
+constexpr QColor onColor(0, 255, 0);
+constexpr QColor offColor(0, 0, 255);
 
 class Button : public CBoolButton
 {

@@ -10,8 +10,8 @@
 namespace
 {
 
-const QColor leftColor(255, 0, 0);
-const QColor rightColor(0, 0, 255);
+constexpr QColor leftColor(255, 0, 0);
+constexpr QColor rightColor(0, 0, 255);
 
 /// Left half and right half of different colours.
 QPixmap halves(const QSize &size)

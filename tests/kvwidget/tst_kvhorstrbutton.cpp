@@ -10,14 +10,14 @@ namespace
 {
 
 // As on the panel page: the button is larger than its image of 56 x 56.
-const QRect place(100, 100, 103, 60);
-const QRect imagePlace(123, 102, 56, 56);
-const QPoint onButton(101, 101);
+constexpr QRect place(100, 100, 103, 60);
+constexpr QRect imagePlace(123, 102, 56, 56);
+constexpr QPoint onButton(101, 101);
 const QPoint onImage = imagePlace.topLeft();
 
-const QColor normalColor(0, 0, 255);
-const QColor pressColor(255, 0, 0);
-const QColor disableColor(255, 255, 0);
+constexpr QColor normalColor(0, 0, 255);
+constexpr QColor pressColor(255, 0, 0);
+constexpr QColor disableColor(255, 255, 0);
 
 class Button : public KvHorStrButton
 {

@@ -34,7 +34,7 @@ private slots:
 namespace
 {
 
-const QColor disableColor(255, 255, 0);
+constexpr QColor disableColor(255, 255, 0);
 
 } // namespace
 

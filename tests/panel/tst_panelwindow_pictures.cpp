@@ -14,7 +14,7 @@ namespace
 
 enum Tab { LightTab, ReceiverTab, MemoryTab, ValuesTab, FaultsTab };
 
-const QSize pictureSize(1280, 720);
+constexpr QSize pictureSize(1280, 720);
 
 } // namespace
 

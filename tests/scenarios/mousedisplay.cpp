@@ -10,7 +10,7 @@ namespace
 const int patienceMs = 60000;
 
 /// Where the screen lies in the unit's window, at its scale 1.
-const QPoint screenPosition(40, 36);
+constexpr QPoint screenPosition(40, 36);
 
 } // namespace
 

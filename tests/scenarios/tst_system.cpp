@@ -102,9 +102,9 @@ qint64 brightness(const QImage &image)
 }
 
 // Where the page's things lie on the screen.
-const QRect certificationSwitch(631, 76, 80, 62);
-const QRect copyButton(212, 166, 140, 60);
-const QRect dabButton(388, 166, 140, 60);
+constexpr QRect certificationSwitch(631, 76, 80, 62);
+constexpr QRect copyButton(212, 166, 140, 60);
+constexpr QRect dabButton(388, 166, 140, 60);
 
 } // namespace
 

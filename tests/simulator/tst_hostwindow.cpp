@@ -99,7 +99,7 @@ struct Shown
     bool isThere = false;
 };
 
-const QPoint glass(40, 36); // where it lies on the bezel
+constexpr QPoint glass(40, 36); // where it lies on the bezel
 
 } // namespace
 

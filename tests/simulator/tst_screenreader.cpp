@@ -40,7 +40,7 @@ public:
     bool m_disabled = false;
 };
 
-const QRect middle(300, 200, 200, 80);
+constexpr QRect middle(300, 200, 200, 80);
 
 } // namespace
 

@@ -67,7 +67,7 @@ private:
 namespace
 {
 
-const QRect middle(300, 200, 200, 80);
+constexpr QRect middle(300, 200, 200, 80);
 
 using Make = std::function<QWidget *(QWidget *)>;
 

@@ -9,7 +9,7 @@
 
 #include <QtTest>
 
-const QPoint dabPoint(458, 196);
+constexpr QPoint dabPoint(458, 196);
 const double fast = 50.0; // an update of ten seconds lasts 200 ms
 const QString runningText = QStringLiteral("DAB updata ...\nSDK 3.2.1");
 const QString okText = QStringLiteral("DAB updata ok\nPlease reboot!");

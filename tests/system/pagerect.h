@@ -3,4 +3,4 @@
 #include <QRect>
 
 /// Where the framework has a page of the menu, below the status bar.
-const QRect pageRect(QPoint(0, 66), QPoint(799, 477));
+constexpr QRect pageRect(QPoint(0, 66), QPoint(799, 477));

@@ -15,7 +15,7 @@
 
 const QString logFile = QStringLiteral("/media/flash/userdata/log_service/system.log");
 
-const QPoint menuEntry(630, 280); // its middle, on the screen
+constexpr QPoint menuEntry(630, 280); // its middle, on the screen
 
 /// The page in its view on the unit's screen, opened by touch.
 struct OpenedPage

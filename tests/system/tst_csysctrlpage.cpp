@@ -28,7 +28,7 @@ private slots:
 namespace
 {
 
-const QPoint gpsPoint(106, 196);
+constexpr QPoint gpsPoint(106, 196);
 
 QList<CTouchCheckPage *> touchPages()
 {

@@ -22,7 +22,7 @@ private slots:
 namespace
 {
 
-const QPoint certificationPoint(671, 107);
+constexpr QPoint certificationPoint(671, 107);
 
 /// Writes into the journal whenever a widget of that class is painted.
 class PaintWatch : public QObject

@@ -24,7 +24,7 @@ private slots:
 namespace
 {
 
-const QPoint copyPoint(282, 196);
+constexpr QPoint copyPoint(282, 196);
 
 } // namespace
 

@@ -14,7 +14,7 @@ using Dialog = UserUpdateDialog;
 const double speed = 10;
 
 const QString package = QStringLiteral("/ORRERY_PACK.BIN");
-const QRect screen(0, 0, 800, 480);
+constexpr QRect screen(0, 0, 800, 480);
 
 /// A unit, and dialogs on its screen.
 class Desk

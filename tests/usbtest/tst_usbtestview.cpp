@@ -81,8 +81,8 @@ bool isRed(Page &page, int row, const QRect &part)
                       QColor(221, 18, 18));
 }
 
-const QRect titlePart(34, 10, 300, 63);
-const QRect valuePart(350, 10, 312, 63);
+constexpr QRect titlePart(34, 10, 300, 63);
+constexpr QRect valuePart(350, 10, 312, 63);
 
 } // namespace
 

@@ -6,7 +6,7 @@
 
 namespace
 {
-const auto captureKey = QStringLiteral("system/capture");
+const QLatin1String captureKey("system/capture");
 }
 
 ComSysConfig::ComSysConfig() = default;
