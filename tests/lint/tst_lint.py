@@ -94,10 +94,34 @@ class Others(unittest.TestCase):
         self.assertEqual(complaints("names", {"src/a/view.h": "class View\n{\n};\n"}), [])
         self.assertEqual(len(complaints("names", {"src/a/other.h": "class View\n{\n};\n"})), 1)
 
+    def test_constants(self):
+        for right in ["const QLatin1String name(\"a\");\n", "constexpr QSize size(1, 2);\n",
+                      "    const QString name = text();\n", "const QString &name()\n"]:
+            self.assertEqual(complaints("constants", {"panel/a.cpp": right}), [])
+        for wrong in ["const auto name = QStringLiteral(\"a\");\n", "static const QStringList names{\"a\"};\n",
+                      "inline const QColor color(1, 2, 3);\n"]:
+            self.assertEqual(len(complaints("constants", {"panel/a.h": wrong})), 1)
+            self.assertEqual(complaints("constants", {"tests/a.h": wrong}), [])
+
     def test_tests(self):
         tree = {"src/a/view.h": "class View\n{\n};\n", "tests/a/tst_view_moves.cpp": ""}
         self.assertEqual(complaints("tests", tree), [])
         self.assertEqual(len(complaints("tests", {**tree, "tests/a/tst_gone.cpp": ""})), 1)
+
+    def test_untested(self):
+        tree = {"hardware/a/part.h": "class Part\n{\n};\n", "hardware/a/part.cpp": "\n" * 25}
+        listed = {"tests/lint/tested-with.txt": "# Why.\nhardware/a/part tst_whole\n"}
+        whole = {"hardware/a/whole.h": "class Whole\n{\n};\n", "tests/a/tst_whole.cpp": ""}
+        own = {"tests/a/tst_part_moves.cpp": ""}
+        holder = {**tree, "hardware/a/part.cpp": "\n" * 24}
+        for right in [{**tree, **own}, {**tree, **whole, **listed}, holder]:
+            self.assertEqual(complaints("tests", right), [])
+        for wrong, words in [(tree, "there is no tst_part"), ({**tree, **listed}, "there is no test tst_whole"),
+                             ({**tree, **whole, **listed, **own}, "a test of its own"),
+                             ({**whole, **listed}, "there is no class hardware/a/part")]:
+            said = complaints("tests", wrong)
+            self.assertEqual(len(said), 1, said)
+            self.assertIn(words, said[0])
 
     def test_translations(self):
         plain = "class View : public QObject\n{\n    Q_OBJECT\n    void f() { tr(\"text\"); }\n};\n"
