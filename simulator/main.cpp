@@ -108,7 +108,9 @@ int simulate(hardware::Unit &unit, const Options &options, ProgramEnd &end)
         QObject::connect(&*selfTest, &QThread::finished, qApp, &QCoreApplication::quit);
         selfTest->start();
     } else if (!options.script.isEmpty()) {
-        script.start();
+        // Behind what the activity has posted while it was made.
+        QMetaObject::invokeMethod(
+            &script, [&script] { script.start(); }, Qt::QueuedConnection);
     } else if (options.headless) {
         sayWhereItIs(options);
     }
