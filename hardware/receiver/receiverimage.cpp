@@ -67,9 +67,11 @@ bool ReceiverImage::isSection(qint64 offset) const
     if (offset + headerSize > m_blocks.size()) {
         return false;
     }
-    const char *header = m_blocks.constData() + offset;
-    return qFromLittleEndian<quint16>(header + headerCrcOffset)
-        == xmodemCrc(header, headerCrcOffset)
+    const QByteArray header = m_blocks.mid(int(offset), headerSize);
+    // Zeros have the right CRC, too, but are what a block is wrongly filled up with.
+    return header.count('\0') < headerSize
+        && qFromLittleEndian<quint16>(header.constData() + headerCrcOffset)
+        == xmodemCrc(header.constData(), headerCrcOffset)
         && offset + headerSize + sectionLength(offset) <= m_blocks.size();
 }
 

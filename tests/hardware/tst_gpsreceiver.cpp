@@ -1,16 +1,10 @@
-#include "hardware/unit/unit.h"
+#include "receiverline.h"
 
 #include "support/testmain.h"
 
-#include <QFile>
 #include <QFileInfo>
-#include <QTemporaryDir>
+#include <QScopedPointer>
 #include <QtTest>
-
-#include <fcntl.h>
-#include <poll.h>
-#include <termios.h>
-#include <unistd.h>
 
 /// The receiver as whoever has its port open knows it. The whole upgrade is tested with the
 /// upgrader.
@@ -20,7 +14,6 @@ class TestGpsReceiver : public QObject
 
 private slots:
     void init();
-    void cleanup();
 
     void portLeadsToTheReceiver();
     void tellsItsProduct();
@@ -35,69 +28,26 @@ private slots:
     void bytesAreJournalledOnDemand();
 
 private:
-    void setSpeed(speed_t speed);
-    void say(const QByteArray &text);
-    QByteArray answer();
-    hardware::GpsReceiver &receiver() { return m_unit->gpsReceiver(); }
+    void say(const QByteArray &text) { m_line->say(text); }
+    QByteArray answer() { return m_line->answer(); }
+    hardware::GpsReceiver &receiver() { return m_line->receiver(); }
+    hardware::Unit &unit() { return m_line->unit(); }
 
-    QScopedPointer<QTemporaryDir> m_folder;
-    QScopedPointer<hardware::Unit> m_unit;
-    int m_port = -1;
+    QScopedPointer<ReceiverLine> m_line;
 };
 
 void TestGpsReceiver::init()
 {
-    m_folder.reset(new QTemporaryDir);
-    m_unit.reset(new hardware::Unit(m_folder->filePath(QStringLiteral("unit")), 10.0));
-    QString error;
-    QVERIFY2(m_unit->open(&error), qPrintable(error));
-    receiver().setServiceReading(false);
-    const QString port = m_unit->folder().path(QStringLiteral("/dev/ttyS3"));
-    m_port = open(QFile::encodeName(port).constData(), O_RDWR | O_NOCTTY);
-    QVERIFY(m_port >= 0);
-}
-
-void TestGpsReceiver::cleanup()
-{
-    close(m_port);
-    m_unit.reset();
-    m_folder.reset();
-}
-
-void TestGpsReceiver::setSpeed(speed_t speed)
-{
-    termios options;
-    tcgetattr(m_port, &options);
-    cfsetospeed(&options, speed);
-    cfsetispeed(&options, speed);
-    tcsetattr(m_port, TCSANOW, &options);
-    // Until the receiver has noticed.
-    QTest::qWait(100);
-}
-
-void TestGpsReceiver::say(const QByteArray &text)
-{
-    QCOMPARE(write(m_port, text.constData(), size_t(text.size())), ssize_t(text.size()));
-}
-
-/// What comes within half a second; empty when nothing does.
-QByteArray TestGpsReceiver::answer()
-{
-    pollfd port = {m_port, POLLIN, 0};
-    char bytes[1024];
-    if (poll(&port, 1, 500) <= 0) {
-        return QByteArray();
-    }
-    const ssize_t count = read(m_port, bytes, sizeof bytes);
-    return QByteArray(bytes, int(qMax<ssize_t>(0, count)));
+    m_line.reset();
+    m_line.reset(new ReceiverLine);
 }
 
 void TestGpsReceiver::portLeadsToTheReceiver()
 {
-    QVERIFY(QFileInfo(m_unit->folder().path(QStringLiteral("/dev/ttyS3"))).isSymLink());
+    QVERIFY(QFileInfo(m_line->path("/dev/ttyS3")).isSymLink());
     QCOMPARE(receiver().state(), QStringLiteral("runs GNSS 1.04.2, 230400 baud"));
     termios options;
-    tcgetattr(m_port, &options);
+    tcgetattr(m_line->port(), &options);
     QCOMPARE(uint(cfgetospeed(&options)), uint(B230400));
 }
 
@@ -110,7 +60,7 @@ void TestGpsReceiver::tellsItsProduct()
 void TestGpsReceiver::understandsItsOwnSpeedOnly()
 {
     say("\n");
-    setSpeed(B9600);
+    m_line->setSpeed(B9600);
     say("\n");
     QTest::qWait(100);
     say("$PDTINFO\r\n");
@@ -121,7 +71,7 @@ void TestGpsReceiver::changesItsSpeed()
 {
     say("$CFGPRT,1,0,115200,3,3\n");
     QTRY_COMPARE(receiver().state(), QStringLiteral("runs GNSS 1.04.2, 115200 baud"));
-    setSpeed(B115200);
+    m_line->setSpeed(B115200);
     say("$PDTINFO\r\n");
     QCOMPARE(answer(), QByteArray("$PDTINFO,LODESTAR,GNSS 1.04.2\r\n"));
 }
@@ -137,7 +87,7 @@ void TestGpsReceiver::entersItsLoader()
 {
     say("$RESET,hf0,hff\n");
     QTRY_COMPARE(receiver().state(), QStringLiteral("is in its ROM, 230400 baud"));
-    QTRY_VERIFY(!m_unit->journal().lines(QStringLiteral("receiver reset")).isEmpty());
+    QTRY_VERIFY(!unit().journal().lines(QStringLiteral("receiver reset")).isEmpty());
     say("M!T");
     QCOMPARE(answer(), QByteArray("YC"));
     QCOMPARE(answer(), QByteArray("C"));
@@ -151,7 +101,7 @@ void TestGpsReceiver::secondPieceOfAnAnswerWaitsForItsReader()
     QString error;
     QVERIFY(receiver().addFault({QStringLiteral("split-yc")}, &error));
     say("$RESET,hf0,hff\n");
-    QTRY_VERIFY(!m_unit->journal().lines(QStringLiteral("receiver reset")).isEmpty());
+    QTRY_VERIFY(!unit().journal().lines(QStringLiteral("receiver reset")).isEmpty());
     say("M!T");
     QTest::qWait(400); // in which the second piece and several requests would have come
     QCOMPARE(answer(), QByteArray("Y"));
@@ -162,7 +112,7 @@ void TestGpsReceiver::restartRunsTheFirmware()
 {
     say("$RESET,hf0,hff\n");
     QTRY_COMPARE(receiver().state(), QStringLiteral("is in its ROM, 230400 baud"));
-    m_unit->mcu().reboot();
+    unit().mcu().reboot();
     QCOMPARE(receiver().state(), QStringLiteral("runs GNSS 1.04.2, 230400 baud"));
 }
 
@@ -175,11 +125,8 @@ void TestGpsReceiver::rebootMendsAHungUpLine()
     QCOMPARE(answer(), QByteArray());
 
     receiver().clearFaults();
-    m_unit->mcu().reboot();
-    receiver().setServiceReading(false);
-    close(m_port);
-    const QString port = m_unit->folder().path(QStringLiteral("/dev/ttyS3"));
-    m_port = open(QFile::encodeName(port).constData(), O_RDWR | O_NOCTTY);
+    unit().mcu().reboot();
+    m_line->open();
     tellsItsProduct();
 }
 
@@ -188,12 +135,12 @@ void TestGpsReceiver::unknownFault()
     QString error;
     QVERIFY(!receiver().addFault({QStringLiteral("cold")}, &error));
     QCOMPARE(error, QStringLiteral("the receiver has no fault \"cold\""));
-    QVERIFY(m_unit->journal().lines(QStringLiteral("receiver fault")).isEmpty());
+    QVERIFY(unit().journal().lines(QStringLiteral("receiver fault")).isEmpty());
 }
 
 void TestGpsReceiver::bytesAreJournalledOnDemand()
 {
-    const auto wire = [this] { return m_unit->journal().lines("wire "); };
+    const auto wire = [this] { return unit().journal().lines("wire "); };
     receiver().showWire(true);
     say("$PDTINFO\r\n");
     QCOMPARE(answer(), QByteArray("$PDTINFO,LODESTAR,GNSS 1.04.2\r\n"));

@@ -1,3 +1,5 @@
+#include "receiverline.h"
+
 #include "hardware/receiver/receiverimage.h"
 #include "hardware/receiver/xmodemreceiver.h"
 #include "support/testmain.h"
@@ -22,16 +24,6 @@ private slots:
 namespace
 {
 
-QByteArray package(const QByteArray &payload)
-{
-    const quint32 length = qToLittleEndian(quint32(payload.size()));
-    QByteArray header(32, '\0');
-    header.replace(12, 4, reinterpret_cast<const char *>(&length), 4);
-    const quint16 crc = qToLittleEndian(hardware::xmodemCrc(header.constData(), 28));
-    header.replace(28, 2, reinterpret_cast<const char *>(&crc), 2);
-    return header + payload;
-}
-
 QByteArray filledUp(const QByteArray &bytes)
 {
     return bytes + QByteArray(-bytes.size() & 1023, '\x1A');
@@ -42,11 +34,12 @@ QByteArray filledUp(const QByteArray &bytes)
 void TestReceiverImage::content_data()
 {
     QTest::addColumn<QByteArray>("sent");
-    QTest::newRow("package") << package(QByteArray(500, 'x'));
-    QTest::newRow("two sections") << package(QByteArray(700, 'x')) + package(QByteArray(900, 'y'));
-    QTest::newRow("a whole block") << package(QByteArray(992, 'x'));
-    QTest::newRow("ends in what looks like filling") << package(QByteArray(500, '\x1A'));
-    QTest::newRow("trailing bytes") << package(QByteArray(500, 'x')) + QByteArray(32, 't');
+    QTest::newRow("package") << receiverPackage(QByteArray(500, 'x'));
+    QTest::newRow("two sections") << receiverPackage(QByteArray(700, 'x'))
+            + receiverPackage(QByteArray(900, 'y'));
+    QTest::newRow("a whole block") << receiverPackage(QByteArray(992, 'x'));
+    QTest::newRow("ends in what looks like filling") << receiverPackage(QByteArray(500, '\x1A'));
+    QTest::newRow("trailing bytes") << receiverPackage(QByteArray(500, 'x')) + QByteArray(32, 't');
     QTest::newRow("no package") << QByteArray(1500, 'n');
 }
 
@@ -60,9 +53,11 @@ void TestReceiverImage::content()
 
 void TestReceiverImage::wrongFilling()
 {
-    QByteArray blocks = filledUp(package(QByteArray(500, 'x')));
+    QByteArray blocks = filledUp(receiverPackage(QByteArray(500, 'x')));
     blocks[600] = '\0';
     QVERIFY(!ReceiverImage(blocks).isFilledUpRight());
+    const QByteArray zeros(492, '\0');
+    QVERIFY(!ReceiverImage(receiverPackage(QByteArray(500, 'x')) + zeros).isFilledUpRight());
 }
 
 void TestReceiverImage::version_data()

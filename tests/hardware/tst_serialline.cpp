@@ -1,3 +1,5 @@
+#include "receiverline.h"
+
 #include "hardware/receiver/serialline.h"
 #include "hardware/unit/clock.h"
 #include "support/testmain.h"
@@ -6,7 +8,6 @@
 #include <QtTest>
 
 #include <fcntl.h>
-#include <termios.h>
 #include <unistd.h>
 
 using hardware::Clock;
@@ -31,8 +32,6 @@ private slots:
     void discards();
 
 private:
-    void setSpeed(speed_t speed);
-
     const Clock m_clock{1.0};
     QScopedPointer<SerialLine> m_line;
     int m_port = -1;
@@ -59,15 +58,6 @@ void TestSerialLine::cleanup()
     m_line.reset();
 }
 
-void TestSerialLine::setSpeed(speed_t speed)
-{
-    termios options;
-    tcgetattr(m_port, &options);
-    cfsetospeed(&options, speed);
-    cfsetispeed(&options, speed);
-    tcsetattr(m_port, TCSANOW, &options);
-}
-
 void TestSerialLine::carriesBytesBothWays()
 {
     QCOMPARE(write(m_port, text, 10), ssize_t(10));
@@ -81,11 +71,11 @@ void TestSerialLine::carriesBytesBothWays()
 void TestSerialLine::followsThePortsSpeed()
 {
     QCOMPARE(m_line->portSpeed(), 115200);
-    setSpeed(B9600);
+    setPortSpeed(m_port, B9600);
     QCOMPARE(m_line->portSpeed(), 9600);
-    setSpeed(B230400);
+    setPortSpeed(m_port, B230400);
     QCOMPARE(m_line->portSpeed(), 230400);
-    setSpeed(B50);
+    setPortSpeed(m_port, B50);
     QCOMPARE(m_line->portSpeed(), 0);
 }
 
@@ -107,7 +97,7 @@ void TestSerialLine::bytesSentJustBeforeAChangeOfSpeedAreHeard()
 {
     m_line->watchSpeed();
     QCOMPARE(write(m_port, text, 10), ssize_t(10));
-    setSpeed(B9600);
+    setPortSpeed(m_port, B9600);
     QCOMPARE(m_line->hear(115200), QByteArray(text));
     // From here on the former speed is the past.
     QCOMPARE(write(m_port, text, 10), ssize_t(10));

@@ -36,7 +36,7 @@ QString writeTable(const QTemporaryDir &folder, const QByteArray &content)
     return file.fileName();
 }
 
-const char table[] = "[versions]\ngps=G 1.2\nbluetooth=B 3\nalsProduct=5\n";
+const char versionTable[] = "[versions]\ngps=G 1.2\nbluetooth=B 3\nalsProduct=5\n";
 
 } // namespace
 
@@ -46,7 +46,7 @@ void TestVersions::readsTheTable()
     QString error;
     hardware::Journal journal;
     Versions versions(journal);
-    QVERIFY2(versions.open(writeTable(folder, table), &error), qPrintable(error));
+    QVERIFY2(versions.open(writeTable(folder, versionTable), &error), qPrintable(error));
     QCOMPARE(versions.gps(), QStringLiteral("G 1.2"));
     QCOMPARE(versions.bluetooth(), QStringLiteral("B 3"));
     QCOMPARE(versions.alsProduct(), 5);
@@ -65,7 +65,7 @@ void TestVersions::newValuesAreKept()
     QFETCH(QString, version);
     const QTemporaryDir folder;
     QString error;
-    const QString file = writeTable(folder, QByteArray("; a comment\n") + table);
+    const QString file = writeTable(folder, QByteArray("; a comment\n") + versionTable);
     hardware::Journal journal;
     Versions versions(journal);
     QVERIFY(versions.open(file, &error));
@@ -83,7 +83,7 @@ void TestVersions::everyNameCanBeChanged()
     QString error;
     hardware::Journal journal;
     Versions versions(journal);
-    QVERIFY(versions.open(writeTable(folder, table), &error));
+    QVERIFY(versions.open(writeTable(folder, versionTable), &error));
     QCOMPARE(versions.dabSdk(), QString());
     const QStringList names = Versions::names();
     for (const QString &name : names) {
@@ -165,7 +165,7 @@ void TestVersions::wrongValuesAreRefused()
     hardware::Journal journal;
     Versions versions(journal);
     QString error;
-    QVERIFY(versions.open(writeTable(folder, table), &error));
+    QVERIFY(versions.open(writeTable(folder, versionTable), &error));
     const QString before = versions.value(name);
     QVERIFY(!versions.setValue(name, value, &error));
     QCOMPARE(error,

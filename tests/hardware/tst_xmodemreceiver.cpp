@@ -1,3 +1,5 @@
+#include "receiverline.h"
+
 #include "hardware/receiver/xmodemreceiver.h"
 
 #include "support/testmain.h"
@@ -28,10 +30,7 @@ namespace
 
 QByteArray frame(int number, char filling)
 {
-    const QByteArray data(1024, filling);
-    const quint16 crc = hardware::xmodemCrc(data.constData(), data.size());
-    return QByteArray(1, 0x02) + char(number) + char(255 - (number & 0xFF)) + data + char(crc >> 8)
-        + char(crc);
+    return xmodemFrame(number, QByteArray(XmodemReceiver::blockSize, filling));
 }
 
 /// What the last byte brings; no other one may bring anything.
