@@ -29,6 +29,13 @@ using hardware::Gate;
 
 Q_DECLARE_METATYPE(std::function<long(int)>)
 
+// What read() and fread() become in a plug-in that is built with _FORTIFY_SOURCE. Not declared by
+// the headers.
+extern "C" {
+ssize_t __read_chk(int descriptor, void *bytes, size_t size, size_t limit);
+size_t __fread_chk(void *bytes, size_t limit, size_t size, size_t count, FILE *stream);
+}
+
 class TestFailure : public QObject
 {
     Q_OBJECT
@@ -39,6 +46,7 @@ private slots:
     void shortReadsAndWritesDoHalf();
     void aFileThatFailsToCloseIsClosed();
     void streamsFail();
+    void readsOfAHardenedPluginFailToo();
     void memoryIsNotMapped();
     void selectFails();
     void priorityIsRefused();
@@ -193,6 +201,31 @@ void TestFailure::streamsFail()
     unit.fail("fread", "short");
     QCOMPARE(fread(bytes, 1, 4, stream), size_t(2));
     QCOMPARE(fread(bytes, 1, 4, stream), size_t(4));
+    QCOMPARE(QByteArray(bytes, 4), QByteArray("2345"));
+    fclose(stream);
+}
+
+void TestFailure::readsOfAHardenedPluginFailToo()
+{
+    FailingUnit unit;
+    char bytes[10];
+    const int file = open(filePath, O_RDONLY);
+    QCOMPARE(__read_chk(file, bytes, 3, sizeof bytes), ssize_t(3));
+    QCOMPARE(QByteArray(bytes, 3), QByteArray("012"));
+    unit.fail("read", "short");
+    QCOMPARE(__read_chk(file, bytes, 4, sizeof bytes), ssize_t(2));
+    unit.fail("read", "EIO");
+    errno = 0;
+    QCOMPARE(__read_chk(file, bytes, 4, sizeof bytes), ssize_t(-1));
+    QCOMPARE(errno, EIO);
+    close(file);
+
+    FILE *stream = fopen(filePath, "r");
+    unit.fail("fread", "EIO");
+    QCOMPARE(__fread_chk(bytes, sizeof bytes, 1, 4, stream), size_t(0));
+    unit.fail("fread", "short");
+    QCOMPARE(__fread_chk(bytes, sizeof bytes, 1, 4, stream), size_t(2));
+    QCOMPARE(__fread_chk(bytes, sizeof bytes, 1, 4, stream), size_t(4));
     QCOMPARE(QByteArray(bytes, 4), QByteArray("2345"));
     fclose(stream);
 }
