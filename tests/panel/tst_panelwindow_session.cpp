@@ -2,17 +2,14 @@
 
 #include "support/testmain.h"
 
-#include <QApplication>
 #include <QCheckBox>
-#include <QMessageBox>
 #include <QPlainTextEdit>
-#include <QTimer>
 #include <QTreeView>
 
 #include <fcntl.h>
 #include <unistd.h>
 
-/// What the panel tells of the unit's conversations, and the unit as on its first day.
+/// What the panel tells of the unit's conversations.
 class TestPanelWindowSession : public PanelWindowTest
 {
     Q_OBJECT
@@ -22,14 +19,10 @@ private slots:
     void init() { openWindow(); }
     void tellsWhatAMessageMeans();
     void showsTheBytesOnTheLine();
-    void aFactoryResetIsAskedFor();
-    void resetsToFactory();
 
 private:
     /// To the receiver, as if a program of the unit had done it.
     void say(const char *text);
-    /// Clicks "Factory reset…", and then that button of the question.
-    void askForReset(QMessageBox::StandardButton answer);
 };
 
 void TestPanelWindowSession::tellsWhatAMessageMeans()
@@ -79,36 +72,6 @@ void TestPanelWindowSession::say(const char *text)
     const auto length = ssize_t(qstrlen(text));
     QCOMPARE(::write(file, text, std::size_t(length)), length);
     ::close(file);
-}
-
-void TestPanelWindowSession::askForReset(QMessageBox::StandardButton answer)
-{
-    bool isAsked = false;
-    QTimer::singleShot(0, m_window.data(), [&] {
-        auto *question = qobject_cast<QMessageBox *>(QApplication::activeModalWidget());
-        isAsked = question != nullptr;
-        QTest::mouseClick(question->button(answer), Qt::LeftButton);
-    });
-    click("factoryReset");
-    QVERIFY(isAsked);
-}
-
-void TestPanelWindowSession::aFactoryResetIsAskedFor()
-{
-    askForReset(QMessageBox::Cancel);
-    // Commands get there one after the other.
-    click("wire");
-    QTRY_COMPARE_WITH_TIMEOUT(m_unit.ask({"wire"}), QStringList("on"), patienceMs);
-    QVERIFY(!m_unit.hasLine("unit factory reset"));
-}
-
-void TestPanelWindowSession::resetsToFactory()
-{
-    m_unit.ask({"setting", "mine", "1"});
-    askForReset(QMessageBox::Reset);
-    QVERIFY(waitForLine("unit factory reset"));
-    QVERIFY(waitForLine("unit booted"));
-    QCOMPARE(m_unit.ask({"setting"}), QStringList());
 }
 
 FACTORY_TEST_MAIN(TestPanelWindowSession)

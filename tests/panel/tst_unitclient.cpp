@@ -10,10 +10,6 @@
 
 using namespace panel;
 
-namespace
-{
-}
-
 /// What the panel knows of a unit that runs in a program of its own.
 class TestUnitClient : public QObject
 {
