@@ -140,18 +140,20 @@ grep -qx "ctest --preset coverage --exclude-regex ^(packaging|lint)_ --tests-reg
 # Nothing but what the sources include is made for the programs that read them, and no test is run. They
 # read each source once, and nothing that was generated; one finding is enough to fail.
 mkdir -p build/lint
-printf '  "file": "%s",\n' "$work"/{one.cpp,two.cpp,one.cpp,build/lint/moc.cpp} >build/lint/compile_commands.json
+printf '  "file": "%s",\n' "$work"/{one.cpp,two.cpp,one.cpp,tests/three.cpp,build/lint/moc.cpp} \
+    >build/lint/compile_commands.json
 fake clang-tidy <<<'echo "12 warnings generated." >&2'
 fake clazy-standalone </dev/null
 try 0 ./test --lint
 says "Configuring (lint)." "Building (lint)." "Reading the sources (clang-tidy, clazy)."
 grep -q "^cmake --build --preset lint --target generated" "$CALLS" || fail "Not what the sources include"
 for program in "clang-tidy" "clazy-standalone"; do
-    for file in one.cpp two.cpp; do
+    for file in one.cpp two.cpp tests/three.cpp; do
         [ "$(grep -c "^$program .*-p build/lint $work/$file$" "$CALLS")" = 1 ] || fail "$program: $file"
     done
 done
 ! grep -q "moc.cpp\|^ctest" "$CALLS" || fail "More than the sources"
+[ "$(grep "no-non-pod-global-static" "$CALLS" | grep -o "[a-z]*\.cpp$")" = three.cpp ] || fail "The tests' own checks"
 for program in clang-tidy clazy-standalone; do
     fake "$program" <<<'[[ $* != *two.cpp ]] || { echo "two.cpp:1: oops" && exit 1; }'
     try 1 ./test --lint

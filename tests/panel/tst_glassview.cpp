@@ -69,7 +69,8 @@ QStringList TestGlassView::touches()
 {
     const QStringList all = m_unit.ask({"journal", "--all", "/^touch (press|release) /"});
     QStringList fresh;
-    for (const QString &line : all.mid(m_touchesKnown)) {
+    const QStringList unknown = all.mid(m_touchesKnown);
+    for (const QString &line : unknown) {
         fresh.append(line.section("touch ", 1));
     }
     m_touchesKnown = all.size();
