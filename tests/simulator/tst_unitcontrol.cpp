@@ -194,8 +194,8 @@ void TestUnitControl::bashCompletes_data()
                                            << "";
     QTest::newRow("option") << "headunit-ctl --u"
                             << "--unit";
-    QTest::newRow("folder") << "headunit-ctl --unit /us"
-                            << "/usr";
+    QTest::newRow("folder") << "headunit-ctl --unit UNIT/me"
+                            << "UNIT/media";
 }
 
 void TestUnitControl::bashCompletes()
@@ -203,14 +203,16 @@ void TestUnitControl::bashCompletes()
     QCOMPARE(control({"key", "FACTORY"}).status, 0);
     QCOMPARE(control({"see", "test activity"}).status, 0);
     QFETCH(QString, words);
+    QFETCH(QString, completions);
     words.replace("UNIT", m_unit);
+    completions.replace("UNIT", m_unit);
     const QString script = QString("PATH=%1:$PATH; . %2; COMP_WORDS=(%3); "
                                    "COMP_CWORD=$((${#COMP_WORDS[@]} - 1)); _headunit_ctl; "
                                    "echo -n \"${COMPREPLY[*]}\"")
                                .arg(QFileInfo(HEADUNIT_CTL).path(), BASH_COMPLETION, words);
     const Outcome outcome = run("bash", {"-c", script});
     QCOMPARE(outcome.error, QString());
-    QTEST(outcome.output, "completions");
+    QCOMPARE(outcome.output, completions);
 }
 
 FACTORY_TEST_GUILESS_MAIN(TestUnitControl)
