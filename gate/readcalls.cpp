@@ -54,7 +54,7 @@ size_t readStream(FILE *stream, size_t size, size_t count, const Read &read)
 {
     const Failure failure = failureOf("fread", fileno(stream));
     const size_t given = failure == Failure::Error ? 0 : read(asked(failure, count));
-    takeTime(fileno(stream), qint64(given * size));
+    takeTime(fileno(stream), qint64(given) * qint64(size));
     return given;
 }
 

@@ -50,7 +50,7 @@ bool MemoryDevice::isOpen(int descriptor) const
     return m_descriptors.contains(descriptor);
 }
 
-void MemoryDevice::mapped(const void *start, std::size_t length, quint32 address)
+void MemoryDevice::mapped(void *start, std::size_t length, quint32 address)
 {
     const KeptErrno kept;
     const QMutexLocker locker(&m_mutex);
@@ -58,7 +58,7 @@ void MemoryDevice::mapped(const void *start, std::size_t length, quint32 address
             start != nullptr ? QString() : kept.reason());
     if (start != nullptr) {
         m_memory.watch(address, quint32(length));
-        m_mappings.insert(quintptr(start), {length, address});
+        m_mappings.insert(quintptr(start), {start, length, address});
         m_hasMappings = true;
     }
 }
@@ -104,8 +104,8 @@ void MemoryDevice::programsEnded()
     const GateBypass toHost;
     const QMutexLocker locker(&m_mutex);
     m_memory.compare();
-    for (auto mapping = m_mappings.cbegin(); mapping != m_mappings.cend(); ++mapping) {
-        munmap(reinterpret_cast<void *>(mapping.key()), mapping->length);
+    for (const Mapping &mapping : qAsConst(m_mappings)) {
+        munmap(mapping.start, mapping.length);
     }
     for (const int descriptor : qAsConst(m_descriptors)) {
         close(descriptor);

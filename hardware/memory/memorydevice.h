@@ -40,7 +40,7 @@ public:
 
     /// \a length bytes at the physical \a address were mapped to \a start; null says that errno
     /// tells why not. Journal: memory map <address>, or memory map <address> refused: <reason>.
-    void mapped(const void *start, std::size_t length, quint32 address);
+    void mapped(void *start, std::size_t length, quint32 address);
 
     /// Whether a mapping of the device lies there.
     bool isMapped(const void *place) const;
@@ -61,6 +61,7 @@ public:
 private:
     struct Mapping
     {
+        void *start;
         std::size_t length;
         quint32 address;
     };

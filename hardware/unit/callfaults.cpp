@@ -61,8 +61,8 @@ bool CallFaults::fails(const QString &call, QString *failure)
         return fault.isMeant(call) && fault.number == 1;
     });
     // The others come nearer, this one has been waited for.
-    for (auto fault = m_faults.begin(); fault != m_faults.end(); ++fault) {
-        fault->number -= int(fault->isMeant(call) && fault->number > 1);
+    for (Fault &fault : m_faults) {
+        fault.number -= int(fault.isMeant(call) && fault.number > 1);
     }
     if (due == m_faults.end()) {
         return false;

@@ -25,7 +25,8 @@ public:
     void runLines(const QByteArray &lines)
     {
         ConsoleSession session(m_reader);
-        for (const QByteArray &line : lines.split('\n')) {
+        const QList<QByteArray> all = lines.split('\n');
+        for (const QByteArray &line : all) {
             const QString text = QString::fromUtf8(line);
             if (mayRun(text, session)) {
                 const ConsoleResult result = m_unit.console().run(text, session);

@@ -125,7 +125,8 @@ extern "C" int LLVMFuzzerTestOneInput(const std::uint8_t *data, std::size_t size
 
     // The client tells of the journal a few times a second only.
     JournalLines lines;
-    for (const QByteArray &text : answer.split('\n')) {
+    const QList<QByteArray> texts = answer.split('\n');
+    for (const QByteArray &text : texts) {
         const std::optional<JournalLine> line = JournalLine::read(QString::fromUtf8(text));
         if (line) {
             lines.append(*line);

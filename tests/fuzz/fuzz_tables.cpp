@@ -57,7 +57,8 @@ bool readVendorData(const QString &file, QString *error)
     if (!data.open(file, memory, error)) {
         return false;
     }
-    for (const VendorItem &item : data.items()) {
+    const QList<VendorItem> items = data.items();
+    for (const VendorItem &item : items) {
         require(data.item(item.position).size() == item.length, "an item lies in the memory");
     }
     return true;

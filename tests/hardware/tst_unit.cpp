@@ -92,7 +92,8 @@ void tst_Unit::whatAKilledSimulatorLeftIsRemovedAndTold()
         QStringLiteral("/run/as_server")};
     // Whoever wrote that, it was not the unit.
     const QString other = root.filePath(QStringLiteral("sticks/usb0/film.part"));
-    for (const QString &file : leftovers + QStringList(QStringLiteral("/sticks/usb0/film.part"))) {
+    const QStringList written = leftovers + QStringList(QStringLiteral("/sticks/usb0/film.part"));
+    for (const QString &file : written) {
         QVERIFY(root.mkpath(QFileInfo(folder.path() + file).path()));
         writeFile(folder.path() + file, "x");
     }
@@ -166,7 +167,8 @@ void tst_Unit::aFactoryResetForgetsWhatIsStored()
     OpenUnit unit;
     const auto stored = [](OpenUnit &each) {
         QStringList all = each->settings().keys() + each->dayNight().description();
-        for (const hardware::VendorItem &item : each->vendorData().items()) {
+        const QList<hardware::VendorItem> items = each->vendorData().items();
+        for (const hardware::VendorItem &item : items) {
             all += QString::fromLatin1(each->vendorData().item(item.position).toHex());
         }
         return all + QStringList(QString::number(each->panel().value(hardware::Panel::Hue)));

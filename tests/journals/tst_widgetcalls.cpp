@@ -65,7 +65,8 @@ void takeCommands()
 {
     static qint64 heard = 0;
     const hardware::Journal &journal = unitlink::unit().journal();
-    for (const QString &line : journal.lines(QStringLiteral("/^shell /"), heard)) {
+    const QStringList commands = journal.lines(QStringLiteral("/^shell /"), heard);
+    for (const QString &line : commands) {
         turns().append({nullptr, line.section(QLatin1Char(' '), 1), QStringLiteral(" command")});
     }
     heard = journal.end();

@@ -249,7 +249,8 @@ void TestPanelWindow::plotsWhatTheLineCarries()
     const auto *plot = m_window->findChild<panel::MemoryView *>()->findChild<panel::LivePlot *>();
     const auto running = [plot] {
         QVector<double> values;
-        for (const QPointF &point : plot->points("throughput")) {
+        const QVector<QPointF> points = plot->points("throughput");
+        for (const QPointF &point : points) {
             if (point.y() > 0) {
                 values.append(point.y());
             }

@@ -80,7 +80,7 @@ void TestDrawnTexts::tellsASmallerFont()
     button->setShowMode(KvIconButton::ShowImageText);
     button->setTextSize(30);
     button->setDisplayText(text);
-    QVERIFY(drawnTexts(*button).first().pixelSize < 30);
+    QVERIFY(drawnTexts(*button).constFirst().pixelSize < 30);
 }
 
 void TestDrawnTexts::tellsAnEllipsis()
@@ -89,7 +89,7 @@ void TestDrawnTexts::tellsAnEllipsis()
     label->setAdaptiveFontSize(true);
     label->setText(text);
     label->setGeometry(0, 0, 25, 50);
-    QVERIFY(drawnTexts(*label).first().text.endsWith(QChar(0x2026)));
+    QVERIFY(drawnTexts(*label).constFirst().text.endsWith(QChar(0x2026)));
 }
 
 void TestDrawnTexts::leavesOutWhatIsHidden()

@@ -206,8 +206,9 @@ void TestFaultCommands::everyCallThatIsListedIsTaken()
     QVERIFY(calls.size() > unitlink::callsThatCanFail().size());
     calls.replaceInStrings("  call     ", QString());
     QStringList expected;
+    static const QRegularExpression behindTheCall("( \\[|: )");
     for (const QString &line : qAsConst(calls)) {
-        const QString call = line.section(QRegularExpression("( \\[|: )"), 0, 0);
+        const QString call = line.section(behindTheCall, 0, 0);
         const QString argument = line.contains(" [PATH]") ? " /media" : "";
         const QString failure = line.contains(": ") ? line.section(", ", -1).section(": ", -1) : "";
         QCOMPARE(unit.errorOf(QString("fault call \"%1%2\" 3 %3 on").arg(call, argument, failure)),
@@ -215,7 +216,8 @@ void TestFaultCommands::everyCallThatIsListedIsTaken()
         expected += QString("  call 3 %1%2 %3 on").arg(call, argument, failure).simplified();
     }
     QStringList found;
-    for (const QString &line : present(unit)) {
+    const QStringList lines = present(unit);
+    for (const QString &line : lines) {
         found += line.simplified();
     }
     expected.replaceInStrings(QRegularExpression("^ *"), "");

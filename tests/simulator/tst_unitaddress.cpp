@@ -29,7 +29,7 @@ void TestUnitAddress::sameFolderSameName()
 {
     const QTemporaryDir folder;
     const QString name = consoleSocketName(folder.path());
-    const QRegularExpression form(QRegularExpression::anchoredPattern(
+    static const QRegularExpression form(QRegularExpression::anchoredPattern(
         QString("%1/headunit-%2/[0-9a-f]{12}").arg(QDir::tempPath()).arg(geteuid())));
     QVERIFY2(form.match(name).hasMatch(), qPrintable(name));
     QCOMPARE(consoleSocketName(folder.path() + "/"), name);

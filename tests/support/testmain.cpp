@@ -21,7 +21,7 @@ void choose(const char *variable, const char *value)
 
 void startAnother(QProcess *process, const QStringList &arguments)
 {
-    QStringList command = QStringLiteral(EMULATOR).split(QLatin1Char(' '), Qt::SkipEmptyParts);
+    QStringList command = QString::fromLatin1(EMULATOR).split(QLatin1Char(' '), Qt::SkipEmptyParts);
     command += QCoreApplication::applicationFilePath();
     command += arguments;
     process->start(command.takeFirst(), command);
