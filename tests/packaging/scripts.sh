@@ -138,9 +138,10 @@ grep -qx "ctest --preset coverage --exclude-regex ^(packaging|lint)_ --tests-reg
     fail "Other tests"
 
 # Nothing but what the sources include is made for the programs that read them, and no test is run. They
-# read each source once, and nothing that was generated; one finding is enough to fail.
+# read each source once, and nothing that was generated but for what joins tests; one finding is enough to fail.
 mkdir -p build/lint
-printf '  "file": "%s",\n' "$work"/{one.cpp,two.cpp,one.cpp,tests/three.cpp,build/lint/moc.cpp} \
+joined=build/lint/tests/room/CMakeFiles/roomtests.dir/Unity/unity_0_cxx.cxx
+printf '  "file": "%s",\n' "$work"/{one.cpp,two.cpp,one.cpp,tests/three.cpp,"$joined",build/lint/moc.cpp} \
     >build/lint/compile_commands.json
 fake clang-tidy <<<'echo "12 warnings generated." >&2'
 fake clazy-standalone </dev/null
@@ -148,12 +149,15 @@ try 0 ./test --lint
 says "Configuring (lint)." "Building (lint)." "Reading the sources (clang-tidy, clazy)."
 grep -q "^cmake --build --preset lint --target generated" "$CALLS" || fail "Not what the sources include"
 for program in "clang-tidy" "clazy-standalone"; do
-    for file in one.cpp two.cpp tests/three.cpp; do
+    for file in one.cpp two.cpp tests/three.cpp "$joined"; do
         [ "$(grep -c "^$program .*-p build/lint $work/$file$" "$CALLS")" = 1 ] || fail "$program: $file"
     done
 done
 ! grep -q "moc.cpp\|^ctest" "$CALLS" || fail "More than the sources"
-[ "$(grep "no-non-pod-global-static" "$CALLS" | grep -o "[a-z]*\.cpp$")" = three.cpp ] || fail "The tests' own checks"
+[ "$(grep "no-non-pod-global-static" "$CALLS" | grep -o "[^/]*$" | sort)" = $'three.cpp\nunity_0_cxx.cxx' ] ||
+    fail "The tests' own checks of clazy"
+[ "$(grep "config-file=tests/.clang-tidy" "$CALLS" | grep -o "[^/]*$")" = unity_0_cxx.cxx ] ||
+    fail "The tests' own checks of clang-tidy"
 for program in clang-tidy clazy-standalone; do
     fake "$program" <<<'[[ $* != *two.cpp ]] || { echo "two.cpp:1: oops" && exit 1; }'
     try 1 ./test --lint
