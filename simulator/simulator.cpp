@@ -23,8 +23,8 @@ namespace
 {
 const int bootMs = 2000;
 
-/// A graphical thread that does not answer for so long, in host time, is blocked.
-const int answerMs = 300;
+/// A graphical thread that has slept for so long over what it is to do, in host time, is blocked.
+const int blockedMs = 300;
 } // namespace
 
 Simulator::Simulator(hardware::Unit &unit, const QString &plugin, TraceJournal::Place traces,
@@ -137,7 +137,8 @@ QString Simulator::language() const
 
 QImage Simulator::frame()
 {
-    m_graphicalThread.runWithin(answerMs, [this] { m_bezel.paintPending(); });
+    m_graphicalThread.runWithin(GraphicalThread::blockedTimeoutMs, blockedMs,
+                                [this] { m_bezel.paintPending(); });
     return m_bezel.lastFrame();
 }
 

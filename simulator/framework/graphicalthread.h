@@ -7,6 +7,8 @@
 #include <functional>
 #include <memory>
 
+#include <sys/types.h>
+
 namespace simulator
 {
 
@@ -22,7 +24,7 @@ public:
     /// waited for no more: a page's work blocks it.
     static constexpr int blockedTimeoutMs = 5000;
 
-    GraphicalThread() = default;
+    GraphicalThread();
 
     /// Runs \a function on the graphical thread, behind what is queued there already, and returns
     /// when it has run. False, without running it, once the program ends.
@@ -31,6 +33,10 @@ public:
     /// As run(), but gives up when the graphical thread does not get round to \a function within
     /// \a hostMs milliseconds, because something blocks it.
     bool runWithin(int hostMs, const std::function<void()> &function);
+
+    /// The same, but gives up as soon as the graphical thread has slept for \a asleepMs of them:
+    /// then it waits in a page's work, while one that calculates or paints will get round to it.
+    bool runWithin(int hostMs, int asleepMs, const std::function<void()> &function);
 
     /// Lets \a hostMs milliseconds pass; on the graphical thread its event loop runs meanwhile.
     /// False, at once, when the program ends.
@@ -49,8 +55,11 @@ private:
     struct Call;
 
     bool isCurrent() const;
+    bool isAsleep() const;
+    bool runWhile(const std::function<bool()> &isPatient, const std::function<void()> &function);
     void carryOut(const std::shared_ptr<Call> &call);
 
+    const pid_t m_id;
     QMutex m_mutex;
     QWaitCondition m_changed;
     bool m_closed = false;

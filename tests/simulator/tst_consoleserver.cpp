@@ -4,8 +4,10 @@
 
 #include "servedunit.h"
 
+#include "simulator/window/screen.h"
 #include "support/testmain.h"
 
+#include <QDeadlineTimer>
 #include <QImage>
 #include <QLocalSocket>
 #include <QtTest>
@@ -102,6 +104,7 @@ private slots:
     void commandsForTheScreenAreRunThere();
     void answersWhileTheGraphicalThreadIsBlocked();
     void shotsWhileTheGraphicalThreadIsBlocked();
+    void shotsWaitForABusyGraphicalThread();
     void oneClientDoesNotHoldUpAnother();
     void endsWhileACommandWaits();
     void onlyTheUserMayConnect();
@@ -227,6 +230,22 @@ void TestConsoleServer::shotsWhileTheGraphicalThreadIsBlocked()
     const QImage during(served.folder() + "/during.png");
     QCOMPARE(during.size(), QSize(800, 480));
     QCOMPARE(during, QImage(served.folder() + "/../before.png"));
+}
+
+void TestConsoleServer::shotsWaitForABusyGraphicalThread()
+{
+    ServedUnit served;
+    QTRY_VERIFY(!served.unit.simulator().bezel().lastFrame().isNull());
+    QCOMPARE(served.unit.errorOf("shot before.png"), QString());
+    served.unit.simulator().bezel().screen().setBooting(true);
+    Client client(served, {{"cd", served.folder()}, {"shot", "during.png"}});
+    const QDeadlineTimer busy(1000);
+    while (!busy.hasExpired()) { }
+    QVERIFY(client.answers().at(1).ok);
+    QCOMPARE(served.unit.errorOf("shot after.png"), QString());
+    const QImage during(served.folder() + "/during.png");
+    QVERIFY(during != QImage(served.folder() + "/../before.png"));
+    QCOMPARE(during, QImage(served.folder() + "/../after.png"));
 }
 
 void TestConsoleServer::oneClientDoesNotHoldUpAnother()

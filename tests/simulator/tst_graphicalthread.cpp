@@ -2,7 +2,7 @@
 
 #include "support/testmain.h"
 
-#include <QElapsedTimer>
+#include <QDeadlineTimer>
 #include <QThread>
 #include <QtTest>
 
@@ -34,6 +34,16 @@ private:
     QScopedPointer<QThread> m_thread;
 };
 
+/// Does something again and again while nothing runs this thread's event loop, until it is so.
+bool doUntil(const std::atomic<bool> &isSo, const std::function<void()> &work)
+{
+    const QDeadlineTimer patience(5000);
+    while (!isSo && !patience.hasExpired()) {
+        work();
+    }
+    return isSo;
+}
+
 } // namespace
 
 class TestGraphicalThread : public QObject
@@ -45,6 +55,9 @@ private slots:
     void runsAtOnceOnTheSameThread();
     void keepsTheOrderOfTheQueue();
     void givesUpWhenBlocked();
+    void givesUpWhenAsleep();
+    void waitsForABusyThread();
+    void givesUpWhenBusyForLong();
     void waitsForWhatHasBegun();
     void closingInterruptsAPause();
     void closingInterruptsACall();
@@ -89,15 +102,41 @@ void TestGraphicalThread::givesUpWhenBlocked()
     std::atomic<bool> gaveUp{false};
     bool ran = false;
     OtherThread other([&] { gaveUp = !graphical.runWithin(50, [&ran] { ran = true; }); });
-    // Nothing runs this thread's event loop meanwhile.
-    QElapsedTimer patience;
-    patience.start();
-    while (!gaveUp && patience.elapsed() < 5000) {
-        QThread::msleep(5);
-    }
-    QVERIFY(gaveUp);
+    QVERIFY(doUntil(gaveUp, [] { QThread::msleep(5); }));
     QCoreApplication::processEvents();
     QVERIFY(!ran);
+}
+
+void TestGraphicalThread::givesUpWhenAsleep()
+{
+    GraphicalThread graphical;
+    std::atomic<bool> gaveUp{false};
+    OtherThread other([&] { gaveUp = !graphical.runWithin(10000, 50, [] {}); });
+    QVERIFY(doUntil(gaveUp, [] { QThread::msleep(20); }));
+}
+
+void TestGraphicalThread::waitsForABusyThread()
+{
+    GraphicalThread graphical;
+    std::atomic<bool> ended{false};
+    bool done = false;
+    OtherThread other([&] {
+        done = graphical.runWithin(10000, 50, [] {});
+        ended = true;
+    });
+    const QDeadlineTimer busy(500);
+    while (!busy.hasExpired()) { }
+    QVERIFY(!ended);
+    QVERIFY(other.waitFor());
+    QVERIFY(done);
+}
+
+void TestGraphicalThread::givesUpWhenBusyForLong()
+{
+    GraphicalThread graphical;
+    std::atomic<bool> gaveUp{false};
+    OtherThread other([&] { gaveUp = !graphical.runWithin(50, 10000, [] {}); });
+    QVERIFY(doUntil(gaveUp, [] {}));
 }
 
 void TestGraphicalThread::waitsForWhatHasBegun()
